@@ -1,0 +1,120 @@
+// The plain kinds of control: labels, frames, bars, buttons, text boxes, lists, progress.
+// Stepped switches and toggles stand in switches.h, lamps and gauges in displays.h.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "platform/control.h"
+
+namespace kestrel {
+
+class Label : public Control {
+  public:
+    enum class Role {
+        Caption,  ///< names what stands beside it; as wide as its text
+        Value,    ///< shows a value; of a fixed size, so that a new value lays nothing out anew
+    };
+    Property<std::string> Caption{*this, {}};
+    Property<int> ForeColor{*this, DefaultColor};  ///< red + 256 * green + 65536 * blue, or DefaultColor
+    Role role = Role::Caption;
+    std::string widest;  ///< of a value: the longest text that it will show
+
+    static constexpr int DefaultColor = -1;
+
+    /// Makes it a value label that has room for such a text.
+    void showsValue(const std::string& longest) {
+        role = Role::Value;
+        widest = longest;
+    }
+    std::string accessibleName() const override;
+    /// Labels that are click zones.
+    void OnClick(Handler handler) { onClick_ = std::move(handler); }
+    bool isClickable() const { return static_cast<bool>(onClick_); }
+    void UserClick();
+
+  private:
+    Handler onClick_;
+};
+
+/// A titled group; its flags rule what stands in it without touching the flags of its contents.
+class Frame : public Control {
+  public:
+    Property<std::string> Caption{*this, {}};
+    std::string accessibleName() const override { return Caption; }
+};
+
+/// A horizontal bar. Value is kept inside Min..Max; a change raises the change event at once, whoever made it.
+class ScrollBar : public Control {
+  public:
+    Property<int> Min{*this, 0};
+    Property<int> Max{*this, 255};
+    Property<int> LargeChange{*this, 1};
+    BoundedProperty Value{*this, Min, Max, 0};
+
+    /// The range and large step given at design time.
+    void design(int lowest, int highest, int largeStep);
+    void OnChange(Handler handler) { onChange_ = std::move(handler); }
+    void UserMove(int value);
+    void assigned(const void* property, bool changed) override;
+
+  private:
+    Handler onChange_;
+};
+
+class CommandButton : public Control {
+  public:
+    Property<std::string> Caption{*this, {}};
+    void OnClick(Handler handler) { onClick_ = std::move(handler); }
+    void UserClick();
+    std::string accessibleName() const override { return Caption; }
+
+  private:
+    Handler onClick_;
+};
+
+/// Typing changes only the text; Enter and leaving the box are told to the page, which commits or puts back.
+class TextBox : public Control {
+  public:
+    static constexpr int EnterKey = 13;
+
+    Property<std::string> Text{*this, {}};
+    int maxLength = 32;  ///< characters that can be typed
+
+    void OnKeyPress(std::function<void(int key)> handler) { onKeyPress_ = std::move(handler); }
+    void OnLostFocus(Handler handler) { onLostFocus_ = std::move(handler); }
+    void UserType(const std::string& text);
+    void UserEnter();
+    void UserLeave();
+    void assigned(const void* property, bool changed) override;
+
+  private:
+    std::function<void(int)> onKeyPress_;
+    Handler onLostFocus_;
+};
+
+/// A table of texts with column heads.
+class ListView : public Control {
+  public:
+    Property<std::vector<std::string>> ColumnHeads{*this, {}};
+    Property<std::vector<std::vector<std::string>>> Rows{*this, {}};
+};
+
+class ProgressBar : public Control {
+  public:
+    Property<int> Max{*this, 100};
+    Property<int> Value{*this, 0};
+};
+
+/// A drawing on which controls may stand at the places of its named elements.
+class Picture : public Control {
+  public:
+    explicit Picture(std::string drawing) : drawing_(std::move(drawing)) {}
+    /// Stem of the drawing's file among the installation's pictures.
+    const std::string& drawing() const { return drawing_; }
+
+  private:
+    std::string drawing_;
+};
+
+}  // namespace kestrel

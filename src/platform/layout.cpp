@@ -1,0 +1,59 @@
+// How a page says where its controls stand.
+// See layout.h.
+#include "platform/layout.h"
+
+namespace kestrel {
+
+namespace {
+
+const Label* asCaption(const Layout& cell) {
+    const auto* label = cell.kind == Layout::Kind::Control ? dynamic_cast<const Label*>(cell.control) : nullptr;
+    return label && label->role == Label::Role::Caption ? label : nullptr;
+}
+
+/// Names the cells from first to last by the caption before each.
+void nameRow(const Layout& layout, std::size_t first, std::size_t last) {
+    const Label* caption = nullptr;
+    for (std::size_t i = first; i < last; ++i) {
+        const Layout& cell = layout.children[i];
+        if (const Label* found = asCaption(cell))
+            caption = found;
+        else if (cell.kind == Layout::Kind::Control && caption)
+            cell.control->namedBy(caption);
+    }
+}
+
+void settle(const Layout& layout, const Frame* frame) {
+    if (layout.control) layout.control->standIn(frame);
+    if (layout.kind == Layout::Kind::Row || layout.kind == Layout::Kind::Column)
+        nameRow(layout, 0, layout.children.size());
+    if (layout.kind == Layout::Kind::Grid && layout.columns > 0) {
+        const auto columns = static_cast<std::size_t>(layout.columns);
+        for (std::size_t row = 0; row < layout.children.size(); row += columns)
+            nameRow(layout, row, std::min(row + columns, layout.children.size()));
+    }
+    const Frame* inner = layout.kind == Layout::Kind::Group ? static_cast<const Frame*>(layout.control) : frame;
+    for (const Layout& child : layout.children) settle(child, inner);
+}
+
+}  // namespace
+
+std::vector<int> Indexes(int first, int last) {
+    std::vector<int> result;
+    for (int i = first; i <= last; ++i) result.push_back(i);
+    return result;
+}
+
+Layout Canvas(Picture& picture, const std::vector<std::pair<Control*, std::string>>& placed) {
+    Layout canvas(Layout::Kind::Canvas);
+    canvas.control = &picture;
+    for (const auto& [control, place] : placed) {
+        canvas.children.emplace_back(*control);
+        canvas.places.push_back(place);
+    }
+    return canvas;
+}
+
+void settleLayout(const Layout& layout) { settle(layout, nullptr); }
+
+}  // namespace kestrel

@@ -1,0 +1,16 @@
+// The entries of a menu.
+// See menu.h.
+#include "platform/menu.h"
+
+namespace kestrel {
+
+MenuItem& MenuItem::add(std::string name) {
+    items_.push_back(std::make_unique<MenuItem>(std::move(name)));
+    return *items_.back();
+}
+
+void MenuItem::UserClick() {
+    if (usable()) raise(onClick_);
+}
+
+}  // namespace kestrel

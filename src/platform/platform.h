@@ -1,0 +1,96 @@
+// All that the logic asks of the machine under it.
+// One process-wide instance: a real one for people, one with virtual time for tests.
+#pragma once
+
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "platform/serial_control.h"
+#include "platform/timer.h"
+
+namespace kestrel {
+
+class Window;
+
+struct Message {
+    enum class Icon { Critical, Exclamation };
+    enum class Buttons { Ok, RetryCancel, YesNo };
+    enum class Answer { Ok, Retry, Cancel, Yes, No };
+
+    std::string text;
+    std::string title;
+    Icon icon = Icon::Critical;
+    Buttons buttons = Buttons::Ok;
+    std::string detail = {};  ///< what more is known, such as the reason given by the system; may be empty
+};
+
+/// Width and height in twips.
+struct Extent {
+    int width = 0;
+    int height = 0;
+};
+
+/// The machine under the program; abstract so that the whole program runs in virtual time without a toolkit.
+class Platform {
+  public:
+    virtual ~Platform() = default;
+
+    // Time.
+    /// A timer that calls the handler from the event loop.
+    virtual std::unique_ptr<TimerBackend> makeTimer(std::function<void()> onExpiry) = 0;
+    /// Waits for the next event and delivers it.
+    virtual void PumpEvents() = 0;
+    /// Waits without delivering any event.
+    virtual void BusyWait(int milliseconds) = 0;
+
+    // The line.
+    virtual std::unique_ptr<SerialControl> makeSerialControl() = 0;
+    /// The device behind a port, 1 to 4; empty when the machine has none for it.
+    virtual std::string portDevice(int port) = 0;
+
+    // People.
+    /// Shows a message box and waits for its answer; events go on meanwhile.
+    virtual Message::Answer showMessage(const Message& message) = 0;
+    virtual void showMainWindow() = 0;
+    /// Size of the main window.
+    virtual Extent mainWindowExtent() = 0;
+    /// Size that a child window takes with its present texts.
+    virtual Extent measure(Window& window) = 0;
+    /// Shows a child window, in front of the others; its Form_Activate runs when it comes to the front.
+    virtual void showWindow(Window& window) = 0;
+    virtual void closeWindow(Window& window) = 0;
+    /// The child window in front, or null.
+    virtual Window* activeWindow() = 0;
+
+    // Files. Failures are run-time errors with the number of their kind and the system's reason as text.
+    /// Where configuration, index and language files lie.
+    virtual std::filesystem::path programDirectory() const = 0;
+    /// The program's file name without extension.
+    virtual std::string programName() const = 0;
+    virtual void changeDirectory(const std::filesystem::path& directory) = 0;
+    /// Names of the files of a directory that end so, in order of name.
+    virtual std::vector<std::string> listFiles(const std::filesystem::path& directory, const std::string& ending) = 0;
+    virtual std::string readFile(const std::filesystem::path& file) = 0;
+    /// Replaces the file whole: at any moment either the old text or the new one stands there.
+    virtual void writeFile(const std::filesystem::path& file, const std::string& content) = 0;
+
+    // The process.
+    virtual void startProgram(const std::filesystem::path& program) = 0;
+    /// Closes the port and all files and ends the process.
+    [[noreturn]] virtual void endProcess(int status) = 0;
+
+    // The user's ways of writing.
+    virtual std::string decimalSeparator() const = 0;
+    /// A date in the system's short format; the year has four digits.
+    virtual std::string shortDate(int day, int month, int year) const = 0;
+};
+
+/// The process-wide instance. Asking before one is set is a programming error.
+Platform& platform();
+/// Sets the instance; the caller keeps it alive. Null takes it away.
+void setPlatform(Platform* instance);
+
+}  // namespace kestrel

@@ -1,0 +1,61 @@
+// Stepped and two-state switches.
+// See switches.h.
+#include "platform/switches.h"
+
+namespace kestrel {
+
+namespace {
+
+std::string trimmed(const std::string& text) {
+    const auto first = text.find_first_not_of(' ');
+    if (first == std::string::npos) return {};
+    return text.substr(first, text.find_last_not_of(' ') - first + 1);
+}
+
+}  // namespace
+
+std::vector<std::string> SteppedSwitch::labels() const {
+    std::vector<std::string> result;
+    const std::string& list = PositionLabels;
+    std::string::size_type from = 0;
+    for (auto comma = list.find(','); comma != std::string::npos; comma = list.find(',', from)) {
+        result.push_back(trimmed(list.substr(from, comma - from)));
+        from = comma + 1;
+    }
+    if (const std::string last = trimmed(list.substr(from)); !last.empty()) result.push_back(last);
+    return result;
+}
+
+int SteppedSwitch::top() const {
+    const auto count = static_cast<int>(labels().size());
+    return count > 0 ? count - 1 : 0;
+}
+
+void SteppedSwitch::UserMove(int position) {
+    if (!usable() || position < 0 || position > top() || position == Position) return;
+    userChange([&] {
+        Position = position;
+        raise(onPositionChangeUser_);
+    });
+}
+
+void SteppedSwitch::assigned(const void* property, bool changed) {
+    if (property == &Position) settled();
+    Control::assigned(property, changed);
+    if (property == &Position && changed) raise(onPositionChange_);
+}
+
+void ToggleSwitch::UserClick() {
+    if (!usable()) return;
+    userChange([&] {
+        Active = !Active;
+        raise(onClick_);
+    });
+}
+
+void ToggleSwitch::assigned(const void* property, bool changed) {
+    if (property == &Active) settled();
+    Control::assigned(property, changed);
+}
+
+}  // namespace kestrel

@@ -1,0 +1,54 @@
+// Stepped and two-state switches.
+// A stepped switch keeps the position it was given even when no label stands for it.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "platform/control.h"
+
+namespace kestrel {
+
+/// What slider and rotary switches share: a position among labelled ones.
+class SteppedSwitch : public Control {
+  public:
+    Property<int> Position{*this, 0};
+    Property<std::string> PositionLabels{*this, "0,1"};  ///< comma-separated; their number is that of the positions
+
+    /// The labels, each without blanks round it; an empty last one (a list that ends in a comma) does not count.
+    std::vector<std::string> labels() const;
+    /// The highest position that a label stands for.
+    int top() const;
+
+    /// Raised by every change of the position, whoever made it.
+    void OnPositionChange(Handler handler) { onPositionChange_ = std::move(handler); }
+    /// Raised by the user's changes alone, after the position-change event.
+    void OnPositionChangeUser(Handler handler) { onPositionChangeUser_ = std::move(handler); }
+    void UserMove(int position);
+    void assigned(const void* property, bool changed) override;
+
+  private:
+    Handler onPositionChange_;
+    Handler onPositionChangeUser_;
+};
+
+class SliderSwitch : public SteppedSwitch {};
+class RotarySwitch : public SteppedSwitch {};
+
+/// A two-state toggle: a user's click turns it over, then the click event is raised.
+class ToggleSwitch : public Control {
+  public:
+    Property<bool> Active{*this, false};
+
+    void OnClick(Handler handler) { onClick_ = std::move(handler); }
+    void UserClick();
+    void assigned(const void* property, bool changed) override;
+
+  private:
+    Handler onClick_;
+};
+
+/// A toggle with a lamp in it.
+class LedSwitch : public ToggleSwitch {};
+
+}  // namespace kestrel

@@ -1,0 +1,43 @@
+// A child window of the frame: what the logic and its view know of each other.
+// Pages derive from it; the view shows the layout and passes the user's actions on.
+#pragma once
+
+#include <functional>
+#include <string>
+
+#include "platform/layout.h"
+
+namespace kestrel {
+
+/// Lengths on the screen as the system counts them: 1440 twips to the inch, 15 to a pixel at 96 dots an inch.
+inline constexpr int TwipsPerPixel = 15;
+
+class Window : public Control {
+  public:
+    explicit Window(std::string name) : name_(std::move(name)) {}
+
+    Property<std::string> Caption{*this, {}};
+    Property<int> Left{*this, 0};  ///< twips, inside the frame window
+    Property<int> Top{*this, 0};   ///< twips, inside the frame window
+
+    /// Class name of the page, such as "FrmTempi".
+    const std::string& name() const { return name_; }
+    std::string accessibleName() const override { return Caption; }
+
+    /// Where the controls stand.
+    virtual Layout Arrange() = 0;
+    virtual void Form_Load() {}
+    /// The window came to the front.
+    virtual void Form_Activate() {}
+    virtual void Form_Unload() {}
+
+    /// The user closed the window; whoever opened it unloads it.
+    void UserClose() { raise(onClose_); }
+    void OnClose(Handler handler) { onClose_ = std::move(handler); }
+
+  private:
+    std::string name_;
+    Handler onClose_;
+};
+
+}  // namespace kestrel
