@@ -27,6 +27,9 @@ struct Message {
     std::string detail = {};  ///< what more is known, such as the reason given by the system; may be empty
 };
 
+/// Exit status of a run that trouble ended.
+inline constexpr int EndedByTrouble = 1;
+
 /// Width and height in twips.
 struct Extent {
     int width = 0;

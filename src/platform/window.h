@@ -31,8 +31,11 @@ class Window : public Control {
     virtual void Form_Activate() {}
     virtual void Form_Unload() {}
 
-    /// The user closed the window; whoever opened it unloads it.
-    void UserClose() { raise(onClose_); }
+    /// The user closed the window; whoever opened it unloads it, and the window is gone when this returns.
+    void UserClose() {
+        const Handler unload = onClose_;
+        raise(unload);
+    }
     void OnClose(Handler handler) { onClose_ = std::move(handler); }
 
   private:

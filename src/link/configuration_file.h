@@ -1,0 +1,41 @@
+// The two-line configuration file: "Com=" and a digit, "Lingua=" and the stem of a language file.
+// Lines are taken by their place; the prefixes are not checked on reading.
+#pragma once
+
+#include <filesystem>
+#include <string>
+
+namespace kestrel {
+
+inline constexpr int FirstPort = 1;
+
+/// The program's own file, beside the program.
+std::filesystem::path OwnConfigurationFile();
+/// The family's file, one directory up.
+std::filesystem::path FamilyConfigurationFile();
+
+/// The two lines of a file, or those that it has. A file that cannot be read is a run-time error.
+class ConfigurationLines {
+  public:
+    explicit ConfigurationLines(const std::filesystem::path& file);
+    /// The last character of line 1 as a number; a missing line or another character is a run-time error.
+    int port() const;
+    /// What follows the first seven characters of line 2; a missing or shorter line is a run-time error.
+    std::string language() const;
+
+  private:
+    const std::string& line(int number) const;
+    std::string first_;
+    std::string second_;
+    int count_ = 0;
+};
+
+/// Replaces the program's own file.
+void WriteConfigurationFile(int port, const std::string& language);
+
+/// The port in the program's own file.
+int ReadConfiguredPort();
+/// Writes the program's own file anew with the first port alone. A directory that cannot be written is no failure.
+void WriteFirstPort();
+
+}  // namespace kestrel

@@ -1,0 +1,27 @@
+// The loaded pages, and the fan-out of every received value to all of them.
+// Opening or closing a page between two replies needs no other registration.
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include "link/page.h"
+#include "platform/serial_control.h"
+
+namespace kestrel {
+
+/// The loaded pages in the order in which they were loaded.
+std::vector<Page*> LoadedPages();
+/// The loaded page of this class name, or null.
+Page* FindLoadedPage(const std::string& name);
+/// Loads a page: from its Form_Load on it hears of every value.
+Page& LoadPage(std::unique_ptr<Page> page);
+/// Form_Unload, then the page is gone. Not to be called from a handler of one of the page's own controls.
+void UnloadPage(Page& page);
+/// Drops all pages without unloading them, as the end of the process does.
+void ResetPages();
+
+/// Tells every loaded page that parameter `index` of the current bank has the value of these bytes.
+void NotifyPages(int index, const Bytes& data, int n);
+
+}  // namespace kestrel

@@ -1,0 +1,25 @@
+// Asking a board who it is: once a bank, at start-up, with synchronous exchanges that pump events.
+// The answers tell whether the board is there, whether the program is made for it, and which index file is its own.
+#pragma once
+
+namespace kestrel {
+
+/// What a board reports of itself; meaningful only when the board is present afterwards.
+struct BoardIdentity {
+    int release = 0;
+    int software = 0;
+    int kind = 0;
+    int boardType = 0;
+};
+
+/// Asks the board of the bank, which must be CurrentBank, and settles BoardPresent. A silent master asks the user to
+/// try again; an incompatible one shows a message and ends the process.
+BoardIdentity IdentifyBoard(int bank);
+
+/// Revision of the master's software, a version gate for pages; 0 until it has been identified.
+int BoardRevision();
+void SetBoardRevision(int revision);
+
+void ResetIdentification();
+
+}  // namespace kestrel

@@ -1,0 +1,275 @@
+// The link engine.
+// See link_engine.h.
+#include "link/link_engine.h"
+
+#include <algorithm>
+#include <string>
+
+#include "link/fan_out.h"
+#include "link/param_table.h"
+#include "platform/platform.h"
+#include "platform/trouble.h"
+
+namespace kestrel {
+
+namespace {
+
+constexpr int BadRepliesAllowed = 4;
+constexpr std::uint8_t WriteBit = 128;
+/// A record whose period has this bit keeps the link on itself until its board answers.
+constexpr std::uint8_t RepeatWithoutEnd = 2;
+constexpr const char* CheckInterface = "Check serial interface ";
+constexpr int TextPanel = 1;
+
+namespace lamp {
+constexpr int SendOff = 1, ReceiveOff = 2, ErrorOff = 3, SendOn = 4, ReceiveOn = 5, ErrorOn = 6;
+constexpr int FirstPanel = 2, Kinds = 3;
+}  // namespace lamp
+
+std::unique_ptr<LinkState>& instance() {
+    static std::unique_ptr<LinkState> state;
+    return state;
+}
+
+void restart(Timer& timer) {
+    timer.Enabled = false;
+    timer.Enabled = true;
+}
+
+void nextBank() { CurrentBank = CurrentBank >= Banks - 1 ? 0 : CurrentBank + 1; }
+
+void showPortTrouble(const std::string& reason) {
+    StatusPanel& panel = Link().statusBar->Panels(TextPanel);
+    Link().PortTrouble = reason;
+    panel.Text = CheckInterface;
+    panel.ToolTip = reason;
+}
+
+void clearPortTrouble() {
+    StatusPanel& panel = Link().statusBar->Panels(TextPanel);
+    if (panel.Text.get().empty()) return;
+    Link().PortTrouble.clear();
+    panel.Text = "";
+    panel.ToolTip = "";
+}
+
+/// Closes the port, which drops half a reply included, and opens it again. False, with the reason shown, when it
+/// cannot be opened.
+bool reopenPort() {
+    LinkState& link = Link();
+    try {
+        link.Comm1->PortOpen(false);
+        link.Comm1->PortOpen(true);
+        return true;
+    } catch (const RunTimeError& error) {
+        showPortTrouble(error.what());
+        return false;
+    }
+}
+
+/// Whether a record with this period is sent now; counts the period down or reloads it.
+bool passesGate(std::uint8_t& period) {
+    if (period == 0) return true;
+    if ((period & 0xF0) != 0) {
+        period = static_cast<std::uint8_t>(period - 16);
+        return false;
+    }
+    period = static_cast<std::uint8_t>(period * 17);
+    return true;
+}
+
+void sendRecord(const ParamRecord& record, std::uint8_t& flags) {
+    Request& request = Link().RequestBytes;
+    request.Addr2 = record.Addr2;
+    request.Addr1 = record.Addr1;
+    request.Command = record.Command;
+    request.Addr0 = record.Addr0;
+    request.Data.assign(record.Value.begin(), record.Value.begin() + WrittenBytes);
+    if (flags & flag::WriteDue) {
+        request.Command |= WriteBit;
+        flags = static_cast<std::uint8_t>(flags & ~flag::WriteDue);
+    }
+    request.n = ValueNibble(request.Command);
+    LinkSendFrame();
+}
+
+void Timer1_Timer() {
+    LinkState& link = Link();
+    link.Timer1.Enabled = false;
+    if (link.LinkIdle) {
+        // While the port is away nothing is taken from the table: what the user changes waits for its return.
+        if (link.Comm1->PortOpen())
+            LinkNextRecord();
+        else
+            link.ReopenTimer.Enabled = true;
+    }
+    link.Timer1.Enabled = true;
+}
+
+void Timer2_Timer() {
+    LinkState& link = Link();
+    SetLinkIndicator(lamp::ErrorOn);
+    SetLinkIndicator(lamp::ReceiveOff);
+    link.Timer2.Enabled = false;
+    if (!reopenPort()) {
+        link.Timer2.Enabled = true;
+        return;
+    }
+    if (ParamTable(CurrentBank, link.ScanIndex).Period & RepeatWithoutEnd)
+        LinkSendFrame();
+    else
+        link.LinkIdle = true;
+}
+
+void Timer3_Timer() {
+    SetLinkIndicator(lamp::SendOff);
+    Link().Timer3.Enabled = false;
+}
+
+void Timer4_Timer() {
+    SetLinkIndicator(lamp::ReceiveOff);
+    SetLinkIndicator(lamp::ErrorOff);
+    Link().Timer4.Enabled = false;
+}
+
+/// The port went away under the program. An open exchange runs into its time-out, which reopens; with none open the
+/// scan tick starts a timer for it at the same pace.
+void Comm1_OnLost() { showPortTrouble(platform().portDevice(Link().ComPort) + ": the port is gone"); }
+
+void ReopenTimer_Timer() {
+    LinkState& link = Link();
+    const bool done = !link.LinkIdle || link.Comm1->PortOpen() || reopenPort();
+    if (!done) return;
+    link.ReopenTimer.Enabled = false;
+    if (link.LinkIdle) clearPortTrouble();
+}
+
+}  // namespace
+
+LinkState& Link() {
+    if (!instance()) instance() = std::make_unique<LinkState>();
+    return *instance();
+}
+
+void ResetLink() { instance().reset(); }
+
+void SetUpLink(StatusBar& statusBar, const std::array<MenuItem*, PortCount + 1>& portEntries) {
+    LinkState& link = Link();
+    link.statusBar = &statusBar;
+    link.mnuCox = portEntries;
+    link.Comm1 = platform().makeSerialControl();
+    link.Comm1->OnComm([] { Comm1_OnComm(); });
+    link.Comm1->OnLost([] { Comm1_OnLost(); });
+    link.Timer1.OnTimer(Timer1_Timer);
+    link.Timer2.OnTimer(Timer2_Timer);
+    link.Timer3.OnTimer(Timer3_Timer);
+    link.Timer4.OnTimer(Timer4_Timer);
+    link.Timer5.OnTimer([] { Link().ReplyTimedOut = true; });
+    link.ReopenTimer.OnTimer(ReopenTimer_Timer);
+}
+
+void LinkNextRecord() {
+    LinkState& link = Link();
+    const int end = RecordCount(CurrentBank);
+    for (;;) {
+        ParamRecord& record = ParamTable(CurrentBank, link.ScanIndex);
+        std::uint8_t& flags = ParamFlags(CurrentBank, link.ScanIndex);
+        if ((flags & flag::Pending) && passesGate(record.Period)) {
+            sendRecord(record, flags);
+            return;
+        }
+        link.ScanIndex = NextPending(CurrentBank, link.ScanIndex + 1, end);
+        if (link.ScanIndex >= end) break;
+    }
+    link.ScanIndex = 0;
+    nextBank();
+}
+
+void LinkSendFrame() {
+    LinkState& link = Link();
+    restart(link.Timer3);
+    SetLinkIndicator(lamp::SendOn);
+    link.LinkIdle = false;
+    const Bytes frame = BuildFrame(link.RequestBytes, CurrentBank);
+    link.Timer2.Enabled = true;
+    try {
+        link.Comm1->Output(frame);
+    } catch (const RunTimeError& error) {
+        showPortTrouble(error.what());  // the time-out that now runs reopens the port
+    }
+}
+
+void Comm1_OnComm() {
+    LinkState& link = Link();
+    if (link.Comm1->CommEvent() != CommEventReceive) return;
+    const int event = link.Comm1->CommEvent();
+    if (event == CommEventClearToSend) {
+        showPortTrouble({});
+        reopenPort();
+        return;
+    }
+    if (event != CommEventReceive) return;
+    if (link.LinkIdle) {
+        link.Comm1->Input();  // no exchange is open: these bytes answer nothing
+        return;
+    }
+    if (!ReplyIsComplete(link.RequestBytes, link.Comm1->InBufferCount())) return;
+    const Bytes received = link.Comm1->Input();
+    link.Timer2.Enabled = false;
+    restart(link.Timer4);
+    SetLinkIndicator(lamp::ReceiveOn);
+    SetLinkIndicator(lamp::ErrorOff);
+    clearPortTrouble();
+    Judgement judgement = JudgeReply(link.RequestBytes, received);
+    link.ReplyData = std::move(judgement.data);
+    if (link.RetryCount != BadRepliesAllowed) {
+        if (!judgement.good) {
+            SetLinkIndicator(lamp::ErrorOn);
+            ++link.RetryCount;
+            LinkSendFrame();
+            return;
+        }
+    } else {
+        link.ReplyData.clear();
+    }
+    link.RetryCount = 0;
+    if (link.LinkSetup)
+        link.LinkIdle = true;
+    else
+        LinkAcceptReply();
+}
+
+void LinkAcceptReply() {
+    LinkState& link = Link();
+    std::uint8_t& stored = ParamFlags(CurrentBank, link.ScanIndex);
+    ParamRecord& record = ParamTable(CurrentBank, link.ScanIndex);
+    if ((stored & flag::Pending) && !link.ReplyData.empty()) {
+        auto flags = static_cast<std::uint8_t>(stored | flag::Valid);
+        const auto notPending = static_cast<std::uint8_t>(~flag::Pending);
+        if (flags & flag::OneVisit) flags &= notPending;
+        if (!(flags & flag::Watched))
+            throw ProgrammingError("Parameter " + std::to_string(link.ScanIndex) + " is pending but not in use");
+        if (record.Period == 0) flags &= notPending;
+        stored = flags;
+        const std::size_t padded = std::max<std::size_t>(link.ReplyData.size(), WrittenBytes);
+        for (std::size_t i = 0; i < padded && i < record.Value.size(); ++i)
+            record.Value[i] = i < link.ReplyData.size() ? link.ReplyData[i] : 0;
+        NotifyPages(link.ScanIndex, link.ReplyData, link.RequestBytes.n);
+    }
+    ++link.ScanIndex;
+    if (link.ScanIndex == RecordCount(CurrentBank)) {
+        link.ScanIndex = 0;
+        nextBank();
+    }
+    link.LinkIdle = true;
+}
+
+void SetLinkIndicator(int state) {
+    if (state < lamp::SendOff || state > lamp::ErrorOn) return;
+    StatusPanel& panel = Link().statusBar->Panels(lamp::FirstPanel + (state - 1) % lamp::Kinds);
+    if (panel.Tag == state) return;
+    panel.Tag = state;
+    panel.Picture = state;
+}
+
+}  // namespace kestrel

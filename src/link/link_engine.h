@@ -1,0 +1,66 @@
+// The link engine: keeps the mirror and the boards in step, one exchange at a time.
+// It has no thread and no queue: a timer looks for the next record, a serial event finishes the exchange.
+#pragma once
+
+#include <array>
+#include <memory>
+
+#include "link/frames.h"
+#include "platform/serial_control.h"
+#include "platform/status_bar.h"
+#include "platform/timer.h"
+
+namespace kestrel {
+
+class MenuItem;
+
+inline constexpr int PortCount = 4;
+inline constexpr int ScanTickMs = 40;
+inline constexpr int ReplyTimeoutMs = 1000;
+inline constexpr int LampMs = 500;
+inline constexpr int IdentificationTimeoutMs = 2000;
+
+/// State of the engine; its names are those of the window of no size that carries the serial control and the timers.
+struct LinkState {
+    int ScanIndex = 0;           ///< record cursor inside CurrentBank
+    bool LinkIdle = true;        ///< no exchange is open
+    bool LinkSetup = false;      ///< the port is being opened or boards identified: replies are not stored
+    bool ReplyTimedOut = false;  ///< looked at by identification alone
+    Bytes ReplyData;             ///< the reply's value bytes; empty: nothing usable arrived
+    Request RequestBytes;        ///< the request that is open, or was last
+    int RetryCount = 0;          ///< bad replies to the present request
+    int ComPort = 0;             ///< 1 to 4
+    std::string PortTrouble;     ///< why the port could not be opened or was lost, for people
+
+    Timer Timer1{ScanTickMs};               ///< scan tick
+    Timer Timer2{ReplyTimeoutMs};           ///< reply time-out
+    Timer Timer3{LampMs};                   ///< send lamp off
+    Timer Timer4{LampMs};                   ///< receive lamp off
+    Timer Timer5{IdentificationTimeoutMs};  ///< identification time-out
+    Timer ReopenTimer{ReplyTimeoutMs};      ///< tries a port that was lost while no exchange was open
+    std::unique_ptr<SerialControl> Comm1;
+
+    StatusBar* statusBar = nullptr;                 ///< where the lamps are
+    std::array<MenuItem*, PortCount + 1> mnuCox{};  ///< port entries 1 to 4 of the menu
+};
+
+LinkState& Link();
+/// Back to the start of a process: port closed, timers gone, models forgotten.
+void ResetLink();
+
+/// Makes the serial control and sets the timers' handlers. The status bar must have its four panels by then.
+void SetUpLink(StatusBar& statusBar, const std::array<MenuItem*, PortCount + 1>& portEntries);
+
+/// The scan: visits records from ScanIndex in CurrentBank and sends at most one frame. Only while LinkIdle.
+void LinkNextRecord();
+/// Builds and sends the frame of RequestBytes and opens the exchange.
+void LinkSendFrame();
+/// Stores ReplyData in the record at ScanIndex, tells the pages, moves the scan on and closes the exchange.
+void LinkAcceptReply();
+/// The serial event.
+void Comm1_OnComm();
+
+/// The lamps, by number: 1 and 4 send off and on, 2 and 5 receive, 3 and 6 error. Others are ignored.
+void SetLinkIndicator(int lamp);
+
+}  // namespace kestrel

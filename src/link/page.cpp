@@ -1,0 +1,16 @@
+// The base of every page.
+// See page.h.
+#include "link/page.h"
+
+namespace kestrel {
+
+void Page::notify(int n, ParamValue value) {
+    ++arrivals_;
+    try {
+        SLabel_Change(n, value);
+    } catch (const RunTimeError&) {
+        return;  // an error in one page's notification leaves that notification alone
+    }
+}
+
+}  // namespace kestrel

@@ -1,0 +1,34 @@
+// The base of every page: a window that hears of every value that a board has confirmed.
+// A page filters for itself; the bank of a value is what CurrentBank holds at that moment.
+#pragma once
+
+#include <string>
+
+#include "link/param_table.h"
+#include "platform/timer.h"
+#include "platform/window.h"
+
+namespace kestrel {
+
+class Page : public Window {
+  public:
+    using Window::Window;
+
+    /// Parameter `n` of the current bank has this value. Called once for every accepted reply.
+    virtual void SLabel_Change(int n, ParamValue value) = 0;
+
+    /// Values that this page has been told of since it was loaded.
+    long arrivals() const { return arrivals_; }
+    /// The notification of this one page: an error ends it silently, and the next page still gets its own.
+    void notify(int n, ParamValue value);
+
+  protected:
+    /// Set while a value from the board is being shown: the change events of the page's own controls then write
+    /// nothing.
+    bool Updating = false;
+
+  private:
+    long arrivals_ = 0;
+};
+
+}  // namespace kestrel

@@ -1,0 +1,26 @@
+// The pages that there are.
+// See registry.h.
+#include "pages/registry.h"
+
+#include "pages/beverage/frm_tempi.h"
+#include "pages/sales/frm_totali.h"
+
+namespace kestrel {
+
+namespace {
+
+template <class P>
+std::unique_ptr<Page> make() {
+    return std::make_unique<P>();
+}
+
+}  // namespace
+
+PageRegistry AllPages() {
+    return {
+        {"FrmTempi", make<FrmTempi>},
+        {"FrmTotali", make<FrmTotali>},
+    };
+}
+
+}  // namespace kestrel

@@ -1,0 +1,11 @@
+// The pages that there are, by class name.
+// A new page is added here and opens from the menu.
+#pragma once
+
+#include "shell/windows.h"
+
+namespace kestrel {
+
+PageRegistry AllPages();
+
+}  // namespace kestrel

@@ -1,0 +1,100 @@
+// What the two configuration files settle.
+// See configuration.h.
+#include "shell/configuration.h"
+
+#include "link/configuration_file.h"
+#include "link/link_engine.h"
+#include "platform/trouble.h"
+#include "shell/language_menu.h"
+#include "shell/main_window.h"
+
+namespace kestrel {
+
+namespace {
+
+struct Settings {
+    int port = 0;
+    std::string language;
+};
+
+/// The settings of a file, or the defaults as soon as anything of it is not right.
+template <class Use>
+Settings settingsOf(const std::filesystem::path& file, const std::string& defaultLanguage, const Use& usePort) {
+    try {
+        const ConfigurationLines lines(file);
+        const int port = lines.port();
+        usePort(port);
+        return {port, lines.language()};
+    } catch (const RunTimeError&) {
+        return {0, defaultLanguage};
+    }
+}
+
+/// While the configuration is being read, a file that cannot be written is passed over: the settings hold all the same.
+void writeIfPossible() {
+    try {
+        WriteConfig();
+    } catch (const RunTimeError&) {
+        return;
+    }
+}
+
+void settlePort(int familyPort) {
+    int& port = Link().ComPort;
+    if (familyPort != port) {
+        if (familyPort == 0) return;
+        port = familyPort;
+        writeIfPossible();
+    } else if (port == 0) {
+        port = FirstPort;
+        writeIfPossible();
+    }
+}
+
+void checkPortEntry(int port) {
+    if (port >= 1 && port <= MainWindow::PortEntries) MDIForm1().mnuCox(port).Checked = true;
+}
+
+void settleLanguage(const std::string& familyLanguage) {
+    if (familyLanguage == ActiveLanguage()) return;
+    for (int i = 0; i < MainWindow::LanguageEntries; ++i) {
+        MenuItem& entry = MDIForm1().smnuLingue(i);
+        if (entry.Caption.get() != familyLanguage) continue;
+        entry.Checked = true;
+        ActiveLanguage() = familyLanguage;
+        writeIfPossible();
+        return;
+    }
+}
+
+}  // namespace
+
+std::string& ActiveLanguage() {
+    static std::string language;
+    return language;
+}
+
+void ReadConfig() {
+    MainWindow& window = MDIForm1();
+    const std::string firstCaption = window.smnuLingue(0).Caption;
+    const Settings own =
+        settingsOf(OwnConfigurationFile(), firstCaption, [&](int port) { window.mnuCox(port).Checked = true; });
+    const Settings family = settingsOf(FamilyConfigurationFile(), firstCaption, [](int) {});
+    Link().ComPort = own.port;
+    ActiveLanguage() = own.language;
+    settlePort(family.port);
+    checkPortEntry(Link().ComPort);
+    FillLanguageMenu();
+    settleLanguage(family.language);
+}
+
+void WriteConfig() {
+    int checked = 0;
+    for (int i = MainWindow::LanguageEntries - 1; i >= 0; --i)
+        if (MDIForm1().smnuLingue(i).Checked) checked = i;
+    WriteConfigurationFile(Link().ComPort, MDIForm1().smnuLingue(checked).Caption);
+}
+
+void ResetConfiguration() { ActiveLanguage().clear(); }
+
+}  // namespace kestrel

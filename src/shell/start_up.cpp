@@ -1,0 +1,118 @@
+// The program's life outside the pages.
+// See start_up.h.
+#include "shell/start_up.h"
+
+#include "link/fan_out.h"
+#include "link/identification.h"
+#include "link/index_files.h"
+#include "link/link_engine.h"
+#include "link/port_search.h"
+#include "platform/platform.h"
+#include "platform/trouble.h"
+#include "shell/configuration.h"
+#include "shell/frm_ser.h"
+#include "shell/language_files.h"
+#include "shell/language_menu.h"
+#include "shell/main_window.h"
+#include "shell/windows.h"
+
+namespace kestrel {
+
+namespace {
+
+constexpr const char* FamilyLauncher = "KESTREL.EXE";
+constexpr const char* ClearingPage = "FrmCancella";
+
+std::vector<std::string>& models() {
+    static std::vector<std::string> names;
+    return names;
+}
+
+void openFromMenu(const std::string& page) {
+    // No page may hold subscriptions, or be changed behind the user's back, while data are cleared.
+    if (page == ClearingPage) ClosePages();
+    ShowPage(page);
+}
+
+/// The port menu shows each port's device, or why it cannot be used.
+void describePorts() {
+    for (int port = 1; port <= PortCount; ++port) {
+        MenuItem& entry = MDIForm1().mnuCox(port);
+        if (entry.Enabled) entry.Detail = platform().portDevice(port);
+    }
+}
+
+/// Pages open only once the boards are known; entries of pages that do not exist stay disabled.
+void enablePageEntries(bool boardsAreKnown) {
+    for (const MenuRow& row : MenuTree())
+        if (row.page) MDIForm1().entry(row.name).Enabled = boardsAreKnown && PageIsRegistered(row.page);
+}
+
+void bindMenu() {
+    MainWindow& window = MDIForm1();
+    for (const MenuRow& row : MenuTree())
+        if (row.page) window.entry(row.name).OnClick([page = std::string(row.page)] { openFromMenu(page); });
+    enablePageEntries(false);
+    window.entry("smnuExit").OnClick(smnuExit_Click);
+    for (int i = 0; i < MainWindow::LanguageEntries; ++i) window.smnuLingue(i).OnClick([i] { smnuLingue_Click(i); });
+    for (int port = 1; port <= PortCount; ++port)
+        window.mnuCox(port).OnClick([port] {
+            if (Link().Comm1) OpenPort(port);
+        });
+    window.entry("mnuCom").OnOpening(describePorts);
+    describePorts();
+}
+
+}  // namespace
+
+const std::vector<std::string>& ModelNames() { return models(); }
+
+void InitModelNames() {
+    models() = {"Ash",     "Alder", "Birch",       "Cedar",      "Alder S",      "Birch S",
+                "Dogwood", "Elm",   "Alder North", "Cedar Plus", "Alder S North"};
+}
+
+void MDIForm_Load(const std::string& title) {
+    platform().changeDirectory(platform().programDirectory());
+    InitModelNames();
+    ReadConfig();
+    if (!SelectLanguage()) platform().endProcess(EndedByTrouble);
+    InitBoardTables();
+    bindMenu();
+    platform().showMainWindow();
+    MDIForm1().SetMenuCaptions();
+    FrmSer_Load();
+    enablePageEntries(true);
+    MDIForm1().Caption = title;
+}
+
+void smnuExit_Click() {
+    FrmSer_Unload();
+    try {
+        const auto family = platform().programDirectory().parent_path();
+        platform().changeDirectory(family);
+        platform().startProgram(family / FamilyLauncher);
+    } catch (const RunTimeError&) {
+        return;  // without a launcher the program does not end by this path
+    }
+    platform().endProcess(0);
+}
+
+void MDIForm_Unload() {
+    smnuExit_Click();
+    platform().endProcess(0);
+}
+
+void ResetProgram() {
+    ResetPages();
+    ResetLink();
+    ResetMainWindow();
+    ResetParamTable();
+    ResetIndexFiles();
+    ResetIdentification();
+    ResetLanguageTable();
+    ResetConfiguration();
+    models().clear();
+}
+
+}  // namespace kestrel

@@ -1,0 +1,24 @@
+// The program's life outside the pages: from the start of the process to its end.
+// Failures at start-up show a message and end the process; they do not start the family launcher.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace kestrel {
+
+/// Loads the main window: configuration, language, tables, menus, link and boards. `title` becomes its caption.
+void MDIForm_Load(const std::string& title);
+/// The way out: starts the family launcher and ends the process. Without a launcher it returns.
+void smnuExit_Click();
+/// The main window is being closed: the way out, and the end of the process in any case.
+[[noreturn]] void MDIForm_Unload();
+
+/// The eleven model names. Pages tell models apart by number, and nothing prints them.
+const std::vector<std::string>& ModelNames();
+void InitModelNames();
+
+/// Puts every table and every model of the program back to the start of a process.
+void ResetProgram();
+
+}  // namespace kestrel

@@ -1,0 +1,40 @@
+// Opening and closing pages by name.
+// See windows.h.
+#include "shell/windows.h"
+
+#include "link/fan_out.h"
+#include "platform/platform.h"
+#include "platform/trouble.h"
+
+namespace kestrel {
+
+namespace {
+
+PageRegistry& registered() {
+    static PageRegistry registry;
+    return registry;
+}
+
+}  // namespace
+
+void RegisterPages(PageRegistry registry) { registered() = std::move(registry); }
+
+bool PageIsRegistered(const std::string& name) { return registered().contains(name); }
+
+Page& ShowPage(const std::string& name) {
+    Page* page = FindLoadedPage(name);
+    if (!page) {
+        const auto factory = registered().find(name);
+        if (factory == registered().end())
+            throw RunTimeError(error_number::NoSuchElement, "There is no page \"" + name + "\"");
+        page = &LoadPage(factory->second());
+    }
+    platform().showWindow(*page);
+    return *page;
+}
+
+void ClosePages() {
+    while (!LoadedPages().empty()) UnloadPage(*LoadedPages().front());
+}
+
+}  // namespace kestrel
