@@ -19,12 +19,14 @@
 #include "platform/qt/qt_timer.h"
 #include "platform/qt/text.h"
 #include "platform/trouble.h"
+#include "shell/main_window.h"
 
 namespace kestrel::qt {
 
 namespace {
 /// A wait that delivers no event looks at the ports this often.
 constexpr qint64 WaitSlice = 10;
+constexpr const char* PicturesDirectory = "pictures";
 }  // namespace
 
 QtPlatform::QtPlatform(Setup setup) : setup_(std::move(setup)), portDevices_(setup_.devices) {}
@@ -60,7 +62,7 @@ std::string QtPlatform::portDevice(int port) {
 Message::Answer QtPlatform::showMessage(const Message& message) { return boxes_.ask(message, mainWindow_.get()); }
 
 MainWindowView& QtPlatform::mainWindow() {
-    if (!mainWindow_) mainWindow_ = std::make_unique<MainWindowView>();
+    if (!mainWindow_) mainWindow_ = std::make_unique<MainWindowView>(MDIForm1(), pathToQt(setup_.directory / PicturesDirectory));
     return *mainWindow_;
 }
 
