@@ -47,10 +47,12 @@ const std::vector<Option>& table() {
     static const std::vector<Option> options = {
         {"--demo", nullptr, "work on a simulated machine instead of a serial port", true,
          [](Options& o, const std::string&) { o.demo = true; }},
-        {"--directory", "DIR", "directory of the configuration, index and language files\n(default: where the program lies)",
-         false, takeDirectory},
-        {"--com", "N=DEVICE", "device behind port N, 1 to 4 (default: the serial devices\nof this computer, USB adapters first)",
-         true, takeDevice},
+        {"--directory", "DIR",
+         "directory of the configuration, index and language files\n(default: where the program lies)", false,
+         takeDirectory},
+        {"--com", "N=DEVICE",
+         "device behind port N, 1 to 4 (default: the serial devices\nof this computer, USB adapters first)", true,
+         takeDevice},
         {"--open", "PAGE", "open this page at start, by its class name, such as FrmTempi", true,
          [](Options& o, const std::string& v) { o.pages.push_back(v); }},
         {"--tour", "DIR", "open every page in turn, save a picture of each in DIR, print\nwhat came in, and end", false,
@@ -107,7 +109,8 @@ Options parseOptions(const std::vector<std::string>& arguments) {
 
 std::string usage() {
     constexpr std::size_t HelpColumn = 22;
-    std::string text = "Usage: kestrel [OPTION]...\nService tool for vending-machine controller boards on a serial line.\n\n";
+    std::string text =
+        "Usage: kestrel [OPTION]...\nService tool for vending-machine controller boards on a serial line.\n\n";
     for (const Option& option : table()) {
         std::string left = std::string("  ") + option.name + (option.value ? std::string(" ") + option.value : "");
         left.resize(std::max(left.size() + 1, HelpColumn), ' ');

@@ -13,6 +13,7 @@
 
 #include "platform/qt/child_window.h"
 #include "platform/qt/deliver.h"
+#include "platform/qt/pictures.h"
 #include "platform/qt/text.h"
 
 namespace kestrel::qt {
@@ -28,9 +29,9 @@ Extent toTwips(QSize size) { return {size.width() * TwipsPerPixel, size.height()
 
 }  // namespace
 
-MainWindowView::MainWindowView(MainWindow& model, const QString& pictures)
+MainWindowView::MainWindowView(MainWindow& model)
     : model_(model),
-      area_(new PageArea(pictures + QStringLiteral("/background.svg"))),
+      area_(new PageArea(loadPicture(QStringLiteral("background")))),
       menu_(model.menuBar(), *menuBar()),
       status_(model.StatusBar1, *statusBar()),
       windowList_(menu_.menuOf(WindowListEntry), *area_, [this] { closePages(); }) {

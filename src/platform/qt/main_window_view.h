@@ -21,8 +21,8 @@ class ChildWindow;
 
 class MainWindowView : public QMainWindow, public ControlView {
   public:
-    /// `pictures` is the directory of the installation's pictures. The model outlives the view.
-    MainWindowView(MainWindow& model, const QString& pictures);
+    /// The model outlives the view.
+    explicit MainWindowView(MainWindow& model);
     ~MainWindowView() override;
 
     /// What closing the window does; it ends the process.

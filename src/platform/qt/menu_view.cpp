@@ -67,8 +67,8 @@ MenuView::MenuView(MenuItem& root, QMenuBar& bar) { fill(root, bar); }
 MenuView::~MenuView() = default;
 
 QMenu& MenuView::menuOf(const std::string& name) {
-    const auto found = std::find_if(entries_.begin(), entries_.end(),
-                                    [&](const auto& entry) { return entry->item().name() == name; });
+    const auto found =
+        std::find_if(entries_.begin(), entries_.end(), [&](const auto& entry) { return entry->item().name() == name; });
     return (*found)->makeMenu();
 }
 
@@ -88,7 +88,8 @@ void MenuView::fill(MenuItem& parent, QWidget& place) {
 void MenuView::renameLater(Level& level) {
     if (level.isStale) return;
     level.isStale = true;
-    QMetaObject::invokeMethod(&context_, [&level] { rename(level); }, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(
+        &context_, [&level] { rename(level); }, Qt::QueuedConnection);
 }
 
 void MenuView::rename(Level& level) {

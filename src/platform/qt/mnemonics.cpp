@@ -17,9 +17,12 @@ bool isOffered(const QString& caption, qsizetype at, Pass pass) {
     if (!caption[at].isLetterOrNumber()) return false;
     const bool startsWord = at == 0 || !caption[at - 1].isLetterOrNumber();
     switch (pass) {
-        case Pass::FirstLetter: return at == 0;
-        case Pass::WordStart: return startsWord;
-        case Pass::AnyLetter: return true;
+        case Pass::FirstLetter:
+            return at == 0;
+        case Pass::WordStart:
+            return startsWord;
+        case Pass::AnyLetter:
+            return true;
     }
     return false;
 }

@@ -2,7 +2,6 @@
 // See page_area.h.
 #include "platform/qt/page_area.h"
 
-#include <QFile>
 #include <QMdiSubWindow>
 #include <QPainter>
 #include <QStyle>
@@ -10,9 +9,8 @@
 
 namespace kestrel::qt {
 
-PageArea::PageArea(const QString& picture) {
-    if (QFile::exists(picture)) picture_.load(picture);
-    picture_.setAspectRatioMode(Qt::KeepAspectRatioByExpanding);
+PageArea::PageArea(std::unique_ptr<QSvgRenderer> picture) : picture_(std::move(picture)) {
+    if (picture_) picture_->setAspectRatioMode(Qt::KeepAspectRatioByExpanding);
     setOption(QMdiArea::DontMaximizeSubWindowOnActivation);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
@@ -27,7 +25,7 @@ QPoint PageArea::reachable(QPoint wanted, QSize size) const {
 }
 
 void PageArea::paintEvent(QPaintEvent* event) {
-    if (!picture_.isValid()) {
+    if (!picture_) {
         QMdiArea::paintEvent(event);
         return;
     }
@@ -41,7 +39,7 @@ const QPixmap& PageArea::background() {
         painted_ = QPixmap(size);
         painted_.fill(palette().color(QPalette::Window));
         QPainter painter(&painted_);
-        picture_.render(&painter, QRectF(QPointF(0, 0), QSizeF(size)));
+        picture_->render(&painter, QRectF(QPointF(0, 0), QSizeF(size)));
         painter.end();
         painted_.setDevicePixelRatio(ratio);
     }

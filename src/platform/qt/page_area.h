@@ -5,13 +5,14 @@
 #include <QMdiArea>
 #include <QPixmap>
 #include <QSvgRenderer>
+#include <memory>
 
 namespace kestrel::qt {
 
 class PageArea : public QMdiArea {
   public:
-    /// `picture` is an SVG file; without it the background is plain.
-    explicit PageArea(const QString& picture);
+    /// Without a picture the background is plain.
+    explicit PageArea(std::unique_ptr<QSvgRenderer> picture);
 
     /// The nearest place to `wanted` at which a page of this size has its title bar in the area.
     QPoint reachable(QPoint wanted, QSize size) const;
@@ -23,7 +24,7 @@ class PageArea : public QMdiArea {
   private:
     const QPixmap& background();
 
-    QSvgRenderer picture_;
+    std::unique_ptr<QSvgRenderer> picture_;
     QPixmap painted_;
 };
 

@@ -26,7 +26,6 @@ namespace kestrel::qt {
 namespace {
 /// A wait that delivers no event looks at the ports this often.
 constexpr qint64 WaitSlice = 10;
-constexpr const char* PicturesDirectory = "pictures";
 }  // namespace
 
 QtPlatform::QtPlatform(Setup setup) : setup_(std::move(setup)), portDevices_(setup_.devices) {}
@@ -62,7 +61,7 @@ std::string QtPlatform::portDevice(int port) {
 Message::Answer QtPlatform::showMessage(const Message& message) { return boxes_.ask(message, mainWindow_.get()); }
 
 MainWindowView& QtPlatform::mainWindow() {
-    if (!mainWindow_) mainWindow_ = std::make_unique<MainWindowView>(MDIForm1(), pathToQt(setup_.directory / PicturesDirectory));
+    if (!mainWindow_) mainWindow_ = std::make_unique<MainWindowView>(MDIForm1());
     return *mainWindow_;
 }
 
