@@ -90,7 +90,7 @@ int run(QApplication& application, const Options& options) {
         MDIForm_Load(options.demo ? DemoTitle : ProgramTitle);
         for (const std::string& page : options.pages) ShowPage(page);
     });
-    machine.endProcess(QApplication::exec());
+    EndProcess(QApplication::exec());
 }
 
 std::optional<int> answerWithoutDisplay(const Options& options) {

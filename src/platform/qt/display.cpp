@@ -2,7 +2,7 @@
 // See display.h.
 #include "platform/qt/display.h"
 
-#include <QtGlobal>
+#include <QString>
 #include <cstdio>
 #include <cstdlib>
 

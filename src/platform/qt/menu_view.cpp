@@ -3,16 +3,13 @@
 #include "platform/qt/menu_view.h"
 
 #include <QMenuBar>
+#include <algorithm>
 
 #include "platform/qt/deliver.h"
 #include "platform/qt/mnemonics.h"
 #include "platform/qt/text.h"
 
 namespace kestrel::qt {
-
-namespace {
-constexpr const char16_t* DetailGap = u"   ";
-}
 
 /// One entry: its action, and the menu that it opens if it has entries below it.
 class MenuEntryView : public ControlView {
@@ -35,11 +32,13 @@ class MenuEntryView : public ControlView {
         renamed_();
     }
 
-    QString text() const {
-        const std::string& detail = item_.Detail;
-        return toQt(item_.Caption) + (detail.empty() ? QString() : DetailGap + toQt(detail));
+    QString caption() const { return item_.Visible ? toQt(item_.Caption) : QString(); }
+    /// Gives the entry its caption, which bears the mark of its letter.
+    void setText(const QString& marked) {
+        const QString detail = toQt(item_.Detail).replace(u'&', QStringLiteral("&&"));
+        const QString text = detail.isEmpty() ? marked : marked + QStringLiteral("   ") + detail;
+        if (action_->text() != text) action_->setText(text);
     }
-    bool isVisible() const { return item_.Visible; }
     const MenuItem& item() const { return item_; }
     QAction& action() { return *action_; }
     QMenu& makeMenu() {
@@ -95,13 +94,9 @@ void MenuView::renameLater(Level& level) {
 void MenuView::rename(Level& level) {
     level.isStale = false;
     QStringList captions;
-    for (const MenuEntryView* entry : level.entries) captions += entry->isVisible() ? entry->text() : QString();
-    const QStringList texts = withMnemonics(captions);
-    for (std::size_t i = 0; i < level.entries.size(); ++i) {
-        QAction& action = level.entries[i]->action();
-        const QString& text = texts[static_cast<qsizetype>(i)];
-        if (action.text() != text) action.setText(text);
-    }
+    for (const MenuEntryView* entry : level.entries) captions += entry->caption();
+    const QStringList marked = withMnemonics(captions);
+    for (std::size_t i = 0; i < level.entries.size(); ++i) level.entries[i]->setText(marked[static_cast<qsizetype>(i)]);
 }
 
 }  // namespace kestrel::qt
