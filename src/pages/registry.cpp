@@ -2,6 +2,7 @@
 // See registry.h.
 #include "pages/registry.h"
 
+#include "pages/beverage/frm_inter.h"
 #include "pages/beverage/frm_tempi.h"
 #include "pages/sales/frm_totali.h"
 
@@ -18,6 +19,7 @@ std::unique_ptr<Page> make() {
 
 PageRegistry AllPages() {
     return {
+        {"FrmInter", make<FrmInter>},
         {"FrmTempi", make<FrmTempi>},
         {"FrmTotali", make<FrmTotali>},
     };
