@@ -3,6 +3,7 @@
 #include "pages/registry.h"
 
 #include "pages/beverage/frm_inter.h"
+#include "pages/beverage/frm_presel.h"
 #include "pages/beverage/frm_tempi.h"
 #include "pages/sales/frm_totali.h"
 
@@ -20,6 +21,7 @@ std::unique_ptr<Page> make() {
 PageRegistry AllPages() {
     return {
         {"FrmInter", make<FrmInter>},
+        {"FrmPresel", make<FrmPresel>},
         {"FrmTempi", make<FrmTempi>},
         {"FrmTotali", make<FrmTotali>},
     };

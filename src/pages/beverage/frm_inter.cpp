@@ -3,7 +3,6 @@
 #include "pages/beverage/frm_inter.h"
 
 #include <algorithm>
-#include <array>
 
 #include "link/presence.h"
 #include "link/subscriptions.h"
@@ -18,6 +17,7 @@ namespace {
 constexpr int ProductCountParameter = 1156;
 constexpr int EnableParameter = 1380;
 constexpr int EnableShadow = 1392;
+constexpr int UnusedParameter = 1381;  ///< read with the bits; the page takes nothing from it
 
 /// One time of each powder: consecutive parameters, and as many shadows.
 struct Times {
@@ -27,23 +27,19 @@ struct Times {
 constexpr Times OnTimes = {1370, 1382};
 constexpr Times OffTimes = {1375, 1387};
 
-/// The times are subscribed powder by powder. 1381 goes with the bits and is not shown.
-constexpr std::array<ParamRun, 14> Subscriptions = {{
-    {1, ProductCountParameter},
-    {1, EnableParameter},
-    {1, 1381},
-    {1, OnTimes.first},
-    {1, OffTimes.first},
-    {1, OnTimes.first + 1},
-    {1, OffTimes.first + 1},
-    {1, OnTimes.first + 2},
-    {1, OffTimes.first + 2},
-    {1, OnTimes.first + 3},
-    {1, OffTimes.first + 3},
-    {1, OnTimes.first + 4},
-    {1, OffTimes.first + 4},
-    {0, HotDrinkPresence},
-}};
+/// The list of the page's subscriptions in their order, each given to ParamWatch or to ParamRelease.
+void eachSubscribed(void (*subscribe)(int)) {
+    CurrentBank = 1;
+    subscribe(ProductCountParameter);
+    subscribe(EnableParameter);
+    subscribe(UnusedParameter);
+    for (int i = 0; i < FrmInter::Powders; ++i) {
+        subscribe(OnTimes.first + i);
+        subscribe(OffTimes.first + i);
+    }
+    CurrentBank = 0;
+    subscribe(HotDrinkPresence);
+}
 
 /// The status, the number of powders and ten times; the bits do not count.
 constexpr int ExpectedArrivals = 12;
@@ -109,11 +105,11 @@ void FrmInter::Form_Activate() {
 void FrmInter::Form_Unload() { PageRelease(); }
 
 void FrmInter::PageSubscribe() {
-    WatchAll(Subscriptions);
+    eachSubscribed(ParamWatch);
     LockRows();
 }
 
-void FrmInter::PageRelease() { ReleaseAll(Subscriptions); }
+void FrmInter::PageRelease() { eachSubscribed(ParamRelease); }
 
 void FrmInter::PageCaptions() {
     Caption = LanguageTable(TitleLine);
