@@ -4,6 +4,7 @@
 
 #include "pages/beverage/frm_inter.h"
 #include "pages/beverage/frm_presel.h"
+#include "pages/beverage/frm_pro_uni.h"
 #include "pages/beverage/frm_tempi.h"
 #include "pages/sales/frm_totali.h"
 
@@ -21,6 +22,7 @@ std::unique_ptr<Page> make() {
 PageRegistry AllPages() {
     return {
         {"FrmInter", make<FrmInter>},
+        {"FrmProUni", make<FrmProUni>},
         {"FrmPresel", make<FrmPresel>},
         {"FrmTempi", make<FrmTempi>},
         {"FrmTotali", make<FrmTotali>},
