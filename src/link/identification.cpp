@@ -67,7 +67,7 @@ std::optional<int> ask(int bank, int number) {
             Link().ReplyData = {0};
             return std::nullopt;
         }
-        if (!userRetries()) platform().endProcess(EndedByTrouble);
+        if (!userRetries()) EndProcess(EndedByTrouble);
     }
 }
 
@@ -82,7 +82,7 @@ void refuseIncompatible(const BoardIdentity& identity) {
     message.title = "ERROR";
     message.text = text;
     platform().showMessage(message);
-    platform().endProcess(EndedByTrouble);
+    EndProcess(EndedByTrouble);
 }
 
 }  // namespace

@@ -86,7 +86,7 @@ void readParameterFile(const std::string& name) {
     message.text = name + " not found !";
     message.detail = reason;
     platform().showMessage(message);
-    platform().endProcess(EndedByTrouble);
+    EndProcess(EndedByTrouble);
 }
 
 }  // namespace

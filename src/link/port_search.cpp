@@ -57,7 +57,7 @@ void tryPort() {
     message.text = "Check serial !\nSerial device unavailable\nor Board Not Ready";
     message.detail = reasons;
     platform().showMessage(message);
-    platform().endProcess(EndedByTrouble);
+    EndProcess(EndedByTrouble);
 }
 
 }  // namespace

@@ -2,6 +2,10 @@
 // See controls.h.
 #include "platform/controls.h"
 
+#include <algorithm>
+
+#include "platform/numbers.h"
+
 namespace kestrel {
 
 std::string Label::accessibleName() const { return caption() ? caption()->Caption.get() : Caption.get(); }
@@ -15,6 +19,18 @@ void ScrollBar::design(int lowest, int highest, int largeStep) {
     Max = highest;
     LargeChange = largeStep;
     Value = Value;
+}
+
+std::string ScrollBar::textOf(int value) const {
+    return formatScaled(static_cast<std::int64_t>(value) + scale.offset, scale.decimals);
+}
+
+std::optional<int> ScrollBar::valueOf(const std::string& typed) const {
+    const std::optional<std::int64_t> raw = parseScaled(typed, scale.decimals);
+    if (!raw) return std::nullopt;
+    const std::int64_t value = *raw - scale.offset;
+    if (value < Min || value > Max) return std::nullopt;
+    return static_cast<int>(value);
 }
 
 void ScrollBar::UserMove(int value) {

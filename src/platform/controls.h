@@ -2,6 +2,7 @@
 // Stepped switches and toggles stand in switches.h, lamps and gauges in displays.h.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -44,6 +45,12 @@ class Frame : public Control {
     std::string accessibleName() const override { return Caption; }
 };
 
+/// How a bar's value is written and typed in the page's own scale: (value + offset) / 10 to the power of decimals.
+struct BarScale {
+    int offset = 0;
+    int decimals = 0;  ///< 0 to 3
+};
+
 /// A horizontal bar. Value is kept inside Min..Max; a change raises the change event at once, whoever made it.
 class ScrollBar : public Control {
   public:
@@ -51,6 +58,12 @@ class ScrollBar : public Control {
     Property<int> Max{*this, 255};
     Property<int> LargeChange{*this, 1};
     BoundedProperty Value{*this, Min, Max, 0};
+    BarScale scale;
+
+    /// A value in the page's scale, such as "12.5".
+    std::string textOf(int value) const;
+    /// The value that a typed text stands for, or nothing where it is no number of the scale or out of Min..Max.
+    std::optional<int> valueOf(const std::string& typed) const;
 
     /// The range and large step given at design time.
     void design(int lowest, int highest, int largeStep);

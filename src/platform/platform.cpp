@@ -2,6 +2,8 @@
 // See platform.h.
 #include "platform/platform.h"
 
+#include <cstdlib>
+
 #include "platform/trouble.h"
 
 namespace kestrel {
@@ -13,6 +15,11 @@ Platform* present = nullptr;
 Platform& platform() {
     if (!present) throw ProgrammingError("No platform has been set");
     return *present;
+}
+
+void EndProcess(int status) {
+    platform().endProcess(status);
+    std::abort();
 }
 
 void setPlatform(Platform* instance) { present = instance; }

@@ -93,6 +93,8 @@ class Platform {
 
 /// The process-wide instance. Asking before one is set is a programming error.
 Platform& platform();
+/// Ends the process through the platform.
+[[noreturn]] void EndProcess(int status);
 /// Sets the instance; the caller keeps it alive. Null takes it away.
 void setPlatform(Platform* instance);
 

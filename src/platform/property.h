@@ -22,8 +22,8 @@ class Property {
     Property(const Property&) = delete;
     ~Property() = default;
 
-    Property& operator=(T value) {
-        assign(std::move(value));
+    Property& operator=(const T& value) {
+        assign(value);
         return *this;
     }
     Property& operator=(const Property& other) {
@@ -34,9 +34,9 @@ class Property {
     const T& get() const { return value_; }
 
   protected:
-    void assign(T value) {
+    void assign(const T& value) {
         const bool changed = !(value == value_);
-        if (changed) value_ = std::move(value);
+        if (changed) value_ = value;
         owner_.assigned(this, changed);
     }
 

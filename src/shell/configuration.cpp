@@ -56,7 +56,7 @@ void checkPortEntry(int port) {
 }
 
 void settleLanguage(const std::string& familyLanguage) {
-    if (familyLanguage == ActiveLanguage()) return;
+    if (familyLanguage.empty() || familyLanguage == ActiveLanguage()) return;
     for (int i = 0; i < MainWindow::LanguageEntries; ++i) {
         MenuItem& entry = MDIForm1().smnuLingue(i);
         if (entry.Caption.get() != familyLanguage) continue;

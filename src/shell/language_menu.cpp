@@ -79,7 +79,7 @@ void FillLanguageMenu() {
         message.text = "File missing!\nReinstall program";
         message.detail = "No language file (*.lng) in " + platform().programDirectory().string();
         platform().showMessage(message);
-        platform().endProcess(EndedByTrouble);
+        EndProcess(EndedByTrouble);
     }
     for (int i = 0; i <= LastEntry && i < static_cast<int>(files.size()); ++i) {
         MenuItem& entry = MDIForm1().smnuLingue(i);

@@ -76,7 +76,7 @@ void MDIForm_Load(const std::string& title) {
     platform().changeDirectory(platform().programDirectory());
     InitModelNames();
     ReadConfig();
-    if (!SelectLanguage()) platform().endProcess(EndedByTrouble);
+    if (!SelectLanguage()) EndProcess(EndedByTrouble);
     InitBoardTables();
     bindMenu();
     platform().showMainWindow();
@@ -95,12 +95,12 @@ void smnuExit_Click() {
     } catch (const RunTimeError&) {
         return;  // without a launcher the program does not end by this path
     }
-    platform().endProcess(0);
+    EndProcess(0);
 }
 
 void MDIForm_Unload() {
     smnuExit_Click();
-    platform().endProcess(0);
+    EndProcess(0);
 }
 
 void ResetProgram() {

@@ -56,6 +56,7 @@ constexpr int Frame2Line = 102;
 FrmTempi::FrmTempi() : Page("FrmTempi") {
     for (int i = 0; i < Bars; ++i) {
         HScroll1[i].design(0, BarRows[static_cast<std::size_t>(i)].max, LargeStep);
+        HScroll1[i].scale.decimals = 1;
         Label1[i].showsValue("25.5");
     }
     HScroll1.OnChange([this](int Index) { HScroll1_Change(Index); });

@@ -12,8 +12,6 @@ namespace kestrel::qt {
 
 namespace {
 
-constexpr int FailureStatus = 1;
-
 bool ending = false;
 
 Message describe(const std::exception_ptr& trouble) {
@@ -42,7 +40,7 @@ void endByTrouble(const std::exception_ptr& trouble) {
     const Message message = describe(trouble);
     std::fprintf(stderr, "kestrel: %s: %s\n", message.title.c_str(), message.text.c_str());
     platform().showMessage(message);
-    platform().endProcess(FailureStatus);
+    EndProcess(EndedByTrouble);
 }
 
 }  // namespace kestrel::qt

@@ -36,11 +36,16 @@ void addButtons(QMessageBox& box, Message::Buttons buttons) {
 
 Message::Answer answerOf(int button) {
     switch (button) {
-        case QMessageBox::Retry: return Message::Answer::Retry;
-        case QMessageBox::Cancel: return Message::Answer::Cancel;
-        case QMessageBox::Yes: return Message::Answer::Yes;
-        case QMessageBox::No: return Message::Answer::No;
-        default: return Message::Answer::Ok;
+        case QMessageBox::Retry:
+            return Message::Answer::Retry;
+        case QMessageBox::Cancel:
+            return Message::Answer::Cancel;
+        case QMessageBox::Yes:
+            return Message::Answer::Yes;
+        case QMessageBox::No:
+            return Message::Answer::No;
+        default:
+            return Message::Answer::Ok;
     }
 }
 

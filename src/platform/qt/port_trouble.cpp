@@ -36,8 +36,7 @@ bool isThere(const std::string&, const QSerialPort& port) { return port.error() 
 
 RunTimeError openingTrouble(const std::string& device, const QSerialPort& port) {
     if (!isThere(device, port)) return {error_number::SerialBadPort, device + ": not there"};
-    if (!isPermitted(device))
-        return {error_number::SerialNoPermission, device + ": no permission" + groupHint(device)};
+    if (!isPermitted(device)) return {error_number::SerialNoPermission, device + ": no permission" + groupHint(device)};
     if (port.error() == QSerialPort::PermissionError)
         return {error_number::SerialPortInUse, device + ": in use by another program"};
     return {error_number::SerialDevice, device + ": " + port.errorString().toStdString()};

@@ -19,6 +19,7 @@
 #include "platform/qt/qt_timer.h"
 #include "platform/qt/text.h"
 #include "platform/trouble.h"
+#include "shell/main_window.h"
 
 namespace kestrel::qt {
 
@@ -60,7 +61,7 @@ std::string QtPlatform::portDevice(int port) {
 Message::Answer QtPlatform::showMessage(const Message& message) { return boxes_.ask(message, mainWindow_.get()); }
 
 MainWindowView& QtPlatform::mainWindow() {
-    if (!mainWindow_) mainWindow_ = std::make_unique<MainWindowView>();
+    if (!mainWindow_) mainWindow_ = std::make_unique<MainWindowView>(MDIForm1());
     return *mainWindow_;
 }
 

@@ -69,7 +69,9 @@ void QtSerialPort::collect(int milliseconds) {
     port_.waitForReadyRead(milliseconds);
     collecting_ = false;
     if (state_ == State::Lost) port_.close();
-    if (!received_.empty()) QMetaObject::invokeMethod(&port_, [this] { arrived(); }, Qt::QueuedConnection);
+    if (!received_.empty())
+        QMetaObject::invokeMethod(
+            &port_, [this] { arrived(); }, Qt::QueuedConnection);
 }
 
 void QtSerialPort::take() {
@@ -87,7 +89,8 @@ void QtSerialPort::failed(QSerialPort::SerialPortError error) {
                           error == QSerialPort::UnsupportedOperationError;
     if (harmless || state_ != State::Open) return;
     state_ = State::Lost;
-    QMetaObject::invokeMethod(&port_, [this] { tellLoss(); }, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(
+        &port_, [this] { tellLoss(); }, Qt::QueuedConnection);
 }
 
 void QtSerialPort::tellLoss() {

@@ -1,0 +1,13 @@
+#!/usr/bin/env bash
+# Checks that no test sees: the layout of the sources, and what clang-tidy finds in them.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+. packaging/packages.sh
+
+need "${kestrel_packages[@]}" "${kestrel_check_packages[@]}"
+sources() { git ls-files -- '*.h' '*.cpp'; }
+sources | xargs clang-format --dry-run --Werror || fail "run clang-format -i on the files named above"
+build release kestrel_core_tests
+git ls-files -- 'src/*.cpp' 'tools/*.cpp' | xargs -P "$(nproc)" -n 4 clang-tidy --quiet -p build/release 2>/dev/null ||
+    fail "clang-tidy found what stands above"
+echo "The sources pass clang-format and clang-tidy"

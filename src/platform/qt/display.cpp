@@ -1,0 +1,49 @@
+// Whether there is a display to show windows on.
+// See display.h.
+#include "platform/qt/display.h"
+
+#include <QString>
+#include <cstdio>
+#include <cstdlib>
+
+#include "platform/platform.h"
+
+namespace kestrel::qt {
+
+namespace {
+
+constexpr const char* PlatformVariable = "QT_QPA_PLATFORM";
+constexpr const char* InMemory = "offscreen";
+
+bool hasDisplay() {
+#if defined(Q_OS_UNIX) && !defined(Q_OS_DARWIN)
+    for (const char* variable : {"DISPLAY", "WAYLAND_DISPLAY", PlatformVariable})
+        if (!qEnvironmentVariableIsEmpty(variable)) return true;
+    return false;
+#else
+    return true;
+#endif
+}
+
+void showFatal(QtMsgType type, const QMessageLogContext& /*where*/, const QString& text) {
+    if (type == QtFatalMsg) {
+        const QString firstLine = text.section(u'\n', 0, 0);
+        std::fprintf(stderr, "kestrel: the display cannot be used: %s\n", qPrintable(firstLine));
+        std::_Exit(EndedByTrouble);
+    }
+    if (type == QtCriticalMsg) std::fprintf(stderr, "kestrel: %s\n", qPrintable(text));
+}
+
+}  // namespace
+
+bool prepareDisplay(bool isNeeded) {
+    if (hasDisplay()) return true;
+    if (!isNeeded) return qputenv(PlatformVariable, InMemory);
+    std::fprintf(stderr, "kestrel: there is no display (DISPLAY and WAYLAND_DISPLAY are not set)\n");
+    return false;
+}
+
+FatalMessagesInOneLine::FatalMessagesInOneLine() { qInstallMessageHandler(showFatal); }
+FatalMessagesInOneLine::~FatalMessagesInOneLine() { qInstallMessageHandler(nullptr); }
+
+}  // namespace kestrel::qt

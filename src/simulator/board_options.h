@@ -1,0 +1,25 @@
+// The command line of the board program.
+// Reading it touches nothing outside, so that it can be tested.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "simulator/machine.h"
+
+namespace kestrel::simulator {
+
+struct BoardOptions {
+    MachineOptions machine;
+    std::filesystem::path link;  // empty: none wanted
+    bool quiet = false;
+    bool help = false;
+    bool version = false;
+};
+
+// The arguments without the program's name. Throws std::invalid_argument with one clear line.
+BoardOptions parseBoardOptions(const std::vector<std::string>& arguments);
+
+std::string boardHelp();
+
+}  // namespace kestrel::simulator

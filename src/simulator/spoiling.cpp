@@ -1,0 +1,62 @@
+// Faults on replies, applied in the order in which a real line would: at the board, on the wire, behind the reply.
+// Every detail is drawn from the generator of its own kind.
+#include "simulator/spoiling.h"
+
+namespace kestrel::simulator {
+namespace {
+
+std::size_t placeIn(std::size_t size, Random& random) {
+    return static_cast<std::size_t>(random.between(0, static_cast<std::int64_t>(size) - 1));
+}
+
+std::uint8_t anyByte(Random& random) { return static_cast<std::uint8_t>(random.between(0, 255)); }
+
+void flipBit(Bytes& bytes, Random& random) {
+    const std::size_t at = placeIn(bytes.size(), random);
+    bytes[at] = static_cast<std::uint8_t>(bytes[at] ^ (1U << random.between(0, 7)));
+}
+
+// Doubled or foreign, anywhere in the reply, its two ends included.
+void insertByte(Bytes& bytes, Random& random) {
+    const std::size_t at = placeIn(bytes.size() + 1, random);
+    const std::uint8_t byte = at > 0 && random.chance(0.5) ? bytes[at - 1] : anyByte(random);
+    bytes.insert(bytes.begin() + static_cast<std::ptrdiff_t>(at), byte);
+}
+
+void removeByte(Bytes& bytes, Random& random) {
+    bytes.erase(bytes.begin() + static_cast<std::ptrdiff_t>(placeIn(bytes.size(), random)));
+}
+
+Bytes someNoise(Random& random) {
+    Bytes noise(static_cast<std::size_t>(random.between(1, 4)));
+    for (std::uint8_t& byte : noise) byte = anyByte(random);
+    return noise;
+}
+
+}  // namespace
+
+void remark(std::string& note, std::string_view what) { note.append(note.empty() ? "" : ", ").append(what); }
+
+void spoil(Reply& reply, const Frame& request, FaultSource& faults, std::string& note) {
+    const auto strikes = [&](FaultKind kind) {
+        if (!faults.strikes(kind)) return false;
+        remark(note, nameOf(kind));
+        return true;
+    };
+    if (request.write && strikes(FaultKind::WrongAck)) {
+        const auto error = faults.of(FaultKind::WrongAck).between(1, 255);
+        reply.bytes[0] = static_cast<std::uint8_t>(reply.bytes[0] + error);
+    }
+    if (strikes(FaultKind::Slow)) reply.delay += faults.of(FaultKind::Slow).between(100, 900) * millisecond;
+    if (strikes(FaultKind::Late)) reply.delay += faults.of(FaultKind::Late).between(1'000, 5'000) * millisecond;
+    if (strikes(FaultKind::Flip)) flipBit(reply.bytes, faults.of(FaultKind::Flip));
+    if (strikes(FaultKind::Extra)) insertByte(reply.bytes, faults.of(FaultKind::Extra));
+    if (strikes(FaultKind::Drop)) removeByte(reply.bytes, faults.of(FaultKind::Drop));
+    if (strikes(FaultKind::Echo)) reply.bytes.insert(reply.bytes.begin(), request.raw.begin(), request.raw.end());
+    if (strikes(FaultKind::Noise)) {
+        reply.noise = someNoise(faults.of(FaultKind::Noise));
+        reply.noiseGap = faults.of(FaultKind::Noise).between(1, 30) * millisecond;
+    }
+}
+
+}  // namespace kestrel::simulator

@@ -1,0 +1,125 @@
+// The menu tree, opening and closing pages, and the ways out.
+// Clicks go through the menu's entries, as a user's do.
+#include <gtest/gtest.h>
+
+#include "link/link_engine.h"
+#include "link/param_table.h"
+#include "shell/language_files.h"
+#include "shell/main_window.h"
+#include "support/world.h"
+
+namespace kestrel {
+namespace {
+
+using testing::ProcessEnded;
+using testing::World;
+
+std::vector<std::string> loadedNames() {
+    std::vector<std::string> names;
+    for (const Page* page : LoadedPages()) names.push_back(page->name());
+    return names;
+}
+
+TEST(MenuTree, HasItsSubmenusAndTakesItsCaptionsFromTheLanguage) {
+    World world;
+    world.start();
+    MainWindow& window = MDIForm1();
+    EXPECT_EQ(window.menuBar().items().size(), 12U);
+    EXPECT_EQ(window.entry("smnuDati").items().size(), 8U);
+    EXPECT_EQ(window.entry("smnuInOut").items().size(), 3U);
+    EXPECT_EQ(window.entry("mnuCom").items().size(), 4U);
+    EXPECT_EQ(window.entry("smnuPassword").Caption.get(), LanguageTable(25));
+    EXPECT_EQ(window.entry("mnuVer").Caption.get(), "?");
+    EXPECT_EQ(window.mnuCox(3).Caption.get(), LanguageTable(39) + "3");
+    EXPECT_EQ(window.Caption.get(), "Kestrel");
+    EXPECT_THROW(window.mnuCox(5), RunTimeError);
+    EXPECT_THROW(window.smnuLingue(10), RunTimeError);
+}
+
+TEST(Pages, ASecondClickBringsThePageToTheFrontAndLoadsNoSecondCopy) {
+    World world;
+    world.start();
+    MDIForm1().entry("smnuTempi").UserClick();
+    MDIForm1().entry("ssmnuTotali").UserClick();
+    MDIForm1().entry("smnuTempi").UserClick();
+    EXPECT_EQ(loadedNames(), (std::vector<std::string>{"FrmTempi", "FrmTotali"}));
+    EXPECT_EQ(world.platform.shown, (std::vector<std::string>{"FrmTempi", "FrmTotali", "FrmTempi"}));
+    EXPECT_EQ(ParamTable(0, 159).Watchers, 1);
+}
+
+TEST(Pages, ClosingOneOrAllReleasesEverything) {
+    World world;
+    world.start();
+    ShowPage("FrmTempi");
+    ShowPage("FrmTotali").UserClose();
+    EXPECT_EQ(loadedNames(), std::vector<std::string>{"FrmTempi"});
+    EXPECT_EQ(ParamTable(0, 159).Watchers, 0);
+    ShowPage("FrmTotali");
+    ClosePages();
+    EXPECT_TRUE(LoadedPages().empty());
+    for (int bank = 0; bank < Banks; ++bank)
+        for (int index = 1; index < RecordCount(bank); ++index) EXPECT_EQ(ParamTable(bank, index).Watchers, 0);
+}
+
+TEST(Pages, AnEntryOpensAPageOnlyWhenThePageIsThere) {
+    World world;
+    RegisterPages({{"FrmTempi", AllPages().at("FrmTempi")}});
+    world.start();
+    EXPECT_TRUE(MDIForm1().entry("smnuTempi").Enabled);
+    EXPECT_FALSE(MDIForm1().entry("smnuDosi").Enabled);
+    MDIForm1().entry("smnuDosi").UserClick();
+    EXPECT_TRUE(LoadedPages().empty());
+    EXPECT_THROW(ShowPage("FrmDosi"), RunTimeError);
+}
+
+TEST(Pages, NoneOpensBeforeTheBoardsAreKnown) {
+    World world;
+    bool wasEnabled = true;
+    world.platform.afterEvent = [&] {
+        if (Link().LinkSetup) wasEnabled = MDIForm1().entry("smnuTempi").Enabled;
+    };
+    world.start();
+    EXPECT_FALSE(wasEnabled);
+    EXPECT_TRUE(MDIForm1().entry("smnuTempi").Enabled);
+}
+
+TEST(WayOut, ExitStartsTheFamilyLauncherAndEndsTheProcess) {
+    World world;
+    world.start();
+    EXPECT_THROW(MDIForm1().entry("smnuExit").UserClick(), ProcessEnded);
+    EXPECT_EQ(world.platform.started, std::vector<std::string>{"/family/KESTREL.EXE"});
+    EXPECT_FALSE(world.platform.portOpen());
+}
+
+TEST(WayOut, WithoutALauncherExitDoesNotEndTheProgramButClosingTheWindowDoes) {
+    World world;
+    world.start();
+    world.platform.launcherIsThere = false;
+    EXPECT_NO_THROW(MDIForm1().entry("smnuExit").UserClick());
+    world.run(5000);
+    EXPECT_THROW(MDIForm_Unload(), ProcessEnded);
+    EXPECT_TRUE(world.platform.messages.empty());
+}
+
+TEST(WayOut, ClosingTheWindowDuringIdentificationEnds) {
+    World world;
+    world.platform.afterEvent = [] {
+        if (Link().LinkSetup) MDIForm_Unload();
+    };
+    EXPECT_THROW(world.start(), ProcessEnded);
+    EXPECT_EQ(world.platform.started.size(), 1U);
+}
+
+TEST(StatusBar, HasTextAndThreeLamps) {
+    World world;
+    world.start();
+    StatusBar& bar = MDIForm1().StatusBar1;
+    ASSERT_EQ(bar.count(), 4);
+    EXPECT_EQ(bar.Panels(1).sizing, StatusPanel::Sizing::Spring);
+    for (int lamp = 1; lamp <= 3; ++lamp) EXPECT_EQ(bar.Panels(lamp + 1).Tag, bar.Panels(lamp + 1).Picture);
+    world.run(600);
+    for (int lamp = 1; lamp <= 3; ++lamp) EXPECT_EQ(bar.Panels(lamp + 1).Picture.get(), lamp);
+}
+
+}  // namespace
+}  // namespace kestrel

@@ -1,0 +1,34 @@
+// What stands on the other end of the serial line in a test.
+// See line.h.
+#include "support/line.h"
+
+#include <algorithm>
+
+namespace kestrel::testing {
+
+void ScriptedLine::send(Micros now, const Bytes& bytes) {
+    sent.push_back({now, bytes});
+    for (const Piece& piece : answer(bytes)) insert(now + piece.after, piece.bytes);
+}
+
+std::optional<Micros> ScriptedLine::nextEvent() const {
+    if (coming_.empty()) return std::nullopt;
+    return coming_.front().first;
+}
+
+Bytes ScriptedLine::take(Micros now) {
+    Bytes arrived;
+    while (!coming_.empty() && coming_.front().first <= now) {
+        arrived.insert(arrived.end(), coming_.front().second.begin(), coming_.front().second.end());
+        coming_.pop_front();
+    }
+    return arrived;
+}
+
+void ScriptedLine::insert(Micros when, const Bytes& bytes) {
+    const auto later =
+        std::find_if(coming_.begin(), coming_.end(), [when](const auto& piece) { return piece.first > when; });
+    coming_.insert(later, {when, bytes});
+}
+
+}  // namespace kestrel::testing

@@ -1,0 +1,235 @@
+// The machine under the program in tests.
+// See virtual_platform.h.
+#include "support/virtual_platform.h"
+
+#include <fstream>
+#include <iterator>
+#include <stdexcept>
+
+#include "platform/trouble.h"
+#include "platform/window.h"
+
+namespace kestrel::testing {
+
+class VirtualTimer : public TimerBackend {
+  public:
+    VirtualTimer(VirtualPlatform& owner, std::function<void()> onExpiry)
+        : owner_(owner), onExpiry_(std::move(onExpiry)) {}
+    ~VirtualTimer() override { VirtualTimer::stop(); }
+
+    void start(int milliseconds) override {
+        stop();
+        interval_ = Micros{milliseconds} * 1000;
+        queueUp(owner_.now_);
+    }
+    void stop() override {
+        if (queued_) owner_.queue_.erase(due_);
+        queued_ = false;
+    }
+    void expire() {
+        queueUp(owner_.now_);
+        const auto call = onExpiry_;
+        call();
+    }
+
+  private:
+    void queueUp(Micros from) {
+        due_ = {from + interval_, owner_.sequence_++, this};
+        owner_.queue_.insert(due_);
+        queued_ = true;
+    }
+    VirtualPlatform& owner_;
+    std::function<void()> onExpiry_;
+    Micros interval_ = 0;
+    VirtualPlatform::Due due_{};
+    bool queued_ = false;
+};
+
+class VirtualSerial : public SerialControl {
+  public:
+    explicit VirtualSerial(VirtualPlatform& owner) : owner_(owner) { owner_.serial_ = this; }
+    ~VirtualSerial() override { owner_.serial_ = nullptr; }
+
+    void CommPort(int port) override { port_ = port; }
+    bool PortOpen() const override { return open_; }
+    void PortOpen(bool open) override {
+        buffer_.clear();
+        open_ = false;
+        if (!open) return;
+        if (const auto failure = owner_.openFailures.find(port_); failure != owner_.openFailures.end())
+            throw RunTimeError(failure->second.first, failure->second.second);
+        if (!line() || !line()->present())
+            throw RunTimeError(error_number::SerialBadPort, owner_.portDevice(port_) + ": not there");
+        line()->take(owner_.now_);
+        open_ = true;
+        ++owner_.opened;
+    }
+    int InBufferCount() const override { return static_cast<int>(buffer_.size()); }
+    Bytes Input() override {
+        if (!open_) throw RunTimeError(error_number::SerialNotOpen, "The port is not open");
+        return std::exchange(buffer_, {});
+    }
+    int CommEvent() const override { return CommEventReceive; }
+
+    Line* line() const {
+        const auto found = owner_.lines.find(port_);
+        return found == owner_.lines.end() ? nullptr : found->second;
+    }
+    /// Takes what has arrived; true when it is worth an event.
+    bool collect() {
+        if (!line()) return false;
+        const Bytes arrived = line()->take(owner_.now_);
+        if (!open_ || arrived.empty()) return false;
+        for (const auto byte : arrived)
+            if (buffer_.size() < InputBufferSize) buffer_.push_back(byte);
+        return true;
+    }
+    void lose() {
+        open_ = false;
+        buffer_.clear();
+        raiseLost();
+    }
+    void raise() const { raiseComm(); }
+
+  protected:
+    void write(const Bytes& bytes) override {
+        if (!open_ || !line()->present()) throw RunTimeError(error_number::SerialNotOpen, "The port is not open");
+        line()->send(owner_.now_, bytes);
+    }
+
+  private:
+    static constexpr std::size_t InputBufferSize = 1024;
+    VirtualPlatform& owner_;
+    int port_ = 1;
+    bool open_ = false;
+    Bytes buffer_;
+};
+
+VirtualPlatform::VirtualPlatform() { setPlatform(this); }
+
+VirtualPlatform::~VirtualPlatform() { setPlatform(nullptr); }
+
+bool VirtualPlatform::portOpen() const { return serial_ && serial_->PortOpen(); }
+
+std::optional<Micros> VirtualPlatform::nextArrival() const {
+    if (!serial_ || !serial_->line()) return std::nullopt;
+    auto when = serial_->line()->nextEvent();
+    if (!when) return std::nullopt;
+    if (chunk > 0) when = (*when + chunk - 1) / chunk * chunk;
+    return std::max(*when, now_);
+}
+
+void VirtualPlatform::collect() {
+    const bool arrived = serial_->collect();
+    if (serial_->PortOpen() && !serial_->line()->present())
+        serial_->lose();
+    else if (arrived)
+        serial_->raise();
+}
+
+bool VirtualPlatform::step() {
+    const auto arrival = nextArrival();
+    const bool timerIsNext = !queue_.empty() && (!arrival || queue_.begin()->when <= *arrival);
+    if (!timerIsNext && !arrival) return false;
+    if (timerIsNext) {
+        const Due due = *queue_.begin();
+        queue_.erase(queue_.begin());
+        now_ = std::max(now_, due.when);
+        due.timer->expire();
+    } else {
+        now_ = *arrival;
+        collect();
+    }
+    if (afterEvent) afterEvent();
+    return true;
+}
+
+void VirtualPlatform::run(double milliseconds) {
+    const Micros until = now_ + static_cast<Micros>(milliseconds * 1000);
+    for (;;) {
+        const auto arrival = nextArrival();
+        const bool timerIsDue = !queue_.empty() && queue_.begin()->when <= until;
+        if (!timerIsDue && (!arrival || *arrival > until)) break;
+        step();
+    }
+    now_ = until;
+}
+
+void VirtualPlatform::install(const std::filesystem::path& realDirectory) {
+    for (const auto& entry : std::filesystem::directory_iterator(realDirectory)) {
+        const std::string ending = entry.path().extension().string();
+        if (ending != ".inx" && ending != ".lng") continue;
+        std::ifstream in(entry.path(), std::ios::binary);
+        put(entry.path().filename().string(), std::string(std::istreambuf_iterator<char>(in), {}));
+    }
+}
+
+std::unique_ptr<TimerBackend> VirtualPlatform::makeTimer(std::function<void()> onExpiry) {
+    return std::make_unique<VirtualTimer>(*this, std::move(onExpiry));
+}
+
+void VirtualPlatform::PumpEvents() {
+    if (!step()) throw std::logic_error("The program waits, and nothing will ever happen");
+}
+
+void VirtualPlatform::BusyWait(int milliseconds) {
+    now_ += Micros{milliseconds} * 1000;
+    if (serial_) serial_->collect();
+}
+
+std::unique_ptr<SerialControl> VirtualPlatform::makeSerialControl() { return std::make_unique<VirtualSerial>(*this); }
+
+Message::Answer VirtualPlatform::showMessage(const Message& message) {
+    messages.push_back(message);
+    if (whileMessageIsOpen) whileMessageIsOpen();
+    if (answers.empty()) return Message::Answer::Ok;
+    const Message::Answer answer = answers.front();
+    answers.pop_front();
+    return answer;
+}
+
+void VirtualPlatform::showWindow(Window& window) {
+    active_ = &window;
+    shown.push_back(window.name());
+    window.Form_Activate();
+}
+
+void VirtualPlatform::closeWindow(Window& window) {
+    if (active_ == &window) active_ = nullptr;
+}
+
+std::vector<std::string> VirtualPlatform::listFiles(const std::filesystem::path& in, const std::string& ending) {
+    std::vector<std::string> names;
+    for (const auto& [path, content] : files) {
+        const std::filesystem::path file(path);
+        if (file.parent_path() == in && file.filename().string().ends_with(ending))
+            names.push_back(file.filename().string());
+    }
+    return names;
+}
+
+std::string VirtualPlatform::readFile(const std::filesystem::path& file) {
+    if (unreadable.contains(file.string()))
+        throw RunTimeError(error_number::FileAccess, file.string() + ": no permission");
+    const auto found = files.find(file.string());
+    if (found == files.end()) throw RunTimeError(error_number::FileNotFound, file.string() + ": not there");
+    return found->second;
+}
+
+void VirtualPlatform::writeFile(const std::filesystem::path& file, const std::string& content) {
+    if (unwritable.contains(file.string()) || unwritable.contains(file.parent_path().string()))
+        throw RunTimeError(error_number::FileAccess, file.string() + ": no permission");
+    files[file.string()] = content;
+    written.push_back(file.string());
+}
+
+void VirtualPlatform::startProgram(const std::filesystem::path& program) {
+    if (!launcherIsThere) throw RunTimeError(error_number::FileNotFound, program.string() + ": not there");
+    started.push_back(program.string());
+}
+
+std::string VirtualPlatform::shortDate(int day, int month, int year) const {
+    return std::to_string(day) + "/" + std::to_string(month) + "/" + std::to_string(year);
+}
+
+}  // namespace kestrel::testing

@@ -1,0 +1,52 @@
+// The whole program on a simulated machine, in virtual time.
+// See world.h.
+#include "support/world.h"
+
+#include "link/link_engine.h"
+#include "link/param_table.h"
+
+namespace kestrel::testing {
+
+World::World(simulator::MachineOptions options) : line(options) {
+    ResetProgram();
+    platform.install(KESTREL_INSTALLATION);
+    platform.lines[1] = &line;
+    RegisterPages(AllPages());
+}
+
+World::~World() { ResetProgram(); }
+
+simulator::MachineOptions World::still() {
+    simulator::MachineOptions options;
+    options.directory = KESTREL_INSTALLATION;
+    options.moving = false;
+    return options;
+}
+
+void World::start() {
+    platform.put("kestrel.ini", "Com=1\r\nLingua=Italiano\r\n");
+    MDIForm_Load("Kestrel");
+}
+
+bool World::settle() {
+    constexpr int VirtualMinute = 60'000;
+    constexpr int Slice = 20;
+    for (int waited = 0; waited < VirtualMinute; waited += Slice) {
+        run(Slice);
+        if (UnsettledRecords() == 0 && Link().LinkIdle) return true;
+    }
+    return false;
+}
+
+int UnsettledRecords() {
+    int count = 0;
+    for (int bank = 0; bank < Banks; ++bank)
+        for (int index = 1; index < RecordCount(bank); ++index) {
+            const std::uint8_t flags = ParamFlags(bank, index);
+            const bool stale = (flags & flag::Watched) && !(flags & flag::Valid);
+            if (stale || (flags & flag::WriteDue)) ++count;
+        }
+    return count;
+}
+
+}  // namespace kestrel::testing

@@ -1,0 +1,53 @@
+// The whole program on a simulated machine, in virtual time.
+// A test starts it, opens pages, acts as the user, lets time pass, and looks at both ends.
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "link/fan_out.h"
+#include "pages/registry.h"
+#include "shell/start_up.h"
+#include "simulator/machine.h"
+#include "support/virtual_platform.h"
+
+namespace kestrel::testing {
+
+class World {
+  public:
+    /// The installation is the one that the build made; the machine does nothing by itself unless asked to.
+    explicit World(simulator::MachineOptions options = still());
+    ~World();
+
+    static simulator::MachineOptions still();
+
+    VirtualPlatform platform;
+    MachineLine line;
+    simulator::Machine& machine = line.machine;
+
+    /// Starts the program: configuration, language, boards. The machine is on port 1.
+    void start();
+    /// Opens a page by its class name and gives the link time to fill it.
+    template <class P>
+    P& open(const std::string& name) {
+        auto& page = dynamic_cast<P&>(ShowPage(name));
+        settle();
+        return page;
+    }
+    /// Lets time pass until nothing watched is stale and nothing written is due; false after a virtual minute.
+    bool settle();
+    /// Lets time pass.
+    void run(double milliseconds) { platform.run(milliseconds); }
+
+    std::uint32_t board(int bank, int parameter) const {
+        return machine.value(static_cast<simulator::Board>(bank), parameter);
+    }
+    void setBoard(int bank, int parameter, std::uint32_t value) {
+        machine.setValue(static_cast<simulator::Board>(bank), parameter, value);
+    }
+};
+
+/// Records that are watched and not fresh, or whose write is due, over all banks.
+int UnsettledRecords();
+
+}  // namespace kestrel::testing
