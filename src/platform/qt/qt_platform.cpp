@@ -55,7 +55,7 @@ std::unique_ptr<SerialControl> QtPlatform::makeSerialControl() {
 }
 
 std::string QtPlatform::portDevice(int port) {
-    return setup_.simulated ? setup_.simulatedName : portDevices_.device(port, serialDevices());
+    return setup_.simulated ? setup_.simulatedName : portDevices_.device(port, serialDevices);
 }
 
 Message::Answer QtPlatform::showMessage(const Message& message) {
