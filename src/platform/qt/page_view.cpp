@@ -11,7 +11,6 @@
 #include <memory>
 #include <vector>
 
-#include "platform/qt/bar_view.h"
 #include "platform/qt/canvas_view.h"
 #include "platform/qt/group_view.h"
 #include "platform/qt/label_view.h"
@@ -107,27 +106,28 @@ class Builder {
         auto* widget = new QWidget;
         auto* lines = new QBoxLayout(direction, widget);
         lines->setContentsMargins(0, 0, 0, 0);
-        lines->setSpacing(Spacing);
         const bool inRow = direction == QBoxLayout::LeftToRight;
-        const Qt::Orientation along = inRow ? Qt::Horizontal : Qt::Vertical;
+        // Controls below one another stand as close as the rows of a grid.
+        const bool controlsOnly = std::all_of(layout.children.begin(), layout.children.end(), [](const Layout& child) {
+            return child.kind == Layout::Kind::Control;
+        });
+        lines->setSpacing(!inRow && controlsOnly ? 0 : Spacing);
         bool filled = false;
-        std::vector<QWidget*> cells;
         for (const Layout& child : layout.children) {
             if (child.kind == Layout::Kind::Gap) {
                 lines->addStretch(1);
                 filled = true;
                 continue;
             }
-            cells.push_back(build(child));
-            lines->addWidget(cells.back(), 0, standing(*cells.back(), inRow));
-            filled = filled || grows(*cells.back(), along);
+            QWidget* cell = build(child);
+            lines->addWidget(cell, 0, standing(*cell, inRow));
+            filled = filled || grows(*cell, inRow ? Qt::Horizontal : Qt::Vertical);
         }
         // What is left over stays at the end, without asking for more.
         if (!filled) {
             lines->addItem(new QSpacerItem(0, 0));
             lines->setStretch(lines->count() - 1, 1);
         }
-        joinBars(cells);
         return widget;
     }
 
@@ -138,21 +138,15 @@ class Builder {
         cells->setHorizontalSpacing(Spacing);
         cells->setVerticalSpacing(0);
         const int columns = std::max(1, layout.columns);
-        std::vector<QWidget*> row;
         bool filled = false;
         for (std::size_t i = 0; i < layout.children.size(); ++i) {
+            if (layout.children[i].kind == Layout::Kind::Gap) continue;
             const int column = static_cast<int>(i) % columns;
-            const int line = static_cast<int>(i) / columns;
-            if (column == 0) row.clear();
-            if (layout.children[i].kind != Layout::Kind::Gap) {
-                row.push_back(build(layout.children[i]));
-                cells->addWidget(row.back(), line, column, standing(*row.back(), true));
-                if (grows(*row.back(), Qt::Horizontal)) {
-                    cells->setColumnStretch(column, 1);
-                    filled = true;
-                }
-            }
-            joinBars(row);
+            QWidget* cell = build(layout.children[i]);
+            cells->addWidget(cell, static_cast<int>(i) / columns, column, standing(*cell, true));
+            if (!grows(*cell, Qt::Horizontal)) continue;
+            cells->setColumnStretch(column, 1);
+            filled = true;
         }
         if (!filled) cells->setColumnStretch(columns, 1);
         return widget;
@@ -170,22 +164,6 @@ class Builder {
         for (std::size_t i = 0; i < layout.children.size(); ++i)
             view.place(build(layout.children[i]), toQt(layout.places[i]));
         return &view;
-    }
-
-    /// Tells each bar of a row which label shows its value: the next one, or else the one before it.
-    static void joinBars(const std::vector<QWidget*>& row) {
-        const LabelView* before = nullptr;
-        BarView* open = nullptr;
-        for (QWidget* cell : row) {
-            if (const auto* label = dynamic_cast<LabelView*>(cell); label && label->isFigure()) {
-                before = label;
-                if (open) open->setValueLabel(label);
-                open = nullptr;
-            } else if (auto* bar = dynamic_cast<BarView*>(cell)) {
-                bar->setValueLabel(before);
-                open = bar;
-            }
-        }
     }
 };
 
