@@ -61,6 +61,13 @@ bool grows(const QWidget& widget, Qt::Orientation direction) {
     return widget.sizePolicy().expandingDirections() & direction;
 }
 
+/// Panels fill the width, so that their edges are in line.
+bool holdsGroups(const QWidget& widget) {
+    const auto children = widget.findChildren<QWidget*>();
+    return std::any_of(children.begin(), children.end(),
+                       [](const QWidget* child) { return dynamic_cast<const GroupView*>(child) != nullptr; });
+}
+
 /// How a child stands in a cell that is larger than it.
 Qt::Alignment standing(const QWidget& widget, bool inRow) {
     Qt::Alignment result;
@@ -68,7 +75,7 @@ Qt::Alignment standing(const QWidget& widget, bool inRow) {
     if (!grows(widget, Qt::Vertical) && !(group && inRow)) result |= widget.layout() ? Qt::AlignTop : Qt::AlignVCenter;
     if (const auto* label = dynamic_cast<const LabelView*>(&widget); label && label->isFigure())
         result |= Qt::AlignRight;
-    else if (!widget.layout() && !grows(widget, Qt::Horizontal))
+    else if (!group && !holdsGroups(widget) && !grows(widget, Qt::Horizontal))
         result |= Qt::AlignLeft;
     return result;
 }
@@ -112,21 +119,13 @@ class Builder {
             return child.kind == Layout::Kind::Control;
         });
         lines->setSpacing(!inRow && controlsOnly ? 0 : Spacing);
-        bool filled = false;
         for (const Layout& child : layout.children) {
             if (child.kind == Layout::Kind::Gap) {
                 lines->addStretch(1);
-                filled = true;
                 continue;
             }
             QWidget* cell = build(child);
             lines->addWidget(cell, 0, standing(*cell, inRow));
-            filled = filled || grows(*cell, inRow ? Qt::Horizontal : Qt::Vertical);
-        }
-        // What is left over stays at the end, without asking for more.
-        if (!filled) {
-            lines->addItem(new QSpacerItem(0, 0));
-            lines->setStretch(lines->count() - 1, 1);
         }
         return widget;
     }
@@ -138,17 +137,18 @@ class Builder {
         cells->setHorizontalSpacing(Spacing);
         cells->setVerticalSpacing(0);
         const int columns = std::max(1, layout.columns);
-        bool filled = false;
+        bool flexible = false;
         for (std::size_t i = 0; i < layout.children.size(); ++i) {
             if (layout.children[i].kind == Layout::Kind::Gap) continue;
             const int column = static_cast<int>(i) % columns;
             QWidget* cell = build(layout.children[i]);
             cells->addWidget(cell, static_cast<int>(i) / columns, column, standing(*cell, true));
             if (!grows(*cell, Qt::Horizontal)) continue;
-            cells->setColumnStretch(column, 1);
-            filled = true;
+            cells->setColumnStretch(column, 1000);
+            flexible = true;
         }
-        if (!filled) cells->setColumnStretch(columns, 1);
+        // What the flexible cells have no use for stays at the end of the rows.
+        if (flexible) cells->setColumnStretch(columns, 1);
         return widget;
     }
 
