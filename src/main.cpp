@@ -16,6 +16,8 @@
 #include "platform/qt/qt_platform.h"
 #include "platform/qt/style.h"
 #include "platform/qt/text.h"
+#include "platform/qt/tour.h"
+#include "platform/trouble.h"
 #include "shell/options.h"
 #include "shell/start_up.h"
 
@@ -65,6 +67,7 @@ qt::QtPlatform::Setup setUpMachine(const Options& options, const std::filesystem
     qt::QtPlatform::Setup setup;
     setup.directory = directory;
     setup.devices = options.devices;
+    setup.isUnattended = !options.tour.empty();
     if (!options.demo) return setup;
     simulator::MachineOptions machine;
     machine.directory = directory;
@@ -76,7 +79,7 @@ qt::QtPlatform::Setup setUpMachine(const Options& options, const std::filesystem
     return setup;
 }
 
-int run(QApplication& application, const Options& options) {
+[[noreturn]] void run(QApplication& application, const Options& options) {
     const std::filesystem::path directory =
         options.directory.empty() ? qt::toPath(QApplication::applicationDirPath()) : options.directory;
     setUpApplication(application, options, directory);
@@ -89,6 +92,7 @@ int run(QApplication& application, const Options& options) {
     qt::deliver([&] {
         MDIForm_Load(options.demo ? DemoTitle : ProgramTitle);
         for (const std::string& page : options.pages) ShowPage(page);
+        if (!options.tour.empty()) EndProcess(qt::runTour(machine.mainWindow(), options.tour) ? 0 : EndedByTrouble);
     });
     EndProcess(QApplication::exec());
 }
@@ -120,8 +124,14 @@ int main(int argc, char** argv) {
         return EndedByBadOption;
     }
     if (!qt::prepareDisplay(options.tour.empty())) return EndedByTrouble;
+    try {
+        if (!options.tour.empty()) qt::prepareTourDirectory(options.tour);
+    } catch (const RunTimeError& error) {
+        std::fprintf(stderr, "kestrel: --tour: %s\n", error.what());
+        return EndedByTrouble;
+    }
     int ownName = 1;  // the other arguments are the program's, not the toolkit's
     const qt::FatalMessagesInOneLine whileRunning;
     QApplication application(ownName, argv);
-    return run(application, options);
+    run(application, options);
 }

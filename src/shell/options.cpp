@@ -2,15 +2,14 @@
 // See options.h.
 #include "shell/options.h"
 
-#include <functional>
 #include <set>
 #include <system_error>
+
+#include "link/link_engine.h"
 
 namespace kestrel {
 
 namespace {
-
-constexpr int LastPort = 4;
 
 struct Option {
     const char* name;
@@ -28,7 +27,7 @@ void takeDirectory(Options& options, const std::string& value) {
 }
 
 void takeDevice(Options& options, const std::string& value) {
-    const bool wellFormed = value.size() > 2 && value[0] >= '1' && value[0] <= '0' + LastPort && value[1] == '=';
+    const bool wellFormed = value.size() > 2 && value[0] >= '1' && value[0] <= '0' + PortCount && value[1] == '=';
     if (!wellFormed) throw BadOption("--com: \"" + value + "\" is not N=DEVICE with N from 1 to 4");
     const int port = value[0] - '0';
     if (!options.devices.emplace(port, value.substr(2)).second)
