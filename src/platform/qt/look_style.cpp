@@ -8,6 +8,7 @@
 
 #include "platform/qt/drawing.h"
 #include "platform/qt/scroll_bar_style.h"
+#include "platform/qt/title_bar_style.h"
 
 namespace kestrel::qt {
 
@@ -59,6 +60,9 @@ void LookStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opti
             break;
         case PE_FrameLineEdit:
             break;
+        case PE_FrameWindow:
+            drawShape(*painter, option->rect, 0, colors().window, colors().outline);
+            break;
         case PE_FrameFocusRect:
             drawFocus(*option, *painter, widget);
             break;
@@ -80,10 +84,13 @@ void LookStyle::drawControl(ControlElement element, const QStyleOption* option, 
 void LookStyle::drawComplexControl(ComplexControl control, const QStyleOptionComplex* option, QPainter* painter,
                                    const QWidget* widget) const {
     const auto* bar = qstyleoption_cast<const QStyleOptionSlider*>(option);
-    if (control != CC_ScrollBar || !bar) return QProxyStyle::drawComplexControl(control, option, painter, widget);
+    const auto* title = qstyleoption_cast<const QStyleOptionTitleBar*>(option);
+    if ((control != CC_ScrollBar || !bar) && (control != CC_TitleBar || !title))
+        return QProxyStyle::drawComplexControl(control, option, painter, widget);
     painter->save();
     painter->setRenderHint(QPainter::Antialiasing);
-    drawScrollBar(*bar, *painter);
+    if (bar) drawScrollBar(*bar, *painter);
+    if (title) drawTitleBar(*title, *painter, *this, widget);
     painter->restore();
 }
 
@@ -104,6 +111,8 @@ int LookStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const
         case PM_LayoutHorizontalSpacing:
         case PM_LayoutVerticalSpacing:
             return GridStep;
+        case PM_TitleBarHeight:
+            return TargetHeight;
         case PM_ScrollBarExtent:
             return 2 * GridStep;
         case PM_ScrollView_ScrollBarSpacing:

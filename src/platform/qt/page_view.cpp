@@ -3,14 +3,15 @@
 #include "platform/qt/page_view.h"
 
 #include <QEvent>
-#include <QGridLayout>
 #include <QHBoxLayout>
 #include <QScrollArea>
 #include <QVBoxLayout>
 #include <algorithm>
+#include <map>
 #include <memory>
 #include <vector>
 
+#include "platform/qt/aligned_grid.h"
 #include "platform/qt/canvas_view.h"
 #include "platform/qt/group_view.h"
 #include "platform/qt/label_view.h"
@@ -80,20 +81,23 @@ Qt::Alignment standing(const QWidget& widget, bool inRow) {
     return result;
 }
 
+using GridStacks = std::map<int, std::shared_ptr<GridStack>>;
+
 class Builder {
   public:
-    QWidget* build(const Layout& layout) {
+    /// `stacks`: the grids of the column that the layout stands in, by their number of columns.
+    QWidget* build(const Layout& layout, GridStacks& stacks) {
         switch (layout.kind) {
             case Layout::Kind::Control:
                 return &viewOf(*layout.control).widget();
             case Layout::Kind::Row:
-                return box(layout, QBoxLayout::LeftToRight);
+                return box(layout, QBoxLayout::LeftToRight, stacks);
             case Layout::Kind::Column:
-                return box(layout, QBoxLayout::TopToBottom);
+                return box(layout, QBoxLayout::TopToBottom, stacks);
             case Layout::Kind::Grid:
-                return grid(layout);
+                return grid(layout, stacks);
             case Layout::Kind::Group:
-                return group(layout);
+                return group(layout, stacks);
             case Layout::Kind::Canvas:
                 return canvas(layout);
             case Layout::Kind::Gap:
@@ -109,7 +113,7 @@ class Builder {
         return *views.back();
     }
 
-    QWidget* box(const Layout& layout, QBoxLayout::Direction direction) {
+    QWidget* box(const Layout& layout, QBoxLayout::Direction direction, GridStacks& stacks) {
         auto* widget = new QWidget;
         auto* lines = new QBoxLayout(direction, widget);
         lines->setContentsMargins(0, 0, 0, 0);
@@ -124,24 +128,28 @@ class Builder {
                 lines->addStretch(1);
                 continue;
             }
-            QWidget* cell = build(child);
+            GridStacks own;  // what stands side by side is not in line with what stands above
+            QWidget* cell = build(child, inRow ? own : stacks);
             lines->addWidget(cell, 0, standing(*cell, inRow));
         }
         return widget;
     }
 
-    QWidget* grid(const Layout& layout) {
+    QWidget* grid(const Layout& layout, GridStacks& stacks) {
+        const int columns = std::max(1, layout.columns);
+        auto& stack = stacks[columns];
+        if (!stack) stack = std::make_shared<GridStack>();
         auto* widget = new QWidget;
-        auto* cells = new QGridLayout(widget);
+        auto* cells = new AlignedGrid(widget, stack);
         cells->setContentsMargins(0, 0, 0, 0);
         cells->setHorizontalSpacing(Spacing);
         cells->setVerticalSpacing(0);
-        const int columns = std::max(1, layout.columns);
         bool flexible = false;
         for (std::size_t i = 0; i < layout.children.size(); ++i) {
             if (layout.children[i].kind == Layout::Kind::Gap) continue;
             const int column = static_cast<int>(i) % columns;
-            QWidget* cell = build(layout.children[i]);
+            GridStacks own;
+            QWidget* cell = build(layout.children[i], own);
             cells->addWidget(cell, static_cast<int>(i) / columns, column, standing(*cell, true));
             if (!grows(*cell, Qt::Horizontal)) continue;
             cells->setColumnStretch(column, 1000);
@@ -152,17 +160,18 @@ class Builder {
         return widget;
     }
 
-    QWidget* group(const Layout& layout) {
+    QWidget* group(const Layout& layout, GridStacks& stacks) {
         auto& view = static_cast<GroupView&>(viewOf(*layout.control));
-        QWidget* inside = build(layout.children.front());
+        QWidget* inside = build(layout.children.front(), stacks);
         view.setContents(inside, grows(*inside, Qt::Vertical));
         return &view;
     }
 
     QWidget* canvas(const Layout& layout) {
+        GridStacks none;
         auto& view = static_cast<CanvasView&>(viewOf(*layout.control));
         for (std::size_t i = 0; i < layout.children.size(); ++i)
-            view.place(build(layout.children[i]), toQt(layout.places[i]));
+            view.place(build(layout.children[i], none), toQt(layout.places[i]));
         return &view;
     }
 };
@@ -176,7 +185,8 @@ QWidget* buildPage(Window& window) {
     auto contents = std::make_unique<PageContents>();
     auto* column = new QVBoxLayout(contents.get());
     column->setContentsMargins(Spacing, Spacing, Spacing, Spacing);
-    QWidget* root = builder.build(layout);
+    GridStacks stacks;
+    QWidget* root = builder.build(layout, stacks);
     column->addWidget(root, 1, grows(*root, Qt::Vertical) ? Qt::Alignment() : Qt::AlignTop);
     contents->views = std::move(builder.views);
     return new PageView(std::move(contents));
