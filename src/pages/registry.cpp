@@ -6,6 +6,7 @@
 #include "pages/beverage/frm_presel.h"
 #include "pages/beverage/frm_pro_uni.h"
 #include "pages/beverage/frm_tempi.h"
+#include "pages/controls/frm_controls.h"
 #include "pages/sales/frm_totali.h"
 
 namespace kestrel {
@@ -24,6 +25,7 @@ PageRegistry AllPages() {
         {"FrmInter", make<FrmInter>},
         {"FrmProUni", make<FrmProUni>},
         {"FrmPresel", make<FrmPresel>},
+        {"FrmControls", make<FrmControls>},  // in no menu: opened by name
         {"FrmTempi", make<FrmTempi>},
         {"FrmTotali", make<FrmTotali>},
     };
