@@ -82,17 +82,6 @@ TEST_F(ExchangeTest, ABadReplyRepeatsTheFrameAtOnceFourTimesAndTheFifthReplyIsNo
     }
 }
 
-TEST_F(ExchangeTest, FourBadRepliesLessOneCostNothingButTime) {
-    bench.board[{1, 2}] = 55;
-    bench.start();
-    script("bbbg");
-    Watch(1, 2);
-    bench.run(100);
-    EXPECT_EQ(bench.sent(), Strings(4, "1.2?"));
-    EXPECT_EQ(ParamRead(2, 1), 55);
-    EXPECT_EQ(Link().RetryCount, 0);
-}
-
 TEST_F(ExchangeTest, ATimeOutKeepsTheCountOfBadReplies) {
     bench.rows[0][0].period = 2;
     bench.start();

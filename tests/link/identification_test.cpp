@@ -13,12 +13,7 @@ namespace {
 
 class IdentificationTest : public ::testing::Test {
   protected:
-    IdentificationTest() {
-        for (int bank = 0; bank < 3; ++bank) bench.putIdentityFile(bank);
-        bench.putParameterFile(0, "W0256AP03.inx");
-        bench.putParameterFile(1, "W0292AP07.inx");
-        bench.putParameterFile(2, "W0245AB04.inx");
-    }
+    IdentificationTest() { bench.putFiles(); }
     /// Frames asked of one bank during the start.
     Strings askedOf(char bank) const {
         Strings asked;
@@ -31,24 +26,20 @@ class IdentificationTest : public ::testing::Test {
 
 const Strings MasterExchanges = {"i0.1?", "i0.17?", "i0.11?", "i0.12?", "i0.13?", "i0.14?", "i0.18?"};
 
-TEST_F(IdentificationTest, AsksEachBoardInOrderAndTheMasterForItsRevision) {
+TEST_F(IdentificationTest, AsksEachBoardInOrderForOneByteEachAndTheMasterForItsRevision) {
     bench.identity[{0, 18}] = 200;
+    bench.putIdentityFile(0, 20, 3);
     LinkBench::load();
     Strings all = {"probe"};
     all.insert(all.end(), MasterExchanges.begin(), MasterExchanges.end());
     for (const std::string bank : {"i1.", "i2."})
         for (const std::string record : {"1?", "17?", "11?", "12?", "13?", "14?"}) all.push_back(bank + record);
     EXPECT_EQ(bench.sent(), all);
+    EXPECT_EQ(bench.line.sent[1].frame[0], 3) << "the command goes out as the file has it, whatever its width";
     EXPECT_EQ(BoardRevision(), 200);
+    EXPECT_EQ(Link().ScanIndex + ParamFlags(0, 0), 0) << "no reply is taken for a parameter";
+    EXPECT_TRUE(Link().LinkIdle);
     EXPECT_TRUE(bench.platform.messages.empty());
-}
-
-TEST_F(IdentificationTest, EveryAnswerIsOneByteWhateverTheFileSays) {
-    bench.putIdentityFile(0, 20, 3);
-    LinkBench::load();
-    EXPECT_TRUE(BoardPresent(0));
-    EXPECT_EQ(bench.line.sent[1].frame[0], 3) << "the command goes out as it stands in the file";
-    EXPECT_EQ(BoardRevision(), 23);
 }
 
 TEST_F(IdentificationTest, ASlaveThatFallsSilentAtAnyExchangeIsAbsent) {
@@ -140,14 +131,6 @@ TEST_F(IdentificationTest, SpoiledAnswersCountAsSilenceAfterFourRepeats) {
     EXPECT_THROW(LinkBench::load(), ProcessEnded);
     ASSERT_EQ(bench.platform.messages.size(), 1U);
     EXPECT_EQ(bench.platform.messages[0].title, "Serial");
-}
-
-TEST_F(IdentificationTest, RepliesAreNotStoredAsParameters) {
-    LinkBench::load();
-    EXPECT_EQ(Link().ScanIndex, 0);
-    EXPECT_EQ(ParamFlags(0, 0) + ParamFlags(0, 1), 0);
-    EXPECT_TRUE(Link().LinkIdle);
-    EXPECT_FALSE(Link().LinkSetup);
 }
 
 }  // namespace

@@ -25,16 +25,10 @@ class IndexFilesTest : public ::testing::Test {
         EXPECT_EQ(message.icon, Message::Icon::Critical);
         return message.text;
     }
-    void putAll() {
-        for (int bank = 0; bank < 3; ++bank) bench.putIdentityFile(bank);
-        bench.putParameterFile(0, "W0256AP03.inx");
-        bench.putParameterFile(1, "W0292AP07.inx");
-        bench.putParameterFile(2, "W0245AB04.inx");
-    }
     void again() {
         LinkBench::reset();
         bench.platform.messages.clear();
-        putAll();
+        bench.putFiles();
     }
     void remove(const std::string& name) { bench.platform.files.erase((bench.platform.directory / name).string()); }
     LinkBench bench;
@@ -52,7 +46,7 @@ TEST_F(IndexFilesTest, NamesFollowFromWhatABoardReports) {
 
 TEST_F(IndexFilesTest, EveryByteOfARecordGoesToItsPlace) {
     const std::string eleven("\x03\x02\x83\x5F\x01\x11\x22\x33\x44", 9);
-    putAll();
+    bench.putFiles();
     bench.platform.put("W0256AP03.inx", std::string(9, '\1') + eleven + "partial");
     bench.putIdentityFile(1, 2);
     bench.platform.put("W0292.inx", bench.platform.file("W0292.inx") + "rest");
@@ -84,7 +78,7 @@ TEST_F(IndexFilesTest, WhatIsMissingIsNamedAndEndsTheProgram) {
 }
 
 TEST_F(IndexFilesTest, FilesThatAreTooLongEndTheProgramAndFitJustBelow) {
-    putAll();
+    bench.putFiles();
     bench.putIdentityFile(1, 21);
     EXPECT_EQ(endedWith(), " not found !") << "record 21 has no place";
 
@@ -125,7 +119,7 @@ TEST_F(IndexFilesTest, ABoardThatIsAbsentKeepsTheLengthOfItsIdentityFileAndAnEmp
 }
 
 TEST_F(IndexFilesTest, AnotherInstallationIsServedByItsFilesAlone) {
-    putAll();
+    bench.putFiles();
     bench.identity[{2, 13}] = 0x39;  // type 12345, software 26, release 107
     bench.identity[{2, 14}] = 0x30;
     bench.identity[{2, 11}] = 26;

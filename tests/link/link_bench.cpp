@@ -79,6 +79,13 @@ void LinkBench::putParameterFile(int bank, const std::string& name) {
     platform.put(name, content);
 }
 
+void LinkBench::putFiles() {
+    for (int bank = 0; bank < 3; ++bank) {
+        putIdentityFile(bank);
+        putParameterFile(bank, ParameterFiles[static_cast<std::size_t>(bank)]);
+    }
+}
+
 std::vector<ScriptedLine::Piece> LinkBench::answer(const Bytes& frame) {
     if (mute || silent.contains(tell(frame))) return {};
     if (isProbe(frame)) return {{ReplyTime, {0x33, 0x33}}};
@@ -127,11 +134,7 @@ std::vector<double> LinkBench::sentAt() const {
 }
 
 void LinkBench::start() {
-    for (int bank = 0; bank < 3; ++bank) {
-        if (!platform.files.contains((platform.directory / IdentityFiles[static_cast<std::size_t>(bank)]).string()))
-            putIdentityFile(bank);
-        putParameterFile(bank, ParameterFiles[static_cast<std::size_t>(bank)]);
-    }
+    putFiles();
     load();
     line.sent.clear();
     base_ = platform.now();

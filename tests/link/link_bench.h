@@ -35,6 +35,8 @@ class LinkBench {
     std::array<std::vector<Row>, 3> rows;
     void putIdentityFile(int bank, int records = 20, int command = 0);
     void putParameterFile(int bank, const std::string& name);
+    /// All six files, with the names that follow from what the boards tell of themselves.
+    void putFiles();
 
     // The boards. The default script of the line answers as they would, 5 ms after each frame.
     std::map<Place, int> identity;  ///< what a board tells of itself, by identity record
@@ -51,7 +53,7 @@ class LinkBench {
     Strings sent() const;
     std::vector<double> sentAt() const;
 
-    /// Writes the index files that are missing, loads the link as the program does, and forgets its frames.
+    /// Writes the index files, loads the link as the program does, and forgets its frames.
     void start();
     /// The same without the writing and the forgetting.
     static void load();

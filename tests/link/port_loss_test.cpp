@@ -70,10 +70,7 @@ TEST_F(PortLossTest, ALostPortIsToldOnceAndWhatWasEditedGoesOutWhenItIsBack) {
 }
 
 TEST_F(PortLossTest, APortLostDuringIdentificationIsAskedForAndTakenUpAgain) {
-    for (int bank = 0; bank < 3; ++bank) bench.putIdentityFile(bank);
-    bench.putParameterFile(0, "W0256AP03.inx");
-    bench.putParameterFile(1, "W0292AP07.inx");
-    bench.putParameterFile(2, "W0245AB04.inx");
+    bench.putFiles();
     bool pulled = false;
     bench.line.answer = [&](const Bytes& frame) {
         if (LinkBench::tell(frame) != "i0.12?" || pulled) return bench.answer(frame);
