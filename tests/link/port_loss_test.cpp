@@ -50,8 +50,8 @@ TEST_F(PortLossTest, ALostPortIsToldOnceAndWhatWasEditedGoesOutWhenItIsBack) {
         EXPECT_EQ(LinkBench::notice(), CheckInterface) << row.state;
         const std::size_t sent = bench.line.sent.size();
         bench.run(1500);
-        Write(0, 2, 321);
         Watch(1, 1);
+        Write(0, 2, 321);
         bench.run(8700);
         EXPECT_EQ(bench.line.sent.size(), sent) << row.state << ": nothing goes into a port that is not there";
         EXPECT_EQ(notices, 1) << row.state;
@@ -67,6 +67,17 @@ TEST_F(PortLossTest, ALostPortIsToldOnceAndWhatWasEditedGoesOutWhenItIsBack) {
         bench.platform.afterEvent = nullptr;
         bench.line.answer = [&](const Bytes& frame) { return bench.answer(frame); };
     }
+}
+
+TEST_F(PortLossTest, AnIdleLinkTakesTheNoticeAwayWhenThePortIsBack) {
+    bench.start();
+    bench.unplug();
+    bench.run(3000);
+    bench.plug();
+    bench.run(1100);
+    EXPECT_EQ(LinkBench::notice(), "");
+    EXPECT_TRUE(bench.platform.portOpen());
+    EXPECT_TRUE(bench.line.sent.empty());
 }
 
 TEST_F(PortLossTest, APortLostDuringIdentificationIsAskedForAndTakenUpAgain) {
@@ -108,11 +119,19 @@ TEST_F(PortLossTest, LampsTellOfFramesRepliesAndTrouble) {
     };
     // The frame leaves at 40, replies take 5 ms, and lamps stay on for 500 ms.
     expectLamps({{39, 1, 2, 3}, {41, 4, 2, 3}, {46, 4, 5, 3}, {539, 4, 5, 3}, {541, 1, 5, 3}, {546, 1, 2, 3}}, "good");
-    int bad = 1;
+    int asked = 0;
     bench.line.answer = [&](const Bytes& frame) {
-        return LinkBench::tell(frame) == "0.1?" && bad-- > 0 ? LinkBench::garbage(frame) : bench.answer(frame);
+        const bool bad = LinkBench::tell(frame) == "0.1?" && ++asked == 1;
+        return bad ? LinkBench::garbage(frame) : bench.answer(frame);
     };
     expectLamps({{46, 4, 5, 6}, {51, 4, 5, 3}, {544, 4, 5, 3}, {546, 1, 5, 3}, {551, 1, 2, 3}}, "bad, then good");
+    asked = 0;
+    bench.line.answer = [&](const Bytes& frame) {
+        if (LinkBench::tell(frame) != "0.1?") return bench.answer(frame);
+        return ++asked == 1 ? LinkBench::garbage(frame) : std::vector<ScriptedLine::Piece>{};
+    };
+    expectLamps({{46, 4, 5, 6}, {544, 4, 5, 6}, {546, 1, 2, 3}, {1046, 1, 2, 6}, {1081, 4, 2, 6}}, "bad, then silence");
+    bench.line.answer = [&](const Bytes& frame) { return bench.answer(frame); };
     bench.silent = {"0.1?"};
     expectLamps({{541, 1, 2, 3}, {1039, 1, 2, 3}, {1041, 4, 2, 6}, {1541, 1, 2, 6}}, "silence");
 }
