@@ -2,6 +2,7 @@
 // See registry.h.
 #include "pages/registry.h"
 
+#include "pages/beverage/frm_dosi.h"
 #include "pages/beverage/frm_inter.h"
 #include "pages/beverage/frm_presel.h"
 #include "pages/beverage/frm_pro_uni.h"
@@ -25,9 +26,10 @@ PageRegistry AllPages() {
         {"FrmInter", make<FrmInter>},
         {"FrmProUni", make<FrmProUni>},
         {"FrmPresel", make<FrmPresel>},
-        {"FrmControls", make<FrmControls>},  // in no menu: opened by name
         {"FrmTempi", make<FrmTempi>},
+        {"FrmDosi", make<FrmDosi>},
         {"FrmTotali", make<FrmTotali>},
+        {"FrmControls", make<FrmControls>},  // in no menu: opened by name
     };
 }
 
