@@ -31,9 +31,12 @@ class PageContents : public QWidget {
   protected:
     bool event(QEvent* event) override {
         // Captions that changed ask for one layout together; they name other controls too.
-        if (event->type() == QEvent::LayoutRequest)
+        if (event->type() == QEvent::LayoutRequest) {
             for (ViewBase* view : views)
                 if (view->bound()) view->renamed();
+            // The scroll area keeps the request to itself; the window has to hear that its page needs another size.
+            if (QWidget* viewport = parentWidget()) viewport->parentWidget()->updateGeometry();
+        }
         return QWidget::event(event);
     }
 };
@@ -119,9 +122,8 @@ class Builder {
         lines->setContentsMargins(0, 0, 0, 0);
         const bool inRow = direction == QBoxLayout::LeftToRight;
         // Controls below one another stand as close as the rows of a grid.
-        const bool controlsOnly = std::all_of(layout.children.begin(), layout.children.end(), [](const Layout& child) {
-            return child.kind == Layout::Kind::Control;
-        });
+        const bool controlsOnly = std::all_of(layout.children.begin(), layout.children.end(),
+                                              [](const Layout& child) { return child.kind == Layout::Kind::Control; });
         lines->setSpacing(!inRow && controlsOnly ? 0 : Spacing);
         for (const Layout& child : layout.children) {
             if (child.kind == Layout::Kind::Gap) {
