@@ -143,7 +143,7 @@ TEST_F(Session, SurvivesAPulledPlugAndGoesOnWhenItIsBack) {
     EXPECT_TRUE(eventually([&] { return board.value(HotDrinkBoard, BrewingWater) == value - 1; }));
 }
 
-TEST_F(Session, StaysAliveUnderAnEndlessStreamOfWrongBytes) {
+TEST_F(Session, StaysAliveOnABadLineAndIsRightAfterwards) {
     FrmTempi& page = openTimes();
     board.tell("fault noise=1,extra=0.3,drop=0.2,flip=0.2");
     QElapsedTimer clock;

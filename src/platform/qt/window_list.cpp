@@ -4,8 +4,8 @@
 
 #include <QMdiSubWindow>
 
-#include "platform/qt/frame_words.h"
 #include "platform/qt/mnemonics.h"
+#include "platform/qt/words.h"
 
 namespace kestrel::qt {
 
@@ -19,8 +19,8 @@ WindowList::WindowList(QMenu& menu, PageArea& area, std::function<void()> closeA
     QObject::connect(&menu, &QMenu::aboutToShow, &area, [this] { listWindows(); });
 }
 
-void WindowList::addCommand(const char* text, const QKeySequence& keys, const std::function<void()>& run) {
-    QAction* action = menu_.addAction(QString::fromLatin1(text));
+void WindowList::addCommand(const QString& text, const QKeySequence& keys, const std::function<void()>& run) {
+    QAction* action = menu_.addAction(text);
     action->setShortcut(keys);
     QObject::connect(action, &QAction::triggered, &area_, run);
     commands_ += action;
