@@ -10,8 +10,8 @@
 namespace kestrel::qt {
 
 WindowList::WindowList(QMenu& menu, PageArea& area, std::function<void()> closeAll) : menu_(menu), area_(area) {
-    addCommand(words::NextWindow, QKeySequence::NextChild, [&area] { area.activateNextSubWindow(); });
-    addCommand(words::PreviousWindow, QKeySequence::PreviousChild, [&area] { area.activatePreviousSubWindow(); });
+    addCommand(words::NextWindow, Qt::CTRL | Qt::Key_F6, [&area] { area.activateNextSubWindow(); });
+    addCommand(words::PreviousWindow, Qt::CTRL | Qt::SHIFT | Qt::Key_F6, [&area] { area.activatePreviousSubWindow(); });
     addCommand(words::Cascade, {}, [&area] { area.cascadeSubWindows(); });
     addCommand(words::Tile, {}, [&area] { area.tileSubWindows(); });
     addCommand(words::CloseAll, {}, closeAll);
@@ -33,8 +33,9 @@ void WindowList::listWindows() {
     for (const QAction* command : commands_) captions += command->text().remove(u'&');
     for (QMdiSubWindow* window : area_.subWindowList()) {
         QAction* action = menu_.addAction(window->windowTitle());
-        action->setCheckable(true);
-        action->setChecked(window == area_.activeSubWindow());
+        const bool isActive = window == area_.activeSubWindow();
+        action->setCheckable(isActive);
+        action->setChecked(isActive);
         QObject::connect(action, &QAction::triggered, window, [this, window] { area_.setActiveSubWindow(window); });
         windows_ += action;
         captions += window->windowTitle();
