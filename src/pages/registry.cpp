@@ -3,6 +3,7 @@
 #include "pages/registry.h"
 
 #include "pages/beverage/frm_tempi.h"
+#include "pages/controls/frm_controls.h"
 #include "pages/sales/frm_totali.h"
 
 namespace kestrel {
@@ -18,6 +19,7 @@ std::unique_ptr<Page> make() {
 
 PageRegistry AllPages() {
     return {
+        {"FrmControls", make<FrmControls>},  // in no menu: opened by name
         {"FrmTempi", make<FrmTempi>},
         {"FrmTotali", make<FrmTotali>},
     };
