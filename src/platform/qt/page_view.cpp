@@ -119,9 +119,8 @@ class Builder {
         lines->setContentsMargins(0, 0, 0, 0);
         const bool inRow = direction == QBoxLayout::LeftToRight;
         // Controls below one another stand as close as the rows of a grid.
-        const bool controlsOnly = std::all_of(layout.children.begin(), layout.children.end(), [](const Layout& child) {
-            return child.kind == Layout::Kind::Control;
-        });
+        const bool controlsOnly = std::all_of(layout.children.begin(), layout.children.end(),
+                                              [](const Layout& child) { return child.kind == Layout::Kind::Control; });
         lines->setSpacing(!inRow && controlsOnly ? 0 : Spacing);
         for (const Layout& child : layout.children) {
             if (child.kind == Layout::Kind::Gap) {
