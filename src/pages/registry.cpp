@@ -4,6 +4,7 @@
 
 #include "pages/beverage/frm_tempi.h"
 #include "pages/sales/frm_totali.h"
+#include "pages/test/frm_allarmi.h"
 #include "pages/test/frm_in_out.h"
 
 namespace kestrel {
@@ -22,6 +23,7 @@ PageRegistry AllPages() {
         {"FrmTempi", make<FrmTempi>},
         {"FrmTotali", make<FrmTotali>},
         {"FrmInOut", make<FrmInOut>},
+        {"FrmAllarmi", make<FrmAllarmi>},
     };
 }
 
