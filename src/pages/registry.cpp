@@ -6,6 +6,7 @@
 #include "pages/sales/frm_totali.h"
 #include "pages/test/frm_allarmi.h"
 #include "pages/test/frm_in_out.h"
+#include "pages/test/frm_test_cedar.h"
 
 namespace kestrel {
 
@@ -23,6 +24,7 @@ PageRegistry AllPages() {
         {"FrmTempi", make<FrmTempi>},
         {"FrmTotali", make<FrmTotali>},
         {"FrmInOut", make<FrmInOut>},
+        {"FrmTestCedar", make<FrmTestCedar>},
         {"FrmAllarmi", make<FrmAllarmi>},
     };
 }
