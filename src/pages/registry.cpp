@@ -6,6 +6,7 @@
 #include "pages/sales/frm_totali.h"
 #include "pages/test/frm_allarmi.h"
 #include "pages/test/frm_in_out.h"
+#include "pages/test/frm_schema.h"
 #include "pages/test/frm_test_cedar.h"
 
 namespace kestrel {
@@ -25,6 +26,7 @@ PageRegistry AllPages() {
         {"FrmTotali", make<FrmTotali>},
         {"FrmInOut", make<FrmInOut>},
         {"FrmTestCedar", make<FrmTestCedar>},
+        {"FrmSchema", make<FrmSchema>},
         {"FrmAllarmi", make<FrmAllarmi>},
     };
 }
