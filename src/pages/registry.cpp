@@ -3,6 +3,7 @@
 #include "pages/registry.h"
 
 #include "pages/beverage/frm_tempi.h"
+#include "pages/controls/frm_controls.h"
 #include "pages/sales/frm_totali.h"
 #include "pages/test/frm_allarmi.h"
 #include "pages/test/frm_in_out.h"
@@ -22,6 +23,7 @@ std::unique_ptr<Page> make() {
 
 PageRegistry AllPages() {
     return {
+        {"FrmControls", make<FrmControls>},  // in no menu: opened by name
         {"FrmTempi", make<FrmTempi>},
         {"FrmTotali", make<FrmTotali>},
         {"FrmInOut", make<FrmInOut>},

@@ -29,7 +29,7 @@ void GroupView::setContents(QWidget* contents, bool grows) {
     auto* box = new QVBoxLayout(this);
     const int above = title_.isEmpty() ? GridStep : GridStep + titleHeight() + 4;
     box->setContentsMargins(Margin, above, Margin, GridStep);
-    box->addWidget(contents, 1, grows ? Qt::Alignment() : Qt::AlignTop);
+    box->addWidget(contents, 0, grows ? Qt::Alignment() : Qt::AlignTop);
 }
 
 void GroupView::showState() {
