@@ -5,6 +5,10 @@
 #include "pages/beverage/frm_tempi.h"
 #include "pages/controls/frm_controls.h"
 #include "pages/sales/frm_totali.h"
+#include "pages/test/frm_allarmi.h"
+#include "pages/test/frm_in_out.h"
+#include "pages/test/frm_schema.h"
+#include "pages/test/frm_test_cedar.h"
 
 namespace kestrel {
 
@@ -22,6 +26,10 @@ PageRegistry AllPages() {
         {"FrmControls", make<FrmControls>},  // in no menu: opened by name
         {"FrmTempi", make<FrmTempi>},
         {"FrmTotali", make<FrmTotali>},
+        {"FrmInOut", make<FrmInOut>},
+        {"FrmTestCedar", make<FrmTestCedar>},
+        {"FrmSchema", make<FrmSchema>},
+        {"FrmAllarmi", make<FrmAllarmi>},
     };
 }
 
