@@ -16,6 +16,7 @@
 #include "platform/qt/qt_platform.h"
 #include "platform/qt/style.h"
 #include "platform/qt/text.h"
+#include "program.h"
 #include "shell/options.h"
 #include "shell/start_up.h"
 
@@ -23,7 +24,6 @@ namespace {
 
 using namespace kestrel;
 
-constexpr const char* ProgramTitle = "Kestrel";
 constexpr const char* DemoTitle = "Kestrel (demo)";
 constexpr const char* DemoDevice = "simulated machine";
 
@@ -95,7 +95,7 @@ int run(QApplication& application, const Options& options) {
 
 std::optional<int> answerWithoutDisplay(const Options& options) {
     if (options.version) {
-        std::printf("kestrel %s\n", KESTREL_VERSION);
+        std::printf("kestrel %s\n", ProgramVersion);
         return 0;
     }
     if (options.help) {

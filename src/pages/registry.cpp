@@ -4,6 +4,7 @@
 
 #include "pages/beverage/frm_tempi.h"
 #include "pages/sales/frm_totali.h"
+#include "pages/shell_pages/frm_info.h"
 
 namespace kestrel {
 
@@ -20,6 +21,7 @@ PageRegistry AllPages() {
     return {
         {"FrmTempi", make<FrmTempi>},
         {"FrmTotali", make<FrmTotali>},
+        {"FrmInfo", make<FrmInfo>},
     };
 }
 
