@@ -5,6 +5,7 @@
 #include "pages/beverage/frm_tempi.h"
 #include "pages/sales/frm_totali.h"
 #include "pages/shell_pages/frm_info.h"
+#include "pages/shell_pages/frm_password.h"
 
 namespace kestrel {
 
@@ -21,6 +22,7 @@ PageRegistry AllPages() {
     return {
         {"FrmTempi", make<FrmTempi>},
         {"FrmTotali", make<FrmTotali>},
+        {"FrmPassword", make<FrmPassword>},
         {"FrmInfo", make<FrmInfo>},
     };
 }
