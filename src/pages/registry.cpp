@@ -3,6 +3,7 @@
 #include "pages/registry.h"
 
 #include "pages/beverage/frm_tempi.h"
+#include "pages/machine/frm_azione.h"
 #include "pages/sales/frm_totali.h"
 #include "pages/shell_pages/frm_info.h"
 #include "pages/shell_pages/frm_password.h"
@@ -22,6 +23,7 @@ PageRegistry AllPages() {
     return {
         {"FrmTempi", make<FrmTempi>},
         {"FrmTotali", make<FrmTotali>},
+        {"FrmAzione", make<FrmAzione>},
         {"FrmPassword", make<FrmPassword>},
         {"FrmInfo", make<FrmInfo>},
     };
