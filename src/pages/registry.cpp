@@ -3,6 +3,7 @@
 #include "pages/registry.h"
 
 #include "pages/beverage/frm_tempi.h"
+#include "pages/climate/frm_temperatura.h"
 #include "pages/machine/frm_azione.h"
 #include "pages/sales/frm_totali.h"
 #include "pages/shell_pages/frm_info.h"
@@ -25,6 +26,7 @@ PageRegistry AllPages() {
         {"FrmTotali", make<FrmTotali>},
         {"FrmAzione", make<FrmAzione>},
         {"FrmPassword", make<FrmPassword>},
+        {"FrmTemperatura", make<FrmTemperatura>},
         {"FrmInfo", make<FrmInfo>},
     };
 }
