@@ -3,6 +3,7 @@
 #include "pages/registry.h"
 
 #include "pages/beverage/frm_tempi.h"
+#include "pages/climate/frm_grafico.h"
 #include "pages/climate/frm_temperatura.h"
 #include "pages/machine/frm_azione.h"
 #include "pages/sales/frm_totali.h"
@@ -27,6 +28,7 @@ PageRegistry AllPages() {
         {"FrmAzione", make<FrmAzione>},
         {"FrmPassword", make<FrmPassword>},
         {"FrmTemperatura", make<FrmTemperatura>},
+        {"FrmGrafico", make<FrmGrafico>},
         {"FrmInfo", make<FrmInfo>},
     };
 }
