@@ -4,6 +4,7 @@
 
 #include "pages/beverage/frm_tempi.h"
 #include "pages/climate/frm_grafico.h"
+#include "pages/climate/frm_orologio.h"
 #include "pages/climate/frm_temperatura.h"
 #include "pages/machine/frm_azione.h"
 #include "pages/sales/frm_totali.h"
@@ -29,6 +30,7 @@ PageRegistry AllPages() {
         {"FrmPassword", make<FrmPassword>},
         {"FrmTemperatura", make<FrmTemperatura>},
         {"FrmGrafico", make<FrmGrafico>},
+        {"FrmOrologio", make<FrmOrologio>},
         {"FrmInfo", make<FrmInfo>},
     };
 }
