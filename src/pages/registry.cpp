@@ -7,6 +7,7 @@
 #include "pages/climate/frm_orologio.h"
 #include "pages/climate/frm_temperatura.h"
 #include "pages/machine/frm_azione.h"
+#include "pages/machine/frm_conmac.h"
 #include "pages/sales/frm_totali.h"
 #include "pages/shell_pages/frm_info.h"
 #include "pages/shell_pages/frm_password.h"
@@ -24,6 +25,7 @@ std::unique_ptr<Page> make() {
 
 PageRegistry AllPages() {
     return {
+        {"FrmConMac", make<FrmConMac>},
         {"FrmTempi", make<FrmTempi>},
         {"FrmTotali", make<FrmTotali>},
         {"FrmAzione", make<FrmAzione>},
