@@ -18,7 +18,7 @@
 #include <string>
 #include <system_error>
 
-#include "program.h"
+#include "program_version.h"
 #include "simulator/board_options.h"
 #include "simulator/commands.h"
 #include "simulator/machine.h"

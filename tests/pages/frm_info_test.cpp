@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-#include "program.h"
+#include "program_version.h"
 #include "shell/main_window.h"
 #include "support/world.h"
 

@@ -3,7 +3,7 @@
 #include "pages/shell_pages/frm_info.h"
 
 #include "link/value_helpers.h"
-#include "program.h"
+#include "program_version.h"
 
 namespace kestrel {
 

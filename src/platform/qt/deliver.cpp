@@ -2,7 +2,6 @@
 // See deliver.h.
 #include "platform/qt/deliver.h"
 
-#include <cstdio>
 #include <string>
 
 #include "platform/platform.h"
@@ -37,9 +36,7 @@ bool isEnding() { return ending; }
 
 void endByTrouble(const std::exception_ptr& trouble) {
     ending = true;
-    const Message message = describe(trouble);
-    std::fprintf(stderr, "kestrel: %s: %s\n", message.title.c_str(), message.text.c_str());
-    platform().showMessage(message);
+    platform().showMessage(describe(trouble));
     EndProcess(EndedByTrouble);
 }
 

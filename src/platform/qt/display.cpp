@@ -25,13 +25,16 @@ bool hasDisplay() {
 #endif
 }
 
+QString firstWarning;
+
+/// The fatal message itself only says that there is no platform; the warning before it says why.
 void showFatal(QtMsgType type, const QMessageLogContext& /*where*/, const QString& text) {
-    if (type == QtFatalMsg) {
-        const QString firstLine = text.section(u'\n', 0, 0);
-        std::fprintf(stderr, "kestrel: the display cannot be used: %s\n", qPrintable(firstLine));
-        std::_Exit(EndedByTrouble);
-    }
+    if (type == QtWarningMsg && firstWarning.isEmpty()) firstWarning = text;
     if (type == QtCriticalMsg) std::fprintf(stderr, "kestrel: %s\n", qPrintable(text));
+    if (type != QtFatalMsg) return;
+    const QString reason = firstWarning.isEmpty() ? text : firstWarning;
+    std::fprintf(stderr, "kestrel: the display cannot be used: %s\n", qPrintable(reason.section(u'\n', 0, 0)));
+    std::_Exit(EndedByTrouble);
 }
 
 }  // namespace

@@ -8,7 +8,8 @@ namespace kestrel::qt {
 /// none is needed, windows are drawn in memory from here on.
 bool prepareDisplay(bool isNeeded);
 
-/// From here to the end of its life a fatal message of the toolkit is one line and exit status 1.
+/// From here to the end of its life a fatal message of the toolkit is one line and exit status 1. Its warnings, which
+/// are for developers, are not printed.
 class FatalMessagesInOneLine {
   public:
     FatalMessagesInOneLine();

@@ -38,7 +38,9 @@ std::string readWholeFile(const fs::path& file) {
 void writeWholeFile(const fs::path& file, const std::string& content) {
     QSaveFile target(pathToQt(file));
     const auto size = static_cast<qint64>(content.size());
-    const bool written = target.open(QIODevice::WriteOnly) && target.write(content.data(), size) == size;
+    // Unbuffered, because a write cut short by a full disk goes unnoticed when it happens inside commit().
+    const bool isOpen = target.open(QIODevice::WriteOnly | QIODevice::Unbuffered);
+    const bool written = isOpen && target.write(content.data(), size) == size;
     if (!written || !target.commit()) failAccess(file, target);
 }
 

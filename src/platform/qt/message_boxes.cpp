@@ -3,6 +3,7 @@
 #include "platform/qt/message_boxes.h"
 
 #include <QEventLoop>
+#include <cstdio>
 
 #include "platform/qt/text.h"
 
@@ -68,6 +69,23 @@ void MessageBoxes::waitForOpenBox() {
     QEventLoop loop;
     QObject::connect(open_, &QMessageBox::finished, &loop, &QEventLoop::quit);
     loop.exec();
+}
+
+Message::Answer printMessage(const Message& message) {
+    std::string text = message.title + ": " + message.text;
+    if (!message.detail.empty()) text += " (" + message.detail + ")";
+    for (char& letter : text)
+        if (letter == '\n') letter = ' ';
+    std::fprintf(stderr, "kestrel: %s\n", text.c_str());
+    switch (message.buttons) {
+        case Message::Buttons::RetryCancel:
+            return Message::Answer::Cancel;
+        case Message::Buttons::YesNo:
+            return Message::Answer::No;
+        case Message::Buttons::Ok:
+            break;
+    }
+    return Message::Answer::Ok;
 }
 
 }  // namespace kestrel::qt

@@ -20,4 +20,7 @@ class MessageBoxes {
     QPointer<QMessageBox> open_;
 };
 
+/// Prints the message on standard error; the answer is the one that changes nothing.
+Message::Answer printMessage(const Message& message);
+
 }  // namespace kestrel::qt

@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "platform/qt/bar_view.h"
+#include "platform/qt/canvas_view.h"
 #include "platform/qt/group_view.h"
 #include "platform/qt/label_view.h"
 #include "platform/qt/view_factory.h"
@@ -88,6 +89,7 @@ class Builder {
             case Layout::Kind::Group:
                 return group(layout);
             case Layout::Kind::Canvas:
+                return canvas(layout);
             case Layout::Kind::Gap:
                 return new QWidget;
         }
@@ -160,6 +162,13 @@ class Builder {
         auto& view = static_cast<GroupView&>(viewOf(*layout.control));
         QWidget* inside = build(layout.children.front());
         view.setContents(inside, grows(*inside, Qt::Vertical));
+        return &view;
+    }
+
+    QWidget* canvas(const Layout& layout) {
+        auto& view = static_cast<CanvasView&>(viewOf(*layout.control));
+        for (std::size_t i = 0; i < layout.children.size(); ++i)
+            view.place(build(layout.children[i]), toQt(layout.places[i]));
         return &view;
     }
 

@@ -4,6 +4,9 @@
 
 #include <QCoreApplication>
 #include <QFile>
+#include <QHash>
+
+#include "platform/qt/palette.h"
 
 namespace kestrel::qt {
 
@@ -12,6 +15,20 @@ namespace {
 QString& folderSet() {
     static QString folder;
     return folder;
+}
+
+/// Puts the colours of the look in the place of those of the light palette, in which the drawings are made.
+QByteArray inLook(QByteArray drawing) {
+    constexpr int Length = 7;  // of a colour such as #1b2127
+    QHash<QByteArray, QByteArray> looks;
+    for (QColor Colors::*const role : {&Colors::window, &Colors::panel, &Colors::field, &Colors::text,
+                                       &Colors::quietText, &Colors::line, &Colors::outline, &Colors::accent})
+        looks.insert((lightColors.*role).name().toLatin1(), (colors().*role).name().toLatin1());
+    for (auto at = drawing.indexOf('#'); at >= 0; at = drawing.indexOf('#', at + 1)) {
+        const auto look = looks.constFind(drawing.mid(at, Length));
+        if (look != looks.constEnd()) drawing.replace(at, Length, *look);
+    }
+    return drawing;
 }
 
 }  // namespace
@@ -25,9 +42,9 @@ QString pictureFile(const QString& stem) {
 }
 
 std::unique_ptr<QSvgRenderer> loadPicture(const QString& stem) {
-    const QString file = pictureFile(stem);
-    if (!QFile::exists(file)) return nullptr;
-    auto renderer = std::make_unique<QSvgRenderer>(file);
+    QFile file(pictureFile(stem));
+    if (!file.open(QIODevice::ReadOnly)) return nullptr;
+    auto renderer = std::make_unique<QSvgRenderer>(inLook(file.readAll()));
     if (!renderer->isValid()) return nullptr;
     return renderer;
 }

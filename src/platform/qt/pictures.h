@@ -1,5 +1,5 @@
 // Where the drawings of the installation lie, and how they are loaded.
-// They are SVG files; one that is missing or broken leaves its place empty.
+// They are SVG files in the colours of the light palette, which are put into those of the look when they are loaded.
 #pragma once
 
 #include <QString>

@@ -6,6 +6,8 @@
 #include <QSerialPortInfo>
 #include <algorithm>
 
+#include "link/link_engine.h"
+
 namespace kestrel::qt {
 
 std::vector<std::string> serialDevices() {
@@ -21,16 +23,20 @@ std::vector<std::string> serialDevices() {
     return devices;
 }
 
-std::string PortDevices::device(int port, const std::vector<std::string>& present) {
-    auto next = present.begin();
-    for (int number = 1; number <= LastPort; ++number) {
-        if (devices_.contains(number)) continue;
-        next = std::find_if(next, present.end(), [this](const std::string& device) { return !isGiven(device); });
-        if (next == present.end()) break;
-        devices_[number] = *next;
-    }
+std::string PortDevices::device(int port, const std::function<std::vector<std::string>()>& present) {
+    if (!devices_.contains(port)) giveOut(present());
     const auto found = devices_.find(port);
     return found == devices_.end() ? std::string() : found->second;
+}
+
+void PortDevices::giveOut(const std::vector<std::string>& present) {
+    int port = 1;
+    for (const std::string& device : present) {
+        if (isGiven(device)) continue;
+        while (devices_.contains(port)) ++port;
+        if (port > PortCount) return;
+        devices_[port] = device;
+    }
 }
 
 bool PortDevices::isGiven(const std::string& device) const {

@@ -55,10 +55,12 @@ std::unique_ptr<SerialControl> QtPlatform::makeSerialControl() {
 }
 
 std::string QtPlatform::portDevice(int port) {
-    return setup_.simulated ? setup_.simulatedName : portDevices_.device(port, serialDevices());
+    return setup_.simulated ? setup_.simulatedName : portDevices_.device(port, serialDevices);
 }
 
-Message::Answer QtPlatform::showMessage(const Message& message) { return boxes_.ask(message, mainWindow_.get()); }
+Message::Answer QtPlatform::showMessage(const Message& message) {
+    return setup_.isUnattended ? printMessage(message) : boxes_.ask(message, mainWindow_.get());
+}
 
 MainWindowView& QtPlatform::mainWindow() {
     if (!mainWindow_) mainWindow_ = std::make_unique<MainWindowView>(MDIForm1());

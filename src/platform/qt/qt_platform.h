@@ -18,10 +18,13 @@ class QtSerialPort;
 class QtPlatform : public Platform {
   public:
     struct Setup {
-        std::filesystem::path directory;                              ///< the program's directory, absolute
-        std::map<int, std::string> devices;                           ///< by port number, as the user named them
-        std::function<std::unique_ptr<SerialControl>()> simulated{};  ///< a line to use in place of real ports, or null
-        std::string simulatedName{};                                  ///< what the port menu shows for it
+        std::filesystem::path directory;     ///< the program's directory, absolute
+        std::map<int, std::string> devices;  ///< by port number, as the user named them
+        /// A line to use in place of real ports, or null.
+        std::function<std::unique_ptr<SerialControl>()> simulated{};
+        std::string simulatedName{};  ///< what the port menu shows for it
+        /// Nobody is there to answer: messages go to standard error, and the answer is the one that changes nothing.
+        bool isUnattended = false;
     };
 
     explicit QtPlatform(Setup setup);

@@ -4,6 +4,7 @@
 
 #include <QPalette>
 
+#include "platform/qt/accessible.h"
 #include "platform/qt/look_style.h"
 #include "platform/qt/palette.h"
 
@@ -49,6 +50,7 @@ QPalette paletteOf(const Colors& c) {
 void applyLook(QApplication& application, Theme theme) {
     const bool dark = theme == Theme::Dark || (theme == Theme::System && desktopIsDark());
     setColors(dark ? darkColors : lightColors);
+    installAccessibility();
     application.setStyle(new LookStyle);
     application.setPalette(paletteOf(colors()));
 }
