@@ -91,8 +91,7 @@ TEST_F(FrmConMacTest, EachControlShowsItsParameter) {
 }
 
 TEST_F(FrmConMacTest, EveryMoveIsWrittenToParameterAndShadow) {
-    for (int i = 0; i < 4; ++i)
-        for (const int first : {1304, 1309, 1314, 1319}) world.setBoard(1, first + i, 0);
+    for (int n = 1304; n <= 1336; ++n) world.setBoard(1, n, 0);
     FrmConMac& page = open();
     struct Move {
         std::function<void()> act;

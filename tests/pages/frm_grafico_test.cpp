@@ -64,6 +64,7 @@ TEST_F(FrmGraficoTest, TankTemperatureIsASignedFixedPointNumberWithItsCorrection
 
 TEST_F(FrmGraficoTest, AReadingBeforeItsCorrectionIsFreshIsLeftOut) {
     world.start();
+    world.setBoard(2, 52, 5);
     FrmGrafico& page = open();
     const std::uint8_t flags = ParamFlags(2, 52);
     CurrentBank = 2;
