@@ -3,8 +3,15 @@
 #include "pages/registry.h"
 
 #include "pages/beverage/frm_tempi.h"
+#include "pages/climate/frm_grafico.h"
+#include "pages/climate/frm_orologio.h"
+#include "pages/climate/frm_temperatura.h"
 #include "pages/controls/frm_controls.h"
+#include "pages/machine/frm_azione.h"
+#include "pages/machine/frm_conmac.h"
 #include "pages/sales/frm_totali.h"
+#include "pages/shell_pages/frm_info.h"
+#include "pages/shell_pages/frm_password.h"
 #include "pages/test/frm_allarmi.h"
 #include "pages/test/frm_in_out.h"
 #include "pages/test/frm_schema.h"
@@ -30,6 +37,13 @@ PageRegistry AllPages() {
         {"FrmTestCedar", make<FrmTestCedar>},
         {"FrmSchema", make<FrmSchema>},
         {"FrmAllarmi", make<FrmAllarmi>},
+        {"FrmConMac", make<FrmConMac>},
+        {"FrmAzione", make<FrmAzione>},
+        {"FrmPassword", make<FrmPassword>},
+        {"FrmTemperatura", make<FrmTemperatura>},
+        {"FrmGrafico", make<FrmGrafico>},
+        {"FrmOrologio", make<FrmOrologio>},
+        {"FrmInfo", make<FrmInfo>},
     };
 }
 

@@ -6,20 +6,27 @@ namespace kestrel {
 
 namespace {
 
-const Label* asCaption(const Layout& cell) {
+const Label* asLabel(const Layout& cell, Label::Role role) {
     const auto* label = cell.kind == Layout::Kind::Control ? dynamic_cast<const Label*>(cell.control) : nullptr;
-    return label && label->role == Label::Role::Caption ? label : nullptr;
+    return label && label->role == role ? label : nullptr;
 }
 
-/// Names the cells from first to last by the caption before each.
+/// Names the cells from first to last by the caption before each and the unit behind it.
 void nameRow(const Layout& layout, std::size_t first, std::size_t last) {
     const Label* caption = nullptr;
+    std::vector<Control*> withoutUnit;
     for (std::size_t i = first; i < last; ++i) {
         const Layout& cell = layout.children[i];
-        if (const Label* found = asCaption(cell))
+        if (const Label* found = asLabel(cell, Label::Role::Caption)) {
             caption = found;
-        else if (cell.kind == Layout::Kind::Control && caption)
+            withoutUnit.clear();
+        } else if (const Label* unit = asLabel(cell, Label::Role::Unit)) {
+            for (Control* control : withoutUnit) control->measuredIn(unit);
+            withoutUnit.clear();
+        } else if (cell.kind == Layout::Kind::Control && caption) {
             cell.control->namedBy(caption);
+            withoutUnit.push_back(cell.control);
+        }
     }
 }
 

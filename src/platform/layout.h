@@ -65,7 +65,7 @@ std::vector<int> Indexes(int first, int last);
 Layout Canvas(Picture& picture, const std::vector<std::pair<Control*, std::string>>& placed);
 
 /// Tells every control of the tree which frame stands round it and which caption names it: in a row, the caption
-/// label before it.
+/// label before it, with the unit label behind it where there is one.
 void settleLayout(const Layout& layout);
 
 }  // namespace kestrel
