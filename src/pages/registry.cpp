@@ -2,6 +2,9 @@
 // See registry.h.
 #include "pages/registry.h"
 
+#include "pages/beverage/frm_inter.h"
+#include "pages/beverage/frm_presel.h"
+#include "pages/beverage/frm_pro_uni.h"
 #include "pages/beverage/frm_tempi.h"
 #include "pages/climate/frm_grafico.h"
 #include "pages/climate/frm_orologio.h"
@@ -30,6 +33,9 @@ std::unique_ptr<Page> make() {
 
 PageRegistry AllPages() {
     return {
+        {"FrmInter", make<FrmInter>},
+        {"FrmProUni", make<FrmProUni>},
+        {"FrmPresel", make<FrmPresel>},
         {"FrmControls", make<FrmControls>},  // in no menu: opened by name
         {"FrmTempi", make<FrmTempi>},
         {"FrmTotali", make<FrmTotali>},
