@@ -3,6 +3,7 @@
 #include "pages/registry.h"
 
 #include "pages/beverage/frm_tempi.h"
+#include "pages/payment/frm_prezzi.h"
 #include "pages/sales/frm_totali.h"
 
 namespace kestrel {
@@ -18,8 +19,8 @@ std::unique_ptr<Page> make() {
 
 PageRegistry AllPages() {
     return {
-        {"FrmTempi", make<FrmTempi>},
-        {"FrmTotali", make<FrmTotali>},
+        {"FrmTempi", make<FrmTempi>},       {"FrmPagamento", make<FrmPagamento>}, {"FrmPrezzi", make<FrmPrezzi>},
+        {"FrmTotali", make<FrmTotali>},     {"FrmBattute", counts(FrmBattute)},   {"FrmGratis", counts(FrmGratis)},
     };
 }
 
