@@ -4,6 +4,7 @@
 
 #include "pages/beverage/frm_tempi.h"
 #include "pages/payment/frm_prezzi.h"
+#include "pages/payment/frm_sconti.h"
 #include "pages/sales/frm_totali.h"
 
 namespace kestrel {
@@ -20,6 +21,7 @@ std::unique_ptr<Page> make() {
 PageRegistry AllPages() {
     return {
         {"FrmTempi", make<FrmTempi>},       {"FrmPagamento", make<FrmPagamento>}, {"FrmPrezzi", make<FrmPrezzi>},
+        {"FrmSconti", make<FrmSconti>},     {"FrmAssSel", assigns(FrmAssSel)},    {"FrmAssSet", assigns(FrmAssSet)},
         {"FrmTotali", make<FrmTotali>},     {"FrmBattute", counts(FrmBattute)},   {"FrmGratis", counts(FrmGratis)},
     };
 }
