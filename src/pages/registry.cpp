@@ -5,6 +5,7 @@
 #include "pages/beverage/frm_tempi.h"
 #include "pages/payment/frm_prezzi.h"
 #include "pages/payment/frm_sconti.h"
+#include "pages/payment/price_assignment.h"
 #include "pages/sales/frm_totali.h"
 
 namespace kestrel {
@@ -14,6 +15,11 @@ namespace {
 template <class P>
 std::unique_ptr<Page> make() {
     return std::make_unique<P>();
+}
+
+/// Pages that are one class on several tables.
+PageRegistry::mapped_type assigns(const AssignmentDesign& design) {
+    return [&design] { return std::make_unique<PriceAssignment>(design); };
 }
 
 }  // namespace

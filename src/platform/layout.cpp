@@ -11,29 +11,37 @@ const Label* asCaption(const Layout& cell) {
     return label && label->role == Label::Role::Caption ? label : nullptr;
 }
 
-/// Names the cells from first to last by the caption before each.
-void nameRow(const Layout& layout, std::size_t first, std::size_t last) {
-    const Label* caption = nullptr;
+void nameCells(const Layout& layout, const Label* caption);
+
+/// Names the cells from first to last by the caption before each; a row, column or grid among them passes it on to
+/// those of its cells that have none of their own.
+void nameRow(const Layout& layout, std::size_t first, std::size_t last, const Label* caption) {
     for (std::size_t i = first; i < last; ++i) {
         const Layout& cell = layout.children[i];
         if (const Label* found = asCaption(cell))
             caption = found;
-        else if (cell.kind == Layout::Kind::Control && caption)
+        else if (cell.kind != Layout::Kind::Control)
+            nameCells(cell, caption);
+        else if (caption)
             cell.control->namedBy(caption);
     }
 }
 
-void settle(const Layout& layout, const Frame* frame) {
-    if (layout.control) layout.control->standIn(frame);
+void nameCells(const Layout& layout, const Label* caption) {
+    if (layout.kind == Layout::Kind::Group) nameCells(layout.children.front(), nullptr);
     if (layout.kind == Layout::Kind::Row || layout.kind == Layout::Kind::Column)
-        nameRow(layout, 0, layout.children.size());
+        nameRow(layout, 0, layout.children.size(), caption);
     if (layout.kind == Layout::Kind::Grid && layout.columns > 0) {
         const auto columns = static_cast<std::size_t>(layout.columns);
         for (std::size_t row = 0; row < layout.children.size(); row += columns)
-            nameRow(layout, row, std::min(row + columns, layout.children.size()));
+            nameRow(layout, row, std::min(row + columns, layout.children.size()), caption);
     }
+}
+
+void standAll(const Layout& layout, const Frame* frame) {
+    if (layout.control) layout.control->standIn(frame);
     const Frame* inner = layout.kind == Layout::Kind::Group ? static_cast<const Frame*>(layout.control) : frame;
-    for (const Layout& child : layout.children) settle(child, inner);
+    for (const Layout& child : layout.children) standAll(child, inner);
 }
 
 }  // namespace
@@ -54,6 +62,9 @@ Layout Canvas(Picture& picture, const std::vector<std::pair<Control*, std::strin
     return canvas;
 }
 
-void settleLayout(const Layout& layout) { settle(layout, nullptr); }
+void settleLayout(const Layout& layout) {
+    standAll(layout, nullptr);
+    nameCells(layout, nullptr);
+}
 
 }  // namespace kestrel
