@@ -3,6 +3,7 @@
 #include "pages/registry.h"
 
 #include "pages/beverage/frm_tempi.h"
+#include "pages/payment/frm_pagamento.h"
 #include "pages/payment/frm_prezzi.h"
 #include "pages/payment/frm_sconti.h"
 #include "pages/payment/price_assignment.h"

@@ -12,7 +12,10 @@ bool Control::usable() const {
     return true;
 }
 
-std::string Control::accessibleName() const { return caption_ ? caption_->Caption.get() : std::string(); }
+std::string Control::accessibleName() const {
+    if (caption_) return caption_->Caption;
+    return frame_ ? frame_->Caption.get() : std::string();
+}
 
 void Control::assigned(const void* /*property*/, bool /*changed*/) { show(); }
 
