@@ -8,6 +8,7 @@
 #include "pages/payment/frm_sconti.h"
 #include "pages/payment/price_assignment.h"
 #include "pages/sales/frm_totali.h"
+#include "pages/sales/vend_counters.h"
 
 namespace kestrel {
 
@@ -23,6 +24,10 @@ PageRegistry::mapped_type assigns(const AssignmentDesign& design) {
     return [&design] { return std::make_unique<PriceAssignment>(design); };
 }
 
+PageRegistry::mapped_type counts(const CounterDesign& design) {
+    return [&design] { return std::make_unique<VendCounters>(design); };
+}
+
 }  // namespace
 
 PageRegistry AllPages() {
@@ -30,6 +35,7 @@ PageRegistry AllPages() {
         {"FrmTempi", make<FrmTempi>},       {"FrmPagamento", make<FrmPagamento>}, {"FrmPrezzi", make<FrmPrezzi>},
         {"FrmSconti", make<FrmSconti>},     {"FrmAssSel", assigns(FrmAssSel)},    {"FrmAssSet", assigns(FrmAssSet)},
         {"FrmTotali", make<FrmTotali>},     {"FrmBattute", counts(FrmBattute)},   {"FrmGratis", counts(FrmGratis)},
+        {"FrmBricco", counts(FrmBricco)},   {"FrmProva", counts(FrmProva)},       {"FrmMonete", counts(FrmMonete)},
     };
 }
 
