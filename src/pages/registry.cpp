@@ -7,6 +7,7 @@
 #include "pages/payment/frm_prezzi.h"
 #include "pages/payment/frm_sconti.h"
 #include "pages/payment/price_assignment.h"
+#include "pages/sales/frm_mdb_audit.h"
 #include "pages/sales/frm_totali.h"
 #include "pages/sales/vend_counters.h"
 
@@ -36,6 +37,7 @@ PageRegistry AllPages() {
         {"FrmSconti", make<FrmSconti>},     {"FrmAssSel", assigns(FrmAssSel)},    {"FrmAssSet", assigns(FrmAssSet)},
         {"FrmTotali", make<FrmTotali>},     {"FrmBattute", counts(FrmBattute)},   {"FrmGratis", counts(FrmGratis)},
         {"FrmBricco", counts(FrmBricco)},   {"FrmProva", counts(FrmProva)},       {"FrmMonete", counts(FrmMonete)},
+        {"FrmMDBaudit", make<FrmMDBaudit>}, {"FrmCancella", make<FrmCancella>},
     };
 }
 
