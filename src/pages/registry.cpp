@@ -7,6 +7,7 @@
 #include "pages/payment/frm_prezzi.h"
 #include "pages/payment/frm_sconti.h"
 #include "pages/payment/price_assignment.h"
+#include "pages/sales/frm_cancella.h"
 #include "pages/sales/frm_mdb_audit.h"
 #include "pages/sales/frm_totali.h"
 #include "pages/sales/vend_counters.h"
