@@ -54,7 +54,8 @@ double storeMicros() {
 
 int main() {
     kestrel::testing::VirtualPlatform platform;
-    bool holds = bench::atMost("pass over three banks of 33001 records, nothing due", passMicros(), PassLimitMicros, "us");
+    bool holds =
+        bench::atMost("pass over three banks of 33001 records, nothing due", passMicros(), PassLimitMicros, "us");
     holds &= bench::atMost("reply stored and told to 25 open pages", storeMicros(), StoreLimitMicros, "us");
     ResetPages();
     ResetLink();

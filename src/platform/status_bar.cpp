@@ -6,6 +6,7 @@ namespace kestrel {
 
 StatusPanel& StatusBar::addPanel() {
     panels_.push_back(std::make_unique<StatusPanel>());
+    show();
     return *panels_.back();
 }
 

@@ -2,10 +2,44 @@
 // A subject passes over parameters that are not its own.
 #include "simulator/behaviours.h"
 
+#include "simulator/clearing.h"
+
 namespace kestrel::simulator {
+namespace {
+
+constexpr std::uint32_t decimalsMask = 3;
+
+// The master shows the decimals in force in one parameter and takes them from another.
+void takeOverDecimals(World& world, int parameter) {
+    if (parameter != master::decimalsSetting) return;
+    const std::uint32_t others = world.get(Board::Master, master::decimals) & ~decimalsMask;
+    world.set(Board::Master, master::decimals, others | (world.get(Board::Master, parameter) & decimalsMask));
+}
+
+}  // namespace
+
+Behaviours::Behaviours(World& world)
+    : world_(world),
+      clock_(world),
+      sales_(world),
+      inputs_(world),
+      alarms_(world),
+      climate_(world),
+      dispensing_(world),
+      testModes_(world) {}
 
 void Behaviours::written(Board board, int parameter) {
-    if (board == Board::Master) clock_.written(parameter);
+    testModes_.written(board, parameter);
+    if (board != Board::Master) return;
+    clock_.written(parameter);
+    dispensing_.written(parameter);
+    obeyClearing(world_, parameter);
+    takeOverDecimals(world_, parameter);
+}
+
+void Behaviours::reset(Board board) {
+    testModes_.reset(board);
+    dispensing_.reset(board);
 }
 
 }  // namespace kestrel::simulator

@@ -7,8 +7,6 @@
 namespace kestrel::simulator {
 namespace {
 
-constexpr Micros minuteLength = 60 * second;
-
 std::uint32_t daysIn(std::uint32_t month, std::uint32_t year) {
     constexpr std::array<std::uint32_t, 12> days{31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
     if (month < 1 || month > 12) return 31;
@@ -44,7 +42,7 @@ void Clock::written(int parameter) {
 
 void Clock::startMinute() {
     const std::uint64_t mine = ++minute_;
-    world_.agenda.after(minuteLength, [this, mine] {
+    world_.agenda.after(minute, [this, mine] {
         if (mine != minute_) return;
         advanceMinute();
         startMinute();
@@ -52,9 +50,9 @@ void Clock::startMinute() {
 }
 
 void Clock::advanceMinute() {
-    const std::uint32_t minute = world_.get(Board::Master, master::minute) + 1;
-    world_.set(Board::Master, master::minute, minute % 60);
-    if (minute < 60) return;
+    const std::uint32_t next = world_.get(Board::Master, master::minute) + 1;
+    world_.set(Board::Master, master::minute, next % 60);
+    if (next < 60) return;
     const std::uint32_t hour = world_.get(Board::Master, master::hour) + 1;
     world_.set(Board::Master, master::hour, hour % 24);
     if (hour >= 24) advanceDay();

@@ -1,5 +1,5 @@
-// What stands in the machine's parameters when it is switched on, where the index files' preload is not enough.
-// Settings that the files preload sensibly are left alone.
+// What stands in the machine's parameters when it is switched on: a machine that has been set up and has sold for a
+// while. It is laid over the preload of the index files.
 #pragma once
 
 #include "simulator/machine.h"
@@ -7,6 +7,6 @@
 
 namespace kestrel::simulator {
 
-void setInitialValues(World& world, const DateTime& clock);
+void setInitialValues(World& world, const MachineOptions& options);
 
 }  // namespace kestrel::simulator

@@ -132,6 +132,7 @@ void Machine::boardReset(Board board) {
     State& s = *state_;
     ++s.life[indexOf(board)];
     s.line.drop();
+    s.behaviours.reset(board);
     s.awayUntil[indexOf(board)] = std::max(s.awayUntil[indexOf(board)], s.world.agenda.now() + restartTime);
 }
 

@@ -139,7 +139,8 @@ std::uint32_t Sales::insertCoins(std::uint32_t amount) {
         if (value != 0) coins.emplace_back(value, c);
     }
     if (coins.empty()) return amount;
-    std::sort(coins.rbegin(), coins.rend());
+    // Of two coins of one value the first is used.
+    std::stable_sort(coins.begin(), coins.end(), [](const auto& a, const auto& b) { return a.first > b.first; });
     std::uint32_t inserted = 0;
     for (const auto& [value, coin] : coins) {
         const std::uint32_t pieces = (amount - inserted) / value;

@@ -12,7 +12,7 @@ namespace kestrel::simulator {
 namespace {
 
 constexpr int defaultKind = 18;
-constexpr int defaultRevision = 30;
+constexpr int defaultRevision = 27;
 
 // The identity records that the PC asks for; the others read as 0.
 constexpr int releaseRecord = 17;
@@ -21,6 +21,10 @@ constexpr int kindRecord = 12;
 constexpr int typeLowRecord = 13;
 constexpr int typeHighRecord = 14;
 constexpr int revisionRecord = 18;
+
+std::uint32_t revisionOf(const Identity& identity) {
+    return static_cast<std::uint32_t>(identity.revision.value_or(defaultRevision));
+}
 
 // What the board will report, and the file that lays out its memory.
 struct Layout {
@@ -49,7 +53,7 @@ BoardMemory buildMemory(const std::filesystem::path& directory, Board board, con
                                     {kindRecord, identity.kind.value_or(defaultKind)},
                                     {typeLowRecord, layout.type % 256},
                                     {typeHighRecord, layout.type / 256},
-                                    {revisionRecord, identity.revision.value_or(defaultRevision)}};
+                                    {revisionRecord, static_cast<int>(revisionOf(identity))}};
     const auto records = readIdentityFile(identityFile(directory, board));
     const auto addRecords = [&](bool known) {
         for (std::size_t i = 0; i < records.size(); ++i) {
@@ -77,7 +81,8 @@ World buildWorld(const MachineOptions& options) {
         world.at(board) = buildMemory(options.directory, board, options.identities[indexOf(board)]);
     }
     world.at(Board::Master).addByte(0);  // the PC looks for the machine by reading the master's first byte
-    setInitialValues(world, options.clock);
+    setInitialValues(world, options);
+    world.set(Board::Master, master::revision, revisionOf(options.identities[indexOf(Board::Master)]));
     return world;
 }
 

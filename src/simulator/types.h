@@ -19,6 +19,7 @@ constexpr std::size_t indexOf(Board board) { return static_cast<std::size_t>(boa
 
 inline constexpr Micros millisecond = 1'000;
 inline constexpr Micros second = 1'000'000;
+inline constexpr Micros minute = 60 * second;
 
 // One byte at 19200 baud, 8 data bits, no parity, 1 stop bit: ten bits.
 inline constexpr Micros byteTime = 521;

@@ -9,9 +9,12 @@ namespace kestrel::qt {
 
 /// Shows the trouble in a message box and ends the process with status 1.
 [[noreturn]] void endByTrouble(const std::exception_ptr& trouble);
+/// Trouble has been met and is being shown: the logic is called no more.
+bool isEnding();
 
 template <class Call>
 void deliver(Call&& call) noexcept {
+    if (isEnding()) return;
     try {
         std::forward<Call>(call)();
     } catch (...) {

@@ -1,0 +1,240 @@
+// Shows a scroll bar.
+// See bar_view.h.
+#include "platform/qt/bar_view.h"
+
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QWheelEvent>
+#include <algorithm>
+#include <cmath>
+
+#include "platform/qt/drawing.h"
+#include "platform/qt/figures.h"
+#include "platform/qt/label_view.h"
+
+namespace kestrel::qt {
+
+namespace {
+
+constexpr int FirstRepeat = 400;  // milliseconds that an end is held before it steps on
+constexpr int NextRepeat = 40;
+constexpr int WheelNotch = 120;
+constexpr double HandleWidth = 12;
+
+}  // namespace
+
+BarView::BarView(ScrollBar& bar)
+    : View(bar),
+      gesture_([this] { valueShown(); }, [this](int value) { act([&](ScrollBar& moved) { moved.UserMove(value); }); }) {
+    setFocusPolicy(Qt::StrongFocus);
+    setAttribute(Qt::WA_Hover);
+    setPolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    repeat_.callOnTimeout([this] { repeatPressed(); });
+}
+
+void BarView::showState() {
+    if (value_ == model().Value && lowest_ == model().Min && highest_ == model().Max) return;
+    value_ = model().Value;
+    lowest_ = model().Min;
+    highest_ = model().Max;
+    setMaximumWidth(sizeHint().width() * 13 / 8);
+    valueShown();
+}
+
+QSize BarView::sizeHint() const { return {rowHeight(*this) * 5, rowHeight(*this)}; }
+
+QSize BarView::minimumSizeHint() const { return {rowHeight(*this) * 3 - 6, rowHeight(*this)}; }
+
+int BarView::bounded(long long value) const {
+    return static_cast<int>(std::max<long long>(lowest_, std::min<long long>(value, highest_)));
+}
+
+double BarView::ratio() const {
+    if (highest_ <= lowest_) return 0;
+    return (static_cast<double>(bounded(shownValue())) - lowest_) / (static_cast<double>(highest_) - lowest_);
+}
+
+QRectF BarView::trough() const {
+    const double end = std::max(22.0, fontMetrics().height() * 1.4);
+    return QRectF(rect()).adjusted(end, 0, -end, 0);
+}
+
+QRectF BarView::handle() const {
+    const QRectF track = trough();
+    const double height = std::min(20.0, this->height() - 10.0);
+    return {track.left() + ratio() * (track.width() - HandleWidth), (this->height() - height) / 2, HandleWidth, height};
+}
+
+BarView::Part BarView::partAt(const QPointF& point) const {
+    const QRectF grip = handle();
+    if (point.x() < trough().left()) return Part::Less;
+    if (point.x() >= trough().right()) return Part::More;
+    if (point.x() < grip.left()) return Part::LargeLess;
+    return point.x() < grip.right() ? Part::Handle : Part::LargeMore;
+}
+
+int BarView::valueAt(double handleLeft) const {
+    const QRectF track = trough();
+    const double part = std::clamp((handleLeft - track.left()) / (track.width() - HandleWidth), 0.0, 1.0);
+    return bounded(std::llround(lowest_ + part * (static_cast<double>(highest_) - lowest_)));
+}
+
+void BarView::stepBy(int amount) { gesture_.step(bounded(static_cast<long long>(shownValue()) + amount)); }
+
+QString BarView::previewText() const {
+    if (!valueLabel_) return {};
+    // The label tells how the value is written. Where it does not follow from the bar's value (a word, a value that the
+    // bar cannot reach), a preview would only be a guess.
+    const auto form = FigureForm::of(valueLabel_->text(), value_, lowest_);
+    return form ? form->text(shownValue()) : QString();
+}
+
+void BarView::drawEnds(Brush& brush) const {
+    const QColor still = isEnabled() ? colors().quietText : colors().disabledText;
+    const double end = trough().left();
+    const auto color = [&](Part part, bool dead) {
+        if (dead) return colors().line;
+        return isEnabled() && pressed_ == part ? colors().accent : still;
+    };
+    drawArrow(brush, {0, 0, end, static_cast<double>(height())}, Arrow::Left,
+              color(Part::Less, shownValue() <= lowest_));
+    drawArrow(brush, {width() - end, 0, end, static_cast<double>(height())}, Arrow::Right,
+              color(Part::More, shownValue() >= highest_));
+}
+
+void BarView::paintEvent(QPaintEvent* /*event*/) {
+    Brush brush(*this);
+    drawEnds(brush);
+    const QRectF track = trough();
+    const QRectF grip = handle();
+    const QRectF line(track.left(), height() / 2.0 - 3, track.width(), 6);
+    drawShape(brush, line, 3, colors().field, colors().outline);
+    const QColor strength = isEnabled() ? colors().accent : colors().outline;
+    drawShape(brush, QRectF(line.topLeft(), QPointF(grip.center().x(), line.bottom())), 3, strength, strength);
+
+    const QString text = gesture_.active() ? previewText() : QString();
+    QRectF knob = grip;
+    if (!text.isEmpty()) {
+        const double wide = std::max(HandleWidth, fontMetrics().horizontalAdvance(text) + 12.0);
+        const double left = std::clamp(grip.center().x() - wide / 2, 1.0, std::max(1.0, width() - wide - 1));
+        knob = {left, grip.top() - 1, wide, grip.height() + 2};
+    }
+    drawShape(brush, knob, CornerRadius, isEnabled() ? colors().accent : colors().panel, strength, 1.5);
+    if (!text.isEmpty()) {
+        brush.setPen(colors().onAccent);
+        brush.drawText(knob, static_cast<int>(Qt::AlignCenter), text);
+    }
+    drawMarks(brush, *this, QRectF(rect()).adjusted(3, 4, -3, -4));
+}
+
+void BarView::mousePressEvent(QMouseEvent* event) {
+    if (event->button() != Qt::LeftButton) return event->ignore();
+    pointer_ = event->position();
+    pressed_ = partAt(pointer_);
+    if (pressed_ == Part::Handle) {
+        gesture_.hold(shownValue());
+        grip_ = pointer_.x() - handle().left();
+    } else {
+        repeatPressed();
+        repeat_.start(FirstRepeat);
+    }
+}
+
+void BarView::repeatPressed() {
+    const Part under = partAt(pointer_);
+    int amount = 0;
+    if (pressed_ == Part::Less) amount = -1;
+    if (pressed_ == Part::More) amount = 1;
+    // A large step stops where the pointer is held.
+    if (pressed_ == Part::LargeLess && under == Part::LargeLess) amount = -model().LargeChange;
+    if (pressed_ == Part::LargeMore && under == Part::LargeMore) amount = model().LargeChange;
+    gesture_.hold(bounded(static_cast<long long>(shownValue()) + amount));
+    if (repeat_.isActive()) repeat_.start(NextRepeat);
+}
+
+void BarView::mouseMoveEvent(QMouseEvent* event) {
+    pointer_ = event->position();
+    if (pressed_ == Part::Handle && gesture_.active()) gesture_.hold(valueAt(pointer_.x() - grip_));
+}
+
+void BarView::mouseReleaseEvent(QMouseEvent* event) {
+    if (event->button() != Qt::LeftButton) return event->ignore();
+    repeat_.stop();
+    if (pressed_ == Part::Handle)
+        gesture_.commit();
+    else
+        gesture_.settle();
+    pressed_ = Part::None;
+    update();
+}
+
+void BarView::wheelEvent(QWheelEvent* event) {
+    if (!hasFocus()) return event->ignore();
+    wheelRest_ += event->angleDelta().y();
+    const int notches = wheelRest_ / WheelNotch;
+    wheelRest_ -= notches * WheelNotch;
+    if (notches != 0) stepBy(notches);
+    event->accept();
+}
+
+void BarView::keyPressEvent(QKeyEvent* event) {
+    switch (event->key()) {
+        case Qt::Key_Left:
+        case Qt::Key_Down:
+            return stepBy(-1);
+        case Qt::Key_Right:
+        case Qt::Key_Up:
+            return stepBy(1);
+        case Qt::Key_PageDown:
+            return stepBy(-model().LargeChange);
+        case Qt::Key_PageUp:
+            return stepBy(model().LargeChange);
+        case Qt::Key_Home:
+            return gesture_.step(lowest_);
+        case Qt::Key_End:
+            return gesture_.step(highest_);
+        case Qt::Key_Escape:
+            if (gesture_.active()) {
+                pressed_ = Part::None;
+                return gesture_.cancel();
+            }
+            [[fallthrough]];
+        default:
+            View::keyPressEvent(event);
+    }
+}
+
+void BarView::focusOutEvent(QFocusEvent* event) {
+    repeat_.stop();
+    pressed_ = Part::None;
+    gesture_.commit();
+    View::focusOutEvent(event);
+}
+
+void BarView::hideEvent(QHideEvent* event) {
+    repeat_.stop();
+    gesture_.commit();
+    View::hideEvent(event);
+}
+
+void BarView::changeEvent(QEvent* event) {
+    if (event->type() == QEvent::EnabledChange && !isEnabled()) {
+        repeat_.stop();
+        gesture_.cancel();
+    }
+    View::changeEvent(event);
+}
+
+QString BarView::spokenValue() const {
+    if (gesture_.active()) {
+        const QString text = previewText();
+        return text.isEmpty() ? QString::number(shownValue()) : text;
+    }
+    return valueLabel_ && !valueLabel_->text().isEmpty() ? valueLabel_->text() : QString::number(value_);
+}
+
+std::optional<ViewBase::Span> BarView::span() const { return Span{lowest_, highest_, shownValue(), 1}; }
+
+void BarView::moveTo(int value) { gesture_.step(bounded(value)); }
+
+}  // namespace kestrel::qt

@@ -1,0 +1,71 @@
+// Shows a scroll bar: arrow ends for single steps, a trough for large ones, a handle to drag.
+// While the user acts, the handle carries the value to come; one change goes out when the gesture ends.
+#pragma once
+
+#include <QTimer>
+
+#include "platform/controls.h"
+#include "platform/qt/gesture.h"
+#include "platform/qt/view.h"
+
+namespace kestrel::qt {
+
+class LabelView;
+
+class BarView : public View<ScrollBar> {
+  public:
+    explicit BarView(ScrollBar& bar);
+
+    /// The label beside the bar that shows the board's value: the preview is written as it is.
+    void setValueLabel(const LabelView* label) { valueLabel_ = label; }
+
+    void endGesture() override { gesture_.commit(); }
+    QAccessible::Role spokenRole() const override { return QAccessible::Slider; }
+    QString spokenValue() const override;
+    std::optional<Span> span() const override;
+    void moveTo(int value) override;
+
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
+
+  protected:
+    void showState() override;
+    void paintEvent(QPaintEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
+    void changeEvent(QEvent* event) override;
+
+  private:
+    enum class Part { None, Less, LargeLess, Handle, LargeMore, More };
+
+    int shownValue() const { return gesture_.valueOr(value_); }
+    int bounded(long long value) const;
+    double ratio() const;
+    QRectF trough() const;
+    QRectF handle() const;
+    Part partAt(const QPointF& point) const;
+    int valueAt(double handleLeft) const;
+    void stepBy(int amount);
+    void repeatPressed();
+    void drawEnds(class Brush& brush) const;
+    /// The value as the label beside the bar would write it; empty when the label follows another rule.
+    QString previewText() const;
+
+    Gesture gesture_;
+    QTimer repeat_;
+    const LabelView* valueLabel_ = nullptr;
+    int value_ = 0;
+    int lowest_ = 0;
+    int highest_ = 0;
+    Part pressed_ = Part::None;
+    QPointF pointer_;
+    double grip_ = 0;
+    int wheelRest_ = 0;
+};
+
+}  // namespace kestrel::qt

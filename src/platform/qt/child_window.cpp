@@ -1,0 +1,78 @@
+// One page in the frame window.
+// See child_window.h.
+#include "platform/qt/child_window.h"
+
+#include <QCloseEvent>
+
+#include "platform/qt/deliver.h"
+#include "platform/qt/page_area.h"
+#include "platform/qt/page_view.h"
+#include "platform/qt/text.h"
+
+namespace kestrel::qt {
+
+ChildWindow::ChildWindow(Window& model, PageArea& area) : model_(&model), area_(area), page_(buildPage(model)) {
+    setWidget(page_);
+    area.addSubWindow(this);
+    hide();
+    model.bind(this);
+    setWindowTitle(toQt(model.Caption));
+    fit();
+    place();
+}
+
+ChildWindow::~ChildWindow() {
+    if (model_) model_->unbind(this);
+}
+
+QSize ChildWindow::fittingSize() const { return sizeHint().boundedTo(area_.viewport()->size()); }
+
+void ChildWindow::dismiss() {
+    model_->unbind(this);
+    model_ = nullptr;
+    setWidget(nullptr);
+    if (page_) dismissPage(page_);
+    area_.removeSubWindow(this);
+    hide();
+    deleteLater();
+}
+
+void ChildWindow::controlChanged() {
+    const QString title = toQt(model_->Caption);
+    if (windowTitle() != title) setWindowTitle(title);
+    place();
+}
+
+/// Where the program wants the window; it moves there again only when the program has changed its mind, since the user
+/// may have moved it meanwhile.
+void ChildWindow::place() {
+    const QPoint wanted(model_->Left / TwipsPerPixel, model_->Top / TwipsPerPixel);
+    if (wanted == placedAt_ && isVisible()) return;
+    placedAt_ = wanted;
+    move(area_.reachable(wanted, size()));
+}
+
+/// Takes the size that the texts need, unless that is what it has been given before: the user may have resized it.
+void ChildWindow::fit() {
+    const QSize fitting = fittingSize();
+    if (fitting == fitted_) return;
+    fitted_ = fitting;
+    if (isMaximized() || isMinimized()) return;
+    resize(fitting);
+    move(area_.reachable(pos(), size()));
+}
+
+bool ChildWindow::event(QEvent* event) {
+    const bool handled = QMdiSubWindow::event(event);
+    if (event->type() == QEvent::LayoutRequest && model_) fit();
+    return handled;
+}
+
+void ChildWindow::closeEvent(QCloseEvent* event) {
+    event->ignore();
+    if (!model_) return;
+    endGestures(page_);
+    deliver([this] { model_->UserClose(); });
+}
+
+}  // namespace kestrel::qt

@@ -1,0 +1,98 @@
+// Shows a label.
+// See label_view.h.
+#include "platform/qt/label_view.h"
+
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QStringList>
+#include <algorithm>
+
+#include "platform/qt/drawing.h"
+
+namespace kestrel::qt {
+
+LabelView::LabelView(Label& label) : View(label) {
+    if (label.isClickable()) {
+        setFocusPolicy(Qt::StrongFocus);
+        setCursor(Qt::PointingHandCursor);
+        setAttribute(Qt::WA_Hover);
+        setPolicy(QSizePolicy::Preferred, QSizePolicy::Preferred);
+    } else {
+        setPolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    }
+}
+
+void LabelView::showState() {
+    const QString text = toQt(model().Caption);
+    const QString widest = toQt(model().widest);
+    const bool renamed = text != text_;
+    if (isFigure() ? widest != widest_ : renamed) updateGeometry();
+    widest_ = widest;
+    text_ = text;
+    if (renamed) valueShown();
+    if (foreColor_ != model().ForeColor) {
+        foreColor_ = model().ForeColor;
+        update();
+    }
+}
+
+QSize LabelView::sizeHint() const {
+    const QFontMetrics metrics = fontMetrics();
+    const int height = canPress() ? rowHeight(*this) : textHeight(*this);
+    if (isFigure()) return {figuresWidth(metrics, widest_.isEmpty() ? QStringLiteral("00000") : widest_) + 2, height};
+    int width = 0;
+    const QStringList lines = text_.split(u'\n');
+    for (const QString& line : lines) width = std::max(width, metrics.horizontalAdvance(line));
+    const int margin = canPress() ? 2 * GridStep : 0;
+    return {width + margin, height + static_cast<int>(lines.size() - 1) * metrics.lineSpacing()};
+}
+
+QColor LabelView::ink() const {
+    if (!isEnabled() || foreColor_ == Label::DefaultColor) return textColor(*this);
+    const QColor asked(foreColor_ & 0xff, (foreColor_ >> 8) & 0xff, (foreColor_ >> 16) & 0xff);
+    return readable(readable(asked, colors().panel, TextContrast), colors().window, TextContrast);
+}
+
+void LabelView::paintEvent(QPaintEvent* /*event*/) {
+    Brush brush(*this);
+    if (canPress() && isEnabled() && underMouse())
+        drawShape(brush, rect(), CornerRadius, Qt::transparent, colors().outline);
+    brush.setPen(ink());
+    if (isFigure()) {
+        drawFigures(brush, rect(), fontMetrics().elidedText(text_, Qt::ElideLeft, width()));
+    } else {
+        brush.drawText(rect(), static_cast<int>(canPress() ? Qt::AlignCenter : Qt::AlignLeft | Qt::AlignVCenter),
+                       text_);
+    }
+    if (canPress()) drawMarks(brush, *this, QRectF(rect()).adjusted(3, 3, -3, -3));
+}
+
+QString LabelView::spokenName() const { return isFigure() || text_.isEmpty() ? ViewBase::spokenName() : text_; }
+
+QString LabelView::spokenValue() const { return isFigure() ? text_ : QString(); }
+
+QAccessible::Role LabelView::spokenRole() const { return canPress() ? QAccessible::Button : QAccessible::StaticText; }
+
+void LabelView::press() {
+    act([](Label& label) { label.UserClick(); });
+}
+
+void LabelView::mousePressEvent(QMouseEvent* event) {
+    pressed_ = canPress() && event->button() == Qt::LeftButton;
+    event->setAccepted(pressed_);
+}
+
+void LabelView::mouseReleaseEvent(QMouseEvent* event) {
+    const bool clicked = pressed_ && event->button() == Qt::LeftButton && rect().contains(event->pos());
+    pressed_ = false;
+    if (clicked) press();
+}
+
+void LabelView::keyPressEvent(QKeyEvent* event) {
+    const bool presses =
+        event->key() == Qt::Key_Space || event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (!canPress() || !presses || event->isAutoRepeat()) return View::keyPressEvent(event);
+    press();
+}
+
+}  // namespace kestrel::qt

@@ -1,0 +1,65 @@
+// Shows a table of texts with column heads.
+// See list_view.h.
+#include "platform/qt/list_view.h"
+
+#include <QHeaderView>
+
+namespace kestrel::qt {
+
+namespace {
+
+constexpr int RowsShown = 10;
+
+QStringList texts(const std::vector<std::string>& row) {
+    QStringList result;
+    for (const std::string& text : row) result.append(toQt(text));
+    return result;
+}
+
+}  // namespace
+
+ListTableView::ListTableView(ListView& list) : View(list) {
+    setRootIsDecorated(false);
+    setUniformRowHeights(true);
+    setAllColumnsShowFocus(true);
+    setColumnCount(0);
+    header()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    header()->setSectionsMovable(false);
+    setPolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+}
+
+void ListTableView::showState() {
+    const bool newHeads = heads_ != model().ColumnHeads.get();
+    const bool newRows = rows_ != model().Rows.get();
+    if (newHeads) {
+        heads_ = model().ColumnHeads.get();
+        setColumnCount(static_cast<int>(heads_.size()));
+        setHeaderLabels(texts(heads_));
+    }
+    if (newRows) {
+        rows_ = model().Rows.get();
+        clear();
+        for (const auto& row : rows_) new QTreeWidgetItem(this, texts(row));
+    }
+    if (newHeads || newRows) fitColumns();
+}
+
+void ListTableView::fitColumns() {
+    for (int column = 0; column < columnCount(); ++column) {
+        resizeColumnToContents(column);
+        header()->resizeSection(column, columnWidth(column) + GridStep);
+    }
+}
+
+void ListTableView::renamed() {
+    if (const QString name = spokenName(); name != accessibleName()) setAccessibleName(name);
+}
+
+QSize ListTableView::sizeHint() const {
+    const int line = textHeight(*this);
+    return {line * 26, line * (RowsShown + 1) + GridStep};
+}
+
+QSize ListTableView::minimumSizeHint() const { return {textHeight(*this) * 12, textHeight(*this) * 5}; }
+
+}  // namespace kestrel::qt

@@ -1,0 +1,115 @@
+// How the toolkit's own widgets are drawn.
+// See look_style.h.
+#include "platform/qt/look_style.h"
+
+#include <QPainter>
+#include <QStyleOption>
+#include <algorithm>
+
+#include "platform/qt/drawing.h"
+
+namespace kestrel::qt {
+
+namespace {
+
+/// Least height of what can be pressed, chosen or typed in.
+constexpr int TargetHeight = 32;
+
+/// The shape of a button or box stands a little inside its target, so that neighbours do not touch.
+QRectF shapeIn(const QStyleOption& option) { return QRectF(option.rect).adjusted(3, 3, -3, -3); }
+
+void drawButton(const QStyleOption& option, QPainter& painter) {
+    const bool enabled = option.state & QStyle::State_Enabled;
+    const bool down = option.state & (QStyle::State_Sunken | QStyle::State_On);
+    const bool hover = enabled && (option.state & QStyle::State_MouseOver);
+    QColor face = enabled ? colors().button : colors().panel;
+    if (down) face = colors().line;
+    drawShape(painter, shapeIn(option), CornerRadius, face, hover ? colors().text : colors().outline);
+}
+
+void drawBox(const QStyleOption& option, QPainter& painter) {
+    const bool enabled = option.state & QStyle::State_Enabled;
+    drawShape(painter, shapeIn(option), CornerRadius, enabled ? colors().field : colors().panel, colors().outline);
+    if (option.state & QStyle::State_HasFocus)
+        drawShape(painter, option.rect, CornerRadius + 3, Qt::transparent, colors().accent, 2.0);
+}
+
+void drawFocus(const QStyleOption& option, QPainter& painter, const QWidget* widget) {
+    const QRectF ring = widget ? QRectF(widget->rect()) : QRectF(option.rect);
+    const bool inItem = widget && QRectF(option.rect).width() < ring.width() * 0.6;
+    drawShape(painter, inItem ? QRectF(option.rect) : ring, CornerRadius + 3, Qt::transparent, colors().accent, 2.0);
+}
+
+}  // namespace
+
+LookStyle::LookStyle() : QProxyStyle(QStringLiteral("Fusion")) {}
+
+void LookStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                              const QWidget* widget) const {
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing);
+    switch (element) {
+        case PE_PanelButtonCommand:
+        case PE_PanelButtonTool:
+            drawButton(*option, *painter);
+            break;
+        case PE_PanelLineEdit:
+            drawBox(*option, *painter);
+            break;
+        case PE_FrameLineEdit:
+            break;
+        case PE_FrameFocusRect:
+            drawFocus(*option, *painter, widget);
+            break;
+        default:
+            painter->restore();
+            return QProxyStyle::drawPrimitive(element, option, painter, widget);
+    }
+    painter->restore();
+}
+
+int LookStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const {
+    switch (metric) {
+        case PM_LayoutLeftMargin:
+        case PM_LayoutTopMargin:
+        case PM_LayoutRightMargin:
+        case PM_LayoutBottomMargin:
+            return 2 * GridStep;
+        case PM_LayoutHorizontalSpacing:
+        case PM_LayoutVerticalSpacing:
+            return GridStep;
+        case PM_ScrollBarExtent:
+            return 2 * GridStep;
+        case PM_ButtonShiftHorizontal:
+        case PM_ButtonShiftVertical:
+            return 0;
+        default:
+            return QProxyStyle::pixelMetric(metric, option, widget);
+    }
+}
+
+QSize LookStyle::sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& size,
+                                  const QWidget* widget) const {
+    QSize result = QProxyStyle::sizeFromContents(type, option, size, widget);
+    if (type == CT_MenuItem) {
+        const auto* item = qstyleoption_cast<const QStyleOptionMenuItem*>(option);
+        if (item && item->menuItemType == QStyleOptionMenuItem::Separator) return result;
+    }
+    if (type == CT_MenuItem || type == CT_MenuBarItem || type == CT_PushButton || type == CT_LineEdit)
+        result.setHeight(std::max(result.height(), TargetHeight));
+    return result;
+}
+
+int LookStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                         QStyleHintReturn* returned) const {
+    switch (hint) {
+        case SH_EtchDisabledText:
+            return 0;
+        case SH_UnderlineShortcut:
+            return 1;
+        default:
+            return QProxyStyle::styleHint(hint, option, widget, returned);
+    }
+}
+
+}  // namespace kestrel::qt

@@ -1,0 +1,117 @@
+// The frame window.
+// See main_window_view.h.
+#include "platform/qt/main_window_view.h"
+
+#include <QCloseEvent>
+#include <QCoreApplication>
+#include <QDeadlineTimer>
+#include <QMenuBar>
+#include <QScreen>
+#include <QStatusBar>
+#include <QWindow>
+#include <algorithm>
+
+#include "platform/qt/child_window.h"
+#include "platform/qt/deliver.h"
+#include "platform/qt/pictures.h"
+#include "platform/qt/text.h"
+
+namespace kestrel::qt {
+
+namespace {
+
+constexpr const char* WindowListEntry = "mnuWL";
+constexpr QSize UsualSize(1366, 768);
+/// Screens that take longer show the window a little later; nothing else depends on it.
+constexpr int LongestWaitForScreen = 500;
+
+Extent toTwips(QSize size) { return {size.width() * TwipsPerPixel, size.height() * TwipsPerPixel}; }
+
+}  // namespace
+
+MainWindowView::MainWindowView(MainWindow& model)
+    : model_(model),
+      area_(new PageArea(loadPicture(QStringLiteral("background")))),
+      menu_(model.menuBar(), *menuBar()),
+      status_(model.StatusBar1, *statusBar()),
+      windowList_(menu_.menuOf(WindowListEntry), *area_, [this] { closePages(); }) {
+    setCentralWidget(area_);
+    resize(UsualSize.boundedTo(screen()->availableSize()));
+    QObject::connect(area_, &QMdiArea::subWindowActivated, this, [this](QMdiSubWindow* child) { activated(child); });
+    model_.bind(this);
+    controlChanged();
+}
+
+MainWindowView::~MainWindowView() {
+    QObject::disconnect(area_, nullptr, this, nullptr);
+    model_.unbind(this);
+}
+
+void MainWindowView::controlChanged() {
+    const std::string& caption = model_.Caption;
+    setWindowTitle(caption.empty() ? QCoreApplication::applicationName() : toQt(caption));
+}
+
+/// What follows the first appearance may keep the event loop busy for seconds: the window must not stand empty so long.
+void MainWindowView::showPainted() {
+    show();
+    const QDeadlineTimer end(LongestWaitForScreen);
+    while (!windowHandle()->isExposed() && !end.hasExpired())
+        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents, LongestWaitForScreen);
+}
+
+Extent MainWindowView::extent() const { return toTwips(size()); }
+
+Extent MainWindowView::measure(Window& window) { return toTwips(childOf(window).fittingSize()); }
+
+ChildWindow& MainWindowView::childOf(Window& window) {
+    const auto found = std::find_if(children_.begin(), children_.end(),
+                                    [&](const ChildWindow* child) { return &child->model() == &window; });
+    if (found != children_.end()) return **found;
+    return *children_.emplace_back(new ChildWindow(window, *area_));
+}
+
+void MainWindowView::showWindow(Window& window) {
+    ChildWindow& child = childOf(window);
+    isShowingPage_ = true;
+    if (child.isMinimized())
+        child.showNormal();
+    else
+        child.show();
+    area_->setActiveSubWindow(&child);
+    isShowingPage_ = false;
+    front_ = &window;
+    window.Form_Activate();
+}
+
+void MainWindowView::closeWindow(Window& window) {
+    if (front_ == &window) front_ = nullptr;
+    const auto found = std::find_if(children_.begin(), children_.end(),
+                                    [&](const ChildWindow* child) { return &child->model() == &window; });
+    if (found == children_.end()) return;
+    ChildWindow* const leaving = *found;
+    children_.erase(found);
+    leaving->dismiss();
+}
+
+/// The user brought a page to the front, or the one that was there has gone.
+void MainWindowView::activated(QMdiSubWindow* child) {
+    if (isShowingPage_ || !child) return;
+    const auto found = std::find(children_.begin(), children_.end(), child);
+    if (found == children_.end() || &(*found)->model() == front_) return;
+    front_ = &(*found)->model();
+    deliver([this] { front_->Form_Activate(); });
+}
+
+void MainWindowView::closePages() {
+    for (QMdiSubWindow* child : area_->subWindowList()) child->close();
+}
+
+void MainWindowView::closeEvent(QCloseEvent* event) {
+    deliver([this] {
+        if (userClose_) userClose_();
+    });
+    event->accept();
+}
+
+}  // namespace kestrel::qt

@@ -1,0 +1,44 @@
+// Shows a tree of menu entries as a menu bar.
+// Entries keep their order; those without entries below them are clicked, the others open.
+#pragma once
+
+#include <QAction>
+#include <QMenu>
+#include <functional>
+#include <memory>
+#include <vector>
+
+#include "platform/menu.h"
+
+class QMenuBar;
+
+namespace kestrel::qt {
+
+class MenuEntryView;
+
+class MenuView {
+  public:
+    /// Shows the entries below `root` in the bar. Both outlive the view.
+    MenuView(MenuItem& root, QMenuBar& bar);
+    ~MenuView();
+
+    /// The menu that an entry of the top level opens; made if it has none of its own.
+    QMenu& menuOf(const std::string& name);
+
+  private:
+    /// Entries beside one another: their letters are chosen together.
+    struct Level {
+        std::vector<MenuEntryView*> entries;
+        bool isStale = false;
+    };
+
+    void fill(MenuItem& parent, QWidget& place);
+    void renameLater(Level& level);
+    static void rename(Level& level);
+
+    QObject context_;
+    std::vector<std::unique_ptr<Level>> levels_;
+    std::vector<std::unique_ptr<MenuEntryView>> entries_;
+};
+
+}  // namespace kestrel::qt

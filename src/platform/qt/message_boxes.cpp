@@ -1,0 +1,91 @@
+// Message boxes, one at a time.
+// See message_boxes.h.
+#include "platform/qt/message_boxes.h"
+
+#include <QEventLoop>
+#include <cstdio>
+
+#include "platform/qt/text.h"
+
+namespace kestrel::qt {
+
+namespace {
+
+QMessageBox::Icon iconOf(const Message& message) {
+    return message.icon == Message::Icon::Critical ? QMessageBox::Critical : QMessageBox::Warning;
+}
+
+/// Escape and the window's cross take the answer that changes nothing; so does Enter, where something could be lost.
+void addButtons(QMessageBox& box, Message::Buttons buttons) {
+    switch (buttons) {
+        case Message::Buttons::Ok:
+            box.setStandardButtons(QMessageBox::Ok);
+            box.setEscapeButton(QMessageBox::Ok);
+            break;
+        case Message::Buttons::RetryCancel:
+            box.setStandardButtons(QMessageBox::Retry | QMessageBox::Cancel);
+            box.setDefaultButton(QMessageBox::Retry);
+            box.setEscapeButton(QMessageBox::Cancel);
+            break;
+        case Message::Buttons::YesNo:
+            box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
+            box.setDefaultButton(QMessageBox::No);
+            box.setEscapeButton(QMessageBox::No);
+            break;
+    }
+}
+
+Message::Answer answerOf(int button) {
+    switch (button) {
+        case QMessageBox::Retry:
+            return Message::Answer::Retry;
+        case QMessageBox::Cancel:
+            return Message::Answer::Cancel;
+        case QMessageBox::Yes:
+            return Message::Answer::Yes;
+        case QMessageBox::No:
+            return Message::Answer::No;
+        default:
+            return Message::Answer::Ok;
+    }
+}
+
+}  // namespace
+
+Message::Answer MessageBoxes::ask(const Message& message, QWidget* parent) {
+    waitForOpenBox();
+    QMessageBox box(iconOf(message), toQt(message.title), toQt(message.text), QMessageBox::NoButton, parent);
+    box.setTextFormat(Qt::PlainText);
+    box.setInformativeText(toQt(message.detail));
+    addButtons(box, message.buttons);
+    open_ = &box;
+    const int button = box.exec();
+    if (open_ == &box) open_.clear();
+    return answerOf(button);
+}
+
+void MessageBoxes::waitForOpenBox() {
+    if (!open_) return;
+    QEventLoop loop;
+    QObject::connect(open_, &QMessageBox::finished, &loop, &QEventLoop::quit);
+    loop.exec();
+}
+
+Message::Answer printMessage(const Message& message) {
+    std::string text = message.title + ": " + message.text;
+    if (!message.detail.empty()) text += " (" + message.detail + ")";
+    for (char& letter : text)
+        if (letter == '\n') letter = ' ';
+    std::fprintf(stderr, "kestrel: %s\n", text.c_str());
+    switch (message.buttons) {
+        case Message::Buttons::RetryCancel:
+            return Message::Answer::Cancel;
+        case Message::Buttons::YesNo:
+            return Message::Answer::No;
+        case Message::Buttons::Ok:
+            break;
+    }
+    return Message::Answer::Ok;
+}
+
+}  // namespace kestrel::qt

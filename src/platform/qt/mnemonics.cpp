@@ -1,0 +1,62 @@
+// Keys for the entries of a menu.
+// See mnemonics.h.
+#include "platform/qt/mnemonics.h"
+
+#include <QSet>
+#include <QVector>
+
+namespace kestrel::qt {
+
+namespace {
+
+constexpr qsizetype NoLetter = -1;
+
+enum class Pass { FirstLetter, WordStart, AnyLetter };
+
+bool isOffered(const QString& caption, qsizetype at, Pass pass) {
+    if (!caption[at].isLetterOrNumber()) return false;
+    const bool startsWord = at == 0 || !caption[at - 1].isLetterOrNumber();
+    switch (pass) {
+        case Pass::FirstLetter:
+            return at == 0;
+        case Pass::WordStart:
+            return startsWord;
+        case Pass::AnyLetter:
+            return true;
+    }
+    return false;
+}
+
+qsizetype freeLetter(const QString& caption, Pass pass, const QSet<QChar>& taken) {
+    for (qsizetype at = 0; at < caption.size(); ++at)
+        if (isOffered(caption, at, pass) && !taken.contains(caption[at].toUpper())) return at;
+    return NoLetter;
+}
+
+QString marked(const QString& caption, qsizetype letter) {
+    QString text;
+    for (qsizetype at = 0; at < caption.size(); ++at) {
+        if (at == letter) text += u'&';
+        text += caption[at];
+        if (caption[at] == u'&') text += u'&';
+    }
+    return text;
+}
+
+}  // namespace
+
+QStringList withMnemonics(const QStringList& captions) {
+    QSet<QChar> taken;
+    QVector<qsizetype> letters(captions.size(), NoLetter);
+    for (const Pass pass : {Pass::FirstLetter, Pass::WordStart, Pass::AnyLetter})
+        for (qsizetype i = 0; i < captions.size(); ++i) {
+            if (letters[i] != NoLetter) continue;
+            letters[i] = freeLetter(captions[i], pass, taken);
+            if (letters[i] != NoLetter) taken.insert(captions[i][letters[i]].toUpper());
+        }
+    QStringList result;
+    for (qsizetype i = 0; i < captions.size(); ++i) result += marked(captions[i], letters[i]);
+    return result;
+}
+
+}  // namespace kestrel::qt

@@ -1,0 +1,31 @@
+// The area of the frame window in which pages stand, with its painted background.
+// Keeps every page where the user can reach its title bar.
+#pragma once
+
+#include <QMdiArea>
+#include <QPixmap>
+#include <QSvgRenderer>
+#include <memory>
+
+namespace kestrel::qt {
+
+class PageArea : public QMdiArea {
+  public:
+    /// Without a picture the background is plain.
+    explicit PageArea(std::unique_ptr<QSvgRenderer> picture);
+
+    /// The nearest place to `wanted` at which a page of this size has its title bar in the area.
+    QPoint reachable(QPoint wanted, QSize size) const;
+
+  protected:
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+
+  private:
+    const QPixmap& background();
+
+    std::unique_ptr<QSvgRenderer> picture_;
+    QPixmap painted_;
+};
+
+}  // namespace kestrel::qt

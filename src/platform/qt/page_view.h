@@ -1,0 +1,22 @@
+// Turns a page's layout tree into widgets.
+// A page scrolls when its window is smaller than it.
+#pragma once
+
+#include <QWidget>
+
+#include "platform/window.h"
+
+namespace kestrel::qt {
+
+/// The widget of a page, with views bound to all its controls. The window's models must outlive it or dismissPage() be
+/// called before they go. Run-time errors of the page's Arrange() pass through.
+QWidget* buildPage(Window& window);
+
+/// Hands over what the user has begun on the page and not finished. To be called before the page is told to close.
+void endGestures(QWidget* page);
+
+/// Lets go of the page's models, which may be destroyed from now on, hides the widget and deletes it from the event
+/// loop: safe inside an event of the page's own.
+void dismissPage(QWidget* page);
+
+}  // namespace kestrel::qt

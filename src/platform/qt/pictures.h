@@ -1,0 +1,18 @@
+// Where the drawings of the installation lie, and how they are loaded.
+// They are SVG files in the colours of the light palette, which are put into those of the look when they are loaded.
+#pragma once
+
+#include <QString>
+#include <QSvgRenderer>
+#include <memory>
+
+namespace kestrel::qt {
+
+/// The folder of the drawings; until it is set, "pictures" beside the executable.
+void setPictureFolder(const QString& folder);
+QString pictureFile(const QString& stem);
+
+/// The drawing with this stem, or null when it cannot be read.
+std::unique_ptr<QSvgRenderer> loadPicture(const QString& stem);
+
+}  // namespace kestrel::qt

@@ -1,0 +1,102 @@
+// The serial control over a real port.
+// See qt_serial_port.h.
+#include "platform/qt/qt_serial_port.h"
+
+#include <QThread>
+#include <algorithm>
+
+#include "platform/qt/deliver.h"
+#include "platform/qt/port_trouble.h"
+#include "platform/qt/text.h"
+
+namespace kestrel::qt {
+
+QtSerialPort::QtSerialPort(Surroundings surroundings) : surroundings_(std::move(surroundings)) {
+    port_.setBaudRate(QSerialPort::Baud19200);
+    QObject::connect(&port_, &QSerialPort::readyRead, &port_, [this] {
+        take();
+        if (!collecting_) arrived();
+    });
+    QObject::connect(&port_, &QSerialPort::errorOccurred, &port_,
+                     [this](QSerialPort::SerialPortError error) { failed(error); });
+}
+
+QtSerialPort::~QtSerialPort() {
+    close();
+    surroundings_.onDestroy(*this);
+}
+
+void QtSerialPort::CommPort(int port) {
+    if (state_ != State::Closed) throw RunTimeError(error_number::SerialFirst, "The port is open");
+    number_ = port;
+}
+
+void QtSerialPort::PortOpen(bool wanted) {
+    if (wanted && state_ == State::Open) throw RunTimeError(error_number::SerialPortInUse, "The port is already open");
+    close();
+    if (wanted) open();
+}
+
+void QtSerialPort::open() {
+    const std::string device = surroundings_.deviceOf(number_);
+    if (device.empty())
+        throw RunTimeError(error_number::SerialBadPort, "Com" + std::to_string(number_) + ": no device");
+    port_.setPortName(toQt(device));
+    if (!port_.open(QIODevice::ReadWrite)) throw openingTrouble(device, port_);
+    port_.clear();
+    state_ = State::Open;
+}
+
+void QtSerialPort::close() {
+    state_ = State::Closed;
+    received_.clear();
+    if (port_.isOpen()) port_.close();
+}
+
+void QtSerialPort::write(const Bytes& bytes) {
+    if (state_ == State::Closed) throw RunTimeError(error_number::SerialNotOpen, "The port is not open");
+    if (state_ == State::Lost) return;
+    port_.write(reinterpret_cast<const char*>(bytes.data()), static_cast<qint64>(bytes.size()));
+    port_.flush();
+}
+
+void QtSerialPort::collect(int milliseconds) {
+    if (state_ != State::Open) {
+        QThread::msleep(static_cast<unsigned long>(milliseconds));
+        return;
+    }
+    collecting_ = true;
+    port_.waitForReadyRead(milliseconds);
+    collecting_ = false;
+    if (state_ == State::Lost) port_.close();
+    if (!received_.empty())
+        QMetaObject::invokeMethod(
+            &port_, [this] { arrived(); }, Qt::QueuedConnection);
+}
+
+void QtSerialPort::take() {
+    const QByteArray bytes = port_.readAll();
+    const auto room = std::min(InputBufferSize - received_.size(), static_cast<std::size_t>(bytes.size()));
+    received_.insert(received_.end(), bytes.begin(), bytes.begin() + static_cast<qsizetype>(room));
+}
+
+void QtSerialPort::arrived() {
+    if (!received_.empty()) deliver([this] { raiseComm(); });
+}
+
+void QtSerialPort::failed(QSerialPort::SerialPortError error) {
+    const bool harmless = error == QSerialPort::NoError || error == QSerialPort::TimeoutError ||
+                          error == QSerialPort::UnsupportedOperationError;
+    if (harmless || state_ != State::Open) return;
+    state_ = State::Lost;
+    QMetaObject::invokeMethod(
+        &port_, [this] { tellLoss(); }, Qt::QueuedConnection);
+}
+
+void QtSerialPort::tellLoss() {
+    if (state_ != State::Lost) return;
+    close();
+    deliver([this] { raiseLost(); });
+}
+
+}  // namespace kestrel::qt

@@ -1,0 +1,101 @@
+// Shows the status bar.
+// See status_bar_view.h.
+#include "platform/qt/status_bar_view.h"
+
+#include <QLabel>
+#include <array>
+
+#include "platform/qt/frame_words.h"
+#include "platform/qt/lamp_pictures.h"
+#include "platform/qt/text.h"
+#include "platform/window.h"
+
+namespace kestrel::qt {
+
+namespace {
+
+constexpr int LampKinds = 3;
+constexpr std::array<const char*, LampKinds> LampNames = {words::SendLamp, words::ReceiveLamp, words::ErrorLamp};
+
+/// Pictures 1 to 3 are the lamps off, 4 to 6 the same lamps on.
+QString lampName(int picture) {
+    return QString::fromLatin1(LampNames[static_cast<std::size_t>((picture - 1) % LampKinds)]);
+}
+
+QString lampState(int picture) {
+    return QString::fromLatin1(picture > LampKinds ? words::LampOn : words::LampOff);
+}
+
+Qt::Alignment alignmentOf(const StatusPanel& panel) {
+    switch (panel.alignment) {
+        case StatusPanel::Alignment::Center: return Qt::AlignCenter;
+        case StatusPanel::Alignment::Right: return Qt::AlignRight | Qt::AlignVCenter;
+        case StatusPanel::Alignment::Left: break;
+    }
+    return Qt::AlignLeft | Qt::AlignVCenter;
+}
+
+}  // namespace
+
+class StatusPanelView : public ControlView {
+  public:
+    StatusPanelView(StatusPanel& model, QStatusBar& bar) : model_(model), label_(new QLabel(&bar)) {
+        label_->setTextFormat(Qt::PlainText);
+        label_->setAlignment(alignmentOf(model));
+        label_->setMinimumWidth(model.minWidth / TwipsPerPixel);
+        bar.addPermanentWidget(label_, model.sizing == StatusPanel::Sizing::Spring ? 1 : 0);
+        model.bind(this);
+        controlChanged();
+    }
+    ~StatusPanelView() override {
+        model_.unbind(this);
+        delete label_;
+    }
+
+    void controlChanged() override {
+        if (model_.Picture > 0)
+            showLamp(model_.Picture);
+        else
+            showText();
+    }
+
+  private:
+    void showText() {
+        const QString text = toQt(model_.Text);
+        if (label_->text() != text) label_->setText(text);
+        label_->setToolTip(toQt(model_.ToolTip));
+    }
+    void showLamp(int picture) {
+        if (picture == shownPicture_) return;
+        shownPicture_ = picture;
+        const int side = label_->fontMetrics().height();
+        label_->setPixmap(lampPicture(picture).pixmap(QSize(side, side), label_->devicePixelRatioF()));
+        label_->setToolTip(lampName(picture));
+        label_->setAccessibleName(lampName(picture));
+        label_->setAccessibleDescription(lampState(picture));
+    }
+
+    StatusPanel& model_;
+    QLabel* label_;
+    int shownPicture_ = 0;
+};
+
+StatusBarView::StatusBarView(StatusBar& model, QStatusBar& bar) : model_(model), bar_(bar) {
+    model.bind(this);
+    rebuild();
+}
+
+StatusBarView::~StatusBarView() { model_.unbind(this); }
+
+/// The panels are laid out when the program has finished setting them up.
+void StatusBarView::controlChanged() {
+    QMetaObject::invokeMethod(&context_, [this] { rebuild(); }, Qt::QueuedConnection);
+}
+
+void StatusBarView::rebuild() {
+    panels_.clear();
+    for (int number = 1; number <= model_.count(); ++number)
+        panels_.push_back(std::make_unique<StatusPanelView>(model_.Panels(number), bar_));
+}
+
+}  // namespace kestrel::qt

@@ -1,0 +1,33 @@
+// Shows the status bar: panels of text or of a lamp.
+// A panel that the program adds appears with the next event.
+#pragma once
+
+#include <QObject>
+#include <QStatusBar>
+#include <memory>
+#include <vector>
+
+#include "platform/status_bar.h"
+
+namespace kestrel::qt {
+
+class StatusPanelView;
+
+class StatusBarView : public ControlView {
+  public:
+    /// Both outlive the view.
+    StatusBarView(StatusBar& model, QStatusBar& bar);
+    ~StatusBarView() override;
+
+    void controlChanged() override;
+
+  private:
+    void rebuild();
+
+    StatusBar& model_;
+    QStatusBar& bar_;
+    QObject context_;
+    std::vector<std::unique_ptr<StatusPanelView>> panels_;
+};
+
+}  // namespace kestrel::qt

@@ -1,0 +1,89 @@
+// Shows a text box.
+// See text_box_view.h.
+#include "platform/qt/text_box_view.h"
+
+#include <QKeyEvent>
+#include <algorithm>
+
+#include "platform/qt/drawing.h"
+
+namespace kestrel::qt {
+
+TextBoxView::TextBoxView(TextBox& box) : View(box) {
+    setMaxLength(box.maxLength);
+    setPolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    setTextMargins(GridStep - 2, 0, GridStep - 2, 0);
+    connect(this, &QLineEdit::textEdited, this, [this] { edited_ = true; });
+}
+
+void TextBoxView::showState() {
+    // A value of the board that comes while the user types does not take the text away.
+    if (!edited_) showModel();
+}
+
+void TextBoxView::showModel() {
+    if (const QString text = toQt(model().Text); text != this->text()) setText(text);
+    before_ = text();
+}
+
+void TextBoxView::renamed() {
+    if (const QString name = spokenName(); name != accessibleName()) setAccessibleName(name);
+    if (const QString about = spokenDescription(); about != accessibleDescription()) setAccessibleDescription(about);
+}
+
+QSize TextBoxView::sizeHint() const {
+    const int letters = std::clamp(model().maxLength, 4, 24);
+    return {fontMetrics().horizontalAdvance(u'0') * letters + 4 * GridStep, rowHeight(*this)};
+}
+
+void TextBoxView::commit(void (TextBox::*action)()) {
+    const std::string typed = text().toStdString();
+    const bool changed = edited_;
+    edited_ = false;
+    act([&](TextBox& box) {
+        if (changed) box.UserType(typed);
+        (box.*action)();
+    });
+    if (bound()) showModel();
+}
+
+void TextBoxView::endGesture() {
+    if (!entered_) return;
+    entered_ = false;
+    commit(&TextBox::UserLeave);
+}
+
+void TextBoxView::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+        if (!event->isAutoRepeat()) commit(&TextBox::UserEnter);
+    } else if (event->key() == Qt::Key_Escape && edited_) {
+        edited_ = false;
+        setText(before_);
+    } else {
+        View::keyPressEvent(event);
+    }
+}
+
+void TextBoxView::focusInEvent(QFocusEvent* event) {
+    entered_ = true;
+    View::focusInEvent(event);
+}
+
+void TextBoxView::focusOutEvent(QFocusEvent* event) {
+    View::focusOutEvent(event);
+    // A menu of the box itself and a switch to another program are no leaving: the typing can go on after them.
+    const bool toOtherProgram = event->reason() == Qt::ActiveWindowFocusReason && !window()->isActiveWindow();
+    if (event->reason() != Qt::PopupFocusReason && !toOtherProgram) endGesture();
+}
+
+void TextBoxView::paintEvent(QPaintEvent* event) {
+    View::paintEvent(event);
+    if (!waiting()) return;
+    Brush brush(*this);
+    drawShape(brush, QRectF(rect()).adjusted(3, 3, -3, -3), CornerRadius, Qt::transparent, colors().waiting, 2);
+    brush.setPen(QPen(colors().panel, 1));
+    brush.setBrush(colors().waiting);
+    brush.drawEllipse(QPointF(width() - 5, 5), 4.5, 4.5);
+}
+
+}  // namespace kestrel::qt

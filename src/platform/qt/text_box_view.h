@@ -1,0 +1,40 @@
+// Shows a text box. What is typed stays in the view until Enter or leaving the box hands it to the page.
+// Escape brings back the text that the box had when the typing began.
+#pragma once
+
+#include <QLineEdit>
+
+#include "platform/controls.h"
+#include "platform/qt/view.h"
+
+namespace kestrel::qt {
+
+class TextBoxView : public View<TextBox, QLineEdit> {
+  public:
+    explicit TextBoxView(TextBox& box);
+
+    void endGesture() override;
+    void renamed() override;
+    QAccessible::Role spokenRole() const override { return QAccessible::EditableText; }
+    QString spokenValue() const override { return text(); }
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override { return sizeHint(); }
+
+  protected:
+    void showState() override;
+    void paintEvent(QPaintEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+
+  private:
+    void showModel();
+    /// Hands the typed text over, then tells the page what the user did.
+    void commit(void (TextBox::*action)());
+
+    QString before_;       // the text when the typing began
+    bool edited_ = false;  // something was typed and not handed over yet
+    bool entered_ = false;  // the page has not been told yet that the user left
+};
+
+}  // namespace kestrel::qt

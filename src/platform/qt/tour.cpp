@@ -1,0 +1,86 @@
+// The tour.
+// See tour.h.
+#include "platform/qt/tour.h"
+
+#include <QElapsedTimer>
+#include <QFile>
+#include <QPixmap>
+#include <cstdio>
+#include <system_error>
+
+#include "link/fan_out.h"
+#include "link/param_table.h"
+#include "platform/platform.h"
+#include "platform/qt/child_window.h"
+#include "platform/qt/files.h"
+#include "platform/qt/main_window_view.h"
+#include "platform/qt/text.h"
+#include "platform/trouble.h"
+#include "shell/main_window.h"
+#include "shell/windows.h"
+
+namespace kestrel::qt {
+
+namespace {
+
+constexpr qint64 LongestWaitMs = 30000;
+constexpr QSize WindowSize(1366, 768);
+
+/// Records that the open page subscribes to and that no board has answered yet.
+int missingRecords() {
+    int missing = 0;
+    for (int bank = 0; bank < Banks; ++bank)
+        for (int number = 1; number < RecordCount(bank); ++number) {
+            const std::uint8_t flags = ParamFlags(bank, number);
+            if ((flags & flag::Watched) && !(flags & flag::Valid)) ++missing;
+        }
+    return missing;
+}
+
+void save(const QPixmap& picture, const std::filesystem::path& directory, const std::string& name) {
+    const std::filesystem::path file = directory / (name + ".png");
+    if (!picture.save(pathToQt(file)))
+        throw RunTimeError(error_number::FileAccess, pathToQt(file).toStdString() + ": cannot be written");
+}
+
+/// Opens the page as the menu does; it stays open. True if it was filled in time.
+bool visit(const MenuRow& row, MainWindowView& window, const std::filesystem::path& directory) {
+    ClosePages();
+    QElapsedTimer clock;
+    clock.start();
+    MDIForm1().entry(row.name).UserClick();
+    while (missingRecords() > 0 && !clock.hasExpired(LongestWaitMs)) platform().PumpEvents();
+    const qint64 elapsed = clock.elapsed();
+    Page* const page = FindLoadedPage(row.page);
+    if (!page) throw RunTimeError(error_number::NoSuchElement, std::string(row.page) + " did not open");
+    save(window.childOf(*page).grab(), directory, page->name());
+    const int missing = missingRecords();
+    std::printf("%-16s %8ld %8lld", row.page, page->arrivals(), static_cast<long long>(elapsed));
+    if (missing > 0) std::printf("  %d values did not come", missing);
+    std::printf("\n");
+    return missing == 0;
+}
+
+}  // namespace
+
+void prepareTourDirectory(const std::filesystem::path& directory) {
+    std::error_code trouble;
+    std::filesystem::create_directories(directory, trouble);
+    if (trouble) throw RunTimeError(error_number::PathNotFound, directory.string() + ": " + trouble.message());
+    const std::filesystem::path trial = directory / "tour.tmp";
+    writeWholeFile(trial, {});
+    std::filesystem::remove(trial, trouble);
+}
+
+bool runTour(MainWindowView& window, const std::filesystem::path& directory) {
+    window.resize(WindowSize);
+    std::printf("%-16s %8s %8s\n", "page", "values", "ms");
+    bool allFilled = true;
+    for (const MenuRow& row : MenuTree())
+        if (row.page && PageIsRegistered(row.page)) allFilled = visit(row, window, directory) && allFilled;
+    save(window.grab(), directory, "MDIForm1");
+    std::fflush(stdout);
+    return allFilled;
+}
+
+}  // namespace kestrel::qt

@@ -1,0 +1,72 @@
+// What every view of a control shares.
+// See view.h.
+#include "platform/qt/view.h"
+
+#include <algorithm>
+
+#include "platform/qt/words.h"
+
+namespace kestrel::qt {
+
+ViewBase::ViewBase(Control& control, QWidget& widget) : control_(&control), widget_(widget) {
+    control.bind(this);
+    setPolicy(widget.sizePolicy().horizontalPolicy(), widget.sizePolicy().verticalPolicy());
+}
+
+void ViewBase::setPolicy(QSizePolicy::Policy horizontal, QSizePolicy::Policy vertical) {
+    QSizePolicy policy(horizontal, vertical);
+    policy.setRetainSizeWhenHidden(true);
+    widget_.setSizePolicy(policy);
+}
+
+void ViewBase::controlChanged() {
+    showFlags();
+    showState();
+}
+
+void ViewBase::release() {
+    if (control_) control_->unbind(this);
+    control_ = nullptr;
+}
+
+void ViewBase::showFlags() {
+    // The flags of the control alone: what stands round it rules through the widget tree.
+    if (widget_.testAttribute(Qt::WA_ForceDisabled) == control_->Enabled) widget_.setEnabled(control_->Enabled);
+    if (hidden_ == control_->Visible) {
+        hidden_ = !control_->Visible;
+        widget_.setVisible(!hidden_);
+    }
+    if (const QString toolTip = toQt(control_->ToolTip); toolTip != shownToolTip_) {
+        shownToolTip_ = toolTip;
+        widget_.setToolTip(toolTip);
+    }
+    if (shownWaiting_ != control_->waiting()) {
+        shownWaiting_ = control_->waiting();
+        widget_.update();
+        QAccessibleEvent event(&widget_, QAccessible::DescriptionChanged);
+        QAccessible::updateAccessibility(&event);
+    }
+}
+
+QString ViewBase::spokenName() const {
+    const std::string name = control_->accessibleName();
+    return toQt(name.empty() ? control_->ToolTip.get() : name);
+}
+
+QString ViewBase::spokenDescription() const {
+    if (control_->waiting()) return words::WaitingForTheBoard;
+    return toQt(control_->ToolTip);
+}
+
+void ViewBase::valueShown() {
+    widget_.update();
+    if (!QAccessible::isActive()) return;
+    QAccessibleValueChangeEvent event(&widget_, spokenValue());
+    QAccessible::updateAccessibility(&event);
+}
+
+int rowHeight(const QWidget& widget) { return std::max(32, widget.fontMetrics().height() + 14); }
+
+int textHeight(const QWidget& widget) { return widget.fontMetrics().height() + 8; }
+
+}  // namespace kestrel::qt

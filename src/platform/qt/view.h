@@ -1,0 +1,100 @@
+// What every view of a control shares: its tie to the model, the flags, the waiting mark, what a screen reader learns.
+// A view shows the model as it is and passes the user's actions on; it keeps no state of the board.
+#pragma once
+
+#include <QAccessible>
+#include <QEvent>
+#include <QString>
+#include <QWidget>
+#include <optional>
+
+#include "platform/control.h"
+#include "platform/qt/deliver.h"
+#include "platform/qt/text.h"
+
+namespace kestrel::qt {
+
+class ViewBase : public ControlView {
+  public:
+    /// The numbers that a control can take, for screen readers.
+    struct Span {
+        int lowest = 0;
+        int highest = 0;
+        int value = 0;
+        int step = 1;
+    };
+
+    ViewBase(Control& control, QWidget& widget);
+    ~ViewBase() override { release(); }
+    ViewBase(const ViewBase&) = delete;
+    ViewBase& operator=(const ViewBase&) = delete;
+
+    void controlChanged() final;
+    /// Lets go of the model, which may be destroyed from now on.
+    void release();
+    bool bound() const { return control_ != nullptr; }
+    QWidget& widget() const { return widget_; }
+    bool waiting() const { return control_ && control_->waiting(); }
+
+    /// Hands over what the user has begun and not finished: a preview, a text that was typed.
+    virtual void endGesture() {}
+    /// The caption that names the control may have changed.
+    virtual void renamed() {}
+
+    virtual QAccessible::Role spokenRole() const = 0;
+    virtual QString spokenName() const;
+    virtual QString spokenValue() const { return {}; }
+    QString spokenDescription() const;
+    virtual std::optional<Span> span() const { return std::nullopt; }
+    /// A screen reader sets the number.
+    virtual void moveTo(int /*value*/) {}
+    virtual std::optional<bool> checked() const { return std::nullopt; }
+    virtual bool canPress() const { return false; }
+    virtual void press() {}
+
+  protected:
+    Control& control() const { return *control_; }
+    /// How the widget takes room; it keeps its place while it is hidden, so that nothing jumps.
+    void setPolicy(QSizePolicy::Policy horizontal, QSizePolicy::Policy vertical);
+    /// Shows what the model holds now; cheap when nothing changed, and lays nothing out anew for a value.
+    virtual void showState() = 0;
+    /// Repaints, and tells a screen reader that the value is another one.
+    void valueShown();
+
+  private:
+    void showFlags();
+
+    Control* control_;
+    QWidget& widget_;
+    bool hidden_ = false;
+    bool shownWaiting_ = false;
+    QString shownToolTip_;
+};
+
+/// A view of a Model that is a Base widget.
+template <class Model, class Base = QWidget>
+class View : public Base, public ViewBase {
+  public:
+    explicit View(Model& model) : ViewBase(model, *this) {}
+
+  protected:
+    Model& model() const { return static_cast<Model&>(control()); }
+    /// Carries a user's action to the model, unless the view has let go of it.
+    template <class Action>
+    void act(Action&& action) {
+        if (bound()) deliver([&] { action(model()); });
+    }
+    void changeEvent(QEvent* event) override {
+        Base::changeEvent(event);
+        if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) this->updateGeometry();
+    }
+};
+
+/// Height of a row with something to press in it, from the widget's font; at least 32.
+int rowHeight(const QWidget& widget);
+/// Height of a row that only shows.
+int textHeight(const QWidget& widget);
+/// The step of the grid on which everything stands.
+inline constexpr int GridStep = 8;
+
+}  // namespace kestrel::qt

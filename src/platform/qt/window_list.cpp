@@ -1,0 +1,47 @@
+// The menu of open windows.
+// See window_list.h.
+#include "platform/qt/window_list.h"
+
+#include <QMdiSubWindow>
+
+#include "platform/qt/frame_words.h"
+#include "platform/qt/mnemonics.h"
+
+namespace kestrel::qt {
+
+WindowList::WindowList(QMenu& menu, PageArea& area, std::function<void()> closeAll) : menu_(menu), area_(area) {
+    addCommand(words::NextWindow, QKeySequence::NextChild, [&area] { area.activateNextSubWindow(); });
+    addCommand(words::PreviousWindow, QKeySequence::PreviousChild, [&area] { area.activatePreviousSubWindow(); });
+    addCommand(words::Cascade, {}, [&area] { area.cascadeSubWindows(); });
+    addCommand(words::Tile, {}, [&area] { area.tileSubWindows(); });
+    addCommand(words::CloseAll, {}, closeAll);
+    menu.addSeparator();
+    QObject::connect(&menu, &QMenu::aboutToShow, &area, [this] { listWindows(); });
+}
+
+void WindowList::addCommand(const char* text, const QKeySequence& keys, const std::function<void()>& run) {
+    QAction* action = menu_.addAction(QString::fromLatin1(text));
+    action->setShortcut(keys);
+    QObject::connect(action, &QAction::triggered, &area_, run);
+    commands_ += action;
+}
+
+void WindowList::listWindows() {
+    qDeleteAll(windows_);
+    windows_.clear();
+    QStringList captions;
+    for (const QAction* command : commands_) captions += command->text().remove(u'&');
+    for (QMdiSubWindow* window : area_.subWindowList()) {
+        QAction* action = menu_.addAction(window->windowTitle());
+        action->setCheckable(true);
+        action->setChecked(window == area_.activeSubWindow());
+        QObject::connect(action, &QAction::triggered, window, [this, window] { area_.setActiveSubWindow(window); });
+        windows_ += action;
+        captions += window->windowTitle();
+    }
+    const QStringList texts = withMnemonics(captions);
+    for (qsizetype i = 0; i < texts.size(); ++i)
+        (i < commands_.size() ? commands_[i] : windows_[i - commands_.size()])->setText(texts[i]);
+}
+
+}  // namespace kestrel::qt

@@ -1,0 +1,27 @@
+// The menu of open windows: step through them, arrange them, close them, choose one.
+// The list of windows is made anew each time that the menu opens.
+#pragma once
+
+#include <QMenu>
+#include <functional>
+
+#include "platform/qt/page_area.h"
+
+namespace kestrel::qt {
+
+class WindowList {
+  public:
+    /// `closeAll` closes every page as its user would.
+    WindowList(QMenu& menu, PageArea& area, std::function<void()> closeAll);
+
+  private:
+    void addCommand(const char* text, const QKeySequence& keys, const std::function<void()>& run);
+    void listWindows();
+
+    QMenu& menu_;
+    PageArea& area_;
+    QList<QAction*> commands_;
+    QList<QAction*> windows_;
+};
+
+}  // namespace kestrel::qt

@@ -1,0 +1,43 @@
+// The command line of the program.
+// Reading it needs no display, no machine and no file but the directory that it names.
+#pragma once
+
+#include <filesystem>
+#include <map>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+namespace kestrel {
+
+enum class Theme { System, Light, Dark };
+
+struct Options {
+    bool demo = false;                   ///< work on the simulated machine
+    std::filesystem::path directory;     ///< the program's directory, absolute; empty: where the executable lies
+    std::map<int, std::string> devices;  ///< by port, 1 to 4
+    std::vector<std::string> pages;      ///< class names of the pages to open at start
+    std::filesystem::path tour;          ///< where the tour puts its pictures; empty: no tour
+    Theme theme = Theme::System;
+    std::string faults;  ///< of the simulated machine, in its own notation
+    bool version = false;
+    bool help = false;
+};
+
+/// A command line that cannot be followed; the text is one line for the user.
+class BadOption : public std::runtime_error {
+  public:
+    using std::runtime_error::runtime_error;
+};
+
+/// Exit status of a command line that cannot be followed.
+inline constexpr int EndedByBadOption = 2;
+
+/// Reads the arguments, without the program's own name. Throws BadOption. After --help or --version the rest is not
+/// looked at.
+Options parseOptions(const std::vector<std::string>& arguments);
+
+/// The text of --help.
+std::string usage();
+
+}  // namespace kestrel

@@ -1,0 +1,104 @@
+// Files: a saved configuration is whole or untouched, whatever goes wrong, and a failure says what and why.
+// Each test works in a directory of its own.
+#include "platform/qt/files.h"
+
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <QTemporaryDir>
+#include <csignal>
+#include <fstream>
+
+#include "platform/trouble.h"
+
+namespace kestrel::qt {
+namespace {
+
+namespace fs = std::filesystem;
+
+class Files : public ::testing::Test {
+  protected:
+    std::vector<std::string> names() const {
+        std::vector<std::string> result;
+        for (const auto& entry : fs::directory_iterator(directory)) result.push_back(entry.path().filename());
+        std::sort(result.begin(), result.end());
+        return result;
+    }
+    static int numberOf(const std::function<void()>& act) {
+        try {
+            act();
+        } catch (const RunTimeError& error) {
+            EXPECT_NE(std::string(error.what()).find('/'), std::string::npos) << "must name the file: " << error.what();
+            return error.number();
+        }
+        return 0;
+    }
+
+    QTemporaryDir temporary;
+    fs::path directory{temporary.path().toStdString()};
+    fs::path file = directory / "kestrel.ini";
+};
+
+TEST_F(Files, AreReplacedWholeAndKeepTheirPermissions) {
+    writeWholeFile(file, "Com=1\r\nLingua=old\r\n");
+    ASSERT_EQ(chmod(file.c_str(), 0640), 0);
+    writeWholeFile(file, "Com=2\n");
+    EXPECT_EQ(readWholeFile(file), "Com=2\n");
+    struct stat status {};
+    ASSERT_EQ(stat(file.c_str(), &status), 0);
+    EXPECT_EQ(status.st_mode & 0777U, 0640U);
+    EXPECT_EQ(names(), std::vector<std::string>{"kestrel.ini"});
+}
+
+TEST_F(Files, KeepEveryByte) {
+    const std::string text("\0\xFF\r\n\x1A z", 8);
+    writeWholeFile(file, text);
+    EXPECT_EQ(readWholeFile(file), text);
+}
+
+TEST_F(Files, StandUntouchedWhenTheDiskIsFull) {
+    writeWholeFile(file, "old");
+    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
+    rlimit usual{};
+    getrlimit(RLIMIT_FSIZE, &usual);
+    const rlimit tight{1000, usual.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &tight);
+    EXPECT_EQ(numberOf([&] { writeWholeFile(file, std::string(5000, 'n')); }), error_number::FileAccess);
+    setrlimit(RLIMIT_FSIZE, &usual);
+    std::signal(SIGXFSZ, handler);
+    EXPECT_EQ(readWholeFile(file), "old");
+    EXPECT_EQ(names(), std::vector<std::string>{"kestrel.ini"}) << "nothing else may be left";
+}
+
+TEST_F(Files, ThatCannotBeUsedSayWhy) {
+    fs::create_directory(directory / "folder");
+    EXPECT_EQ(numberOf([&] { readWholeFile(file); }), error_number::FileNotFound);
+    EXPECT_EQ(numberOf([&] { readWholeFile(directory / "none" / "x"); }), error_number::FileNotFound);
+    EXPECT_EQ(numberOf([&] { readWholeFile(directory / "folder"); }), error_number::FileAccess);
+    EXPECT_EQ(numberOf([&] { writeWholeFile(directory / "folder", "x"); }), error_number::FileAccess);
+    EXPECT_EQ(numberOf([&] { writeWholeFile(directory / "none" / "x", "x"); }), error_number::FileAccess);
+    EXPECT_EQ(numberOf([&] { listFilesEnding(directory / "none", ".lng"); }), error_number::PathNotFound);
+    EXPECT_EQ(numberOf([&] { enterDirectory(directory / "none"); }), error_number::PathNotFound);
+}
+
+TEST_F(Files, ThatMayNotBeTouchedStayAsTheyAre) {
+    if (geteuid() == 0) GTEST_SKIP() << "everything is permitted to the superuser";
+    writeWholeFile(file, "old");
+    ASSERT_EQ(chmod(file.c_str(), 0000), 0);
+    EXPECT_EQ(numberOf([&] { readWholeFile(file); }), error_number::FileAccess);
+    ASSERT_EQ(chmod(file.c_str(), 0444), 0);
+    EXPECT_EQ(numberOf([&] { writeWholeFile(file, "new"); }), error_number::FileAccess);
+    EXPECT_EQ(readWholeFile(file), "old");
+}
+
+TEST_F(Files, AreListedByEndingInOrderOfName) {
+    for (const char* name : {"b.lng", "a.lng", "C.lng", "d.lng.old", "lng"}) std::ofstream(directory / name) << "x";
+    fs::create_directory(directory / "folder.lng");
+    EXPECT_EQ(listFilesEnding(directory, ".lng"), (std::vector<std::string>{"C.lng", "a.lng", "b.lng"}));
+    EXPECT_TRUE(listFilesEnding(directory, ".inx").empty());
+}
+
+}  // namespace
+}  // namespace kestrel::qt

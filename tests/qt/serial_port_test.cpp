@@ -1,0 +1,232 @@
+// The real serial port: what a technician sees when it cannot be opened, and what happens when it goes away.
+// The line is a pseudo-terminal; the program's side is the control as the link uses it.
+#include "platform/qt/qt_serial_port.h"
+
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <unistd.h>
+
+#include <QElapsedTimer>
+#include <QFileInfo>
+#include <QTemporaryFile>
+#include <QTest>
+
+#include "platform/qt/port_devices.h"
+#include "platform/qt/qt_platform.h"
+#include "platform/trouble.h"
+#include "pseudo_terminal.h"
+
+namespace kestrel {
+namespace {
+
+using qt::QtPlatform;
+using qt::QtSerialPort;
+using testing::PseudoTerminal;
+
+Bytes bytesOf(const std::string& text) { return {text.begin(), text.end()}; }
+
+double processorSeconds() {
+    rusage used{};
+    getrusage(RUSAGE_SELF, &used);
+    const auto seconds = [](const timeval& time) {
+        return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_usec) / 1e6;
+    };
+    return seconds(used.ru_utime) + seconds(used.ru_stime);
+}
+
+class SerialPort : public ::testing::Test {
+  protected:
+    SerialPort() {
+        setPlatform(&platform);
+        port = platform.makeSerialControl();
+        port->CommPort(1);
+        port->OnComm([this] {
+            ++events;
+            const Bytes bytes = port->Input();
+            taken.insert(taken.end(), bytes.begin(), bytes.end());
+        });
+        port->OnLost([this] {
+            ++losses;
+            openWhenTold = port->PortOpen();
+        });
+    }
+    ~SerialPort() override {
+        port.reset();
+        setPlatform(nullptr);
+    }
+
+    PseudoTerminal line;
+    QtPlatform platform{{.directory = "/tmp", .devices = {{1, line.device()}, {3, line.device()}}}};
+    std::unique_ptr<SerialControl> port;
+    int events = 0;
+    int losses = 0;
+    bool openWhenTold = true;
+    Bytes taken;
+};
+
+TEST_F(SerialPort, SendsAtOnceAndTellsOfWhatArrives) {
+    port->PortOpen(true);
+    port->Output({1, 2, 3});
+    EXPECT_EQ(line.received(), "\1\2\3") << "a frame must not wait for the event loop";
+    line.send("abc");
+    EXPECT_TRUE(QTest::qWaitFor([this] { return taken == bytesOf("abc"); }, 500));
+    EXPECT_GE(events, 1);
+}
+
+TEST_F(SerialPort, CollectsDuringABusyWaitWithoutAnyEvent) {
+    port->PortOpen(true);
+    line.send("ab");
+    QElapsedTimer clock;
+    clock.start();
+    platform.BusyWait(60);
+    EXPECT_GE(clock.nsecsElapsed(), 60'000'000);
+    EXPECT_EQ(events, 0);
+    EXPECT_EQ(port->Input(), bytesOf("ab"));
+    QCoreApplication::processEvents();
+    EXPECT_EQ(events, 0) << "bytes that were taken raise nothing afterwards";
+}
+
+TEST_F(SerialPort, RaisesWhatABusyWaitLeftUnread) {
+    port->PortOpen(true);
+    line.send("x");
+    platform.BusyWait(30);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return taken == bytesOf("x"); }, 500));
+}
+
+TEST_F(SerialPort, DropsWhatItsBufferCannotHold) {
+    port->OnComm([this] { ++events; });
+    port->PortOpen(true);
+    for (int i = 0; i < 3; ++i) {
+        line.send(std::string(1000, 'x'));
+        QTest::qWait(10);
+    }
+    EXPECT_EQ(port->InBufferCount(), static_cast<int>(QtSerialPort::InputBufferSize));
+}
+
+TEST_F(SerialPort, ForgetsWhatStoodUnreadWhenReopened) {
+    port->OnComm({});
+    port->PortOpen(true);
+    line.send("old");
+    QTest::qWait(10);
+    ASSERT_EQ(port->InBufferCount(), 3);
+    line.send("older");  // stands in the system, not yet read by the program
+    port->PortOpen(false);
+    port->PortOpen(true);
+    QTest::qWait(10);
+    EXPECT_EQ(port->InBufferCount(), 0);
+}
+
+TEST_F(SerialPort, TellsOnceAndCheaplyThatTheLineIsGone) {
+    port->PortOpen(true);
+    QCoreApplication::processEvents();
+    line.unplug();
+    const double before = processorSeconds();
+    QTest::qWait(300);
+    const double used = processorSeconds() - before;
+    EXPECT_EQ(losses, 1);
+    EXPECT_FALSE(openWhenTold);
+    EXPECT_LT(used, 0.03) << "of 0.3 s";
+    EXPECT_THROW(port->Output({1}), RunTimeError) << "a lost port takes nothing more";
+}
+
+TEST_F(SerialPort, DoesNotSpinWhenTheLineGoesDuringABusyWait) {
+    port->PortOpen(true);
+    line.unplug();
+    const double before = processorSeconds();
+    platform.BusyWait(200);
+    EXPECT_LT(processorSeconds() - before, 0.03);
+    EXPECT_TRUE(port->Input().empty());
+    EXPECT_EQ(losses, 0) << "no event during the wait";
+    QCoreApplication::processEvents();
+    EXPECT_EQ(losses, 1);
+}
+
+TEST_F(SerialPort, SaysNothingOfALossThatTheProgramHasSettledItself) {
+    port->PortOpen(true);
+    line.unplug();
+    platform.BusyWait(20);
+    port->PortOpen(false);
+    QTest::qWait(20);
+    EXPECT_EQ(losses, 0);
+}
+
+TEST_F(SerialPort, IsUsedByOneAtATime) {
+    port->PortOpen(true);
+    const auto second = platform.makeSerialControl();
+    second->CommPort(3);
+    try {
+        second->PortOpen(true);
+        FAIL() << "opened";
+    } catch (const RunTimeError& error) {
+        EXPECT_EQ(error.number(), error_number::SerialPortInUse);
+        EXPECT_EQ(error.what(), line.device() + ": in use by another program");
+    }
+    port->PortOpen(false);
+    second->PortOpen(true);
+    EXPECT_TRUE(second->PortOpen());
+}
+
+struct Unopenable {
+    const char* what;
+    const char* device;
+    int number;
+    const char* text;
+};
+
+class UnopenablePort : public ::testing::TestWithParam<Unopenable> {};
+
+TEST_P(UnopenablePort, SaysWhy) {
+    QtPlatform platform({.directory = "/tmp", .devices = {{1, GetParam().device}}});
+    const auto port = platform.makeSerialControl();
+    port->CommPort(1);
+    try {
+        port->PortOpen(true);
+        FAIL() << "opened";
+    } catch (const RunTimeError& error) {
+        EXPECT_EQ(error.number(), GetParam().number);
+        EXPECT_EQ(std::string(error.what()).rfind(GetParam().text, 0), 0U) << error.what();
+    }
+    EXPECT_FALSE(port->PortOpen());
+}
+
+INSTANTIATE_TEST_SUITE_P(SerialPort, UnopenablePort,
+                         ::testing::Values(Unopenable{"Missing", "/dev/ttyKestrel0", error_number::SerialBadPort,
+                                                      "/dev/ttyKestrel0: not there"},
+                                           Unopenable{"NoSerialDevice", "/dev/null", error_number::SerialDevice,
+                                                      "/dev/null: "},
+                                           Unopenable{"Directory", "/tmp", error_number::SerialDevice, "/tmp: "}),
+                         [](const auto& row) { return row.param.what; });
+
+TEST(SerialPortPermission, NamesTheGroupThatIsNeeded) {
+    if (geteuid() == 0) GTEST_SKIP() << "everything is permitted to the superuser";
+    QTemporaryFile device;
+    ASSERT_TRUE(device.open());
+    ASSERT_TRUE(device.setPermissions(QFile::ReadGroup | QFile::WriteGroup));
+    const std::string path = device.fileName().toStdString();
+    QtPlatform platform({.directory = "/tmp", .devices = {{1, path}}});
+    const auto port = platform.makeSerialControl();
+    port->CommPort(1);
+    try {
+        port->PortOpen(true);
+        FAIL() << "opened";
+    } catch (const RunTimeError& error) {
+        EXPECT_EQ(error.number(), error_number::SerialNoPermission);
+        const std::string group = QFileInfo(device).group().toStdString();
+        EXPECT_EQ(error.what(), path + ": no permission (needs group " + group + ")");
+    }
+}
+
+TEST(PortDevices, GiveNamedDevicesFirstAndKeepWhatTheyGave) {
+    using Devices = std::vector<std::string>;
+    qt::PortDevices ports({{2, "/dev/named"}});
+    const auto deviceOf = [&](int port, const Devices& present) { return ports.device(port, [&] { return present; }); };
+    EXPECT_EQ(deviceOf(1, {"/dev/usb0", "/dev/named", "/dev/usb1"}), "/dev/usb0");
+    EXPECT_EQ(deviceOf(2, {}), "/dev/named");
+    EXPECT_EQ(deviceOf(3, {"/dev/usb1"}), "/dev/usb1") << "a device is given once";
+    EXPECT_EQ(deviceOf(1, {"/dev/usb1"}), "/dev/usb0") << "unplugging one adapter moves no other";
+    EXPECT_EQ(deviceOf(4, {"/dev/usb0", "/dev/usb1"}), "");
+    EXPECT_EQ(deviceOf(4, {"/dev/new", "/dev/newer"}), "/dev/new") << "an adapter that comes later gets a free port";
+}
+
+}  // namespace
+}  // namespace kestrel

@@ -1,0 +1,84 @@
+// Timers on the real clock: the pace of the link rests on them.
+// The only tests that let real time pass for its own sake.
+#include "platform/timer.h"
+
+#include <gtest/gtest.h>
+
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <vector>
+
+#include "platform/qt/qt_platform.h"
+
+namespace kestrel {
+namespace {
+
+constexpr double Millisecond = 1e6;
+
+class RealTimer : public ::testing::Test {
+  protected:
+    RealTimer() { setPlatform(&platform); }
+    ~RealTimer() override { setPlatform(nullptr); }
+
+    void pumpUntil(const std::function<bool()>& done) {
+        QElapsedTimer guard;
+        guard.start();
+        while (!done() && !guard.hasExpired(2000)) platform.PumpEvents();
+    }
+
+    qt::QtPlatform platform{{.directory = "/tmp", .devices = {}}};
+};
+
+TEST_F(RealTimer, RestartedFromItsOwnHandlerIsNeverEarlyAndKeepsThePaceOfTheLink) {
+    constexpr int Ticks = 20;
+    std::vector<double> intervals;
+    QElapsedTimer clock;
+    Timer timer(40);
+    timer.OnTimer([&] {
+        timer.Enabled = false;
+        intervals.push_back(static_cast<double>(clock.nsecsElapsed()) / Millisecond);
+        timer.Enabled = true;
+        clock.restart();
+    });
+    clock.start();
+    timer.Enabled = true;
+    pumpUntil([&] { return intervals.size() == Ticks; });
+    timer.Enabled = false;
+    ASSERT_EQ(intervals.size(), static_cast<std::size_t>(Ticks));
+    double sum = 0;
+    for (const double interval : intervals) {
+        EXPECT_GE(interval, 39.99) << "a timer that fires early breaks the pause between two frames";
+        sum += interval;
+    }
+    EXPECT_LT(sum / Ticks, 40 / 0.97) << "the link must reach 0.97 of its ceiling";
+}
+
+TEST_F(RealTimer, FiresOnUntilSwitchedOffAndNotAfter) {
+    int fired = 0;
+    Timer timer(2);
+    timer.OnTimer([&] { ++fired; });
+    timer.Enabled = true;
+    pumpUntil([&] { return fired >= 3; });
+    timer.Enabled = false;
+    const int before = fired;
+    Timer other(20);
+    bool passed = false;
+    other.OnTimer([&] { passed = true; });
+    other.Enabled = true;
+    pumpUntil([&] { return passed; });
+    EXPECT_EQ(fired, before);
+}
+
+TEST_F(RealTimer, FiresNoneWhileTheProgramWaitsBusily) {
+    bool fired = false;
+    Timer timer(1);
+    timer.OnTimer([&] { fired = true; });
+    timer.Enabled = true;
+    platform.BusyWait(30);
+    EXPECT_FALSE(fired);
+    pumpUntil([&] { return fired; });
+    EXPECT_TRUE(fired);
+}
+
+}  // namespace
+}  // namespace kestrel
