@@ -3,6 +3,7 @@
 #include "pages/registry.h"
 
 #include "pages/beverage/frm_tempi.h"
+#include "pages/controls/frm_controls.h"
 #include "pages/payment/frm_pagamento.h"
 #include "pages/payment/frm_prezzi.h"
 #include "pages/payment/frm_sconti.h"
@@ -34,6 +35,7 @@ PageRegistry::mapped_type counts(const CounterDesign& design) {
 
 PageRegistry AllPages() {
     return {
+        {"FrmControls", make<FrmControls>},  // in no menu: opened by name
         {"FrmTempi", make<FrmTempi>},       {"FrmPagamento", make<FrmPagamento>}, {"FrmPrezzi", make<FrmPrezzi>},
         {"FrmSconti", make<FrmSconti>},     {"FrmAssSel", assigns(FrmAssSel)},    {"FrmAssSet", assigns(FrmAssSet)},
         {"FrmTotali", make<FrmTotali>},     {"FrmBattute", counts(FrmBattute)},   {"FrmGratis", counts(FrmGratis)},

@@ -26,11 +26,21 @@ void takeDirectory(Options& options, const std::string& value) {
         throw BadOption("--directory: there is no directory \"" + value + "\"");
 }
 
+/// The program changes its directory when it starts, so that a relative path would lead elsewhere. A bare name is the
+/// system's name of a device.
+std::string devicePath(const std::string& device) {
+#ifdef _WIN32
+    return device;
+#else
+    return device.find('/') == std::string::npos ? "/dev/" + device : std::filesystem::absolute(device).string();
+#endif
+}
+
 void takeDevice(Options& options, const std::string& value) {
     const bool wellFormed = value.size() > 2 && value[0] >= '1' && value[0] <= '0' + PortCount && value[1] == '=';
     if (!wellFormed) throw BadOption("--com: \"" + value + "\" is not N=DEVICE with N from 1 to 4");
     const int port = value[0] - '0';
-    if (!options.devices.emplace(port, value.substr(2)).second)
+    if (!options.devices.emplace(port, devicePath(value.substr(2))).second)
         throw BadOption("--com: port " + std::to_string(port) + " is given twice");
 }
 
@@ -55,7 +65,7 @@ const std::vector<Option>& table() {
         {"--open", "PAGE", "open this page at start, by its class name, such as FrmTempi", true,
          [](Options& o, const std::string& v) { o.pages.push_back(v); }},
         {"--tour", "DIR", "open every page in turn, save a picture of each in DIR, print\nwhat came in, and end", false,
-         [](Options& o, const std::string& v) { o.tour = v; }},
+         [](Options& o, const std::string& v) { o.tour = std::filesystem::absolute(v); }},
         {"--theme", "NAME", "light, dark or system (default: system)", false, takeTheme},
         {"--fault", "LIST", "faults of the simulated machine, such as drop=0.01,flip=0.02\n(with --demo)", false,
          [](Options& o, const std::string& v) { o.faults = v; }},

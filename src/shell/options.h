@@ -15,9 +15,9 @@ enum class Theme { System, Light, Dark };
 struct Options {
     bool demo = false;                   ///< work on the simulated machine
     std::filesystem::path directory;     ///< the program's directory, absolute; empty: where the executable lies
-    std::map<int, std::string> devices;  ///< by port, 1 to 4
+    std::map<int, std::string> devices;  ///< by port, 1 to 4; absolute paths where devices are files
     std::vector<std::string> pages;      ///< class names of the pages to open at start
-    std::filesystem::path tour;          ///< where the tour puts its pictures; empty: no tour
+    std::filesystem::path tour;          ///< where the tour puts its pictures, absolute; empty: no tour
     Theme theme = Theme::System;
     std::string faults;  ///< of the simulated machine, in its own notation
     bool version = false;

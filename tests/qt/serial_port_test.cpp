@@ -8,8 +8,10 @@
 
 #include <QElapsedTimer>
 #include <QFileInfo>
+#include <QTemporaryDir>
 #include <QTemporaryFile>
 #include <QTest>
+#include <filesystem>
 
 #include "platform/qt/port_devices.h"
 #include "platform/qt/qt_platform.h"
@@ -37,6 +39,7 @@ double processorSeconds() {
 class SerialPort : public ::testing::Test {
   protected:
     SerialPort() {
+        std::filesystem::create_symlink(line.device(), link);
         setPlatform(&platform);
         port = platform.makeSerialControl();
         port->CommPort(1);
@@ -56,7 +59,9 @@ class SerialPort : public ::testing::Test {
     }
 
     PseudoTerminal line;
-    QtPlatform platform{{.directory = "/tmp", .devices = {{1, line.device()}, {3, line.device()}}}};
+    QTemporaryDir directory;
+    const std::string link = directory.filePath(QStringLiteral("port")).toStdString();
+    QtPlatform platform{{.directory = "/tmp", .devices = {{1, line.device()}, {3, link}}}};
     std::unique_ptr<SerialControl> port;
     int events = 0;
     int losses = 0;
@@ -150,7 +155,7 @@ TEST_F(SerialPort, SaysNothingOfALossThatTheProgramHasSettledItself) {
     EXPECT_EQ(losses, 0);
 }
 
-TEST_F(SerialPort, IsUsedByOneAtATime) {
+TEST_F(SerialPort, IsUsedByOneAtATimeWhateverItIsCalled) {
     port->PortOpen(true);
     const auto second = platform.makeSerialControl();
     second->CommPort(3);
@@ -159,7 +164,7 @@ TEST_F(SerialPort, IsUsedByOneAtATime) {
         FAIL() << "opened";
     } catch (const RunTimeError& error) {
         EXPECT_EQ(error.number(), error_number::SerialPortInUse);
-        EXPECT_EQ(error.what(), line.device() + ": in use by another program");
+        EXPECT_EQ(error.what(), link + ": in use by another program");
     }
     port->PortOpen(false);
     second->PortOpen(true);

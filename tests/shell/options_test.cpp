@@ -25,7 +25,7 @@ TEST(Options, TakeTheirValueAfterBlankOrEqualsSign) {
         EXPECT_EQ(options.devices.at(2), "/dev/a=b");
         EXPECT_EQ(options.theme, Theme::Dark);
         EXPECT_EQ(options.directory, "/tmp") << "the directory's parent must be found by its path";
-        EXPECT_EQ(options.tour, "out");
+        EXPECT_EQ(options.tour, std::filesystem::current_path() / "out");
     }
 }
 
@@ -34,6 +34,12 @@ TEST(Options, MayNameSeveralPortsAndPages) {
         parseOptions({"--com", "1=/dev/x", "--com", "4=/dev/y", "--open", "FrmDosi", "--open=FrmTempi"});
     EXPECT_EQ(options.devices, (std::map<int, std::string>{{1, "/dev/x"}, {4, "/dev/y"}}));
     EXPECT_EQ(options.pages, (Arguments{"FrmDosi", "FrmTempi"}));
+}
+
+TEST(Options, NameDevicesSoThatTheyAreFoundFromAnyDirectory) {
+    const Options options = parseOptions({"--com", "1=ttyUSB0", "--com", "2=./line"});
+    EXPECT_EQ(options.devices.at(1), "/dev/ttyUSB0");
+    EXPECT_TRUE(options.devices.at(2).starts_with("/")) << options.devices.at(2);
 }
 
 TEST(Options, AskForHelpOrVersionWhateverElseIsThere) {

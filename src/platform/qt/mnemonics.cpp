@@ -4,6 +4,8 @@
 
 #include <QSet>
 #include <QVector>
+#include <algorithm>
+#include <numeric>
 
 namespace kestrel::qt {
 
@@ -48,12 +50,18 @@ QString marked(const QString& caption, qsizetype letter) {
 QStringList withMnemonics(const QStringList& captions) {
     QSet<QChar> taken;
     QVector<qsizetype> letters(captions.size(), NoLetter);
-    for (const Pass pass : {Pass::FirstLetter, Pass::WordStart, Pass::AnyLetter})
-        for (qsizetype i = 0; i < captions.size(); ++i) {
-            if (letters[i] != NoLetter) continue;
-            letters[i] = freeLetter(captions[i], pass, taken);
-            if (letters[i] != NoLetter) taken.insert(captions[i][letters[i]].toUpper());
-        }
+    QVector<qsizetype> shortestFirst(captions.size());
+    std::iota(shortestFirst.begin(), shortestFirst.end(), 0);
+    std::stable_sort(shortestFirst.begin(), shortestFirst.end(),
+                     [&](qsizetype a, qsizetype b) { return captions[a].size() < captions[b].size(); });
+    const auto give = [&](qsizetype i, Pass pass) {
+        if (letters[i] != NoLetter) return;
+        letters[i] = freeLetter(captions[i], pass, taken);
+        if (letters[i] != NoLetter) taken.insert(captions[i][letters[i]].toUpper());
+    };
+    for (const Pass pass : {Pass::FirstLetter, Pass::WordStart})
+        for (qsizetype i = 0; i < captions.size(); ++i) give(i, pass);
+    for (const qsizetype i : shortestFirst) give(i, Pass::AnyLetter);
     QStringList result;
     for (qsizetype i = 0; i < captions.size(); ++i) result += marked(captions[i], letters[i]);
     return result;

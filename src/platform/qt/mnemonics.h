@@ -8,8 +8,8 @@
 namespace kestrel::qt {
 
 /// The captions with the mark before their letter, in the same order; ampersands of the captions themselves are kept as
-/// text. First letters are given before the first letters of further words, and those before the rest; a caption whose
-/// letters and digits are all taken goes without.
+/// text. First letters are given before the first letters of further words, and those before the rest, of which
+/// short captions choose first; a caption whose letters and digits are all taken goes without.
 QStringList withMnemonics(const QStringList& captions);
 
 }  // namespace kestrel::qt

@@ -2,6 +2,7 @@
 // See qt_serial_port.h.
 #include "platform/qt/qt_serial_port.h"
 
+#include <QFileInfo>
 #include <QThread>
 #include <algorithm>
 
@@ -10,6 +11,16 @@
 #include "platform/qt/text.h"
 
 namespace kestrel::qt {
+
+namespace {
+
+/// What a link points to: programs find each other's locks by the device's real name.
+QString realName(const std::string& device) {
+    const QString real = QFileInfo(toQt(device)).canonicalFilePath();
+    return real.isEmpty() ? toQt(device) : real;
+}
+
+}  // namespace
 
 QtSerialPort::QtSerialPort(Surroundings surroundings) : surroundings_(std::move(surroundings)) {
     port_.setBaudRate(QSerialPort::Baud19200);
@@ -41,7 +52,7 @@ void QtSerialPort::open() {
     const std::string device = surroundings_.deviceOf(number_);
     if (device.empty())
         throw RunTimeError(error_number::SerialBadPort, "Com" + std::to_string(number_) + ": no device");
-    port_.setPortName(toQt(device));
+    port_.setPortName(realName(device));
     if (!port_.open(QIODevice::ReadWrite)) throw openingTrouble(device, port_);
     port_.clear();
     state_ = State::Open;

@@ -87,9 +87,9 @@ QString StripChartView::presentValue(std::size_t channel) const {
     return QString::number(samples.back().value, 'f', 1);
 }
 
-QSize StripChartView::sizeHint() const { return {fontMetrics().height() * 44, fontMetrics().height() * 24}; }
+QSize StripChartView::sizeHint() const { return {fontMetrics().height() * 34, fontMetrics().height() * 20}; }
 
-QSize StripChartView::minimumSizeHint() const { return {fontMetrics().height() * 24, fontMetrics().height() * 14}; }
+QSize StripChartView::minimumSizeHint() const { return {fontMetrics().height() * 22, fontMetrics().height() * 13}; }
 
 void StripChartView::resizeEvent(QResizeEvent* event) {
     View::resizeEvent(event);

@@ -1,0 +1,83 @@
+// The run of the program on Qt.
+// See program.h.
+#include "platform/qt/program.h"
+
+#include <QIcon>
+#include <memory>
+
+#include "platform/qt/deliver.h"
+#include "platform/qt/demo_port.h"
+#include "platform/qt/end_signals.h"
+#include "platform/qt/main_window_view.h"
+#include "platform/qt/pictures.h"
+#include "platform/qt/qt_platform.h"
+#include "platform/qt/style.h"
+#include "platform/qt/text.h"
+#include "platform/qt/tour.h"
+#include "shell/start_up.h"
+#include "shell/windows.h"
+
+namespace kestrel::qt {
+
+namespace {
+
+constexpr const char* ProgramTitle = "Kestrel";
+constexpr const char* DemoTitle = "Kestrel (demo)";
+constexpr const char* DemoDevice = "simulated machine";
+
+Theme lookOf(kestrel::Theme theme) {
+    switch (theme) {
+        case kestrel::Theme::Light:
+            return Theme::Light;
+        case kestrel::Theme::Dark:
+            return Theme::Dark;
+        case kestrel::Theme::System:
+            break;
+    }
+    return Theme::System;
+}
+
+void setUpApplication(QApplication& application, const Options& options, const std::filesystem::path& directory) {
+    QApplication::setApplicationName(QString::fromLatin1(ProgramTitle));
+    QApplication::setQuitOnLastWindowClosed(
+        false);  // closing the main window ends the process by the program's own way
+    setPictureFolder(pathToQt(directory / "pictures"));
+    applyLook(application, lookOf(options.theme));
+    QApplication::setWindowIcon(QIcon(pictureFile(QStringLiteral("kestrel"))));
+}
+
+QtPlatform::Setup setUpMachine(const Options& options, const std::filesystem::path& directory) {
+    QtPlatform::Setup setup;
+    setup.directory = directory;
+    setup.devices = options.devices;
+    setup.isUnattended = !options.tour.empty();
+    if (!options.demo) return setup;
+    simulator::MachineOptions machine;
+    machine.directory = directory;
+    machine.faults = simulator::parseFaults(options.faults);
+    setup.simulated = [machine] { return std::make_unique<DemoPort>(std::make_shared<simulator::Machine>(machine)); };
+    setup.simulatedName = DemoDevice;
+    return setup;
+}
+
+}  // namespace
+
+void runProgram(QApplication& application, const Options& options) {
+    const std::filesystem::path directory =
+        options.directory.empty() ? toPath(QApplication::applicationDirPath()) : options.directory;
+    setUpApplication(application, options, directory);
+    QtPlatform machine(setUpMachine(options, directory));
+    setPlatform(&machine);
+    machine.mainWindow().onUserClose(MDIForm_Unload);
+    const auto endInGoodOrder = [&machine] { machine.endProcess(0); };
+    onEndSignal(endInGoodOrder);
+    QObject::connect(&application, &QApplication::aboutToQuit, &application, endInGoodOrder);
+    deliver([&] {
+        MDIForm_Load(options.demo ? DemoTitle : ProgramTitle);
+        for (const std::string& page : options.pages) ShowPage(page);
+        if (!options.tour.empty()) EndProcess(runTour(machine.mainWindow(), options.tour) ? 0 : EndedByTrouble);
+    });
+    EndProcess(QApplication::exec());
+}
+
+}  // namespace kestrel::qt

@@ -1,0 +1,233 @@
+// The frame window: pages come to the front, tell of it and go; menus and status bar follow their models.
+// The pages are small ones of the test's own; their views are the real ones.
+#include <gtest/gtest.h>
+
+#include <QLabel>
+#include <QMdiSubWindow>
+#include <QMenu>
+#include <QMenuBar>
+#include <QSet>
+#include <QStatusBar>
+#include <QTest>
+#include <deque>
+#include <memory>
+
+#include "platform/qt/child_window.h"
+#include "platform/qt/main_window_view.h"
+#include "platform/qt/qt_platform.h"
+#include "shell/main_window.h"
+
+namespace kestrel::qt {
+namespace {
+
+class SmallPage : public Window {
+  public:
+    using Window::Window;
+    Layout Arrange() override { return Row{Label1}; }
+    void Form_Activate() override { ++activations; }
+
+    Label Label1;
+    int activations = 0;
+};
+
+class FrameWindow : public ::testing::Test {
+  protected:
+    FrameWindow() {
+        ResetMainWindow();
+        setPlatform(&platform);
+        view().resize(800, 600);
+        platform.showMainWindow();
+    }
+    ~FrameWindow() override {
+        for (auto& page : pages)
+            if (page) unload(page);
+        setPlatform(nullptr);
+    }
+
+    MainWindowView& view() { return platform.mainWindow(); }
+    QMdiArea& area() { return *view().findChild<QMdiArea*>(); }
+
+    SmallPage& load(const std::string& name) {
+        auto& slot = pages.emplace_back(std::make_unique<SmallPage>(name));
+        SmallPage& page = *slot;
+        page.Caption = name;
+        page.OnClose([this, &page] {
+            for (auto& other : pages)
+                if (other.get() == &page) unload(other);
+        });
+        return page;
+    }
+    /// As the program does it: the page is gone as soon as its window has been closed.
+    void unload(std::unique_ptr<SmallPage>& slot) {
+        platform.closeWindow(*slot);
+        slot.reset();
+    }
+    SmallPage& open(const std::string& name) {
+        SmallPage& page = load(name);
+        platform.showWindow(page);
+        return page;
+    }
+    QMdiSubWindow& childNamed(const char* caption) {
+        for (QMdiSubWindow* child : area().subWindowList())
+            if (child->windowTitle() == QLatin1String(caption)) return *child;
+        throw std::runtime_error("no such page");
+    }
+    QAction& action(const char* text) {
+        for (QAction* action : view().findChildren<QAction*>())
+            if (action->text().remove(u'&') == QLatin1String(text)) return *action;
+        throw std::runtime_error("no such entry");
+    }
+
+    QtPlatform platform{{.directory = "/tmp", .devices = {}}};
+    std::deque<std::unique_ptr<SmallPage>> pages;
+};
+
+TEST_F(FrameWindow, TellsAPageEachTimeThatItComesToTheFront) {
+    SmallPage& first = open("First");
+    SmallPage& second = open("Second");
+    EXPECT_EQ(platform.activeWindow(), &second);
+    EXPECT_EQ(first.activations, 1);
+    EXPECT_EQ(second.activations, 1);
+    platform.showWindow(first);
+    EXPECT_EQ(first.activations, 2);
+    EXPECT_EQ(area().subWindowList().size(), 2) << "an open page is not built again";
+    area().setActiveSubWindow(&childNamed("Second"));  // as a click on it does
+    EXPECT_EQ(second.activations, 2);
+    EXPECT_EQ(platform.activeWindow(), &second);
+}
+
+TEST_F(FrameWindow, TellsTheOnlyPageAgainWhenTheProgramShowsIt) {
+    SmallPage& page = open("Only");
+    platform.showWindow(page);
+    EXPECT_EQ(page.activations, 2) << "a change of language reaches a page by this way alone";
+}
+
+TEST_F(FrameWindow, LeavesNothingOfAPageThatItsUserCloses) {
+    SmallPage& stays = open("Stays");
+    open("Goes");
+    childNamed("Goes").close();
+    EXPECT_EQ(pages.back(), nullptr);
+    EXPECT_EQ(area().subWindowList().size(), 1);
+    EXPECT_EQ(platform.activeWindow(), &stays);
+    EXPECT_EQ(stays.activations, 2);
+    QCoreApplication::processEvents();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_TRUE(childNamed("Stays").isVisible());
+}
+
+TEST_F(FrameWindow, KeepsEveryTitleBarWithinReach) {
+    SmallPage& page = load("Far");
+    page.Left = 100000;
+    page.Top = -5000;
+    platform.showWindow(page);
+    const QRect room = area().viewport()->rect();
+    EXPECT_TRUE(room.contains(childNamed("Far").geometry()));
+    view().resize(400, 300);
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(area().viewport()->rect().contains(childNamed("Far").geometry().topLeft()));
+}
+
+TEST_F(FrameWindow, MakesRoomForLongerTextsButKeepsTheUsersSize) {
+    SmallPage& page = open("Page");
+    QMdiSubWindow& child = childNamed("Page");
+    const int narrow = child.width();
+    page.Label1.Caption = "A text that is a good deal longer than before, in another language";
+    QTest::qWait(1);
+    EXPECT_GT(child.width(), narrow);
+    child.resize(500, 300);
+    platform.showWindow(page);
+    QTest::qWait(1);
+    EXPECT_EQ(child.size(), QSize(500, 300));
+}
+
+TEST_F(FrameWindow, MeasuresAPageAsItIsThenShown) {
+    SmallPage& page = load("Page");
+    const Extent measured = platform.measure(page);
+    platform.showWindow(page);
+    EXPECT_EQ(childNamed("Page").width() * TwipsPerPixel, measured.width);
+    EXPECT_EQ(childNamed("Page").height() * TwipsPerPixel, measured.height);
+}
+
+TEST_F(FrameWindow, ShowsAnEntryAsItsModelSays) {
+    int clicks = 0;
+    MenuItem& item = MDIForm1().entry("smnuTempi");
+    item.OnClick([&] { ++clicks; });
+    QAction& entry = action("Tempi");
+    entry.trigger();
+    EXPECT_EQ(clicks, 1);
+    item.Enabled = false;
+    entry.trigger();
+    EXPECT_EQ(clicks, 1);
+    item.Checked = true;
+    item.Detail = "/dev/R&D";
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(entry.isChecked());
+    EXPECT_TRUE(entry.text().endsWith(QStringLiteral("/dev/R&&D"))) << entry.text().toStdString();
+    MDIForm1().smnuLingue(3).Caption = "Elsewhere";
+    MDIForm1().smnuLingue(3).Visible = true;
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(action("Elsewhere").isVisible());
+}
+
+TEST_F(FrameWindow, KeepsTheMarkOfAnEntryThatItsUserClicks) {
+    MenuItem& port = MDIForm1().mnuCox(2);
+    port.Checked = true;
+    QAction& entry = action("Com2");
+    entry.trigger();
+    EXPECT_TRUE(entry.isChecked()) << "the program alone decides what is checked";
+}
+
+TEST_F(FrameWindow, GivesLettersAnewInEachLanguage) {
+    const char* names[] = {"mnuFile", "mnuConfigura", "mnuTempiDosi", "mnuVending"};
+    for (const char* name : names) MDIForm1().entry(name).Caption = std::string("Same ") + name;
+    QCoreApplication::processEvents();
+    QSet<QString> letters;
+    for (const QAction* entry : view().menuBar()->actions())
+        letters += entry->text().section(u'&', 1).left(1).toUpper();
+    EXPECT_EQ(letters.size(), view().menuBar()->actions().size()) << "the question mark alone has none";
+}
+
+TEST_F(FrameWindow, ListsItsPagesAndClosesThemAll) {
+    open("First");
+    SmallPage& second = open("Second");
+    QMenu* list = nullptr;
+    for (QAction* entry : view().menuBar()->actions())
+        if (entry->text().contains(QLatin1String("indows"))) list = entry->menu();
+    ASSERT_NE(list, nullptr);
+    Q_EMIT list->aboutToShow();
+    EXPECT_TRUE(action("Second").isChecked());
+    EXPECT_FALSE(action("First").isChecked());
+    action("First").trigger();
+    EXPECT_NE(platform.activeWindow(), &second);
+    action("Close All").trigger();
+    EXPECT_TRUE(area().subWindowList().isEmpty());
+    EXPECT_EQ(platform.activeWindow(), nullptr);
+}
+
+TEST_F(FrameWindow, ShowsPanelsThatAreAddedAndWhatTheySay) {
+    StatusBar& bar = MDIForm1().StatusBar1;
+    bar.addPanel().Picture = 1;
+    bar.Panels(1).sizing = StatusPanel::Sizing::Spring;
+    QCoreApplication::processEvents();
+    bar.Panels(1).Text = "Check serial interface ";
+    bar.Panels(1).ToolTip = "gone";
+    const QList<QLabel*> labels = view().statusBar()->findChildren<QLabel*>();
+    ASSERT_EQ(labels.size(), 2);
+    EXPECT_EQ(labels[0]->text(), QStringLiteral("Check serial interface "));
+    EXPECT_EQ(labels[0]->toolTip(), QStringLiteral("gone"));
+    EXPECT_GT(labels[0]->width(), labels[1]->width() * 5);
+    const QString unlit = labels[1]->accessibleDescription();
+    bar.Panels(2).Picture = 4;
+    EXPECT_NE(labels[1]->accessibleDescription(), unlit) << "a lamp must speak too";
+    EXPECT_FALSE(labels[1]->accessibleName().isEmpty());
+}
+
+TEST_F(FrameWindow, TellsTheProgramThatItIsBeingClosed) {
+    int closed = 0;
+    view().onUserClose([&] { ++closed; });
+    view().close();
+    EXPECT_EQ(closed, 1);
+}
+
+}  // namespace
+}  // namespace kestrel::qt
