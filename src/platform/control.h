@@ -41,7 +41,8 @@ class Control : public PropertyOwner {
     bool usable() const;
     /// The user changed it and its page has not set it since: the board's answer is still out.
     bool waiting() const { return waiting_; }
-    /// What a screen reader says of it: its own text, or the caption in its row and the unit behind it.
+    /// What a screen reader says of it: its own text, or the caption in its row and the unit behind it, or else the
+    /// caption of its frame.
     virtual std::string accessibleName() const;
 
     /// A control whose position chooses what is shown, and is no setting of a board: it never waits for one.
