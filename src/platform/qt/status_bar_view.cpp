@@ -22,16 +22,15 @@ QString lampName(int picture) {
     return QString::fromLatin1(LampNames[static_cast<std::size_t>((picture - 1) % LampKinds)]);
 }
 
-QString lampState(int picture) { return QString::fromLatin1(picture > LampKinds ? words::LampOn : words::LampOff); }
+QString lampState(int picture) {
+    return QString::fromLatin1(picture > LampKinds ? words::LampOn : words::LampOff);
+}
 
 Qt::Alignment alignmentOf(const StatusPanel& panel) {
     switch (panel.alignment) {
-        case StatusPanel::Alignment::Center:
-            return Qt::AlignCenter;
-        case StatusPanel::Alignment::Right:
-            return Qt::AlignRight | Qt::AlignVCenter;
-        case StatusPanel::Alignment::Left:
-            break;
+        case StatusPanel::Alignment::Center: return Qt::AlignCenter;
+        case StatusPanel::Alignment::Right: return Qt::AlignRight | Qt::AlignVCenter;
+        case StatusPanel::Alignment::Left: break;
     }
     return Qt::AlignLeft | Qt::AlignVCenter;
 }
@@ -90,8 +89,7 @@ StatusBarView::~StatusBarView() { model_.unbind(this); }
 
 /// The panels are laid out when the program has finished setting them up.
 void StatusBarView::controlChanged() {
-    QMetaObject::invokeMethod(
-        &context_, [this] { rebuild(); }, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(&context_, [this] { rebuild(); }, Qt::QueuedConnection);
 }
 
 void StatusBarView::rebuild() {
