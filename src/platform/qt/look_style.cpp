@@ -36,6 +36,11 @@ void drawBox(const QStyleOption& option, QPainter& painter) {
         drawShape(painter, option.rect, CornerRadius + 3, Qt::transparent, colors().accent, 2.0);
 }
 
+void drawListFrame(const QStyleOption& option, QPainter& painter, const QWidget* widget) {
+    const bool focus = widget && widget->hasFocus();
+    drawShape(painter, option.rect, CornerRadius, Qt::transparent, focus ? colors().accent : colors().line, 2);
+}
+
 void drawFocus(const QStyleOption& option, QPainter& painter, const QWidget* widget) {
     const QRectF ring = widget ? QRectF(widget->rect()) : QRectF(option.rect);
     const bool inItem = widget && QRectF(option.rect).width() < ring.width() * 0.6;
@@ -62,6 +67,9 @@ void LookStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opti
             break;
         case PE_FrameWindow:
             drawShape(*painter, option->rect, 0, colors().window, colors().outline);
+            break;
+        case PE_Frame:
+            drawListFrame(*option, *painter, widget);
             break;
         case PE_FrameFocusRect:
             drawFocus(*option, *painter, widget);
