@@ -7,6 +7,7 @@
 #include <algorithm>
 
 #include "platform/qt/drawing.h"
+#include "platform/qt/message_signs.h"
 #include "platform/qt/scroll_bar_style.h"
 #include "platform/qt/title_bar_style.h"
 
@@ -26,7 +27,10 @@ void drawButton(const QStyleOption& option, QPainter& painter) {
     const bool hover = enabled && (option.state & QStyle::State_MouseOver);
     QColor face = enabled ? colors().button : colors().panel;
     if (down) face = colors().line;
-    drawShape(painter, shapeIn(option), CornerRadius, face, hover ? colors().text : colors().outline);
+    const auto* button = qstyleoption_cast<const QStyleOptionButton*>(&option);
+    const bool byEnter = enabled && button && (button->features & QStyleOptionButton::DefaultButton);
+    drawShape(painter, shapeIn(option), CornerRadius, face, hover || byEnter ? colors().text : colors().outline,
+              byEnter ? 2 : 1);
 }
 
 void drawBox(const QStyleOption& option, QPainter& painter) {
@@ -143,6 +147,12 @@ QSize LookStyle::sizeFromContents(ContentsType type, const QStyleOption* option,
     if (type == CT_MenuItem || type == CT_MenuBarItem || type == CT_PushButton || type == CT_LineEdit)
         result.setHeight(std::max(result.height(), TargetHeight));
     return result;
+}
+
+QIcon LookStyle::standardIcon(StandardPixmap icon, const QStyleOption* option, const QWidget* widget) const {
+    if (icon == SP_MessageBoxWarning) return warningSign();
+    if (icon == SP_MessageBoxCritical) return troubleSign();
+    return QProxyStyle::standardIcon(icon, option, widget);
 }
 
 int LookStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
