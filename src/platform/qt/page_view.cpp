@@ -54,6 +54,12 @@ class PageView : public QScrollArea {
     QSize sizeHint() const override { return contents_->sizeHint(); }
     PageContents& contents() { return *contents_; }
 
+  protected:
+    void focusInEvent(QFocusEvent* event) override {
+        if (parentWidget()) setAccessibleName(parentWidget()->windowTitle());
+        QScrollArea::focusInEvent(event);
+    }
+
   private:
     PageContents* contents_;
 };
