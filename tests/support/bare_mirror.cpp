@@ -56,8 +56,6 @@ void BareMirror::deliver(int bank, int parameter) {
     notify(bank, parameter);
 }
 
-void BareMirror::loseWrite(int bank, int parameter, std::uint32_t boardHolds) { arrive(bank, parameter, boardHolds); }
-
 DueWrites BareMirror::deliverAll() {
     DueWrites delivered;
     for (DueWrites now = due(); !now.empty(); now = due())
