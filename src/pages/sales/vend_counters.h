@@ -29,11 +29,12 @@ struct CounterBlock {
 
     Kind kind;
     int bank;
-    int parameter;  ///< of the first counter
-    int watched;    ///< counters that are kept fresh
-    int shown;      ///< counters that reach a label
-    int rows;       ///< rows on the page; those beyond the shown ones stay empty
-    int columns;    ///< in which the rows stand
+    int parameter;   ///< of the first counter
+    int watched;     ///< counters that are kept fresh
+    int shown;       ///< counters that reach a label
+    int rows;        ///< rows on the page; those beyond the shown ones stay empty
+    int columns;     ///< in which the rows stand
+    bool runsAlong;  ///< row after row as the sectors lie in the machine, else column after column
     Labels values;
     Labels captions;
     int firstLabel;  ///< index of the first row in both arrays

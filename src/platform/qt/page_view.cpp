@@ -165,19 +165,16 @@ class Builder {
         const bool composed = std::any_of(layout.children.begin(), layout.children.end(), isColumn);
         cells->setHorizontalSpacing(composed ? ListSpacing : Spacing);
         cells->setVerticalSpacing(composed ? Spacing : 0);
-        bool flexible = false;
         for (std::size_t i = 0; i < layout.children.size(); ++i) {
             if (layout.children[i].kind == Layout::Kind::Gap) continue;
             const int column = static_cast<int>(i) % columns;
             GridStacks own;
             QWidget* cell = build(layout.children[i], own);
             cells->addWidget(cell, static_cast<int>(i) / columns, column, standing(*cell, true));
-            if (!grows(*cell, Qt::Horizontal)) continue;
-            cells->setColumnStretch(column, 1000);
-            flexible = true;
+            if (grows(*cell, Qt::Horizontal)) cells->setColumnStretch(column, 1000);
         }
-        // What the flexible cells have no use for stays at the end of the rows.
-        if (flexible) cells->setColumnStretch(columns, 1);
+        // What the cells have no use for stays at the end of the rows.
+        cells->setColumnStretch(columns, 1);
         return widget;
     }
 
