@@ -8,6 +8,7 @@
 #include "pages/climate/frm_temperatura.h"
 #include "pages/machine/frm_azione.h"
 #include "pages/machine/frm_conmac.h"
+#include "pages/machine/frm_opzioni.h"
 #include "pages/sales/frm_totali.h"
 #include "pages/shell_pages/frm_info.h"
 #include "pages/shell_pages/frm_password.h"
@@ -28,6 +29,7 @@ PageRegistry AllPages() {
         {"FrmConMac", make<FrmConMac>},
         {"FrmTempi", make<FrmTempi>},
         {"FrmTotali", make<FrmTotali>},
+        {"FrmOpzioni", make<FrmOpzioni>},
         {"FrmAzione", make<FrmAzione>},
         {"FrmPassword", make<FrmPassword>},
         {"FrmTemperatura", make<FrmTemperatura>},
