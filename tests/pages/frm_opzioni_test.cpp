@@ -267,28 +267,22 @@ TEST_F(FrmOpzioniTest, RevisionsAreTenthsAndThePowerBoardsIsKeptForOthers) {
 TEST_F(FrmOpzioniTest, NothingButTheFieldsIsLiveBeforeThe21stValueThatThePageTakes) {
     ShowPage("FrmOpzioni");
     auto& page = dynamic_cast<FrmOpzioni&>(*FindLoadedPage("FrmOpzioni"));
-    const std::pair<int, int> taken[] = {{0, 1},    {0, 2},    {0, 84},   {0, 3},    {0, 7},    {0, 158},  {0, 350},
+    const std::pair<int, int> taken[] = {{0, 1},    {0, 2},    {0, 85},   {0, 3},    {0, 7},    {0, 158},  {0, 350},
                                          {0, 354},  {0, 356},  {0, 357},  {0, 358},  {0, 361},  {1, 1153}, {1, 1203},
                                          {1, 1298}, {1, 1299}, {1, 1302}, {1, 1443}, {1, 1444}, {2, 59}};
     ASSERT_EQ(std::size(taken), 20U);
-    for (const auto& [bank, n] : taken) arrives(page, bank, n, 4);
+    // Boards are there at 12, and a payment system of 24 leaves the decimals free.
+    for (const auto& [bank, n] : taken) arrives(page, bank, n, n == 85 ? 24 : 12);
     // What is subscribed and not shown, and words that are not new, do not count.
-    for (const auto& [bank, n] : {std::pair{0, 355},
-                                  {1, 1205},
-                                  {1, 1303},
-                                  {1, 1445},
-                                  {1, 1446},
-                                  {2, 274},
-                                  {0, 1},
-                                  {0, 2},
-                                  {0, 7},
-                                  {1, 84},
-                                  {2, 1298}})
-        arrives(page, bank, n, 4);
+    const std::pair<int, int> others[] = {{0, 355}, {1, 1205}, {1, 1303}, {1, 1445}, {1, 1446}, {2, 274},
+                                          {0, 1},   {0, 2},    {0, 7},    {1, 84},   {2, 1298}};
+    for (const auto& [bank, n] : others) arrives(page, bank, n, 12);
+    EXPECT_FALSE(page.SlswitchX2.usable());
     EXPECT_FALSE(masterLive(page) || alderLive(page) || cedarLive(page));
     EXPECT_TRUE(page.Text1[0].usable());
     arrives(page, 2, 283, 10);
     EXPECT_TRUE(masterLive(page) && alderLive(page) && cedarLive(page));
+    EXPECT_TRUE(page.SlswitchX2.usable());
 }
 
 TEST_F(FrmOpzioniTest, OpensWithinAFewSecondsOnEveryMachineWithTheGroupsOfItsBoards) {
