@@ -2,6 +2,7 @@
 // See registry.h.
 #include "pages/registry.h"
 
+#include "pages/beverage/frm_dosi.h"
 #include "pages/beverage/frm_inter.h"
 #include "pages/beverage/frm_presel.h"
 #include "pages/beverage/frm_pro_uni.h"
@@ -56,6 +57,7 @@ PageRegistry AllPages() {
         {"FrmProUni", make<FrmProUni>},
         {"FrmPresel", make<FrmPresel>},
         {"FrmTempi", make<FrmTempi>},
+        {"FrmDosi", make<FrmDosi>},
         {"FrmPagamento", make<FrmPagamento>},
         {"FrmPrezzi", make<FrmPrezzi>},
         {"FrmSconti", make<FrmSconti>},

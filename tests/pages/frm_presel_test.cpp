@@ -54,6 +54,7 @@ TEST(FrmPresel, ShowsTheFourSettingsOfEachPreselection) {
 TEST(FrmPresel, EachControlWritesItsSettingAndTheShadow) {
     World world;
     world.start();
+    for (int n = 1412; n <= 1423; ++n) world.setBoard(1, n, 0);
     auto& page = world.open<FrmPresel>("FrmPresel");
     WireLog log(world);
     for (int i = 0; i < 4; ++i) {
