@@ -13,6 +13,7 @@
 #include "pages/controls/frm_controls.h"
 #include "pages/machine/frm_azione.h"
 #include "pages/machine/frm_conmac.h"
+#include "pages/machine/frm_opzioni.h"
 #include "pages/payment/frm_pagamento.h"
 #include "pages/payment/frm_prezzi.h"
 #include "pages/payment/frm_sconti.h"
@@ -70,6 +71,7 @@ PageRegistry AllPages() {
         {"FrmMonete", counts(FrmMonete)},
         {"FrmMDBaudit", make<FrmMDBaudit>},
         {"FrmCancella", make<FrmCancella>},
+        {"FrmOpzioni", make<FrmOpzioni>},
         {"FrmAzione", make<FrmAzione>},
         {"FrmPassword", make<FrmPassword>},
         {"FrmTemperatura", make<FrmTemperatura>},

@@ -57,6 +57,12 @@ class PageView : public QScrollArea {
     QSize sizeHint() const override { return contents_->sizeHint(); }
     PageContents& contents() { return *contents_; }
 
+  protected:
+    void focusInEvent(QFocusEvent* event) override {
+        if (parentWidget()) setAccessibleName(parentWidget()->windowTitle());
+        QScrollArea::focusInEvent(event);
+    }
+
   private:
     PageContents* contents_;
 };
@@ -162,19 +168,16 @@ class Builder {
         const bool composed = std::any_of(layout.children.begin(), layout.children.end(), isColumn);
         cells->setHorizontalSpacing(composed ? ListSpacing : Spacing);
         cells->setVerticalSpacing(composed ? Spacing : 0);
-        bool flexible = false;
         for (std::size_t i = 0; i < layout.children.size(); ++i) {
             if (layout.children[i].kind == Layout::Kind::Gap) continue;
             const int column = static_cast<int>(i) % columns;
             GridStacks own;
             QWidget* cell = build(layout.children[i], own);
             cells->addWidget(cell, static_cast<int>(i) / columns, column, standing(*cell, true));
-            if (!grows(*cell, Qt::Horizontal)) continue;
-            cells->setColumnStretch(column, 1000);
-            flexible = true;
+            if (grows(*cell, Qt::Horizontal)) cells->setColumnStretch(column, 1000);
         }
-        // What the flexible cells have no use for stays at the end of the rows.
-        if (flexible) cells->setColumnStretch(columns, 1);
+        // What the cells have no use for stays at the end of the rows.
+        cells->setColumnStretch(columns, 1);
         return widget;
     }
 

@@ -25,6 +25,7 @@ namespace kestrel::qt {
 namespace {
 
 constexpr qint64 LongestWaitMs = 30000;
+constexpr qint64 RestMs = 300;
 constexpr QSize WindowSize(1366, 768);
 
 /// Records that the open page subscribes to and that no board has answered yet.
@@ -44,9 +45,17 @@ void save(const QPixmap& picture, const std::filesystem::path& directory, const 
         throw RunTimeError(error_number::FileAccess, pathToQt(file).toStdString() + ": cannot be written");
 }
 
+/// Lets the scan come round, so that each page is filled as the first one is.
+void restBetweenPages() {
+    QElapsedTimer clock;
+    clock.start();
+    while (!clock.hasExpired(RestMs)) platform().PumpEvents();
+}
+
 /// Opens the page as the menu does; it stays open. True if it was filled in time.
 bool visit(const MenuRow& row, MainWindowView& window, const std::filesystem::path& directory) {
     ClosePages();
+    restBetweenPages();
     QElapsedTimer clock;
     clock.start();
     MDIForm1().entry(row.name).UserClick();
