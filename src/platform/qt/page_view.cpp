@@ -13,6 +13,7 @@
 
 #include "platform/qt/aligned_grid.h"
 #include "platform/qt/canvas_view.h"
+#include "platform/qt/focus_keeper.h"
 #include "platform/qt/group_view.h"
 #include "platform/qt/label_view.h"
 #include "platform/qt/view_factory.h"
@@ -28,8 +29,14 @@ constexpr int ListSpacing = 3 * GridStep;  ///< so that a figure is not read wit
 class PageContents : public QWidget {
   public:
     std::vector<ViewBase*> views;
+    FocusKeeper focus;
 
   protected:
+    /// A control that is locked while it has the focus does not hand it on.
+    bool focusNextPrevChild(bool next) override {
+        const QWidget* focused = focusWidget();
+        return (!focused || focused->isEnabled()) && QWidget::focusNextPrevChild(next);
+    }
     bool event(QEvent* event) override {
         // Captions that changed ask for one layout together; they name other controls too.
         if (event->type() == QEvent::LayoutRequest) {
@@ -210,6 +217,7 @@ QWidget* buildPage(Window& window) {
     QWidget* root = builder.build(layout, stacks);
     column->addWidget(root, 1, grows(*root, Qt::Vertical) ? Qt::Alignment() : Qt::AlignTop);
     contents->views = std::move(builder.views);
+    for (ViewBase* view : contents->views) contents->focus.watch(view->widget());
     return new PageView(std::move(contents));
 }
 
