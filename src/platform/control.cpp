@@ -13,7 +13,7 @@ bool Control::usable() const {
 }
 
 std::string Control::accessibleName() const {
-    if (!caption_) return {};
+    if (!caption_) return frame_ ? frame_->Caption.get() : std::string();
     return unit_ ? caption_->Caption.get() + " " + unit_->Caption.get() : caption_->Caption.get();
 }
 

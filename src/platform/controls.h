@@ -43,6 +43,7 @@ class Label : public Control {
 class Frame : public Control {
   public:
     Property<std::string> Caption{*this, {}};
+    Property<int> Height{*this, 0};  ///< twips; at least so high, or 0: as high as its contents
     std::string accessibleName() const override { return Caption; }
 };
 

@@ -1,5 +1,5 @@
-// The writes that reached the simulated machine.
-// Tests compare them with what a user's act must send, and nothing else.
+// What the program wrote, as the machine's end of the line saw it.
+// Parameter numbers are found by the address in the frame, not by the program's tables.
 #pragma once
 
 #include <algorithm>
@@ -48,5 +48,22 @@ class WriteLog {
     simulator::Machine& machine_;
     Writes writes_;
 };
+
+/// Does something as the user, lets the line come to rest, and gives what was written, in order of parameters.
+template <class Act>
+Writes writesOf(World& world, Act&& act) {
+    WriteLog log(world);
+    act();
+    world.settle();
+    return log.take();
+}
+
+/// Subscriptions that are left over all banks.
+inline int watchersLeft() {
+    int count = 0;
+    for (int bank = 0; bank < Banks; ++bank)
+        for (int n = 1; n < RecordCount(bank); ++n) count += ParamTable(bank, n).Watchers;
+    return count;
+}
 
 }  // namespace kestrel::testing
