@@ -2,8 +2,18 @@
 // See registry.h.
 #include "pages/registry.h"
 
+#include "pages/beverage/frm_dosi.h"
+#include "pages/beverage/frm_inter.h"
+#include "pages/beverage/frm_presel.h"
+#include "pages/beverage/frm_pro_uni.h"
 #include "pages/beverage/frm_tempi.h"
+#include "pages/climate/frm_grafico.h"
+#include "pages/climate/frm_orologio.h"
+#include "pages/climate/frm_temperatura.h"
 #include "pages/controls/frm_controls.h"
+#include "pages/machine/frm_azione.h"
+#include "pages/machine/frm_conmac.h"
+#include "pages/machine/frm_opzioni.h"
 #include "pages/payment/frm_pagamento.h"
 #include "pages/payment/frm_prezzi.h"
 #include "pages/payment/frm_sconti.h"
@@ -12,6 +22,12 @@
 #include "pages/sales/frm_mdb_audit.h"
 #include "pages/sales/frm_totali.h"
 #include "pages/sales/vend_counters.h"
+#include "pages/shell_pages/frm_info.h"
+#include "pages/shell_pages/frm_password.h"
+#include "pages/test/frm_allarmi.h"
+#include "pages/test/frm_in_out.h"
+#include "pages/test/frm_schema.h"
+#include "pages/test/frm_test_cedar.h"
 
 namespace kestrel {
 
@@ -33,14 +49,40 @@ PageRegistry::mapped_type counts(const CounterDesign& design) {
 
 }  // namespace
 
+/// In the order of the menu.
 PageRegistry AllPages() {
     return {
+        {"FrmConMac", make<FrmConMac>},
+        {"FrmInter", make<FrmInter>},
+        {"FrmProUni", make<FrmProUni>},
+        {"FrmPresel", make<FrmPresel>},
+        {"FrmTempi", make<FrmTempi>},
+        {"FrmDosi", make<FrmDosi>},
+        {"FrmPagamento", make<FrmPagamento>},
+        {"FrmPrezzi", make<FrmPrezzi>},
+        {"FrmSconti", make<FrmSconti>},
+        {"FrmAssSel", assigns(FrmAssSel)},
+        {"FrmAssSet", assigns(FrmAssSet)},
+        {"FrmTotali", make<FrmTotali>},
+        {"FrmBattute", counts(FrmBattute)},
+        {"FrmGratis", counts(FrmGratis)},
+        {"FrmBricco", counts(FrmBricco)},
+        {"FrmProva", counts(FrmProva)},
+        {"FrmMonete", counts(FrmMonete)},
+        {"FrmMDBaudit", make<FrmMDBaudit>},
+        {"FrmCancella", make<FrmCancella>},
+        {"FrmOpzioni", make<FrmOpzioni>},
+        {"FrmAzione", make<FrmAzione>},
+        {"FrmPassword", make<FrmPassword>},
+        {"FrmTemperatura", make<FrmTemperatura>},
+        {"FrmGrafico", make<FrmGrafico>},
+        {"FrmOrologio", make<FrmOrologio>},
+        {"FrmInOut", make<FrmInOut>},
+        {"FrmTestCedar", make<FrmTestCedar>},
+        {"FrmSchema", make<FrmSchema>},
+        {"FrmAllarmi", make<FrmAllarmi>},
+        {"FrmInfo", make<FrmInfo>},
         {"FrmControls", make<FrmControls>},  // in no menu: opened by name
-        {"FrmTempi", make<FrmTempi>},       {"FrmPagamento", make<FrmPagamento>}, {"FrmPrezzi", make<FrmPrezzi>},
-        {"FrmSconti", make<FrmSconti>},     {"FrmAssSel", assigns(FrmAssSel)},    {"FrmAssSet", assigns(FrmAssSet)},
-        {"FrmTotali", make<FrmTotali>},     {"FrmBattute", counts(FrmBattute)},   {"FrmGratis", counts(FrmGratis)},
-        {"FrmBricco", counts(FrmBricco)},   {"FrmProva", counts(FrmProva)},       {"FrmMonete", counts(FrmMonete)},
-        {"FrmMDBaudit", make<FrmMDBaudit>}, {"FrmCancella", make<FrmCancella>},
     };
 }
 

@@ -13,8 +13,8 @@ bool Control::usable() const {
 }
 
 std::string Control::accessibleName() const {
-    if (caption_) return caption_->Caption;
-    return frame_ ? frame_->Caption.get() : std::string();
+    if (!caption_) return frame_ ? frame_->Caption.get() : std::string();
+    return unit_ ? caption_->Caption.get() + " " + unit_->Caption.get() : caption_->Caption.get();
 }
 
 void Control::assigned(const void* /*property*/, bool /*changed*/) { show(); }

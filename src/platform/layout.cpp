@@ -6,24 +6,31 @@ namespace kestrel {
 
 namespace {
 
-const Label* asCaption(const Layout& cell) {
+const Label* asLabel(const Layout& cell, Label::Role role) {
     const auto* label = cell.kind == Layout::Kind::Control ? dynamic_cast<const Label*>(cell.control) : nullptr;
-    return label && label->role == Label::Role::Caption ? label : nullptr;
+    return label && label->role == role ? label : nullptr;
 }
 
 void nameCells(const Layout& layout, const Label* caption);
 
-/// Names the cells from first to last by the caption before each; a row, column or grid among them passes it on to
-/// those of its cells that have none of their own.
+/// Names the cells from first to last by the caption before each and the unit behind it; a row, column or grid among
+/// them passes the caption on to those of its cells that have none of their own.
 void nameRow(const Layout& layout, std::size_t first, std::size_t last, const Label* caption) {
+    std::vector<Control*> withoutUnit;
     for (std::size_t i = first; i < last; ++i) {
         const Layout& cell = layout.children[i];
-        if (const Label* found = asCaption(cell))
+        if (const Label* found = asLabel(cell, Label::Role::Caption)) {
             caption = found;
-        else if (cell.kind != Layout::Kind::Control)
+            withoutUnit.clear();
+        } else if (const Label* unit = asLabel(cell, Label::Role::Unit)) {
+            for (Control* control : withoutUnit) control->measuredIn(unit);
+            withoutUnit.clear();
+        } else if (cell.kind != Layout::Kind::Control) {
             nameCells(cell, caption);
-        else if (caption)
+        } else if (caption) {
             cell.control->namedBy(caption);
+            withoutUnit.push_back(cell.control);
+        }
     }
 }
 

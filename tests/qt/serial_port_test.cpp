@@ -3,7 +3,6 @@
 #include "platform/qt/qt_serial_port.h"
 
 #include <gtest/gtest.h>
-#include <sys/resource.h>
 #include <unistd.h>
 
 #include <QElapsedTimer>
@@ -11,30 +10,26 @@
 #include <QTemporaryDir>
 #include <QTemporaryFile>
 #include <QTest>
+#include <QTimer>
+#include <atomic>
 #include <filesystem>
+#include <thread>
 
 #include "platform/qt/port_devices.h"
 #include "platform/qt/qt_platform.h"
 #include "platform/trouble.h"
 #include "pseudo_terminal.h"
+#include "support/processor_time.h"
 
 namespace kestrel {
 namespace {
 
 using qt::QtPlatform;
 using qt::QtSerialPort;
+using testing::processorSeconds;
 using testing::PseudoTerminal;
 
 Bytes bytesOf(const std::string& text) { return {text.begin(), text.end()}; }
-
-double processorSeconds() {
-    rusage used{};
-    getrusage(RUSAGE_SELF, &used);
-    const auto seconds = [](const timeval& time) {
-        return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_usec) / 1e6;
-    };
-    return seconds(used.ru_utime) + seconds(used.ru_stime);
-}
 
 class SerialPort : public ::testing::Test {
   protected:
@@ -105,6 +100,27 @@ TEST_F(SerialPort, DropsWhatItsBufferCannotHold) {
         line.send(std::string(1000, 'x'));
         QTest::qWait(10);
     }
+    EXPECT_EQ(port->InBufferCount(), static_cast<int>(QtSerialPort::InputBufferSize));
+}
+
+TEST_F(SerialPort, LeavesTheWindowAliveUnderAnEndlessStream) {
+    port->OnComm([this] { ++events; });
+    port->PortOpen(true);
+    std::atomic<bool> isOn = true;
+    std::thread stream([&] {
+        while (isOn) line.send(std::string(256, 'x'), PseudoTerminal::WhatFits);
+    });
+    QElapsedTimer sinceBeat;
+    qint64 longest = 0;
+    QTimer heart;
+    QObject::connect(&heart, &QTimer::timeout, &heart, [&] { longest = std::max(longest, sinceBeat.restart()); });
+    sinceBeat.start();
+    heart.start(5);
+    QTest::qWait(250);
+    isOn = false;
+    stream.join();
+    EXPECT_GT(events, 0);
+    EXPECT_LT(longest, 100) << "ms between two events of the window";
     EXPECT_EQ(port->InBufferCount(), static_cast<int>(QtSerialPort::InputBufferSize));
 }
 

@@ -3,40 +3,59 @@
 #pragma once
 
 #include <algorithm>
+#include <compare>
 #include <ostream>
+#include <utility>
 #include <vector>
 
 #include "support/world.h"
 
 namespace kestrel::testing {
 
-struct Write {
+struct Written {
     int bank;
     int parameter;
     std::uint32_t value;
-    auto operator<=>(const Write&) const = default;
+    auto operator<=>(const Written&) const = default;
 };
+using Writes = std::vector<Written>;
 
-inline std::ostream& operator<<(std::ostream& out, const Write& write) {
-    return out << write.bank << ':' << write.parameter << '=' << write.value;
+inline std::ostream& operator<<(std::ostream& out, const Written& w) {
+    return out << "bank " << w.bank << ": " << w.parameter << " = " << w.value;
 }
 
-using Writes = std::vector<Write>;
+/// Collects every write frame from now on, repeats included.
+class WriteLog {
+  public:
+    explicit WriteLog(World& world) : machine_(world.machine) {
+        machine_.onExchange = [this](const simulator::Exchange& exchange) {
+            if (exchange.request.write)
+                writes_.push_back({static_cast<int>(exchange.request.board), exchange.parameter, exchange.value});
+        };
+    }
+    ~WriteLog() { machine_.onExchange = nullptr; }
+    WriteLog(const WriteLog&) = delete;
+    WriteLog& operator=(const WriteLog&) = delete;
+
+    /// What was collected since the last call, by bank and number: which of two writes the scan meets first depends
+    /// on where it stands.
+    Writes take() {
+        std::sort(writes_.begin(), writes_.end());
+        return std::exchange(writes_, {});
+    }
+
+  private:
+    simulator::Machine& machine_;
+    Writes writes_;
+};
 
 /// Does something as the user, lets the line come to rest, and gives what was written, in order of parameters.
 template <class Act>
 Writes writesOf(World& world, Act&& act) {
-    Writes writes;
-    world.machine.onExchange = [&](const simulator::Exchange& exchange) {
-        if (!exchange.request.write) return;
-        const int bank = static_cast<int>(simulator::indexOf(exchange.request.board));
-        writes.push_back({bank, exchange.parameter, exchange.value});
-    };
+    WriteLog log(world);
     act();
     world.settle();
-    world.machine.onExchange = nullptr;
-    std::sort(writes.begin(), writes.end());
-    return writes;
+    return log.take();
 }
 
 /// Subscriptions that are left over all banks.

@@ -26,9 +26,10 @@ FrmControls::FrmControls() : Page("FrmControls") {
     for (int i : {0, 1}) DrawnLamp[i].shape = Led::Shape::Round;
     for (int i = 0; i < RoundLamp.size(); ++i) RoundLamp[i].shape = Led::Shape::Round;
     for (int i = 0; i < Text.size(); ++i) Text[i].maxLength = 6;
-    const auto click = [this] { ++keyClicks; };
+    const auto click = [this] { ++clicks; };
     Words[3].OnClick(click);
     DrawnKey.OnClick(click);
+    Command[0].OnClick(click);
     Text.OnKeyPress([](int, int) {});
 }
 
@@ -37,7 +38,8 @@ Layout FrmControls::Arrange() {
         Column{
             Group(BarFrame, Rows(Indexes(0, 4), BarCaption, Bar, BarValue)),
             Group(StepFrame, Column{Rows(Indexes(0, 5), SliderCaption, Slider),
-                                    Rows(Indexes(0, 3), RotaryCaption, Rotary)}),
+                                    Grid(4, {RotaryCaption[0], Rotary[0], RotaryCaption[1], Rotary[1], RotaryCaption[2],
+                                             Rotary[2], RotaryCaption[3], Rotary[3]})}),
             Group(AbsentFrame, Row{AbsentCaption, AbsentBar, AbsentValue, AbsentSlider, AbsentToggle}),
         },
         Column{
@@ -83,7 +85,7 @@ void FrmControls::setCaptions() {
     ChartFrame.Caption = "Strip chart";
     PictureFrame.Caption = "Controls on a drawing";
     setCaptionsOf(BarCaption, {"plain", "disabled", "waiting", "out of range", "amount"});
-    setCaptionsOf(SliderCaption, {"plain", "long labels", "sixteen", "disabled", "waiting ", "out of range"});
+    setCaptionsOf(SliderCaption, {"plain", "long labels", "sixteen", "disabled", "waiting", "out of range"});
     setCaptionsOf(RotaryCaption, {"rotary", "disabled", "waiting", "out of range"});
     setCaptionsOf(TwoStateCaption, {"off", "on", "disabled off", "disabled on", "waiting"});
     setCaptionsOf(LampCaption, {"off", "on", "disabled off", "disabled on"});
@@ -93,6 +95,9 @@ void FrmControls::setCaptions() {
     setCaptionsOf(Words, {"disabled text", "Normal", "Test running", "can be clicked"});
     AbsentCaption.Caption = "absent board";
     DrawnKey.ToolTip = "key of the drawing";
+    for (Led& lamp : DrawnLamp) lamp.ToolTip = "lamp of the drawing";
+    for (Thermometer& gauge : Gauge) gauge.ToolTip = "gauge";
+    for (ProgressBar& bar : Progress) bar.ToolTip = "progress";
 }
 
 void FrmControls::setBars() {
@@ -106,8 +111,8 @@ void FrmControls::setBars() {
         Bar[i].Value = values.at(static_cast<std::size_t>(i));
         BarValue[i].Caption = shown.at(static_cast<std::size_t>(i));
     }
-    for (Control* each : {static_cast<Control*>(&BarCaption[1]), static_cast<Control*>(&Bar[1]),
-                          static_cast<Control*>(&BarValue[1])})
+    for (Control* each :
+         {static_cast<Control*>(&BarCaption[1]), static_cast<Control*>(&Bar[1]), static_cast<Control*>(&BarValue[1])})
         each->Enabled = false;
     Bar[2].UserMove(96);
     AbsentFrame.Enabled = false;
@@ -120,8 +125,9 @@ void FrmControls::setBars() {
 
 void FrmControls::setSwitches() {
     const std::string sixteen = "1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16";
-    const std::vector<std::string> labels = {"Off, On", "Normale, ECS differenziato, Price holding", sixteen,
-                                             "Off, On", "00000, 0000.0, 000.00, 00.000", "0, 1, 2, 3"};
+    const std::vector<std::string> labels = {
+        "Off, On",   "Normale, ECS differenziato, Price holding", sixteen, "Off, On", "00000, 0000.0, 000.00, 00.000",
+        "0, 1, 2, 3"};
     for (int i = 0; i < Slider.size(); ++i) {
         Slider[i].PositionLabels = labels.at(static_cast<std::size_t>(i));
         Slider[i].Position = i == 5 ? 9 : 1;

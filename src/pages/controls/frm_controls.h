@@ -41,6 +41,7 @@ class FrmControls : public Page {
     ControlArray<Label, 4> TextCaption;
     ControlArray<TextBox, 3> Text;           ///< plain, disabled, waiting
     ControlArray<CommandButton, 2> Command;  ///< plain, disabled
+    int clicks = 0;                          ///< on buttons and on what can be clicked besides
     ControlArray<Label, 4> Words;            ///< disabled, red, green, one that can be clicked
 
     /// What stands in a disabled frame.
@@ -55,7 +56,6 @@ class FrmControls : public Page {
     ControlArray<Led, 4> DrawnLamp;  ///< on the drawing: two round, two square
     Label DrawnValue;                ///< on the drawing
     Label DrawnKey;                  ///< a zone of the drawing that can be clicked
-    int keyClicks = 0;               ///< clicks on it
 
     Layout Arrange() override;
     void Form_Load() override;

@@ -21,18 +21,18 @@ constexpr CounterTexts SectorsAsDrawn = {Numbering::None, "Set. 68", 0, "Settori
 
 constexpr CounterBlock selections(int parameter, CounterBlock::Labels values, const CounterTexts& texts) {
     constexpr int All = Selections;
-    return {Kind::Selections,      1, parameter, All, All, All, SelectionColumns, true, values,
+    return {Kind::Selection,       1, parameter, All, All, All, SelectionColumns, true, values,
             &VendCounters::Label1, 0, texts};
 }
 
 constexpr CounterBlock sectors(int parameter, const CounterTexts& texts) {
     constexpr int All = SectorCount;
-    return {Kind::Sectors,         2, parameter, All, All, All, SectorColumns, true, &VendCounters::Label4,
+    return {Kind::Sector,          2, parameter, All, All, All, SectorColumns, true, &VendCounters::Label4,
             &VendCounters::Label2, 0, texts};
 }
 
 /// The counters of the plus preselections are kept fresh, and shown nowhere.
-constexpr CounterBlock Preselections = {.kind = Kind::Preselections,
+constexpr CounterBlock Preselections = {.kind = Kind::Preselection,
                                         .bank = 0,
                                         .parameter = 169,
                                         .watched = 8,
@@ -46,7 +46,7 @@ constexpr CounterBlock Preselections = {.kind = Kind::Preselections,
                                         .texts = {Numbering::OwnLines, "", 227, "", 226}};
 
 /// Sixteen rows were drawn; nine of them count.
-constexpr CounterBlock Coins = {.kind = Kind::Coins,
+constexpr CounterBlock Coins = {.kind = Kind::Coin,
                                 .bank = 0,
                                 .parameter = 177,
                                 .watched = 9,

@@ -44,13 +44,13 @@ VendCounters::VendCounters(const CounterDesign& design) : Page(design.name), des
 
 Frame* VendCounters::frameOf(CounterBlock::Kind kind) {
     switch (kind) {
-        case CounterBlock::Kind::Selections:
+        case CounterBlock::Kind::Selection:
             return &Frame1;
-        case CounterBlock::Kind::Sectors:
+        case CounterBlock::Kind::Sector:
             return &Frame2[0];
-        case CounterBlock::Kind::Preselections:
+        case CounterBlock::Kind::Preselection:
             return &Frame3;
-        case CounterBlock::Kind::Coins:
+        case CounterBlock::Kind::Coin:
             break;
     }
     return nullptr;
@@ -77,7 +77,7 @@ Layout VendCounters::Arrange() {
     Layout above(Layout::Kind::Row);
     Layout page(Layout::Kind::Column);
     for (const CounterBlock& block : design_.blocks) {
-        const bool sectors = block.kind == CounterBlock::Kind::Sectors;
+        const bool sectors = block.kind == CounterBlock::Kind::Sector;
         std::vector<Layout>& children = sectors ? page.children : above.children;
         children.insert(children.begin(), arrangeBlock(block));
     }

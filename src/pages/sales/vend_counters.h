@@ -23,7 +23,7 @@ struct CounterTexts {
 
 /// Consecutive counters of one bank, and the labels that show them.
 struct CounterBlock {
-    enum class Kind { Selections, Sectors, Preselections, Coins };
+    enum class Kind { Selection, Sector, Preselection, Coin };
     static constexpr int MostRows = 48;
     using Labels = ControlArray<Label, MostRows> VendCounters::*;
 

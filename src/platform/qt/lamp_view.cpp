@@ -25,7 +25,8 @@ void LampView::paintEvent(QPaintEvent* /*event*/) {
     Brush brush(*this);
     // In a row it keeps off its neighbours; on a drawing it fills its place.
     const double margin = height() < sizeHint().height() ? 0.5 : 3;
-    drawLamp(brush, QRectF(rect()).adjusted(1, margin, -1, -margin), model().shape == Led::Shape::Round, lit_, isEnabled());
+    drawLamp(brush, QRectF(rect()).adjusted(1, margin, -1, -margin), model().shape == Led::Shape::Round, lit_,
+             isEnabled());
 }
 
 QString LampView::spokenValue() const { return lit_ ? words::On : words::Off; }

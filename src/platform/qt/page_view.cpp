@@ -32,9 +32,12 @@ class PageContents : public QWidget {
   protected:
     bool event(QEvent* event) override {
         // Captions that changed ask for one layout together; they name other controls too.
-        if (event->type() == QEvent::LayoutRequest)
+        if (event->type() == QEvent::LayoutRequest) {
             for (ViewBase* view : views)
                 if (view->bound()) view->renamed();
+            // The scroll area keeps the request to itself; the window has to hear that its page needs another size.
+            if (QWidget* viewport = parentWidget()) viewport->parentWidget()->updateGeometry();
+        }
         return QWidget::event(event);
     }
 };
@@ -53,6 +56,12 @@ class PageView : public QScrollArea {
     }
     QSize sizeHint() const override { return contents_->sizeHint(); }
     PageContents& contents() { return *contents_; }
+
+  protected:
+    void focusInEvent(QFocusEvent* event) override {
+        if (parentWidget()) setAccessibleName(parentWidget()->windowTitle());
+        QScrollArea::focusInEvent(event);
+    }
 
   private:
     PageContents* contents_;

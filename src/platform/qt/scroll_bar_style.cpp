@@ -23,18 +23,23 @@ QRect scrollBarPart(const QStyleOptionSlider& bar, QStyle::SubControl part) {
         const double shown = static_cast<double>(bar.pageStep) / (static_cast<double>(steps) + bar.pageStep);
         handle = std::min(length, std::max(ShortestHandle, static_cast<int>(shown * length)));
     }
-    const int from = QStyle::sliderPositionFromValue(bar.minimum, bar.maximum, bar.sliderPosition, length - handle,
-                                                     bar.upsideDown);
+    const int from =
+        QStyle::sliderPositionFromValue(bar.minimum, bar.maximum, bar.sliderPosition, length - handle, bar.upsideDown);
     const auto stretch = [&](int start, int extent) {
         return level ? QRect(bar.rect.x() + start, bar.rect.y(), extent, bar.rect.height())
                      : QRect(bar.rect.x(), bar.rect.y() + start, bar.rect.width(), extent);
     };
     switch (part) {
-        case QStyle::SC_ScrollBarGroove: return bar.rect;
-        case QStyle::SC_ScrollBarSlider: return stretch(from, handle);
-        case QStyle::SC_ScrollBarSubPage: return stretch(0, from);
-        case QStyle::SC_ScrollBarAddPage: return stretch(from + handle, length - from - handle);
-        default: return {};
+        case QStyle::SC_ScrollBarGroove:
+            return bar.rect;
+        case QStyle::SC_ScrollBarSlider:
+            return stretch(from, handle);
+        case QStyle::SC_ScrollBarSubPage:
+            return stretch(0, from);
+        case QStyle::SC_ScrollBarAddPage:
+            return stretch(from + handle, length - from - handle);
+        default:
+            return {};
     }
 }
 

@@ -72,7 +72,8 @@ void ThermometerView::paintEvent(QPaintEvent* /*event*/) {
     drawShape(brush, bulb, BulbWidth / 2, colors().field, colors().outline, 1.5);
     drawShape(brush, bulb.adjusted(4, 4, -4, -4), BulbWidth / 2 - 4, strength, strength, 0);
     const double level = yOf(value_);
-    drawShape(brush, QRectF(glass.left() + 4, level, TubeWidth - 8, bulb.center().y() - level), 2, strength, strength, 0);
+    drawShape(brush, QRectF(glass.left() + 4, level, TubeWidth - 8, bulb.center().y() - level), 2, strength, strength,
+              0);
     if (value_ > highest_)
         drawArrow(brush, QRectF(glass.left(), 0, glass.width(), glass.top() - 5), Arrow::Up, strength);
 }

@@ -54,8 +54,8 @@ bool has(const QStyleOptionTitleBar& bar, QStyle::SubControl button) {
 
 void drawTitleBar(const QStyleOptionTitleBar& bar, QPainter& painter, const QStyle& style, const QWidget* widget) {
     const bool active = bar.titleBarState & QStyle::State_Active;
-    const QColor ground = active ? colors().accent : colors().line;
-    const QColor ink = active ? colors().onAccent : colors().text;
+    const QColor ground = active ? colors().title : colors().line;
+    const QColor ink = active ? colors().onTitle : colors().text;
     painter.fillRect(bar.rect, ground);
     const auto place = [&](QStyle::SubControl part) {
         return style.subControlRect(QStyle::CC_TitleBar, &bar, part, widget);

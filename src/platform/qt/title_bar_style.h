@@ -1,4 +1,4 @@
-// How the title bars of the pages are drawn: flat, the one in front in the accent colour.
+// How the title bars of the pages are drawn: flat, the one in front in a colour of its own.
 // Where their buttons lie is left to the toolkit.
 #pragma once
 

@@ -2,6 +2,7 @@
 // See tour.h.
 #include "platform/qt/tour.h"
 
+#include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QPixmap>
@@ -62,6 +63,8 @@ bool visit(const MenuRow& row, MainWindowView& window, const std::filesystem::pa
     const qint64 elapsed = clock.elapsed();
     Page* const page = FindLoadedPage(row.page);
     if (!page) throw RunTimeError(error_number::NoSuchElement, std::string(row.page) + " did not open");
+    // The last values may have asked for another layout, and that for another size of the window.
+    QCoreApplication::sendPostedEvents();
     save(window.childOf(*page).grab(), directory, page->name());
     const int missing = missingRecords();
     std::printf("%-16s %8ld %8lld", row.page, page->arrivals(), static_cast<long long>(elapsed));

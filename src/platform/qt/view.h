@@ -33,6 +33,7 @@ class ViewBase : public ControlView {
     /// Lets go of the model, which may be destroyed from now on.
     void release();
     bool bound() const { return control_ != nullptr; }
+    bool shows(const Control& control) const { return control_ == &control; }
     QWidget& widget() const { return widget_; }
     bool waiting() const { return control_ && control_->waiting(); }
 
@@ -42,6 +43,7 @@ class ViewBase : public ControlView {
     virtual void renamed() {}
 
     virtual QAccessible::Role spokenRole() const = 0;
+    /// Its caption, or else its tooltip, or else the title of the frame that it stands in.
     virtual QString spokenName() const;
     virtual QString spokenValue() const { return {}; }
     QString spokenDescription() const;

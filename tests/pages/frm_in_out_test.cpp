@@ -1,0 +1,408 @@
+// The In/Out page over a bare mirror: which lamp stands for which bit, how an output is asked for, what unlocks it.
+// Rules of the boards are written out here as a technician would check them with a meter.
+#include "pages/test/frm_in_out.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "shell/language_files.h"
+#include "support/bare_mirror.h"
+
+namespace kestrel {
+namespace {
+
+using testing::BareMirror;
+using testing::DueWrite;
+using testing::DueWrites;
+
+constexpr int Red = 255;
+constexpr int Green = 65280;
+constexpr std::uint32_t There = 4;
+constexpr int No = -1;
+
+template <class Switches>
+std::vector<int> lit(const Switches& switches) {
+    std::vector<int> found;
+    for (int i = 0; i < switches.size(); ++i)
+        if (switches[i].Active) found.push_back(i);
+    return found;
+}
+using Numbers = std::vector<int>;
+
+struct InOut : ::testing::Test {
+    BareMirror mirror;
+    FrmInOut& page = mirror.load<FrmInOut>();
+
+    void presence(std::uint32_t alderWord, std::uint32_t cedarWord) {
+        mirror.arrive(0, 1, alderWord);
+        mirror.arrive(0, 2, cedarWord);
+    }
+    void report(bool alderInTest, bool cedarInTest) {
+        mirror.arrive(1, 1297, alderInTest ? 1 : 0);
+        mirror.arrive(2, 290, cedarInTest ? 1 : 0);
+    }
+    /// Both boards there and in test, and what was written so far out of the way.
+    void startTest() {
+        presence(There, There);
+        report(true, true);
+        mirror.deliverAll();
+    }
+    void echoOfCedar(std::uint32_t group, std::uint32_t bit) {
+        mirror.arrive(2, 288, group);
+        mirror.arrive(2, 289, bit);
+    }
+    bool isDue(const DueWrite& write) { return std::ranges::count(mirror.due(), write) > 0; }
+    /// Whether all switches of a board can be worked, or none.
+    bool alder(bool usable) {
+        return std::ranges::all_of(page.SwitchLed1, [=](LedSwitch& each) { return each.usable() == usable; });
+    }
+    bool cedar(bool usable) {
+        return page.SwitchLed4.usable() == usable &&
+               std::ranges::all_of(page.SwitchLed3, [=](LedSwitch& each) { return each.usable() == usable; });
+    }
+    bool unlocked() { return alder(true) && cedar(true); }
+    bool locked() { return alder(false) && cedar(false); }
+};
+
+TEST_F(InOut, OpensIdleAndLockedAndNamesEveryLampAfterItsDevice) {
+    EXPECT_EQ(mirror.due(), (DueWrites{{0, 368, 255}}));
+    mirror.run(10'000);
+    EXPECT_TRUE(locked()) << "nobody may unlock a test that never began";
+    const std::pair<Label*, std::string> captions[] = {{&page.Label1[0], "Door open"},
+                                                       {&page.Label1[5], "Mains present"},
+                                                       {&page.Label3[0], "Waste tray"},
+                                                       {&page.Label5[8], "Sector 21"},
+                                                       {&page.Label3[11], "Boiler minimum level"},
+                                                       {&page.Label4[39], "Spare output"},
+                                                       {&page.Label5[47], "Sector 68"},
+                                                       {&page.Label3[10], "Paper FB2 present"},
+                                                       {&page.Label7, "Normal"},
+                                                       {&page.Label8, "Tank temperature"}};
+    for (const auto& [label, text] : captions) EXPECT_EQ(label->Caption.get(), text);
+    EXPECT_EQ(page.Label7.ForeColor, Red);
+    EXPECT_EQ(page.SwitchLed1[39].accessibleName(), "Spare output");
+    EXPECT_EQ(page.iLedRectangleX1[17].accessibleName(), "Safety thermostat");
+    EXPECT_EQ(page.SwitchLed4.accessibleName(), "Compressor");
+    startTest();
+    LoadLanguage("Deutsch.lng");
+    page.Form_Activate();
+    EXPECT_EQ(page.Label5[47].Caption.get(), "Fach 68");
+    EXPECT_EQ(page.Command1.Caption.get(), "TEST beenden");
+    EXPECT_EQ(page.Label7.Caption.get(), "TEST läuft");
+}
+
+TEST_F(InOut, AClearBitLightsItsLampAndNoOther) {
+    struct {
+        int bank, parameter;
+        std::array<int, 8> lampOfBit;
+    } const words[] = {{0, 249, {No, 0, No, 1, 2, 3, 4, 5}},
+                       {1, 1289, {11, 12, No, 14, No, No, 17, No}},
+                       {1, 1290, {No, 0, 1, 2, 3, 4, 5, 6}},
+                       {1, 1291, {No, No, No, No, 7, 8, 9, 10}}};
+    presence(0, 0);
+    for (const auto& word : words)
+        for (unsigned bit = 0; bit < 8; ++bit) {
+            mirror.arrive(word.bank, word.parameter, 255U & ~(1U << bit));
+            const int lamp = word.lampOfBit[bit];
+            EXPECT_EQ(word.bank == 0 ? lit(page.LedX1) : lit(page.iLedRectangleX1),
+                      lamp == No ? Numbers{} : Numbers{lamp})
+                << word.parameter << " bit " << bit;
+            mirror.arrive(word.bank, word.parameter, 255);
+        }
+}
+
+TEST_F(InOut, ShowsTheBoilerAsItIsAndTheTankInWholeSignedDegrees) {
+    mirror.arrive(1, 1288, 97);
+    EXPECT_EQ(page.iAnalogX1.Value, 97);
+    mirror.arrive(2, 287, 0x1400);
+    EXPECT_EQ(page.iAnalogX2.Value, 0) << "without the correction the reading means nothing";
+    struct {
+        std::uint32_t correction, reading;
+        double degrees;
+    } const rows[] = {{5, 0x0A80, 10},  {5, 0x0B80, 12},   {7, 0x0A00, 12},   {0, 0x0000, -5},
+                      {5, 0xF600, -10}, {9, 0x7C00, -128}, {5, 0x7F80, -128}, {5, 0x7F40, 127}};
+    for (const auto& row : rows) {
+        mirror.arrive(2, 52, row.correction);
+        mirror.arrive(2, 287, row.reading);
+        EXPECT_EQ(page.iAnalogX2.Value, row.degrees) << row.correction << " " << row.reading;
+    }
+    ParamFlags(2, 52) = 0;
+    mirror.arrive(2, 287, 0x0100);
+    EXPECT_EQ(page.iAnalogX2.Value, 127) << "the old one stays";
+}
+
+TEST_F(InOut, AFrameIsLiveWhileItsBoardIsThereAndTheLastFourInputsFollowTheFrameAlone) {
+    for (const std::uint32_t word : {0U, 255U, 251U, 4U}) {
+        const bool there = word == 255 || word == 4;
+        presence(word, word);
+        for (Control* control : std::initializer_list<Control*>{
+                 &page.Frame2, &page.Frame3, &page.Command1, &page.Label4[39], &page.Label3[10], &page.Label6,
+                 &page.Label5[47], &page.Label8, &page.Label2, &page.iLedRectangleX1[10]})
+            EXPECT_EQ(control->Enabled, there) << control->accessibleName();
+        for (const int lamp : {11, 12, 14, 17}) EXPECT_TRUE(page.iLedRectangleX1[lamp].Enabled);
+        for (int i = 11; i <= 14; ++i) EXPECT_TRUE(page.Label3[i].Enabled);
+        EXPECT_TRUE(locked()) << "a board that comes unlocks nothing outside a test";
+    }
+    startTest();
+    presence(0, 0);
+    EXPECT_TRUE(locked());
+    mirror.arrive(0, 1, There);
+    EXPECT_TRUE(alder(true) && cedar(false));
+    mirror.arrive(0, 2, There);
+    EXPECT_TRUE(unlocked());
+}
+
+TEST_F(InOut, StartAndStopGoToTheBoardsThatAreThereMailboxFirst) {
+    mirror.deliverAll();
+    struct {
+        std::uint32_t alderWord, cedarWord, time;
+        DueWrites mailboxes, commands;
+    } const rows[] = {{There, There, 60, {{1, 2, 60}, {2, 285, 60}}, {{1, 1, 1}, {2, 284, 1}}},
+                      {There, 0, 60, {{1, 2, 60}}, {{1, 1, 1}}},
+                      {0, There, 60, {{2, 285, 60}}, {{2, 284, 1}}},
+                      {There, There, 0, {{1, 2, 0}, {2, 285, 0}}, {{1, 1, 1}, {2, 284, 1}}}};
+    for (const auto& row : rows) {
+        presence(row.alderWord, row.cedarWord);
+        if (row.time == 0) report(true, true);
+        page.Command1.UserClick();
+        EXPECT_FALSE(page.Command1.Enabled);
+        EXPECT_EQ(mirror.due(), row.mailboxes);
+        for (const DueWrite& write : row.mailboxes) mirror.deliver(write.bank, write.parameter);
+        EXPECT_EQ(mirror.due(), row.commands);
+        mirror.deliverAll();
+        for (const DueWrite& write : row.mailboxes) mirror.deliver(write.bank, write.parameter);
+        EXPECT_EQ(mirror.due(), DueWrites{}) << "a command goes out once";
+    }
+}
+
+TEST_F(InOut, StartWaitsForAChangeAndForItsOwnMailboxOnTheCedarBoardAlone) {
+    presence(There, There);
+    mirror.deliverAll();
+    page.Command1.UserClick();
+    mirror.arrive(2, 286, 0);
+    EXPECT_EQ(mirror.due(), (DueWrites{{1, 2, 60}, {2, 285, 60}})) << "285 has not been taken yet";
+    mirror.arrive(1, 5, 0);
+    EXPECT_EQ(mirror.due(), (DueWrites{{1, 1, 1}, {1, 2, 60}, {2, 285, 60}})) << "any byte of the Alder mailbox does";
+    presence(There, There);
+    report(true, false);
+    EXPECT_FALSE(page.Command1.Enabled) << "words that repeat say nothing new";
+    presence(There, There + 8);
+    EXPECT_TRUE(page.Command1.Enabled);
+}
+
+TEST_F(InOut, TheTestBeginsWithTheLastPresentBoardAndEndsWithTheFirst) {
+    struct {
+        bool alderThere, cedarThere, alderInTest, cedarInTest, running;
+    } const steps[] = {{true, true, false, true, false},   {true, true, true, true, true},
+                       {true, true, true, false, false},   {true, true, true, true, true},
+                       {true, false, true, false, true},   {true, false, false, false, false},
+                       {false, true, false, false, false}, {false, true, false, true, true}};
+    bool wasRunning = false;
+    for (const auto& step : steps) {
+        presence(step.alderThere ? There : 0, step.cedarThere ? There : 0);
+        page.Command1.UserClick();
+        if (step.alderThere) mirror.arrive(1, 1297, step.alderInTest ? 0xFF : 0xFE);
+        if (step.cedarThere) mirror.arrive(2, 290, step.cedarInTest ? 1 : 2);
+        EXPECT_EQ(page.Command1.Enabled, step.running != wasRunning) << "a report that changes nothing offers nothing";
+        wasRunning = step.running;
+        EXPECT_EQ(page.Label7.Caption.get(), step.running ? "TEST running" : "Normal");
+        EXPECT_EQ(page.Label7.ForeColor, step.running ? Green : Red);
+        EXPECT_EQ(page.Command1.Caption.get(), step.running ? "Stop TEST" : "Start TEST");
+        EXPECT_TRUE(alder(step.running && step.alderThere) && cedar(step.running && step.cedarThere));
+    }
+}
+
+TEST_F(InOut, EveryAlderSwitchAsksForItsOwnBitAndMovesOnItsEchoAlone) {
+    startTest();
+    presence(There, 0);
+    for (int byte = 0; byte < 5; ++byte) mirror.arrive(1, 1292 + byte, 0x0A);
+    const Numbers before = lit(page.SwitchLed1);
+    for (int i = 0; i < FrmInOut::AlderOutputs; ++i)
+        for (int click = 0; click < 2; ++click) {
+            const bool on = !page.SwitchLed1[i].Active;
+            const std::uint32_t mask = 1U << (i % 8);
+            const std::uint32_t wanted = on ? 0x0A | mask : 0x0A & ~mask;
+            page.SwitchLed1[i].UserClick();
+            page.SwitchLed1[i].UserClick();
+            EXPECT_EQ(page.SwitchLed1[i].Active, !on) << "put back, and a second click meets the lock";
+            EXPECT_TRUE(page.SwitchLed1[i].waiting() && locked());
+            DueWrites image;
+            for (int byte = 0; byte < 5; ++byte) image.push_back({1, 2 + byte, byte == i / 8 ? wanted : 0x0A});
+            EXPECT_EQ(mirror.due(), image) << i;
+            image.push_back({1, 1, 2});
+            EXPECT_EQ(mirror.deliverAll(), image) << i;
+            mirror.arrive(1, 1292 + i / 8, wanted);
+            EXPECT_EQ(page.SwitchLed1[i].Active, on);
+            EXPECT_TRUE(alder(true));
+        }
+    EXPECT_EQ(lit(page.SwitchLed1), before);
+}
+
+TEST_F(InOut, TheOutputsGoOnlyWhenTheBoardHasTakenTheWholeImageInWhateverOrder) {
+    std::array<int, 5> order = {2, 3, 4, 5, 6};
+    startTest();
+    do {
+        page.SwitchLed1[12].UserClick();
+        for (const int n : order) {
+            EXPECT_FALSE(isDue({1, 1, 2})) << "before " << n;
+            mirror.deliver(1, n);
+        }
+        EXPECT_TRUE(isDue({1, 1, 2}));
+        mirror.deliverAll();
+        mirror.run(5001);
+    } while (std::next_permutation(order.begin(), order.end()));
+}
+
+/// A lost write is followed by a read, after which the mirror is fresh: with the old value, here a test time whose bits
+/// would be two water valves and two brewer valves.
+TEST_F(InOut, AMailboxThatHoldsSomethingElseIsNeverPutIntoForce) {
+    startTest();
+    page.SwitchLed1[30].UserClick();
+    for (const int n : {3, 4, 5, 6}) mirror.deliver(1, n);
+    mirror.arrive(1, 2, 60);
+    EXPECT_FALSE(isDue({1, 1, 2}));
+    mirror.run(5001);
+    page.SwitchLed3[9].UserClick();
+    mirror.deliver(2, 285);
+    mirror.arrive(2, 286, 4);
+    EXPECT_FALSE(isDue({2, 284, 2}));
+    mirror.run(5001);
+    EXPECT_TRUE(unlocked());
+    // A reply of another bank that is filed here while the write is still due looks fresh as well.
+    page.SwitchLed1[30].UserClick();
+    for (const int n : {3, 4, 5, 6}) mirror.deliver(1, n);
+    ParamFlags(1, 2) |= flag::Valid;
+    mirror.arrive(1, 6, 0);
+    EXPECT_FALSE(isDue({1, 1, 2}));
+}
+
+TEST_F(InOut, AnEchoThatDiffersIsShownAndLeavesTheLockToTheFiveSeconds) {
+    startTest();
+    page.SwitchLed1[3].UserClick();
+    mirror.arrive(1, 1293, 0);
+    mirror.arrive(1, 1292, 0x40);
+    EXPECT_EQ(lit(page.SwitchLed1), Numbers{6});
+    mirror.run(4999);
+    EXPECT_TRUE(locked());
+    mirror.run(2);
+    EXPECT_TRUE(unlocked());
+    page.SwitchLed3[0].UserClick();
+    mirror.arrive(1, 1292, 0x40);
+    EXPECT_TRUE(locked()) << "the time-out has forgotten the first echo";
+    mirror.run(5001);
+
+    page.SwitchLed1[0].UserClick();
+    mirror.run(4000);
+    mirror.arrive(1, 1292, 0x41);
+    EXPECT_TRUE(unlocked());
+    page.SwitchLed1[8].UserClick();
+    mirror.run(4500);
+    EXPECT_TRUE(locked()) << "the echo has ended the first click's five seconds";
+}
+
+TEST_F(InOut, WorkOnOneBoardPutsTheOtherOnesTestTimeUp) {
+    startTest();
+    struct {
+        LedSwitch& clicked;
+        DueWrite rearm, command;
+    } const rows[] = {{page.SwitchLed1[0], {2, 285, 60}, {2, 284, 1}},
+                      {page.SwitchLed3[0], {1, 2, 60}, {1, 1, 1}},
+                      {page.SwitchLed4, {1, 2, 60}, {1, 1, 1}}};
+    for (const auto& row : rows)
+        for (const std::uint32_t other : {There, 0U}) {
+            mirror.arrive(0, row.rearm.bank, other);
+            row.clicked.UserClick();
+            EXPECT_EQ(isDue(row.rearm), other == There);
+            EXPECT_EQ(std::ranges::count(mirror.deliverAll(), row.command), other == There ? 1 : 0);
+            mirror.run(5001);
+            presence(There, There);
+        }
+}
+
+TEST_F(InOut, EveryCedarSwitchIsOneGroupAndOneBitAndASecondClickTurnsItOff) {
+    startTest();
+    for (int i = 0; i < FrmInOut::CedarOutputs; ++i)
+        for (const bool on : {true, false, true, false}) {
+            const std::uint32_t group = on ? 1U << (i / 8) : 0;
+            const std::uint32_t bit = on ? 1U << (i % 8) : 0;
+            page.SwitchLed3[i].UserClick();
+            EXPECT_EQ(page.SwitchLed3[i].Active, !on);
+            EXPECT_EQ(mirror.due(), (DueWrites{{1, 2, 60}, {2, 285, group}, {2, 286, bit}})) << i;
+            mirror.deliver(2, 286);
+            EXPECT_FALSE(isDue({2, 284, 2}));
+            mirror.deliver(2, 285);
+            EXPECT_TRUE(isDue({2, 284, 2}));
+            mirror.deliverAll();
+            for (int reading = 0; reading < 2; ++reading) {
+                EXPECT_TRUE(locked()) << "only a pair that repeats unlocks";
+                echoOfCedar(group, bit);
+            }
+            EXPECT_TRUE(unlocked());
+            EXPECT_EQ(lit(page.SwitchLed3), on ? Numbers{i} : Numbers{});
+        }
+}
+
+TEST_F(InOut, AnotherCedarSwitchMovesTheOneOutputAndTheCompressorKeepsIt) {
+    startTest();
+    struct {
+        int clicked;  ///< sector, or none for the compressor
+        std::uint32_t group, bit;
+        Numbers on;
+        bool compressor;
+    } const steps[] = {{9, 0x02, 0x02, {9}, false}, {No, 0x82, 0x02, {9}, true}, {47, 0xA0, 0x80, {47}, true},
+                       {47, 0x80, 0x00, {}, true},  {0, 0x81, 0x01, {0}, true},  {No, 0x01, 0x01, {0}, false}};
+    for (const auto& step : steps) {
+        step.clicked == No ? page.SwitchLed4.UserClick() : page.SwitchLed3[step.clicked].UserClick();
+        EXPECT_EQ(mirror.due(), (DueWrites{{1, 2, 60}, {2, 285, step.group}, {2, 286, step.bit}})) << step.clicked;
+        EXPECT_EQ(page.SwitchLed4.Active, step.clicked == No ? !step.compressor : step.compressor);
+        mirror.deliverAll();
+        echoOfCedar(step.group, step.bit);
+        EXPECT_TRUE(locked());
+        echoOfCedar(step.group, step.bit);
+        EXPECT_TRUE(unlocked());
+        EXPECT_EQ(lit(page.SwitchLed3), step.on);
+        EXPECT_EQ(page.SwitchLed4.Active, step.compressor);
+    }
+}
+
+TEST_F(InOut, ThePairOfCedarEchoesShowsTheLowestOutputAndIsTakenWithItsSecondHalf) {
+    startTest();
+    struct {
+        std::uint32_t group, bit;
+        Numbers on;
+    } const rows[] = {{0x20, 0x80, {47}}, {0x0C, 0x30, {20}}, {0x40, 0x01, {}},
+                      {0x80, 0x01, {}},   {0x01, 0x00, {}},   {0xFF, 0xFF, {0}}};
+    Numbers before;
+    for (const auto& row : rows) {
+        mirror.arrive(2, 288, row.group);
+        EXPECT_EQ(lit(page.SwitchLed3), before) << "half a pair shows nothing";
+        mirror.arrive(2, 289, row.bit);
+        EXPECT_EQ(lit(page.SwitchLed3), row.on) << row.group << " " << row.bit;
+        EXPECT_EQ(page.SwitchLed4.Active, row.group >= 0x80);
+        before = row.on;
+    }
+    EXPECT_TRUE(mirror.due().empty()) << "what is shown is never written back";
+}
+
+TEST_F(InOut, WatchesWhatItShowsAndClosingGivesItBackAndWritesTheTwoMarkers) {
+    using Places = std::vector<std::pair<int, int>>;
+    const auto watched = [] {
+        Places found;
+        for (int bank = 0; bank < Banks; ++bank)
+            for (int n = 1; n < 1500; ++n)
+                if (ParamTable(bank, n).Watchers > 0) found.emplace_back(bank, n);
+        return found;
+    };
+    Places expected = {{0, 1}, {0, 2}, {0, 249}, {0, 369}};
+    for (int n = 1288; n <= 1297; ++n) expected.emplace_back(1, n);
+    for (const int n : {52, 287, 288, 289, 290}) expected.emplace_back(2, n);
+    EXPECT_EQ(watched(), expected);
+    startTest();
+    UnloadPage(page);
+    EXPECT_EQ(mirror.due(), (DueWrites{{0, 368, 0}, {0, 369, 0}}));
+    EXPECT_EQ(watched(), Places{});
+}
+
+}  // namespace
+}  // namespace kestrel
