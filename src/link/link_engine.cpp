@@ -191,8 +191,9 @@ void LinkSendFrame() {
     SetLinkIndicator(lamp::SendOn);
     link.LinkIdle = false;
     const Bytes frame = BuildFrame(link.RequestBytes, CurrentBank);
-    link.Timer2.Enabled = true;
+    restart(link.Timer2);  // a port lost during identification leaves it running
     try {
+        if (!link.Comm1->PortOpen()) link.Comm1->PortOpen(true);
         link.Comm1->Output(frame);
     } catch (const RunTimeError& error) {
         showPortTrouble(error.what());  // the time-out that now runs reopens the port

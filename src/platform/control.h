@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <functional>
 #include <string>
+#include <utility>
 
 #include "platform/property.h"
 #include "platform/trouble.h"
@@ -40,7 +41,8 @@ class Control : public PropertyOwner {
     bool usable() const;
     /// The user changed it and its page has not set it since: the board's answer is still out.
     bool waiting() const { return waiting_; }
-    /// What a screen reader says of it: its own text, or the caption in its row.
+    /// What a screen reader says of it: its own text, or the caption in its row and the unit behind it, or else the
+    /// caption of its frame.
     virtual std::string accessibleName() const;
 
     /// A control whose position chooses what is shown, and is no setting of a board: it never waits for one.
@@ -48,6 +50,7 @@ class Control : public PropertyOwner {
 
     void standIn(const Frame* frame) { frame_ = frame; }
     void namedBy(const Label* caption) { caption_ = caption; }
+    void measuredIn(const Label* unit) { unit_ = unit; }
     const Frame* frame() const { return frame_; }
     void bind(ControlView* view) { view_ = view; }
     void unbind(const ControlView* view) {
@@ -61,15 +64,21 @@ class Control : public PropertyOwner {
     template <class Change>
     void userChange(Change&& change) {
         waiting_ = !isSelector;
-        userActing_ = true;
-        const Reset reset{userActing_};
         change();
         show();
     }
-    /// To be called when the page (not the user) sets what the control holds.
-    void settled() {
-        if (!userActing_) waiting_ = false;
+    /// What the user sets in such a change, which leaves the mark; what its handlers set comes after it.
+    template <class Held, class T>
+    void userSets(Held& held, T value) {
+        usersOwn_ = true;
+        held = value;
     }
+    /// To be called at each assignment to what the control holds: the page's own take the mark away.
+    void settled() {
+        if (!std::exchange(usersOwn_, false)) waiting_ = false;
+    }
+    /// To be called when what the user did goes to no board.
+    void nothingSent() { waiting_ = false; }
     static void raise(const Handler& handler) {
         if (handler) handler();
     }
@@ -79,15 +88,12 @@ class Control : public PropertyOwner {
     const Label* caption() const { return caption_; }
 
   private:
-    struct Reset {
-        bool& flag;
-        ~Reset() { flag = false; }
-    };
     ControlView* view_ = nullptr;
     const Frame* frame_ = nullptr;
     const Label* caption_ = nullptr;
+    const Label* unit_ = nullptr;
     bool waiting_ = false;
-    bool userActing_ = false;
+    bool usersOwn_ = false;
 };
 
 /// Like controls of a page, with one handler for all that is given the index of the one that raised the event.

@@ -37,7 +37,7 @@ void ScrollBar::UserMove(int value) {
     if (!usable()) return;
     const int bounded = std::max(Min.get(), std::min(value, Max.get()));
     if (bounded == Value) return;
-    userChange([&] { Value = bounded; });
+    userChange([&] { userSets(Value, bounded); });
 }
 
 void ScrollBar::assigned(const void* property, bool changed) {
@@ -49,6 +49,11 @@ void ScrollBar::assigned(const void* property, bool changed) {
 
 void CommandButton::UserClick() {
     if (usable()) raise(onClick_);
+}
+
+void TextBox::putBack(const std::string& text) {
+    nothingSent();
+    Text = text;
 }
 
 void TextBox::UserType(const std::string& text) {

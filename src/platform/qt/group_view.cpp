@@ -6,6 +6,7 @@
 #include <algorithm>
 
 #include "platform/qt/drawing.h"
+#include "platform/window.h"
 
 namespace kestrel::qt {
 
@@ -49,7 +50,8 @@ void GroupView::showState() {
 
 QSize GroupView::minimumSizeHint() const {
     const QSize contents = layout() ? layout()->totalMinimumSize() : QSize();
-    return contents.expandedTo({QFontMetrics(titleFont()).horizontalAdvance(title_) + 2 * Margin, 0});
+    const int height = model().Height / TwipsPerPixel;
+    return contents.expandedTo({QFontMetrics(titleFont()).horizontalAdvance(title_) + 2 * Margin, height});
 }
 
 void GroupView::paintEvent(QPaintEvent* /*event*/) {

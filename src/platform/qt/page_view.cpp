@@ -22,6 +22,7 @@ namespace kestrel::qt {
 namespace {
 
 constexpr int Spacing = GridStep;
+constexpr int ListSpacing = 3 * GridStep;  ///< so that a figure is not read with the caption to its right
 
 /// What stands in the page: as wide and high as its window, or as its contents when the window is smaller.
 class PageContents : public QWidget {
@@ -87,6 +88,19 @@ Qt::Alignment standing(const QWidget& widget, bool inRow) {
     return result;
 }
 
+bool isGrid(const Layout& layout) { return layout.kind == Layout::Kind::Grid; }
+bool isColumn(const Layout& layout) { return layout.kind == Layout::Kind::Column; }
+bool isCell(const Layout& layout) { return layout.kind == Layout::Kind::Control || layout.kind == Layout::Kind::Gap; }
+
+bool allOf(const Layout& layout, bool (*is)(const Layout&)) {
+    return std::all_of(layout.children.begin(), layout.children.end(), is);
+}
+
+/// A control, or a row of controls.
+bool isLine(const Layout& layout) {
+    return isCell(layout) || (layout.kind == Layout::Kind::Row && allOf(layout, isCell));
+}
+
 using GridStacks = std::map<int, std::shared_ptr<GridStack>>;
 
 class Builder {
@@ -124,10 +138,11 @@ class Builder {
         auto* lines = new QBoxLayout(direction, widget);
         lines->setContentsMargins(0, 0, 0, 0);
         const bool inRow = direction == QBoxLayout::LeftToRight;
-        // Controls below one another stand as close as the rows of a grid.
-        const bool controlsOnly = std::all_of(layout.children.begin(), layout.children.end(),
-                                              [](const Layout& child) { return child.kind == Layout::Kind::Control; });
-        lines->setSpacing(!inRow && controlsOnly ? 0 : Spacing);
+        // Lines below one another stand as close as the rows of a grid; grids side by side are kept apart.
+        if (inRow)
+            lines->setSpacing(allOf(layout, isGrid) ? ListSpacing : Spacing);
+        else
+            lines->setSpacing(allOf(layout, isLine) ? 0 : Spacing);
         for (const Layout& child : layout.children) {
             if (child.kind == Layout::Kind::Gap) {
                 lines->addStretch(1);
@@ -147,8 +162,9 @@ class Builder {
         auto* widget = new QWidget;
         auto* cells = new AlignedGrid(widget, stack);
         cells->setContentsMargins(0, 0, 0, 0);
-        cells->setHorizontalSpacing(Spacing);
-        cells->setVerticalSpacing(0);
+        const bool composed = std::any_of(layout.children.begin(), layout.children.end(), isColumn);
+        cells->setHorizontalSpacing(composed ? ListSpacing : Spacing);
+        cells->setVerticalSpacing(composed ? Spacing : 0);
         bool flexible = false;
         for (std::size_t i = 0; i < layout.children.size(); ++i) {
             if (layout.children[i].kind == Layout::Kind::Gap) continue;

@@ -1,0 +1,155 @@
+// Every received value to every loaded page, and the small routines that show it.
+// A mistake here and a page shows another board's value, or one page's trouble blinds the others.
+#include "link/fan_out.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+
+#include "link/value_helpers.h"
+#include "link_bench.h"
+#include "platform/trouble.h"
+
+namespace kestrel::testing {
+namespace {
+
+using Log = std::vector<std::string>;
+
+class Listener : public Page {
+  public:
+    Listener(std::string name, Log& log) : Page(std::move(name)), log_(log) {}
+    std::function<void()> act;
+    Layout Arrange() override { return Column{}; }
+    void Form_Unload() override { log_.push_back(name() + " unloaded"); }
+    void SLabel_Change(int n, ParamValue value) override {
+        log_.push_back(name() + " " + std::to_string(CurrentBank) + "." + std::to_string(n) + "=" +
+                       std::to_string(value));
+        if (act) act();
+    }
+
+  private:
+    Log& log_;
+};
+
+class FanOutTest : public ::testing::Test {
+  protected:
+    Listener& open(const std::string& name) {
+        return dynamic_cast<Listener&>(LoadPage(std::make_unique<Listener>(name, log)));
+    }
+    Log log;
+    LinkBench bench;
+};
+
+TEST_F(FanOutTest, EveryAcceptedReplyReachesEveryPageInOrderAndSameValuesCountAgain) {
+    open("A");
+    open("B");
+    bench.rows[2][0] = {0, 3, 0};
+    bench.board = {{{2, 1}, 4000000000}};
+    bench.start();
+    Watch(2, 1);
+    bench.run(200);
+    Watch(2, 1);
+    bench.run(200);
+    Write(1, 2, 70000);
+    bench.run(200);
+    EXPECT_EQ(log, (Log{"A 2.1=4000000000", "B 2.1=4000000000", "A 2.1=4000000000", "B 2.1=4000000000", "A 1.2=4464",
+                        "B 1.2=4464"}));
+}
+
+TEST_F(FanOutTest, NothingIsToldOfRepliesThatAreNotAccepted) {
+    open("A");
+    bench.start();
+    bench.silent = {"0.1?"};
+    bench.line.answer = [&](const Bytes& frame) {
+        return LinkBench::tell(frame) == "0.2?" ? LinkBench::garbage(frame) : bench.answer(frame);
+    };
+    Watch(0, 1);
+    Watch(0, 2);
+    bench.run(3000);
+    EXPECT_TRUE(log.empty());
+}
+
+TEST_F(FanOutTest, AnErrorInOnePageLeavesTheOthersAndTheLink) {
+    open("A").act = [] { throw RunTimeError(error_number::Overflow, "Overflow"); };
+    open("B");
+    bench.start();
+    Watch(0, 1);
+    Watch(0, 2);
+    bench.run(200);
+    EXPECT_EQ(log, (Log{"A 0.1=0", "B 0.1=0", "A 0.2=0", "B 0.2=0"}));
+}
+
+TEST_F(FanOutTest, APageThatMovesTheBankMovesItForThePagesAfterIt) {
+    open("A").act = [] { Watch(2, 3); };
+    open("B");
+    bench.start();
+    Watch(0, 1);
+    bench.run(46);
+    EXPECT_EQ(log, (Log{"A 0.1=0", "B 2.1=0"}));
+}
+
+TEST_F(FanOutTest, PagesOpenAndCloseBetweenReplies) {
+    Listener& first = open("A");
+    open("B");
+    bench.start();
+    Watch(0, 1);
+    Watch(0, 2);
+    bench.run(50);
+    first.UserClose();
+    open("C");
+    EXPECT_EQ(FindLoadedPage("A"), nullptr);
+    EXPECT_EQ(LoadedPages().size(), 2U);
+    bench.run(200);
+    EXPECT_EQ(log, (Log{"A 0.1=0", "B 0.1=0", "A unloaded", "B 0.2=0", "C 0.2=0"}));
+}
+
+TEST_F(FanOutTest, ABarIsKeptInItsLimitsAndTheLabelShowsWhatTheBoardSaid) {
+    bench.platform.separator = ",";
+    struct Row {
+        std::int64_t value;
+        int bar;
+        const char *plain, *tenths, *hundredths, *fourDecimals;
+    };
+    for (const Row& row : {Row{300, 255, "300", "30,0", "3,00", ""}, Row{5, 10, "5", "0,5", "0,05", ""},
+                           Row{-7, 10, "-7", "-0,7", "-0,07", ""}, Row{255, 255, "255", "25,5", "2,55", ""},
+                           Row{4294967295, 255, "4294967295", "429496729,5", "42949672,95", ""}}) {
+        Label label;
+        ScrollBar bar;
+        bar.design(10, 255, 10);
+        SetBar(label, bar, row.value);
+        EXPECT_EQ(bar.Value, row.bar);
+        EXPECT_EQ(label.Caption.get(), row.plain);
+        bar.Value = 100;
+        SetBarTenths(label, bar, row.value);
+        EXPECT_EQ(bar.Value, row.bar);
+        EXPECT_EQ(label.Caption.get(), row.tenths);
+        bar.Value = 100;
+        SetBarDecimals(label, bar, row.value, 2);
+        EXPECT_EQ(bar.Value, row.bar);
+        EXPECT_EQ(label.Caption.get(), row.hundredths);
+        SetBarDecimals(label, bar, row.value, 4);
+        EXPECT_EQ(label.Caption.get(), row.fourDecimals);
+    }
+}
+
+TEST_F(FanOutTest, NumbersAreFormattedWithZeroToThreeDecimals) {
+    struct Row {
+        double value;
+        int decimals;
+        const char* text;
+    };
+    for (const Row& row : {Row{1234, 0, "1234"}, Row{0, 3, "0.000"}, Row{1234.5678, 3, "1234.568"}, Row{0.5, 0, "1"},
+                           Row{2.5, 0, "3"}, Row{-2.5, 0, "-3"}, Row{0.125, 2, "0.13"}, Row{0.05, 1, "0.1"},
+                           Row{9.96, 1, "10.0"}, Row{1234, 4, ""}, Row{1, -1, ""}, Row{1, 255, ""}})
+        EXPECT_EQ(FormatDecimals(row.value, row.decimals), row.text) << row.value << ", " << row.decimals;
+}
+
+TEST_F(FanOutTest, APageStandsInTheMiddleALittleAbove) {
+    Listener& page = open("A");  // 6000 x 4000 twips in a window of 15000 x 11000
+    CenterPage(page);
+    EXPECT_EQ(page.Top, 2775);
+    EXPECT_EQ(page.Left, 4420);
+}
+
+}  // namespace
+}  // namespace kestrel::testing

@@ -1,0 +1,78 @@
+// The link with its start-up on a scripted line, in virtual time, with an installation of the test's own.
+// Addresses are the numbers of the records, so that every frame can be told in a few letters.
+#pragma once
+
+#include <array>
+#include <map>
+#include <set>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "platform/menu.h"
+#include "support/virtual_platform.h"
+
+namespace kestrel::testing {
+
+using Strings = std::vector<std::string>;
+
+class LinkBench {
+  public:
+    using Place = std::pair<int, int>;  ///< bank and number
+    struct Row {
+        int period = 0;
+        int command = 1;
+        std::uint32_t preload = 0;
+    };
+
+    LinkBench();
+    ~LinkBench();
+
+    VirtualPlatform platform;
+    ScriptedLine line;  ///< on port 1
+
+    // The installation: parameter files of four records a bank, all one-shot and two bytes wide, unless changed.
+    std::array<std::vector<Row>, 3> rows;
+    void putIdentityFile(int bank, int records = 20, int command = 0);
+    void putParameterFile(int bank, const std::string& name);
+    /// All six files, with the names that follow from what the boards tell of themselves.
+    void putFiles();
+
+    // The boards. The default script of the line answers as they would, 5 ms after each frame.
+    std::map<Place, int> identity;  ///< what a board tells of itself, by identity record
+    std::map<Place, std::uint32_t> board;
+    std::set<std::string> silent;  ///< frames without an answer, as tell() has them
+    bool mute = false;             ///< nobody answers anything
+    std::vector<ScriptedLine::Piece> answer(const Bytes& frame);
+    /// A reply or acknowledgement that no check lets pass.
+    static std::vector<ScriptedLine::Piece> garbage(const Bytes& frame);
+
+    /// "probe", "i1.17?" for identity record 17 of bank 1, "0.3?" for a read, "2.1=500" for a write.
+    static std::string tell(const Bytes& frame);
+    /// All frames since the start, and their times in milliseconds from then.
+    Strings sent() const;
+    std::vector<double> sentAt() const;
+
+    /// Writes the index files, loads the link as the program does, and forgets its frames.
+    void start();
+    /// The same without the writing and the forgetting.
+    static void load();
+    /// Back to the start of a process; files, ports and boards stay as they are.
+    static void reset();
+    void run(double milliseconds) { platform.run(milliseconds); }
+    static MenuItem& portEntry(int port);
+    static int lamp(int panel);
+    static std::string notice();
+    /// The device is pulled out, or put back.
+    void unplug();
+    void plug() { line.there = true; }
+
+  private:
+    Micros base_ = 0;
+};
+
+/// As pages do: the bank first.
+void Watch(int bank, int number);
+void Write(int bank, int number, std::uint32_t value);
+
+}  // namespace kestrel::testing

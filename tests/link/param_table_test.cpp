@@ -1,0 +1,142 @@
+// The mirror of the boards' parameters: what each operation makes of a record.
+// A wrong bit here and a page waits for ever, shows a stale value as fresh, or a setting never leaves.
+#include "link/param_table.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+
+#include "platform/trouble.h"
+
+namespace kestrel {
+namespace {
+
+class ParamTableTest : public ::testing::Test {
+  protected:
+    ParamTableTest() {
+        ResetParamTable();
+        SetBoardPresent(0, true);
+    }
+    ~ParamTableTest() override { ResetParamTable(); }
+};
+
+void watch() { ParamWatch(7); }
+void release() { ParamRelease(7); }
+void write() { ParamWrite(7, 5); }
+
+struct Image {
+    int flags;
+    int period;
+    int watchers;
+    bool operator==(const Image&) const = default;
+};
+
+struct Transition {
+    const char* name;
+    Image before;
+    void (*operation)();
+    Image after;
+};
+
+// Flags: 1 valid, 2 pending, 4 watched, 128 write due; 8 to 64 belong to nobody.
+constexpr Transition Transitions[] = {
+    {"first watch", {0, 0x03, 0}, watch, {6, 0x03, 1}},
+    {"watch of a fresh record keeps it fresh and has it read again", {5, 0, 1}, watch, {7, 0, 2}},
+    {"watch after a write whose page was closed sends the old value", {128, 0, 0}, watch, {134, 0, 1}},
+    {"write without a subscriber", {0, 0, 0}, write, {134, 0, 0}},
+    {"write makes a fresh record stale", {7, 0x33, 2}, write, {134, 0x33, 2}},
+    {"write keeps the bits of nobody", {0x78, 0, 0}, write, {0x78 | 134, 0, 0}},
+    {"one of two subscribers leaves", {7, 0x33, 2}, release, {7, 0x33, 1}},
+    {"the last leaves: nothing is polled any more", {7, 0x33, 1}, release, {0, 0x03, 0}},
+    {"the last leaves: the bits of nobody stay", {0x78 | 7, 0xF1, 1}, release, {0x78, 0x01, 0}},
+    {"the last leaves before the write went out: it is held back", {134, 0x12, 1}, release, {128, 0x02, 0}},
+    {"release without a subscriber", {0, 0x33, 0}, release, {0, 0x33, 0}},
+    {"release of a write that nobody watches lets it go out", {134, 0x33, 0}, release, {134, 0x33, 0}},
+};
+
+TEST_F(ParamTableTest, OperationsMoveARecordThroughItsLife) {
+    for (const Transition& the : Transitions) {
+        ParamRecord& record = ParamTable(0, 7);
+        ParamFlags(0, 7) = static_cast<std::uint8_t>(the.before.flags);
+        record.Period = static_cast<std::uint8_t>(the.before.period);
+        record.Watchers = static_cast<std::uint8_t>(the.before.watchers);
+        the.operation();
+        EXPECT_EQ((Image{ParamFlags(0, 7), record.Period, record.Watchers}), the.after) << the.name;
+    }
+}
+
+TEST_F(ParamTableTest, AnAbsentBoardTakesNoSubscriptionsButWrites) {
+    for (const Transition& the : Transitions) {
+        ParamFlags(1, 7) = static_cast<std::uint8_t>(the.before.flags);
+        ParamTable(1, 7).Watchers = static_cast<std::uint8_t>(the.before.watchers);
+        CurrentBank = 1;
+        the.operation();
+        const int flags = the.operation == write ? the.after.flags : the.before.flags;
+        EXPECT_EQ(ParamFlags(1, 7), flags) << the.name;
+        EXPECT_EQ(ParamTable(1, 7).Watchers, the.before.watchers) << the.name;
+    }
+}
+
+TEST_F(ParamTableTest, ParameterZeroStopsTheProgramUnlessTheBoardIsAbsent) {
+    EXPECT_THROW(ParamWatch(0), ProgrammingError);
+    EXPECT_THROW(ParamWrite(0, 1), ProgrammingError);
+    CurrentBank = 2;
+    EXPECT_THROW(ParamWrite(0, 1), ProgrammingError);
+    EXPECT_NO_THROW(ParamWatch(0)) << "presence is asked first";
+    EXPECT_EQ(ParamFlags(2, 0), 0);
+}
+
+TEST_F(ParamTableTest, NothingOutsideTheTableIsTouched) {
+    for (const int index : {-1, 33001}) {
+        for (const std::function<void(int)>& use : std::initializer_list<std::function<void(int)>>{
+                 ParamWatch, ParamRelease, [](int i) { ParamWrite(i, 1); }, [](int i) { ParamRead(i, 0); },
+                 [](int i) { ParamIsFresh(i, 0); }})
+            EXPECT_THROW(use(index), RunTimeError) << index;
+    }
+    for (const int bank : {-1, 3}) {
+        EXPECT_THROW(ParamRead(1, bank), RunTimeError);
+        EXPECT_THROW(ParamIsFresh(1, bank), RunTimeError);
+        CurrentBank = bank;
+        EXPECT_THROW(ParamWatch(1), RunTimeError);
+        EXPECT_THROW(ParamWrite(1, 1), RunTimeError);
+    }
+    CurrentBank = 2;
+    ParamTable(2, 33000).Command = 3;
+    ParamWrite(33000, 0xFFFFFFFF);
+    EXPECT_EQ(ParamRead(33000, 2), 4294967295) << "the last record of the last bank";
+}
+
+TEST_F(ParamTableTest, AWriteFillsFourBytesAndARecordShowsItsOwnWidth) {
+    struct Row {
+        int command;
+        std::int64_t read;
+    };
+    ParamWrite(7, 70000);
+    const auto& value = ParamTable(0, 7).Value;
+    EXPECT_EQ((std::vector<int>(value.begin(), value.begin() + 4)), (std::vector<int>{0x70, 0x11, 1, 0}));
+    for (const Row& row : {Row{0x00, 0x70}, Row{0x01, 4464}, Row{0x21, 4464}, Row{0x02, 70000}, Row{0x03, 70000}}) {
+        ParamTable(0, 7).Command = static_cast<std::uint8_t>(row.command);
+        EXPECT_EQ(ParamRead(7, 0), row.read) << row.command;
+    }
+    ParamWatch(7);
+    ParamRelease(7);
+    EXPECT_EQ(ParamRead(7, 0), 70000) << "the last value stays readable";
+    EXPECT_FALSE(ParamIsFresh(7, 0));
+}
+
+TEST_F(ParamTableTest, TheScanFindsTheNextPendingRecordWhereverItStands) {
+    constexpr int End = 40;
+    for (int at = 1; at < End; ++at) {
+        ParamFlags(1, at) = 2;
+        ParamFlags(0, at) = 0xFD;
+        for (const int from : {0, 1, at - 1, at}) EXPECT_EQ(NextPending(1, from, End), from > at ? End : at);
+        EXPECT_EQ(NextPending(1, at + 1, End), End);
+        EXPECT_EQ(NextPending(1, 0, at), at) << "a record at the end is not looked at";
+        EXPECT_EQ(NextPending(0, 0, End), End) << "only the pending bit counts";
+        ParamFlags(1, at) = 0;
+    }
+    EXPECT_EQ(NextPending(0, 50, End), 40) << "a cursor that a page left beyond the end";
+}
+
+}  // namespace
+}  // namespace kestrel

@@ -1,0 +1,188 @@
+// The control models: what a user's action and a page's assignment do.
+// A mistake here and a locked control writes to a machine, or a setting is lost without a mark.
+#include <gtest/gtest.h>
+
+#include <functional>
+
+#include "platform/layout.h"
+#include "platform/switches.h"
+#include "platform/timer.h"
+#include "support/virtual_platform.h"
+
+namespace kestrel::testing {
+namespace {
+
+/// One of each kind that a user can act on, in two frames, with a count of the events raised.
+struct Panel {
+    Frame outer, inner;
+    Label caption, clickable;
+    ScrollBar bar;
+    SliderSwitch slider;
+    ToggleSwitch toggle;
+    LedSwitch led;
+    CommandButton button;
+    TextBox box;
+    int events = 0;
+
+    Panel() {
+        slider.PositionLabels = "off, low ,high";
+        const auto count = [this] { ++events; };
+        bar.OnChange(count);
+        slider.OnPositionChange(count);
+        toggle.OnClick(count);
+        led.OnClick(count);
+        button.OnClick(count);
+        clickable.OnClick(count);
+        box.OnKeyPress([this](int) { ++events; });
+        box.OnLostFocus(count);
+        caption.Caption = "Water";
+        settleLayout(
+            Group(outer, Column{Group(inner, Column{Row{caption, bar, slider}, toggle, led, button, box}), clickable}));
+    }
+    void actOnAll() {
+        bar.UserMove(bar.Value + 1);
+        slider.UserMove(slider.Position == 1 ? 2 : 1);
+        toggle.UserClick();
+        led.UserClick();
+        button.UserClick();
+        clickable.UserClick();
+        box.UserType(box.Text.get() + "1");
+        box.UserEnter();
+        box.UserLeave();
+    }
+};
+
+TEST(Controls, AUserReachesOnlyWhatIsEnabledAndVisibleInAllItsFrames) {
+    Panel panel;
+    panel.actOnAll();
+    EXPECT_EQ(panel.events, 8);
+    for (Frame* frame : {&panel.outer, &panel.inner}) {
+        for (Property<bool>* flag : {&frame->Enabled, &frame->Visible}) {
+            panel.events = 0;
+            *flag = false;
+            panel.actOnAll();
+            EXPECT_EQ(panel.events, frame == &panel.inner ? 1 : 0) << "the label stands in the outer frame alone";
+            EXPECT_EQ(panel.box.Text.get(), "1");
+            EXPECT_TRUE(panel.bar.Enabled && panel.bar.Visible) << "the flags of the contents stay";
+            *flag = true;
+        }
+    }
+    panel.events = 0;
+    panel.bar.Enabled = false;
+    panel.toggle.Visible = false;
+    panel.box.Enabled = false;
+    panel.actOnAll();
+    EXPECT_EQ(panel.events, 4);
+    EXPECT_TRUE(panel.toggle.Active) << "still as the first click left it";
+}
+
+TEST(Controls, AChangeIsToldOnceAndAtOnceWhoeverMadeIt) {
+    ScrollBar bar;
+    std::vector<int> told;
+    bar.OnChange([&] { told.push_back(bar.Value); });
+    bar.Value = 7;
+    EXPECT_EQ(told, (std::vector{7}));
+    bar.Value = 7;
+    bar.UserMove(7);
+    EXPECT_EQ(told.size(), 1U) << "no change, no event";
+    bar.UserMove(300);
+    bar.Value = -5;
+    EXPECT_EQ(told, (std::vector{7, 255, 0})) << "kept inside the limits";
+    bar.Value = 200;
+    bar.Max = 100;
+    EXPECT_EQ(told, (std::vector{7, 255, 0, 200, 100})) << "a lower limit pulls the bar along";
+    bar.design(-32768, 32767, 10);
+    bar.UserMove(-32768);
+    EXPECT_EQ(told.back(), -32768);
+}
+
+TEST(Controls, ASteppedSwitchKeepsAPositionWithoutLabelAndTellsTheUsersChangesApart) {
+    RotarySwitch rotary;
+    rotary.PositionLabels = "0,1,2,";
+    std::vector<int> all, users;
+    rotary.OnPositionChange([&] { all.push_back(rotary.Position); });
+    rotary.OnPositionChangeUser([&] { users.push_back(rotary.Position); });
+    rotary.Position = 200;
+    EXPECT_EQ(rotary.Position, 200);
+    for (const int position : {-1, 3, 200}) rotary.UserMove(position);
+    EXPECT_EQ(rotary.Position, 200) << "the user has the labelled positions alone";
+    rotary.UserMove(2);
+    rotary.UserMove(2);
+    EXPECT_EQ(all, (std::vector{200, 2}));
+    EXPECT_EQ(users, (std::vector{2}));
+}
+
+TEST(Controls, AToggleTurnsOverBeforeItsClickAndAssigningItRaisesNothing) {
+    LedSwitch led;
+    std::vector<bool> told;
+    led.OnClick([&] { told.push_back(led.Active); });
+    led.UserClick();
+    led.Active = false;
+    led.Active = true;
+    led.UserClick();
+    EXPECT_EQ(told, (std::vector{true, false}));
+}
+
+TEST(Controls, AUsersChangeWaitsUntilThePageSetsTheControlAgain) {
+    Panel panel;
+    panel.actOnAll();
+    EXPECT_TRUE(panel.bar.waiting() && panel.slider.waiting() && panel.toggle.waiting() && panel.led.waiting());
+    EXPECT_FALSE(panel.button.waiting() || panel.clickable.waiting());
+    panel.bar.Value = panel.bar.Value;
+    panel.slider.Position = 1;
+    panel.toggle.Active = false;
+    panel.led.Active = true;
+    EXPECT_FALSE(panel.bar.waiting() || panel.slider.waiting() || panel.toggle.waiting() || panel.led.waiting())
+        << "even a confirmation of the same value";
+    panel.bar.isSelector = true;
+    panel.bar.UserMove(99);
+    EXPECT_FALSE(panel.bar.waiting()) << "what only chooses what is shown waits for no board";
+}
+
+TEST(Controls, AControlThatItsPagePutsBackAtOnceDoesNotWait) {
+    Panel panel;
+    panel.bar.OnChange([&] { panel.bar.Value = 0; });
+    panel.slider.OnPositionChangeUser([&] { panel.slider.Position = 0; });
+    panel.toggle.OnClick([&] { panel.toggle.Active = false; });
+    panel.box.OnLostFocus([&] { panel.box.Text = "12"; });
+    panel.actOnAll();
+    EXPECT_FALSE(panel.bar.waiting() || panel.slider.waiting() || panel.toggle.waiting() || panel.box.waiting());
+    panel.box.OnKeyPress([](int) {});
+    panel.box.UserEnter();
+    EXPECT_TRUE(panel.box.waiting()) << "what the page took stays marked until the board has it";
+}
+
+TEST(Controls, AReadersNameIsTheCaptionInTheRow) {
+    Panel panel;
+    EXPECT_EQ(panel.bar.accessibleName(), "Water");
+    EXPECT_EQ(panel.slider.accessibleName(), "Water");
+    EXPECT_EQ(panel.toggle.accessibleName(), "") << "another row";
+}
+
+TEST(Timers, AreRestartedByOffAndOnOrANewIntervalAlone) {
+    struct Row {
+        const char* name;
+        std::function<void(Timer&)> after60ms;
+        std::vector<Micros> fired;
+    };
+    for (const Row& row : {
+             Row{"on again", [](Timer& timer) { timer.Enabled = true; }, {100'000, 200'000}},
+             Row{"off", [](Timer& timer) { timer.Enabled = false; }, {}},
+             Row{"off and on", [](Timer& timer) { timer.Enabled = false, timer.Enabled = true; }, {160'000}},
+             Row{"interval", [](Timer& timer) { timer.Interval = 80; }, {140'000, 220'000}},
+             Row{"no interval", [](Timer& timer) { timer.Interval = 0; }, {}},
+         }) {
+        VirtualPlatform platform;
+        std::vector<Micros> fired;
+        Timer timer{100};
+        timer.OnTimer([&] { fired.push_back(platform.now()); });
+        timer.Enabled = true;
+        platform.run(60);
+        row.after60ms(timer);
+        platform.run(190);
+        EXPECT_EQ(fired, row.fired) << row.name;
+    }
+}
+
+}  // namespace
+}  // namespace kestrel::testing
