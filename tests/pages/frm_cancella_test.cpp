@@ -53,7 +53,7 @@ TEST(FrmCancella, YesOrdersTheClearingAndTheBarTakesTwoSeconds) {
         World world;
         world.start();
         auto& page = world.open<FrmCancella>("FrmCancella");
-        world.platform.answers = {Yes};
+        world.platform.answers = {Yes, Yes};
         Writes writes;
         world.machine.onExchange = [&](const simulator::Exchange& exchange) {
             if (exchange.request.write) writes.push_back({0, exchange.parameter, exchange.value});
@@ -75,6 +75,9 @@ TEST(FrmCancella, YesOrdersTheClearingAndTheBarTakesTwoSeconds) {
         EXPECT_EQ(writes, (Writes{{0, 4, button == 0 ? 1U : 7U}})) << "one command, once";
         page.Form_Activate();
         EXPECT_EQ(page.lblInfo.Caption.get(), "") << "coming back to the page wipes the message";
+        page.lblInfo.Caption = Done;
+        page.cmdCancella[0].UserClick();
+        EXPECT_EQ(page.lblInfo.Caption.get(), "") << "and so does the next command";
         page.UserClose();
         EXPECT_TRUE(world.open<FrmCancella>("FrmCancella").cmdCancella[1].usable());
     }
@@ -120,10 +123,10 @@ TEST(FrmCancella, ClosesFromItsOwnButtonAlsoInTheMiddleOfARun) {
     page.cmdCancella[0].UserClick();
     world.run(500);
     page.mnuClose.UserClick();
+    EXPECT_EQ(FindLoadedPage("FrmCancella"), nullptr) << "a click that waits behind this one must find no page";
+    EXPECT_EQ(page.mnuClose.Caption.get(), "Close") << "the handler still runs on the page";
     page.mnuClose.UserClick();
-    EXPECT_EQ(FindLoadedPage("FrmCancella"), &page) << "not under the handler's feet";
     world.run(10);
-    EXPECT_EQ(FindLoadedPage("FrmCancella"), nullptr);
     EXPECT_NE(FindLoadedPage("FrmTotali"), nullptr);
     world.run(5'000);
 }
@@ -134,6 +137,7 @@ TEST(FrmCancella, APageThatWasClosedOtherwiseTakesNoOtherWithIt) {
     auto& page = world.open<FrmCancella>("FrmCancella");
     page.mnuClose.UserClick();
     page.UserClose();
+    EXPECT_EQ(FindLoadedPage("FrmCancella"), nullptr);
     ShowPage("FrmCancella");
     world.run(1'000);
     EXPECT_NE(FindLoadedPage("FrmCancella"), nullptr) << "opened anew since";
