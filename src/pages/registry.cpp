@@ -12,7 +12,7 @@
 #include "pages/climate/frm_temperatura.h"
 #include "pages/controls/frm_controls.h"
 #include "pages/machine/frm_azione.h"
-#include "pages/machine/frm_conmac.h"
+#include "pages/machine/frm_con_mac.h"
 #include "pages/machine/frm_opzioni.h"
 #include "pages/payment/frm_pagamento.h"
 #include "pages/payment/frm_prezzi.h"

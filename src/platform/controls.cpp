@@ -18,7 +18,7 @@ void ScrollBar::design(int lowest, int highest, int largeStep) {
     Min = lowest;
     Max = highest;
     LargeChange = largeStep;
-    Value = Value;
+    Value = Value.get();  // inside the new limits
 }
 
 std::string ScrollBar::textOf(int value) const {
@@ -37,14 +37,14 @@ void ScrollBar::UserMove(int value) {
     if (!usable()) return;
     const int bounded = std::max(Min.get(), std::min(value, Max.get()));
     if (bounded == Value) return;
-    userChange([&] { userSets(Value, bounded); });
+    userChange([&] { Value = bounded; });
 }
 
 void ScrollBar::assigned(const void* property, bool changed) {
     if (property == &Value) settled();
     Control::assigned(property, changed);
     if (property == &Value && changed) raise(onChange_);
-    if ((property == &Min || property == &Max) && (Value < Min || Value > Max)) Value = Value;
+    if ((property == &Min || property == &Max) && (Value < Min || Value > Max)) Value = Value.get();
 }
 
 void CommandButton::UserClick() {

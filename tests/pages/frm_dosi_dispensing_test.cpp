@@ -10,30 +10,18 @@ namespace {
 using testing::Boards;
 using testing::changed;
 using testing::Doses;
-using testing::tell;
-using testing::WireLog;
+using testing::say;
+using testing::Writes;
 using testing::Written;
 
 constexpr unsigned Busy = 2;
 
-/// Opens the page at a selection with three steps.
-FrmDosi& openAt(Doses& doses, int selection) {
-    doses.setRecipe(selection, 3, 2, 1);
-    auto& page = doses.open();
-    if (selection != 0) page.HScroll7.UserMove(selection);
-    EXPECT_TRUE(doses.waitUntilOpen(page));
-    EXPECT_TRUE(doses.world.settle());
-    return page;
+Writes sorted(Writes writes) {
+    std::sort(writes.begin(), writes.end());
+    return writes;
 }
 
 bool isBusy(const Doses& doses) { return (doses.world.board(0, 7) & Busy) != 0; }
-
-/// Milliseconds until the keys are live again.
-double msUntilOpen(Doses& doses, const FrmDosi& page) {
-    const auto from = doses.world.platform.now();
-    while (!page.HScroll7.usable() && doses.world.platform.now() - from < 200'000'000) doses.world.run(1);
-    return static_cast<double>(doses.world.platform.now() - from) / 1000;
-}
 
 /// Everything that a test dispense may leave changed: the mailbox and the counters of test vends.
 Boards withoutTraces(Boards difference, int selection) {
@@ -45,23 +33,23 @@ Boards withoutTraces(Boards difference, int selection) {
 TEST(TestDispensing, APowderTestNamesSelectionSolenoidAndTimeBeforeTheCommand) {
     for (const int selection : {0, 11}) {
         Doses doses;
-        auto& page = openAt(doses, selection);
+        auto& page = doses.openAt(selection);
         ControlArray<CommandButton, 3>* tests[] = {&page.Command1, &page.Command2, &page.Command3};
         const int times[3][3] = {{487, 583, 679}, {519, 615, 711}, {551, 647, 743}};
         for (int step = 0; step < 3; ++step)
             for (int solenoid = 0; solenoid < 3; ++solenoid) {
-                WireLog log(doses.world);
+                doses.writes.clear();
                 (*tests[step])[solenoid].UserClick();
-                msUntilOpen(doses, page);
+                doses.msUntilOpen(page);
                 ASSERT_TRUE(doses.world.settle());
                 const std::uint32_t time = doses.world.board(1, times[step][solenoid] + selection);
-                ASSERT_FALSE(log.writes.empty());
-                EXPECT_EQ(log.writes.back(), (Written{0, 4, 18})) << "the command goes out last";
-                const std::vector<Written> expected = {{0, 4, 18},
-                                                       {0, 5, static_cast<std::uint32_t>(selection)},
-                                                       {0, 6, static_cast<std::uint32_t>(3 * step + solenoid)},
-                                                       {0, 370, time}};
-                EXPECT_EQ(log.takeWrites(), expected) << step << " " << solenoid;
+                ASSERT_FALSE(doses.writes.empty());
+                EXPECT_EQ(doses.writes.back(), (Written{0, 4, 18})) << "the command goes out last";
+                const Writes expected = {{0, 4, 18},
+                                         {0, 5, static_cast<std::uint32_t>(selection)},
+                                         {0, 6, static_cast<std::uint32_t>(3 * step + solenoid)},
+                                         {0, 370, time}};
+                EXPECT_EQ(sorted(doses.writes), expected) << step << " " << solenoid;
             }
     }
 }
@@ -77,14 +65,14 @@ TEST(TestDispensing, AFullTestNamesTheKeyAndWhetherItIsPreselected) {
     for (const Case& each : cases)
         for (int button = 0; button < 2; ++button) {
             Doses doses;
-            auto& page = openAt(doses, each.selection);
-            WireLog log(doses.world);
+            auto& page = doses.openAt(each.selection);
+            doses.writes.clear();
             page.Command4[button].UserClick();
             doses.world.run(1500);
-            ASSERT_FALSE(log.writes.empty());
-            EXPECT_EQ(log.writes.back(), (Written{0, 4, codes[button]})) << "the command goes out last";
-            const std::vector<Written> expected = {{0, 4, codes[button]}, {0, 5, each.key}, {0, 6, each.preselected}};
-            EXPECT_EQ(log.takeWrites(), expected) << each.selection;
+            ASSERT_FALSE(doses.writes.empty());
+            EXPECT_EQ(doses.writes.back(), (Written{0, 4, codes[button]})) << "the command goes out last";
+            const Writes expected = {{0, 4, codes[button]}, {0, 5, each.key}, {0, 6, each.preselected}};
+            EXPECT_EQ(sorted(doses.writes), expected) << each.selection;
         }
 }
 
@@ -96,7 +84,7 @@ TEST(TestDispensing, APowderTestLocksForItsTimeAndASecond) {
     const Case cases[] = {{0, 100}, {1, 1100}, {25, 3500}, {255, 26'500}};
     for (const Case& each : cases) {
         Doses doses;
-        auto& page = openAt(doses, 3);
+        auto& page = doses.openAt(3);
         page.HScroll2[7].UserMove(each.time);
         ASSERT_TRUE(doses.world.settle());
         const Boards before = doses.boards();
@@ -104,7 +92,7 @@ TEST(TestDispensing, APowderTestLocksForItsTimeAndASecond) {
         EXPECT_FALSE(page.HScroll7.usable());
         EXPECT_FALSE(page.Command2[1].usable());
         EXPECT_FALSE(page.Command4[0].usable());
-        EXPECT_NEAR(msUntilOpen(doses, page), each.lockedMs, 2) << each.time;
+        EXPECT_NEAR(doses.msUntilOpen(page), each.lockedMs, 2) << each.time;
         doses.world.run(2000);
         ASSERT_TRUE(doses.world.settle());
         EXPECT_FALSE(isBusy(doses));
@@ -117,7 +105,7 @@ TEST(TestDispensing, AFullTestLocksUntilTheMachineHasDispensed) {
     for (const int selection : {0, 9, 17})
         for (int button = 0; button < 2; ++button) {
             Doses doses;
-            auto& page = openAt(doses, selection);
+            auto& page = doses.openAt(selection);
             const Boards before = doses.boards();
             page.Command4[button].UserClick();
             doses.world.run(3000);
@@ -125,7 +113,7 @@ TEST(TestDispensing, AFullTestLocksUntilTheMachineHasDispensed) {
             EXPECT_FALSE(page.HScroll7.usable()) << "the two seconds of waiting are over";
             EXPECT_TRUE(page.TestLamp.Active);
             while (isBusy(doses)) doses.world.run(10);
-            EXPECT_LT(msUntilOpen(doses, page), 1000);
+            EXPECT_LT(doses.msUntilOpen(page), 1000);
             ASSERT_TRUE(doses.world.settle());
             EXPECT_TRUE(page.Command3[2].usable());
             EXPECT_FALSE(page.TestLamp.Active);
@@ -137,52 +125,47 @@ TEST(TestDispensing, AFullTestLocksUntilTheMachineHasDispensed) {
 
 TEST(TestDispensing, AFullTestThatNeverStartsOpensThePageAfterTwoSeconds) {
     Doses doses;
-    doses.setRecipe(4, 0, 0, 0);
-    auto& page = doses.open();
-    page.HScroll7.UserMove(4);
-    ASSERT_TRUE(doses.waitUntilOpen(page));
-    ASSERT_TRUE(doses.world.settle());
+    auto& page = doses.openAt(4, 0, 0, 0);
     const Boards before = doses.boards();
     page.Command4[1].UserClick();
-    EXPECT_NEAR(msUntilOpen(doses, page), 2000, 2);
+    EXPECT_NEAR(doses.msUntilOpen(page), 2000, 2);
     ASSERT_TRUE(doses.world.settle());
     EXPECT_TRUE(withoutTraces(changed(before, doses.boards()), 4).empty());
     EXPECT_EQ(doses.world.board(1, 1274), before.at({1, 1274}));
     doses.world.setBoard(0, 5, 5);
-    tell(page, 0, 5, 5);
+    say(page, 0, 5, 5);
     ASSERT_TRUE(doses.world.settle());
     EXPECT_EQ(doses.world.board(0, 4), 0U) << "no test waits any more: its echo releases command 0";
 }
 
 TEST(TestDispensing, TheMachinesEndOfWorkDoesNotEndAPowderTest) {
     Doses doses;
-    auto& page = openAt(doses, 0);
+    auto& page = doses.openAt(0);
     page.HScroll1[5].UserMove(100);
     ASSERT_TRUE(doses.world.settle());
     page.Command1[0].UserClick();
     doses.world.run(500);
-    tell(page, 0, 7, Busy);
-    tell(page, 0, 7, 0);
+    say(page, 0, 7, Busy);
+    say(page, 0, 7, 0);
     EXPECT_FALSE(page.HScroll7.usable());
-    tell(page, 0, 1, 0x14);
+    say(page, 0, 1, 0x14);
     EXPECT_FALSE(page.HScroll7.usable()) << "nor does a status of readiness";
-    EXPECT_NEAR(msUntilOpen(doses, page), 10'500, 2);
+    EXPECT_NEAR(doses.msUntilOpen(page), 10'500, 2);
 }
 
 TEST(TestDispensing, EveryEchoOfTheFirstArgumentReleasesTheCommandInWaiting) {
     Doses doses;
-    WireLog log(doses.world);
     auto& page = doses.open();
     ASSERT_TRUE(doses.world.settle());
-    EXPECT_EQ(log.takeWrites(), (std::vector<Written>{{0, 4, 0}})) << "the first value after opening as well";
-    tell(page, 0, 5, 9);
+    EXPECT_EQ(doses.writes, (Writes{{0, 4, 0}})) << "the first value after opening as well";
+    say(page, 0, 5, 9);
     ASSERT_TRUE(doses.world.settle());
-    EXPECT_EQ(log.takeWrites(), (std::vector<Written>{{0, 4, 0}}));
+    EXPECT_EQ(doses.writes, (Writes{{0, 4, 0}, {0, 4, 0}}));
 }
 
 TEST(TestDispensing, ABoardThatGoesAndComesBackInAFullTestLeavesThePageLockedToItsEnd) {
     Doses doses;
-    auto& page = openAt(doses, 1);
+    auto& page = doses.openAt(1);
     const Boards before = doses.boards();
     page.Command4[1].UserClick();
     doses.world.run(2500);
@@ -196,7 +179,7 @@ TEST(TestDispensing, ABoardThatGoesAndComesBackInAFullTestLeavesThePageLockedToI
     ASSERT_TRUE(isBusy(doses));
     EXPECT_FALSE(page.HScroll7.usable());
     while (isBusy(doses)) doses.world.run(10);
-    EXPECT_LT(msUntilOpen(doses, page), 1000);
+    EXPECT_LT(doses.msUntilOpen(page), 1000);
     ASSERT_TRUE(doses.world.settle());
     EXPECT_TRUE(withoutTraces(changed(before, doses.boards()), 1).empty());
 }
@@ -204,7 +187,7 @@ TEST(TestDispensing, ABoardThatGoesAndComesBackInAFullTestLeavesThePageLockedToI
 TEST(TestDispensing, ALostMasterEndsTheWaitByTheTimerAndLeavesTheSettingsAlone) {
     for (const bool powder : {true, false}) {
         Doses doses;
-        auto& page = openAt(doses, 2);
+        auto& page = doses.openAt(2);
         const Boards before = doses.boards();
         doses.world.machine.setBoardSilent(simulator::Board::Master, true);
         if (powder)
@@ -212,7 +195,7 @@ TEST(TestDispensing, ALostMasterEndsTheWaitByTheTimerAndLeavesTheSettingsAlone) 
         else
             page.Command4[0].UserClick();
         const int time = page.HScroll3[9].Value;
-        EXPECT_NEAR(msUntilOpen(doses, page), powder ? time * 100 + 1000 : 2000, 2);
+        EXPECT_NEAR(doses.msUntilOpen(page), powder ? time * 100 + 1000 : 2000, 2);
         doses.world.machine.setBoardSilent(simulator::Board::Master, false);
         ASSERT_TRUE(doses.world.settle());
         doses.world.run(60'000);
@@ -224,14 +207,14 @@ TEST(TestDispensing, ALostMasterEndsTheWaitByTheTimerAndLeavesTheSettingsAlone) 
 
 TEST(TestDispensing, LeavingThePageInATestLeavesTheMachineToItsWork) {
     Doses doses;
-    auto& page = openAt(doses, 0);
+    auto& page = doses.openAt(0);
     page.Command4[1].UserClick();
     doses.world.run(1000);
     ASSERT_TRUE(isBusy(doses));
-    WireLog log(doses.world);
+    doses.writes.clear();
     page.UserClose();
     doses.world.run(120'000);
-    EXPECT_TRUE(log.writes.empty()) << "nothing is cancelled";
+    EXPECT_TRUE(doses.writes.empty()) << "nothing is cancelled";
     EXPECT_FALSE(isBusy(doses));
 }
 

@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include "support/arrivals.h"
 #include "support/doses.h"
 
 namespace kestrel {
@@ -12,9 +13,8 @@ namespace {
 using testing::Boards;
 using testing::changed;
 using testing::Doses;
-using testing::tell;
-using testing::WireLog;
-using testing::Written;
+using testing::say;
+using testing::Writes;
 
 /// Parameter of each field of steps 1, 2, 3 at the first selection, row by row as the page shows them.
 constexpr int FieldParameters[11][3] = {
@@ -52,10 +52,7 @@ std::string openParts(FrmDosi& page) {
 TEST(FrmDosi, ShowsEachFieldOfTheSelectionOnItsRow) {
     for (const int selection : {0, 8, 9, 17}) {
         Doses doses;
-        doses.setRecipe(selection, 3, 2, 1);
-        auto& page = doses.open();
-        page.HScroll7.UserMove(selection);
-        ASSERT_TRUE(doses.waitUntilOpen(page));
+        auto& page = doses.openAt(selection);
         for (int step = 0; step < 3; ++step)
             for (int field = 0; field < 11; ++field) {
                 const auto value = static_cast<int>(doses.world.board(1, FieldParameters[field][step] + selection));
@@ -69,11 +66,7 @@ TEST(FrmDosi, ShowsEachFieldOfTheSelectionOnItsRow) {
 TEST(FrmDosi, AMovedBarWritesItsFieldOfTheSelectionAndNothingElse) {
     constexpr int Selection = 12;
     Doses doses;
-    doses.setRecipe(Selection, 3, 2, 1);
-    auto& page = doses.open();
-    page.HScroll7.UserMove(Selection);
-    ASSERT_TRUE(doses.waitUntilOpen(page));
-    ASSERT_TRUE(doses.world.settle());
+    auto& page = doses.openAt(Selection);
     for (int step = 0; step < 3; ++step)
         for (int field = 0; field < 11; ++field) {
             const Boards before = doses.boards();
@@ -96,8 +89,8 @@ TEST(FrmDosi, AMovedBarWritesItsFieldOfTheSelectionAndNothingElse) {
 TEST(FrmDosi, EverySelectionIsReachedByKeyAndByBar) {
     for (const bool byKey : {true, false}) {
         Doses doses;
-        for (int s = 0; s < Selections; ++s) {
-            doses.setRecipe(s, 3, 2, 1);
+        for (int s = 0; s < RecipeSelections; ++s) {
+            doses.world.setBoard(1, 1031 + s, static_cast<std::uint32_t>(60 + s));
             doses.world.setBoard(1, 1095 + s, static_cast<std::uint32_t>(20 + s));
         }
         auto& page = doses.open();
@@ -110,13 +103,12 @@ TEST(FrmDosi, EverySelectionIsReachedByKeyAndByBar) {
                 page.HScroll7.UserMove(selection);
             }
             EXPECT_EQ(openParts(page), "123") << "locked while it loads";
-            ASSERT_TRUE(doses.waitUntilOpen(page));
-            ASSERT_TRUE(doses.world.settle());
+            ASSERT_TRUE(doses.settle(page));
             EXPECT_EQ(page.Label7.Caption.get(), "Selezione " + std::to_string(selection + 1));
             EXPECT_EQ(page.HScroll7.Value, selection);
             EXPECT_EQ(page.Label5[9].Caption.get(), std::to_string(20 + selection));
             EXPECT_EQ(page.lblVPres.Caption.get(), selection >= 9 ? "presel." : "");
-            EXPECT_EQ(page.HScroll3[10].Value, 4 * 32 + selection);
+            EXPECT_EQ(page.HScroll3[10].Value, 60 + selection);
             for (int k = 0; k < 9; ++k) EXPECT_EQ(page.Label11[k].Chosen, k == selection % 9);
         }
         EXPECT_TRUE(changed(before, doses.boards()).empty()) << "looking changes nothing";
@@ -127,7 +119,7 @@ TEST(FrmDosi, ThePreselectionToggleCountsForTheNextKeyAlone) {
     Doses doses;
     auto& page = doses.open();
     page.Label11[3].UserClick();
-    ASSERT_TRUE(doses.waitUntilOpen(page));
+    ASSERT_TRUE(doses.settle(page));
     page.lblPres.UserClick();
     EXPECT_EQ(page.lblVPres.Caption.get(), "presel.");
     EXPECT_EQ(page.HScroll7.Value, 3);
@@ -135,7 +127,7 @@ TEST(FrmDosi, ThePreselectionToggleCountsForTheNextKeyAlone) {
     page.Label11[3].UserClick();
     EXPECT_EQ(page.HScroll7.Value, 12);
     EXPECT_EQ(page.Label7.Caption.get(), "Selezione 13");
-    ASSERT_TRUE(doses.waitUntilOpen(page));
+    ASSERT_TRUE(doses.settle(page));
     page.HScroll7.UserMove(3);
     EXPECT_EQ(page.lblVPres.Caption.get(), "") << "the bar sets the toggle";
 }
@@ -175,14 +167,11 @@ TEST(FrmDosi, WhatIsOpenFollowsTheThreeValves) {
     for (const Case& each : cases) {
         Doses doses;
         doses.world.setBoard(1, 1154, each.valveCount);
-        doses.setRecipe(4, each.valves[0], each.valves[1], each.valves[2]);
-        auto& page = doses.open();
+        auto& page = doses.openAt(4, each.valves[0], each.valves[1], each.valves[2]);
         page.Label11[0].UserClick();
-        ASSERT_TRUE(doses.waitUntilOpen(page));
-        ASSERT_TRUE(doses.world.settle());
+        ASSERT_TRUE(doses.settle(page));
         page.Label11[4].UserClick();
-        ASSERT_TRUE(doses.waitUntilOpen(page));
-        ASSERT_TRUE(doses.world.settle());
+        ASSERT_TRUE(doses.settle(page));
         EXPECT_EQ(openParts(page), each.parts);
         EXPECT_EQ(page.Label1[0].Caption.get(), each.captions[0]);
         EXPECT_EQ(page.Label2[0].Caption.get(), each.captions[1]);
@@ -202,11 +191,7 @@ TEST(FrmDosi, AValveMovedToNoneLocksWhatDependsOnItOnceTheBoardHasIt) {
     const Case cases[] = {{0, "OFF", "k1v23"}, {1, "0", "kj1vtp2v3"}, {2, "0", "kj1vtp2vtp3v"}};
     for (const Case& each : cases) {
         Doses doses;
-        doses.setRecipe(2, 3, 2, 1);
-        auto& page = doses.open();
-        page.Label11[2].UserClick();
-        ASSERT_TRUE(doses.waitUntilOpen(page));
-        ASSERT_TRUE(doses.world.settle());
+        auto& page = doses.openAt(2);
         const int laterBar = page.HScroll3[5].Value;
         ScrollBar& valve = barsOf(page, each.step)[0];
         valve.UserMove(0);
@@ -225,16 +210,16 @@ TEST(FrmDosi, AfterABrewersCodeNothingIsWrittenUntilTheNextValue) {
     Doses doses;
     auto& page = doses.open();
     for (const ParamValue brewer : {5, 6}) {
-        tell(page, 1, 7, brewer);
-        WireLog log(doses.world);
+        say(page, 1, 7, brewer);
+        doses.writes.clear();
         page.HScroll1[1].UserMove(page.HScroll1[1].Value + 1);
         page.SwitchX5[CupMask].UserMove(1 - page.SwitchX5[CupMask].Position);
         EXPECT_FALSE(ParamFlags(1, 103) & flag::WriteDue);
         EXPECT_FALSE(ParamFlags(1, 1063) & flag::WriteDue);
-        tell(page, 0, 7, 4);
+        say(page, 0, 7, 4);
         page.HScroll1[1].UserMove(page.HScroll1[1].Value + 1);
         ASSERT_TRUE(doses.world.settle());
-        EXPECT_EQ(log.takeWrites().size(), 1U);
+        EXPECT_EQ(doses.writes.size(), 1U);
     }
 }
 
@@ -254,13 +239,9 @@ TEST(FrmDosi, ASwitchWritesItsBitToMaskAndShadowAndShowsWhatTheBoardHolds) {
             Doses doses;
             const int byte = selection / 8;
             const auto bit = static_cast<std::uint32_t>(1 << (selection % 8));
-            doses.setRecipe(selection, 3, 2, 1);
             for (int i = 0; i < 4; ++i) doses.world.setBoard(1, each.first + i, i == byte ? 0xA5U & ~bit : 0x3C);
             for (int i = 0; i < 4; ++i) doses.world.setBoard(1, each.shadow + i, i == byte ? 0xA5U & ~bit : 0x3C);
-            auto& page = doses.open();
-            page.HScroll7.UserMove(selection);
-            ASSERT_TRUE(doses.waitUntilOpen(page));
-            ASSERT_TRUE(doses.world.settle());
+            auto& page = doses.openAt(selection);
             EXPECT_EQ(page.SwitchX5[each.mask].Position, 0);
             for (const int position : {1, 0}) {
                 const Boards before = doses.boards();
@@ -276,7 +257,6 @@ TEST(FrmDosi, ASwitchWritesItsBitToMaskAndShadowAndShowsWhatTheBoardHolds) {
 
 TEST(FrmDosi, SwitchesOfStepsTwoAndThreeStayHidden) {
     Doses doses;
-    doses.setRecipe(0, 3, 2, 1);
     doses.world.setBoard(1, 1127, 1);
     auto& page = doses.open();
     EXPECT_FALSE(page.SwitchX5[Step2Mask].Visible);
@@ -286,14 +266,13 @@ TEST(FrmDosi, SwitchesOfStepsTwoAndThreeStayHidden) {
 
 TEST(FrmDosi, AByteOfOtherSelectionsIsKeptForTheirChange) {
     Doses doses;
-    doses.setRecipe(8, 3, 2, 1);
     auto& page = doses.open();
     ASSERT_EQ(page.SwitchX5[CupMask].Position, 1);
-    tell(page, 1, 1064, 0xF0);
+    say(page, 1, 1064, 0xF0);
     EXPECT_EQ(page.SwitchX5[CupMask].Position, 1) << "the first selection is not in that byte";
     doses.world.setBoard(1, 1064, 0xF0);
     page.Label11[8].UserClick();
-    ASSERT_TRUE(doses.waitUntilOpen(page));
+    ASSERT_TRUE(doses.settle(page));
     page.SwitchX5[CupMask].UserMove(1);
     ASSERT_TRUE(doses.world.settle());
     EXPECT_EQ(doses.world.board(1, 1064), 0xF1U);
@@ -302,11 +281,8 @@ TEST(FrmDosi, AByteOfOtherSelectionsIsKeptForTheirChange) {
 
 TEST(FrmDosi, TheJugCountGoesWithTheJugAndIsWrittenRaw) {
     Doses doses;
-    doses.setRecipe(10, 3, 2, 1);
     doses.world.setBoard(1, 1088, 0);
-    auto& page = doses.open();
-    page.HScroll7.UserMove(10);
-    ASSERT_TRUE(doses.waitUntilOpen(page));
+    auto& page = doses.openAt(10);
     EXPECT_FALSE(page.HScroll5.usable());
     page.SwitchX5[JugMask].UserMove(1);
     EXPECT_TRUE(page.HScroll5.usable());
@@ -331,8 +307,7 @@ TEST(FrmDosi, AColdBeverageShowsNoStepsOnAMachineThatCoolsThatWay) {
         Doses doses;
         doses.world.setBoard(1, 1153, each.coldMode);
         doses.world.setBoard(1, 1079, each.cold ? 1 : 0);
-        doses.setRecipe(0, 3, 2, 1);
-        auto& page = doses.open();
+        auto& page = doses.openAt(0);
         for (const Frame* frame : {&page.Frame1, &page.Frame2, &page.Frame3}) EXPECT_EQ(frame->Visible, each.steps);
         EXPECT_EQ(page.Label1s[10].Visible, each.steps);
         EXPECT_EQ(page.SwitchX5[ColdMask].usable(), each.switchLive) << each.coldMode;
@@ -345,8 +320,8 @@ TEST(FrmDosi, AColdBeverageShowsNoStepsOnAMachineThatCoolsThatWay) {
 }
 
 TEST(FrmDosi, OpensWithTheFiftyNinthValueAndCountsNoneButItsOwn) {
-    Doses doses;
-    auto& page = dynamic_cast<FrmDosi&>(LoadPage(std::make_unique<FrmDosi>()));
+    testing::Bench bench;
+    auto& page = bench.load<FrmDosi>();
     std::vector<int> counted;
     for (int block = 0; block < 33; ++block) counted.push_back(7 + 32 * block);
     for (const int first : {1071, 1063, 1087, 1127, 1131, 1079})
@@ -355,31 +330,31 @@ TEST(FrmDosi, OpensWithTheFiftyNinthValueAndCountsNoneButItsOwn) {
     ASSERT_EQ(counted.size(), 60U);
     const auto tellUncounted = [&page] {
         for (const int n : {1298, 1455, 1456, 1457, 1458, 1067, 1075, 1083, 1135, 1142, 8, 40, 1096})
-            tell(page, 1, n, 2);
-        tell(page, 2, 7, 2);
+            say(page, 1, n, 2);
+        say(page, 2, 7, 2);
     };
-    for (std::size_t i = 0; i < 58; ++i) tell(page, 1, counted[i], 2);
+    for (std::size_t i = 0; i < 58; ++i) say(page, 1, counted[i], 2);
     tellUncounted();
     EXPECT_EQ(openParts(page), "123") << "one short";
-    tell(page, 0, 1, 0);
-    tell(page, 0, 1, 4);
+    say(page, 0, 1, 0);
+    say(page, 0, 1, 4);
     EXPECT_EQ(openParts(page)[0], 'k') << "a change of the status opens it all the same";
     page.Label11[0].UserClick();
-    for (std::size_t i = 0; i < 58; ++i) tell(page, 1, counted[i], 2);
+    for (std::size_t i = 0; i < 58; ++i) say(page, 1, counted[i], 2);
     tellUncounted();
     EXPECT_EQ(openParts(page), "123");
-    tell(page, 1, counted[58], 2);
+    say(page, 1, counted[58], 2);
     EXPECT_EQ(openParts(page), "kj1vtp2vtp3vtp");
 }
 
 TEST(FrmDosi, OnlyAChangedStatusLocksOrUnlocks) {
     Doses doses;
     auto& page = doses.open();
-    tell(page, 0, 1, 4);
+    say(page, 0, 1, 4);
     page.Label11[1].UserClick();
-    tell(page, 0, 1, 4);
+    say(page, 0, 1, 4);
     EXPECT_EQ(openParts(page), "123") << "a repeated status opens no page that is loading";
-    ASSERT_TRUE(doses.waitUntilOpen(page));
+    ASSERT_TRUE(doses.settle(page));
     doses.world.setBoard(0, 1, 0x1B);
     doses.world.run(2000);
     EXPECT_EQ(openParts(page), "123");
@@ -395,32 +370,22 @@ TEST(FrmDosi, LoadsASelectionInTheTimeOfItsExchangesAndAsksForNothingElse) {
         Doses doses;
         auto& page = doses.open();
         for (const int selection : {4, 7, 2}) {
-            ASSERT_TRUE(doses.world.settle());
-            WireLog log(doses.world);
-            const auto clicked = doses.world.platform.now();
+            doses.writes.clear();
+            doses.reads.clear();
             if (byKey)
                 page.Label11[selection].UserClick();
             else
                 page.HScroll7.UserMove(selection);
-            while (!page.HScroll7.usable()) doses.world.run(1);
-            const double elapsed = static_cast<double>(doses.world.platform.now() - clicked) / 1000;
-            const double exchanges = static_cast<double>(log.reads.size()) * TickMs;
-            EXPECT_LE(elapsed, 1.05 * exchanges) << log.reads.size() << " exchanges";
+            const double elapsed = doses.msUntilOpen(page);
+            int exchanges = 0;
+            for (const auto& read : doses.reads) exchanges += read.second;
+            EXPECT_LE(elapsed, 1.05 * exchanges * TickMs) << exchanges << " exchanges";
             ASSERT_TRUE(doses.world.settle());
-            std::map<std::pair<int, int>, int> reads;
-            for (const auto& read : log.reads) ++reads[read];
-            EXPECT_TRUE(log.writes.empty());
-            int ofTheBoard = 0;
-            for (const auto& [place, times] : reads) {
-                if (place.first == 0) {
-                    EXPECT_TRUE(place.second == 1 || place.second == 7) << place.second;
-                    continue;
-                }
-                EXPECT_EQ(place.first, 1);
-                EXPECT_EQ(times, 1) << place.second;
-                ++ofTheBoard;
-            }
-            EXPECT_EQ(ofTheBoard, 2 + 24 + 33 + 1 + 1 + 4 + 16);
+            doses.reads.erase({0, 1});
+            doses.reads.erase({0, 7});
+            EXPECT_EQ(doses.reads.size(), 2U + 24 + 33 + 1 + 1 + 4 + 16);
+            for (const auto& [place, times] : doses.reads) EXPECT_EQ(times, 1) << place.first << " " << place.second;
+            EXPECT_EQ(doses.writes, Writes());
         }
     }
 }
@@ -433,7 +398,7 @@ TEST(FrmDosi, LeavesAKeysSelectionWatchedAndTheBarsNot) {
             page.Label11[3].UserClick();
         else
             page.HScroll7.UserMove(3);
-        ASSERT_TRUE(doses.waitUntilOpen(page));
+        ASSERT_TRUE(doses.settle(page));
         EXPECT_EQ(ParamTable(1, 10).Watchers, byKey ? 2 : 1);
         page.UserClose();
         EXPECT_EQ(ParamTable(1, 10).Watchers, byKey ? 1 : 0);
@@ -444,7 +409,6 @@ TEST(FrmDosi, LeavesAKeysSelectionWatchedAndTheBarsNot) {
 
 TEST(FrmDosi, ABoardThatIsSilentWhileASelectionLoadsOnlyDelaysIt) {
     Doses doses;
-    doses.setRecipe(6, 3, 2, 1);
     auto& page = doses.open();
     const Boards before = doses.boards();
     page.Label11[6].UserClick();
@@ -454,16 +418,14 @@ TEST(FrmDosi, ABoardThatIsSilentWhileASelectionLoadsOnlyDelaysIt) {
     EXPECT_EQ(openParts(page), "123");
     EXPECT_TRUE(page.LoadingBar.Visible);
     doses.world.machine.setBoardSilent(simulator::Board::HotDrink, false);
-    ASSERT_TRUE(doses.waitUntilOpen(page));
-    ASSERT_TRUE(doses.world.settle());
-    EXPECT_EQ(openParts(page), "kj1vtp2vtp3vtp");
+    ASSERT_TRUE(doses.settle(page));
+    EXPECT_EQ(openParts(page)[0], 'k');
     EXPECT_TRUE(changed(before, doses.boards()).empty());
 }
 
 TEST(FrmDosi, AnEditWhileTheBoardIsSilentEndsWithOneValueOnBothSides) {
     Doses doses;
-    doses.setRecipe(0, 3, 2, 1);
-    auto& page = doses.open();
+    auto& page = doses.openAt(0);
     doses.world.machine.setBoardSilent(simulator::Board::HotDrink, true);
     page.HScroll2[5].UserMove(99);
     doses.world.run(10'000);

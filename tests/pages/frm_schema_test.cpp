@@ -9,8 +9,8 @@
 #include <sstream>
 
 #include "pages/test/frm_test_cedar.h"
-#include "support/world.h"
 #include "support/bare_mirror.h"
+#include "support/world.h"
 
 namespace kestrel {
 namespace {

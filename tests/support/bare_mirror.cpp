@@ -1,7 +1,7 @@
 // Pages over a mirror without a line.
 // See bare_mirror.h.
-#include "support/world.h"
 #include "support/bare_mirror.h"
+#include "support/world.h"
 
 #include <ostream>
 

@@ -52,7 +52,7 @@ FrmDosi::FrmDosi() : Page("FrmDosi") {
     }
     lblPres.Caption = "+" + std::to_string(SelectionKeys);
     lblPres.role = Label::Role::Key;
-    HScroll7.design(0, Selections - 1, 3);
+    HScroll7.design(0, RecipeSelections - 1, 3);
     HScroll7.isSelector = true;
     HScroll5.design(1, 99, 10);
     Label5[JugCountValue].showsValue("99");

@@ -13,7 +13,7 @@
 namespace kestrel {
 
 inline constexpr int SelectionKeys = 9;
-inline constexpr int Selections = 2 * SelectionKeys;  ///< from index 9 on the same keys with preselection
+inline constexpr int RecipeSelections = 2 * SelectionKeys;  ///< from index 9 on the same keys with preselection
 inline constexpr int RecipeSteps = 3;
 inline constexpr int RecipeFields = 11;
 inline constexpr int PowderSolenoids = 3;

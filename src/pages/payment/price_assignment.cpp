@@ -86,6 +86,7 @@ Layout PriceAssignment::Arrange() {
     }
     // As the sectors lie in the machine: narrow cells, each with its caption above its bar.
     std::vector<Layout> cells;
+    cells.reserve(static_cast<std::size_t>(design_.rows));
     for (int k = 0; k < design_.rows; ++k) cells.push_back(Column{Label11[k], Row{HScroll1[k], Label1[k]}});
     return Grid(design_.columns, std::move(cells));
 }

@@ -20,7 +20,7 @@ ParamRun watchedRun(const CounterBlock& block) {
 std::string captionText(const CounterBlock& block, int row) {
     const CounterTexts& texts = block.texts;
     const bool keepsDesign = texts.captionLine == 0 || row >= block.shown;
-    const std::string text = keepsDesign ? texts.caption : LanguageTable(texts.captionLine);
+    std::string text = keepsDesign ? texts.caption : LanguageTable(texts.captionLine);
     switch (texts.numbering) {
         case CounterTexts::Numbering::Running:
             return text + " " + std::to_string(row + 1);

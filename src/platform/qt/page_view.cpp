@@ -221,7 +221,7 @@ void endGestures(QWidget* page) {
 void dismissPage(QWidget* page) {
     for (ViewBase* view : static_cast<PageView*>(page)->contents().views) view->release();
     page->hide();
-    page->deleteLater();
+    delete page;  // at once: the models are gone when this returns, and a widget that lives on would ask them its size
 }
 
 }  // namespace kestrel::qt

@@ -25,9 +25,12 @@ QString lampState(int picture) { return picture > LampKinds ? words::On : words:
 
 Qt::Alignment alignmentOf(const StatusPanel& panel) {
     switch (panel.alignment) {
-        case StatusPanel::Alignment::Center: return Qt::AlignCenter;
-        case StatusPanel::Alignment::Right: return Qt::AlignRight | Qt::AlignVCenter;
-        case StatusPanel::Alignment::Left: break;
+        case StatusPanel::Alignment::Center:
+            return Qt::AlignCenter;
+        case StatusPanel::Alignment::Right:
+            return Qt::AlignRight | Qt::AlignVCenter;
+        case StatusPanel::Alignment::Left:
+            break;
     }
     return Qt::AlignLeft | Qt::AlignVCenter;
 }
@@ -86,7 +89,8 @@ StatusBarView::~StatusBarView() { model_.unbind(this); }
 
 /// The panels are laid out when the program has finished setting them up.
 void StatusBarView::controlChanged() {
-    QMetaObject::invokeMethod(&context_, [this] { rebuild(); }, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(
+        &context_, [this] { rebuild(); }, Qt::QueuedConnection);
 }
 
 void StatusBarView::rebuild() {

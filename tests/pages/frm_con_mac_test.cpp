@@ -1,6 +1,6 @@
 // The machine's configuration on the simulated machine: counts, pairings, and when anything may be moved at all.
 // A pairing written by the page itself, or a control live too early, would change a recipe that nobody touched.
-#include "pages/machine/frm_conmac.h"
+#include "pages/machine/frm_con_mac.h"
 
 #include <gtest/gtest.h>
 
