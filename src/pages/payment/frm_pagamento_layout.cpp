@@ -1,5 +1,6 @@
 // Payment system: ranges, captions and layout of the page.
 // See frm_pagamento.h.
+#include "pages/common/position_labels.h"
 #include "pages/payment/frm_pagamento.h"
 #include "shell/language_files.h"
 
@@ -72,7 +73,7 @@ void FrmPagamento::PageCaptions() {
     for (int i = 0; i < Coins; ++i) Label1[i].Caption = numbered(CoinLine, i + 1);
     for (int i = 0; i < Tokens; ++i) Label6[i].Caption = numbered(TokenLine, i + 1);
 
-    const std::string offOn = LanguageTable(OffLine) + "," + LanguageTable(OnLine);
+    const std::string offOn = TwoPositions(OffLine, OnLine);
     for (SliderSwitch* control : {&SliderX4, &SliderX6, &iSwitchSliderX2}) control->PositionLabels = offOn;
     for (SliderSwitch& control : iSwSliderX3) control.PositionLabels = offOn;
     SliderX5.PositionLabels = LanguageTable(156) + "," + LanguageTable(153) + "," + LanguageTable(154);
