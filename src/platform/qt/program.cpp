@@ -4,6 +4,7 @@
 
 #include <QIcon>
 #include <memory>
+#include <stdexcept>
 
 #include "platform/qt/deliver.h"
 #include "platform/qt/demo_port.h"
@@ -14,6 +15,7 @@
 #include "platform/qt/style.h"
 #include "platform/qt/text.h"
 #include "platform/qt/tour.h"
+#include "platform/trouble.h"
 #include "program_version.h"
 #include "shell/start_up.h"
 #include "shell/windows.h"
@@ -39,11 +41,19 @@ Theme lookOf(kestrel::Theme theme) {
 
 void setUpApplication(QApplication& application, const Options& options, const std::filesystem::path& directory) {
     QApplication::setApplicationName(QString::fromLatin1(ProgramTitle));
-    QApplication::setQuitOnLastWindowClosed(
-        false);  // closing the main window ends the process by the program's own way
+    // Closing the main window ends the process by the program's own way.
+    QApplication::setQuitOnLastWindowClosed(false);
     setPictureFolder(pathToQt(directory / "pictures"));
     applyLook(application, lookOf(options.theme));
     QApplication::setWindowIcon(QIcon(pictureFile(QStringLiteral("kestrel"))));
+}
+
+std::shared_ptr<simulator::Machine> switchOn(const simulator::MachineOptions& options) {
+    try {
+        return std::make_shared<simulator::Machine>(options);
+    } catch (const std::runtime_error& error) {
+        throw RunTimeError(error_number::FileNotFound, error.what());
+    }
 }
 
 QtPlatform::Setup setUpMachine(const Options& options, const std::filesystem::path& directory) {
@@ -55,7 +65,7 @@ QtPlatform::Setup setUpMachine(const Options& options, const std::filesystem::pa
     simulator::MachineOptions machine;
     machine.directory = directory;
     machine.faults = simulator::parseFaults(options.faults);
-    setup.simulated = [machine] { return std::make_unique<DemoPort>(std::make_shared<simulator::Machine>(machine)); };
+    setup.simulated = [machine] { return std::make_unique<DemoPort>(switchOn(machine)); };
     setup.simulatedName = DemoDevice;
     return setup;
 }
