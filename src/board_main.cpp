@@ -18,6 +18,7 @@
 #include <string>
 #include <system_error>
 
+#include "program_version.h"
 #include "simulator/board_options.h"
 #include "simulator/commands.h"
 #include "simulator/machine.h"
@@ -27,7 +28,6 @@ namespace {
 using namespace kestrel::simulator;
 
 constexpr const char* programName = "kestrel-board";
-constexpr const char* programVersion = "1.0.0";
 constexpr int badUsage = 2;
 
 [[noreturn]] void failWith(const std::string& what) {
@@ -293,7 +293,7 @@ int main(int argc, char** argv) {
         return badUsage;
     }
     if (options.help || options.version) {
-        std::cout << (options.help ? boardHelp() : std::string(programName) + " " + programVersion + "\n");
+        std::cout << (options.help ? boardHelp() : std::string(programName) + " " + kestrel::ProgramVersion + "\n");
         return 0;
     }
     options.machine.clock = localTime();

@@ -10,6 +10,7 @@
 #include "platform/qt/program.h"
 #include "platform/qt/tour.h"
 #include "platform/trouble.h"
+#include "program_version.h"
 #include "shell/options.h"
 #include "simulator/faults.h"
 
@@ -46,7 +47,7 @@ int main(int argc, char** argv) {
     try {
         options = parseOptions({argv + 1, argv + argc});
         if (options.help) return answer(usage());
-        if (options.version) return answer("kestrel " KESTREL_VERSION "\n");
+        if (options.version) return answer(std::string("kestrel ") + ProgramVersion + "\n");
         checkOptions(options);
     } catch (const BadOption& error) {
         return failWith(EndedByBadOption, error.what());

@@ -10,8 +10,12 @@ namespace kestrel {
 
 namespace {
 
+constexpr int AtOnceMs = 1;
+
 struct PageState {
     std::vector<std::unique_ptr<Page>> loaded;
+    std::vector<Page*> leaving;  ///< loaded pages that are to go after the present event
+    std::unique_ptr<Timer> leavingTimer;
 };
 
 PageState& state() {
@@ -22,6 +26,11 @@ PageState& state() {
 auto slotOf(const Page& page) {
     return std::find_if(state().loaded.begin(), state().loaded.end(),
                         [&](const std::unique_ptr<Page>& slot) { return slot.get() == &page; });
+}
+
+void leavingTimer_Timer() {
+    state().leavingTimer->Enabled = false;
+    while (!state().leaving.empty()) UnloadPage(*state().leaving.front());
 }
 
 }  // namespace
@@ -51,8 +60,19 @@ void UnloadPage(Page& page) {
     if (slot == state().loaded.end()) return;
     const std::unique_ptr<Page> leaving = std::move(*slot);
     state().loaded.erase(slot);
+    std::erase(state().leaving, &page);
     leaving->Form_Unload();
     platform().closeWindow(*leaving);
+}
+
+void UnloadPageLater(Page& page) {
+    if (slotOf(page) == state().loaded.end()) return;
+    state().leaving.push_back(&page);
+    if (!state().leavingTimer) {
+        state().leavingTimer = std::make_unique<Timer>(AtOnceMs);
+        state().leavingTimer->OnTimer(leavingTimer_Timer);
+    }
+    state().leavingTimer->Enabled = true;
 }
 
 void ResetPages() { state() = {}; }

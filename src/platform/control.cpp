@@ -12,7 +12,10 @@ bool Control::usable() const {
     return true;
 }
 
-std::string Control::accessibleName() const { return caption_ ? caption_->Caption.get() : std::string(); }
+std::string Control::accessibleName() const {
+    if (!caption_) return frame_ ? frame_->Caption.get() : std::string();
+    return unit_ ? caption_->Caption.get() + " " + unit_->Caption.get() : caption_->Caption.get();
+}
 
 void Control::assigned(const void* /*property*/, bool /*changed*/) { show(); }
 

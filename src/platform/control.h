@@ -41,7 +41,8 @@ class Control : public PropertyOwner {
     bool usable() const;
     /// The user changed it and its page has not set it since: the board's answer is still out.
     bool waiting() const { return waiting_; }
-    /// What a screen reader says of it: its own text, or the caption in its row.
+    /// What a screen reader says of it: its own text, or the caption in its row and the unit behind it, or else the
+    /// caption of its frame.
     virtual std::string accessibleName() const;
 
     /// A control whose position chooses what is shown, and is no setting of a board: it never waits for one.
@@ -49,6 +50,7 @@ class Control : public PropertyOwner {
 
     void standIn(const Frame* frame) { frame_ = frame; }
     void namedBy(const Label* caption) { caption_ = caption; }
+    void measuredIn(const Label* unit) { unit_ = unit; }
     const Frame* frame() const { return frame_; }
     void bind(ControlView* view) { view_ = view; }
     void unbind(const ControlView* view) {
@@ -75,6 +77,8 @@ class Control : public PropertyOwner {
     void settled() {
         if (!std::exchange(usersOwn_, false)) waiting_ = false;
     }
+    /// To be called when what the user did goes to no board.
+    void nothingSent() { waiting_ = false; }
     static void raise(const Handler& handler) {
         if (handler) handler();
     }
@@ -87,6 +91,7 @@ class Control : public PropertyOwner {
     ControlView* view_ = nullptr;
     const Frame* frame_ = nullptr;
     const Label* caption_ = nullptr;
+    const Label* unit_ = nullptr;
     bool waiting_ = false;
     bool usersOwn_ = false;
 };

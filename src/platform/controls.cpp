@@ -51,6 +51,11 @@ void CommandButton::UserClick() {
     if (usable()) raise(onClick_);
 }
 
+void TextBox::putBack(const std::string& text) {
+    nothingSent();
+    Text = text;
+}
+
 void TextBox::UserType(const std::string& text) {
     if (usable()) Text = text;
 }

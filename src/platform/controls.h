@@ -15,6 +15,7 @@ class Label : public Control {
     enum class Role {
         Caption,  ///< names what stands beside it; as wide as its text
         Value,    ///< shows a value; of a fixed size, so that a new value lays nothing out anew
+        Unit,     ///< stands behind what it tells more of: two bars of one row are told apart by their units
     };
     Property<std::string> Caption{*this, {}};
     Property<int> ForeColor{*this, DefaultColor};  ///< red + 256 * green + 65536 * blue, or DefaultColor
@@ -42,6 +43,7 @@ class Label : public Control {
 class Frame : public Control {
   public:
     Property<std::string> Caption{*this, {}};
+    Property<int> Height{*this, 0};  ///< twips; at least so high, or 0: as high as its contents
     std::string accessibleName() const override { return Caption; }
 };
 
@@ -96,6 +98,8 @@ class TextBox : public Control {
 
     void OnKeyPress(std::function<void(int key)> handler) { onKeyPress_ = std::move(handler); }
     void OnLostFocus(Handler handler) { onLostFocus_ = std::move(handler); }
+    /// The page refuses what was typed: this text stands there again, and no answer of a board is awaited.
+    void putBack(const std::string& text);
     void UserType(const std::string& text);
     void UserEnter();
     void UserLeave();

@@ -6,34 +6,49 @@ namespace kestrel {
 
 namespace {
 
-const Label* asCaption(const Layout& cell) {
+const Label* asLabel(const Layout& cell, Label::Role role) {
     const auto* label = cell.kind == Layout::Kind::Control ? dynamic_cast<const Label*>(cell.control) : nullptr;
-    return label && label->role == Label::Role::Caption ? label : nullptr;
+    return label && label->role == role ? label : nullptr;
 }
 
-/// Names the cells from first to last by the caption before each.
-void nameRow(const Layout& layout, std::size_t first, std::size_t last) {
-    const Label* caption = nullptr;
+void nameCells(const Layout& layout, const Label* caption);
+
+/// Names the cells from first to last by the caption before each and the unit behind it; a row, column or grid among
+/// them passes the caption on to those of its cells that have none of their own.
+void nameRow(const Layout& layout, std::size_t first, std::size_t last, const Label* caption) {
+    std::vector<Control*> withoutUnit;
     for (std::size_t i = first; i < last; ++i) {
         const Layout& cell = layout.children[i];
-        if (const Label* found = asCaption(cell))
+        if (const Label* found = asLabel(cell, Label::Role::Caption)) {
             caption = found;
-        else if (cell.kind == Layout::Kind::Control && caption)
+            withoutUnit.clear();
+        } else if (const Label* unit = asLabel(cell, Label::Role::Unit)) {
+            for (Control* control : withoutUnit) control->measuredIn(unit);
+            withoutUnit.clear();
+        } else if (cell.kind != Layout::Kind::Control) {
+            nameCells(cell, caption);
+        } else if (caption) {
             cell.control->namedBy(caption);
+            withoutUnit.push_back(cell.control);
+        }
     }
 }
 
-void settle(const Layout& layout, const Frame* frame) {
-    if (layout.control) layout.control->standIn(frame);
+void nameCells(const Layout& layout, const Label* caption) {
+    if (layout.kind == Layout::Kind::Group) nameCells(layout.children.front(), nullptr);
     if (layout.kind == Layout::Kind::Row || layout.kind == Layout::Kind::Column)
-        nameRow(layout, 0, layout.children.size());
+        nameRow(layout, 0, layout.children.size(), caption);
     if (layout.kind == Layout::Kind::Grid && layout.columns > 0) {
         const auto columns = static_cast<std::size_t>(layout.columns);
         for (std::size_t row = 0; row < layout.children.size(); row += columns)
-            nameRow(layout, row, std::min(row + columns, layout.children.size()));
+            nameRow(layout, row, std::min(row + columns, layout.children.size()), caption);
     }
+}
+
+void standAll(const Layout& layout, const Frame* frame) {
+    if (layout.control) layout.control->standIn(frame);
     const Frame* inner = layout.kind == Layout::Kind::Group ? static_cast<const Frame*>(layout.control) : frame;
-    for (const Layout& child : layout.children) settle(child, inner);
+    for (const Layout& child : layout.children) standAll(child, inner);
 }
 
 }  // namespace
@@ -54,6 +69,9 @@ Layout Canvas(Picture& picture, const std::vector<std::pair<Control*, std::strin
     return canvas;
 }
 
-void settleLayout(const Layout& layout) { settle(layout, nullptr); }
+void settleLayout(const Layout& layout) {
+    standAll(layout, nullptr);
+    nameCells(layout, nullptr);
+}
 
 }  // namespace kestrel

@@ -64,8 +64,8 @@ std::vector<int> Indexes(int first, int last);
 /// Controls on named places of a picture.
 Layout Canvas(Picture& picture, const std::vector<std::pair<Control*, std::string>>& placed);
 
-/// Tells every control of the tree which frame stands round it and which caption names it: in a row, the caption
-/// label before it.
+/// Tells every control of the tree which frame stands round it and which caption names it: the caption label before it
+/// in its row, or before that row, with the unit label behind it where there is one.
 void settleLayout(const Layout& layout);
 
 }  // namespace kestrel

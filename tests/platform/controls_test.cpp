@@ -73,7 +73,7 @@ TEST(Controls, AUserReachesOnlyWhatIsEnabledAndVisibleInAllItsFrames) {
     panel.box.Enabled = false;
     panel.actOnAll();
     EXPECT_EQ(panel.events, 4);
-    EXPECT_FALSE(panel.toggle.Active == false) << "still as the first click left it";
+    EXPECT_TRUE(panel.toggle.Active) << "still as the first click left it";
 }
 
 TEST(Controls, AChangeIsToldOnceAndAtOnceWhoeverMadeIt) {

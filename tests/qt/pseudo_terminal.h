@@ -14,7 +14,8 @@ class PseudoTerminal {
     PseudoTerminal& operator=(const PseudoTerminal&) = delete;
 
     const std::string& device() const { return device_; }
-    void send(const std::string& bytes);
+    enum Amount { All, WhatFits };
+    void send(const std::string& bytes, Amount amount = All);
     /// What the program has sent and has not been read yet.
     std::string received();
     void unplug();

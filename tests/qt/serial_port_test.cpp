@@ -11,7 +11,10 @@
 #include <QTemporaryDir>
 #include <QTemporaryFile>
 #include <QTest>
+#include <QTimer>
+#include <atomic>
 #include <filesystem>
+#include <thread>
 
 #include "platform/qt/port_devices.h"
 #include "platform/qt/qt_platform.h"
@@ -105,6 +108,27 @@ TEST_F(SerialPort, DropsWhatItsBufferCannotHold) {
         line.send(std::string(1000, 'x'));
         QTest::qWait(10);
     }
+    EXPECT_EQ(port->InBufferCount(), static_cast<int>(QtSerialPort::InputBufferSize));
+}
+
+TEST_F(SerialPort, LeavesTheWindowAliveUnderAnEndlessStream) {
+    port->OnComm([this] { ++events; });
+    port->PortOpen(true);
+    std::atomic<bool> isOn = true;
+    std::thread stream([&] {
+        while (isOn) line.send(std::string(256, 'x'), PseudoTerminal::WhatFits);
+    });
+    QElapsedTimer sinceBeat;
+    qint64 longest = 0;
+    QTimer heart;
+    QObject::connect(&heart, &QTimer::timeout, &heart, [&] { longest = std::max(longest, sinceBeat.restart()); });
+    sinceBeat.start();
+    heart.start(5);
+    QTest::qWait(250);
+    isOn = false;
+    stream.join();
+    EXPECT_GT(events, 0);
+    EXPECT_LT(longest, 100) << "ms between two events of the window";
     EXPECT_EQ(port->InBufferCount(), static_cast<int>(QtSerialPort::InputBufferSize));
 }
 

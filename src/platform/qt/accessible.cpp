@@ -22,10 +22,14 @@ class SpokenView : public QAccessibleWidget, public QAccessibleValueInterface {
 
     QString text(QAccessible::Text kind) const override {
         switch (kind) {
-            case QAccessible::Name: return view_.spokenName();
-            case QAccessible::Value: return view_.spokenValue();
-            case QAccessible::Description: return view_.spokenDescription();
-            default: return QAccessibleWidget::text(kind);
+            case QAccessible::Name:
+                return view_.spokenName();
+            case QAccessible::Value:
+                return view_.spokenValue();
+            case QAccessible::Description:
+                return view_.spokenDescription();
+            default:
+                return QAccessibleWidget::text(kind);
         }
     }
 

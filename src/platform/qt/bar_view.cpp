@@ -9,8 +9,6 @@
 #include <cmath>
 
 #include "platform/qt/drawing.h"
-#include "platform/qt/figures.h"
-#include "platform/qt/label_view.h"
 
 namespace kestrel::qt {
 
@@ -79,14 +77,14 @@ int BarView::valueAt(double handleLeft) const {
     return bounded(std::llround(lowest_ + part * (static_cast<double>(highest_) - lowest_)));
 }
 
-void BarView::stepBy(int amount) { gesture_.step(bounded(static_cast<long long>(shownValue()) + amount)); }
+void BarView::stepBy(int amount) {
+    setTyped({});
+    gesture_.step(bounded(static_cast<long long>(shownValue()) + amount));
+}
 
-QString BarView::previewText() const {
-    if (!valueLabel_) return {};
-    // The label tells how the value is written. Where it does not follow from the bar's value (a word, a value that the
-    // bar cannot reach), a preview would only be a guess.
-    const auto form = FigureForm::of(valueLabel_->text(), value_, lowest_);
-    return form ? form->text(shownValue()) : QString();
+QString BarView::handleText() const {
+    if (!typed_.isEmpty()) return typed_;
+    return gesture_.active() ? toQt(model().textOf(shownValue())) : QString();
 }
 
 void BarView::drawEnds(Brush& brush) const {
@@ -112,19 +110,24 @@ void BarView::paintEvent(QPaintEvent* /*event*/) {
     const QColor strength = isEnabled() ? colors().accent : colors().outline;
     drawShape(brush, QRectF(line.topLeft(), QPointF(grip.center().x(), line.bottom())), 3, strength, strength);
 
-    const QString text = gesture_.active() ? previewText() : QString();
-    QRectF knob = grip;
-    if (!text.isEmpty()) {
-        const double wide = std::max(HandleWidth, fontMetrics().horizontalAdvance(text) + 12.0);
-        const double left = std::clamp(grip.center().x() - wide / 2, 1.0, std::max(1.0, width() - wide - 1));
-        knob = {left, grip.top() - 1, wide, grip.height() + 2};
-    }
-    drawShape(brush, knob, CornerRadius, isEnabled() ? colors().accent : colors().panel, strength, 1.5);
-    if (!text.isEmpty()) {
-        brush.setPen(colors().onAccent);
-        brush.drawText(knob, static_cast<int>(Qt::AlignCenter), text);
-    }
+    paintHandle(brush);
     drawMarks(brush, *this, QRectF(rect()).adjusted(3, 4, -3, -4));
+}
+
+void BarView::paintHandle(Brush& brush) const {
+    const QColor strength = isEnabled() ? colors().accent : colors().outline;
+    const QString text = handleText();
+    if (text.isEmpty())
+        return drawShape(brush, handle(), CornerRadius, isEnabled() ? strength : colors().panel, strength, 1.5);
+    const QRectF grip = handle();
+    const double wide = std::max(HandleWidth, fontMetrics().horizontalAdvance(text) + 12.0);
+    const double left = std::clamp(grip.center().x() - wide / 2, 1.0, std::max(1.0, width() - wide - 1));
+    const QRectF knob(left, grip.top() - 1, wide, grip.height() + 2);
+    const bool unfit = !typed_.isEmpty() && !model().valueOf(typed_.toStdString());
+    const QColor ground = typed_.isEmpty() ? strength : colors().field;
+    drawShape(brush, knob, CornerRadius, ground, unfit ? colors().alarm : strength, 1.5);
+    brush.setPen(typed_.isEmpty() ? colors().onAccent : (unfit ? colors().alarm : colors().text));
+    brush.drawText(knob, static_cast<int>(Qt::AlignCenter), text);
 }
 
 void BarView::mousePressEvent(QMouseEvent* event) {
@@ -178,6 +181,7 @@ void BarView::wheelEvent(QWheelEvent* event) {
 }
 
 void BarView::keyPressEvent(QKeyEvent* event) {
+    if (typed(*event)) return;
     switch (event->key()) {
         case Qt::Key_Left:
         case Qt::Key_Down:
@@ -207,30 +211,69 @@ void BarView::keyPressEvent(QKeyEvent* event) {
 void BarView::focusOutEvent(QFocusEvent* event) {
     repeat_.stop();
     pressed_ = Part::None;
-    gesture_.commit();
+    endGesture();
     View::focusOutEvent(event);
 }
 
 void BarView::hideEvent(QHideEvent* event) {
     repeat_.stop();
-    gesture_.commit();
+    endGesture();
     View::hideEvent(event);
 }
 
 void BarView::changeEvent(QEvent* event) {
     if (event->type() == QEvent::EnabledChange && !isEnabled()) {
         repeat_.stop();
+        setTyped({});
         gesture_.cancel();
     }
     View::changeEvent(event);
 }
 
-QString BarView::spokenValue() const {
-    if (gesture_.active()) {
-        const QString text = previewText();
-        return text.isEmpty() ? QString::number(shownValue()) : text;
+void BarView::endGesture() {
+    if (!commitTyped()) setTyped({});
+    gesture_.commit();
+}
+
+void BarView::setTyped(const QString& text) {
+    if (text == typed_) return;
+    typed_ = text;
+    valueShown();
+}
+
+bool BarView::typed(const QKeyEvent& event) {
+    constexpr int Longest = 8;
+    const QString letter = event.text();
+    const bool figure = letter.size() == 1 && QStringLiteral("0123456789.,-").contains(letter);
+    if (figure && typed_.size() < Longest) {
+        gesture_.cancel();
+        setTyped(typed_ + letter);
+    } else if (event.key() == Qt::Key_Backspace) {
+        setTyped(typed_.chopped(std::min<qsizetype>(1, typed_.size())));
+    } else if (event.key() == Qt::Key_Escape && !typed_.isEmpty()) {
+        setTyped({});
+    } else if (event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter) {
+        commitTyped();
+        gesture_.commit();
+    } else {
+        return figure;
     }
-    return valueLabel_ && !valueLabel_->text().isEmpty() ? valueLabel_->text() : QString::number(value_);
+    return true;
+}
+
+bool BarView::commitTyped() {
+    if (typed_.isEmpty()) return true;
+    if (!bound()) return false;
+    const std::optional<int> value = model().valueOf(typed_.toStdString());
+    if (!value) return false;
+    setTyped({});
+    act([&](ScrollBar& moved) { moved.UserMove(*value); });
+    return true;
+}
+
+QString BarView::spokenValue() const {
+    const QString text = handleText();
+    return text.isEmpty() ? toQt(model().textOf(value_)) : text;
 }
 
 std::optional<ViewBase::Span> BarView::span() const { return Span{lowest_, highest_, shownValue(), 1}; }

@@ -1,5 +1,6 @@
 // Shows a scroll bar: arrow ends for single steps, a trough for large ones, a handle to drag.
-// While the user acts, the handle carries the value to come; one change goes out when the gesture ends.
+// While the user acts, the handle carries the value to come; one change goes out when the gesture ends. A value can be
+// typed too: Enter or leaving the bar hands it over, Escape drops it.
 #pragma once
 
 #include <QTimer>
@@ -10,16 +11,11 @@
 
 namespace kestrel::qt {
 
-class LabelView;
-
 class BarView : public View<ScrollBar> {
   public:
     explicit BarView(ScrollBar& bar);
 
-    /// The label beside the bar that shows the board's value: the preview is written as it is.
-    void setValueLabel(const LabelView* label) { valueLabel_ = label; }
-
-    void endGesture() override { gesture_.commit(); }
+    void endGesture() override;
     QAccessible::Role spokenRole() const override { return QAccessible::Slider; }
     QString spokenValue() const override;
     std::optional<Span> span() const override;
@@ -53,12 +49,17 @@ class BarView : public View<ScrollBar> {
     void stepBy(int amount);
     void repeatPressed();
     void drawEnds(class Brush& brush) const;
-    /// The value as the label beside the bar would write it; empty when the label follows another rule.
-    QString previewText() const;
+    void paintHandle(class Brush& brush) const;
+    /// What the handle carries: the typed text, the preview in the page's scale, or nothing.
+    QString handleText() const;
+    bool typed(const QKeyEvent& event);
+    void setTyped(const QString& text);
+    /// Hands a typed value over. False, and nothing is done, when it is none of the bar's.
+    bool commitTyped();
 
     Gesture gesture_;
     QTimer repeat_;
-    const LabelView* valueLabel_ = nullptr;
+    QString typed_;
     int value_ = 0;
     int lowest_ = 0;
     int highest_ = 0;

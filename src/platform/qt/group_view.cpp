@@ -6,6 +6,7 @@
 #include <algorithm>
 
 #include "platform/qt/drawing.h"
+#include "platform/window.h"
 
 namespace kestrel::qt {
 
@@ -29,7 +30,7 @@ void GroupView::setContents(QWidget* contents, bool grows) {
     auto* box = new QVBoxLayout(this);
     const int above = title_.isEmpty() ? GridStep : GridStep + titleHeight() + 4;
     box->setContentsMargins(Margin, above, Margin, GridStep);
-    box->addWidget(contents, 1, grows ? Qt::Alignment() : Qt::AlignTop);
+    box->addWidget(contents, 0, grows ? Qt::Alignment() : Qt::AlignTop);
 }
 
 void GroupView::showState() {
@@ -49,7 +50,8 @@ void GroupView::showState() {
 
 QSize GroupView::minimumSizeHint() const {
     const QSize contents = layout() ? layout()->totalMinimumSize() : QSize();
-    return contents.expandedTo({QFontMetrics(titleFont()).horizontalAdvance(title_) + 2 * Margin, 0});
+    const int height = model().Height / TwipsPerPixel;
+    return contents.expandedTo({QFontMetrics(titleFont()).horizontalAdvance(title_) + 2 * Margin, height});
 }
 
 void GroupView::paintEvent(QPaintEvent* /*event*/) {

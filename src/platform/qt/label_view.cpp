@@ -11,6 +11,13 @@
 
 namespace kestrel::qt {
 
+namespace {
+
+constexpr int PureRed = 0x0000ff;
+constexpr int PureGreen = 0x00ff00;
+
+}  // namespace
+
 LabelView::LabelView(Label& label) : View(label) {
     if (label.isClickable()) {
         setFocusPolicy(Qt::StrongFocus);
@@ -49,8 +56,11 @@ QSize LabelView::sizeHint() const {
 
 QColor LabelView::ink() const {
     if (!isEnabled() || foreColor_ == Label::DefaultColor) return textColor(*this);
+    // The pure colours of lamps and warnings are the look's own ones.
+    if (foreColor_ == PureRed) return readable(colors().alarm, colors().panel, TextContrast);
+    if (foreColor_ == PureGreen) return readable(colors().lit, colors().panel, TextContrast);
     const QColor asked(foreColor_ & 0xff, (foreColor_ >> 8) & 0xff, (foreColor_ >> 16) & 0xff);
-    return readable(readable(asked, colors().panel, TextContrast), colors().window, TextContrast);
+    return readable(asked, colors().panel, TextContrast);
 }
 
 void LabelView::paintEvent(QPaintEvent* /*event*/) {
@@ -58,6 +68,11 @@ void LabelView::paintEvent(QPaintEvent* /*event*/) {
     if (canPress() && isEnabled() && underMouse())
         drawShape(brush, rect(), CornerRadius, Qt::transparent, colors().outline);
     brush.setPen(ink());
+    if (canPress() && !text_.isEmpty()) {
+        QFont underlined = font();
+        underlined.setUnderline(true);
+        brush.setFont(underlined);
+    }
     if (isFigure()) {
         drawFigures(brush, rect(), fontMetrics().elidedText(text_, Qt::ElideLeft, width()));
     } else {

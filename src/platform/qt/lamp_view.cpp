@@ -23,7 +23,10 @@ QSize LampView::sizeHint() const {
 
 void LampView::paintEvent(QPaintEvent* /*event*/) {
     Brush brush(*this);
-    drawLamp(brush, QRectF(rect()).adjusted(2, 3, -2, -3), model().shape == Led::Shape::Round, lit_, isEnabled());
+    // In a row it keeps off its neighbours; on a drawing it fills its place.
+    const double margin = height() < sizeHint().height() ? 0.5 : 3;
+    drawLamp(brush, QRectF(rect()).adjusted(1, margin, -1, -margin), model().shape == Led::Shape::Round, lit_,
+             isEnabled());
 }
 
 QString LampView::spokenValue() const { return lit_ ? words::On : words::Off; }

@@ -3,6 +3,7 @@
 #include "platform/qt/list_view.h"
 
 #include <QHeaderView>
+#include <algorithm>
 
 namespace kestrel::qt {
 
@@ -25,6 +26,7 @@ ListTableView::ListTableView(ListView& list) : View(list) {
     setColumnCount(0);
     header()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     header()->setSectionsMovable(false);
+    header()->setStretchLastSection(false);
     setPolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
 }
 
@@ -39,16 +41,32 @@ void ListTableView::showState() {
     if (newRows) {
         rows_ = model().Rows.get();
         clear();
-        for (const auto& row : rows_) new QTreeWidgetItem(this, texts(row));
+        for (const auto& row : rows_) {
+            auto* item = new QTreeWidgetItem(this, texts(row));
+            item->setSizeHint(0, QSize(0, textHeight(*this)));
+        }
     }
     if (newHeads || newRows) fitColumns();
 }
 
 void ListTableView::fitColumns() {
-    for (int column = 0; column < columnCount(); ++column) {
+    for (int column = 0; column + 1 < columnCount(); ++column) {
         resizeColumnToContents(column);
         header()->resizeSection(column, columnWidth(column) + GridStep);
     }
+    fitLastColumn();
+}
+
+void ListTableView::fitLastColumn() {
+    const int last = columnCount() - 1;
+    if (last < 0) return;
+    const int needed = std::max(sizeHintForColumn(last), header()->sectionSizeHint(last)) + GridStep;
+    header()->resizeSection(last, std::max(needed, viewport()->width() - header()->sectionPosition(last)));
+}
+
+void ListTableView::resizeEvent(QResizeEvent* event) {
+    View::resizeEvent(event);
+    fitLastColumn();
 }
 
 void ListTableView::renamed() {
@@ -57,7 +75,7 @@ void ListTableView::renamed() {
 
 QSize ListTableView::sizeHint() const {
     const int line = textHeight(*this);
-    return {line * 26, line * (RowsShown + 1) + GridStep};
+    return {line * 22, line * (RowsShown + 1) + GridStep};
 }
 
 QSize ListTableView::minimumSizeHint() const { return {textHeight(*this) * 12, textHeight(*this) * 5}; }

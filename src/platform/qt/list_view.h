@@ -20,9 +20,12 @@ class ListTableView : public View<ListView, QTreeWidget> {
 
   protected:
     void showState() override;
+    void resizeEvent(QResizeEvent* event) override;
 
   private:
     void fitColumns();
+    /// The last column takes what is left, and more when its texts need it.
+    void fitLastColumn();
 
     std::vector<std::string> heads_;
     std::vector<std::vector<std::string>> rows_;

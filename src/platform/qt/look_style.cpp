@@ -7,6 +7,8 @@
 #include <algorithm>
 
 #include "platform/qt/drawing.h"
+#include "platform/qt/scroll_bar_style.h"
+#include "platform/qt/title_bar_style.h"
 
 namespace kestrel::qt {
 
@@ -58,6 +60,9 @@ void LookStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opti
             break;
         case PE_FrameLineEdit:
             break;
+        case PE_FrameWindow:
+            drawShape(*painter, option->rect, 0, colors().window, colors().outline);
+            break;
         case PE_FrameFocusRect:
             drawFocus(*option, *painter, widget);
             break;
@@ -66,6 +71,34 @@ void LookStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opti
             return QProxyStyle::drawPrimitive(element, option, painter, widget);
     }
     painter->restore();
+}
+
+void LookStyle::drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                            const QWidget* widget) const {
+    if (element != CE_HeaderSection && element != CE_HeaderEmptyArea)
+        return QProxyStyle::drawControl(element, option, painter, widget);
+    painter->fillRect(option->rect, colors().panel);
+    painter->fillRect(QRectF(option->rect.left(), option->rect.bottom(), option->rect.width(), 1), colors().outline);
+}
+
+void LookStyle::drawComplexControl(ComplexControl control, const QStyleOptionComplex* option, QPainter* painter,
+                                   const QWidget* widget) const {
+    const auto* bar = qstyleoption_cast<const QStyleOptionSlider*>(option);
+    const auto* title = qstyleoption_cast<const QStyleOptionTitleBar*>(option);
+    if ((control != CC_ScrollBar || !bar) && (control != CC_TitleBar || !title))
+        return QProxyStyle::drawComplexControl(control, option, painter, widget);
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing);
+    if (bar) drawScrollBar(*bar, *painter);
+    if (title) drawTitleBar(*title, *painter, *this, widget);
+    painter->restore();
+}
+
+QRect LookStyle::subControlRect(ComplexControl control, const QStyleOptionComplex* option, SubControl part,
+                                const QWidget* widget) const {
+    const auto* bar = qstyleoption_cast<const QStyleOptionSlider*>(option);
+    if (control == CC_ScrollBar && bar) return scrollBarPart(*bar, part);
+    return QProxyStyle::subControlRect(control, option, part, widget);
 }
 
 int LookStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const {
@@ -78,8 +111,11 @@ int LookStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const
         case PM_LayoutHorizontalSpacing:
         case PM_LayoutVerticalSpacing:
             return GridStep;
+        case PM_TitleBarHeight:
+            return TargetHeight;
         case PM_ScrollBarExtent:
             return 2 * GridStep;
+        case PM_ScrollView_ScrollBarSpacing:
         case PM_ButtonShiftHorizontal:
         case PM_ButtonShiftVertical:
             return 0;
@@ -95,6 +131,7 @@ QSize LookStyle::sizeFromContents(ContentsType type, const QStyleOption* option,
         const auto* item = qstyleoption_cast<const QStyleOptionMenuItem*>(option);
         if (item && item->menuItemType == QStyleOptionMenuItem::Separator) return result;
     }
+    if (type == CT_HeaderSection) result.setHeight(result.height() + GridStep);
     if (type == CT_MenuItem || type == CT_MenuBarItem || type == CT_PushButton || type == CT_LineEdit)
         result.setHeight(std::max(result.height(), TargetHeight));
     return result;

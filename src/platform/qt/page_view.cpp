@@ -3,15 +3,15 @@
 #include "platform/qt/page_view.h"
 
 #include <QEvent>
-#include <QGridLayout>
 #include <QHBoxLayout>
 #include <QScrollArea>
 #include <QVBoxLayout>
 #include <algorithm>
+#include <map>
 #include <memory>
 #include <vector>
 
-#include "platform/qt/bar_view.h"
+#include "platform/qt/aligned_grid.h"
 #include "platform/qt/canvas_view.h"
 #include "platform/qt/group_view.h"
 #include "platform/qt/label_view.h"
@@ -22,6 +22,7 @@ namespace kestrel::qt {
 namespace {
 
 constexpr int Spacing = GridStep;
+constexpr int ListSpacing = 3 * GridStep;  ///< so that a figure is not read with the caption to its right
 
 /// What stands in the page: as wide and high as its window, or as its contents when the window is smaller.
 class PageContents : public QWidget {
@@ -62,6 +63,13 @@ bool grows(const QWidget& widget, Qt::Orientation direction) {
     return widget.sizePolicy().expandingDirections() & direction;
 }
 
+/// Panels fill the width, so that their edges are in line.
+bool holdsGroups(const QWidget& widget) {
+    const auto children = widget.findChildren<QWidget*>();
+    return std::any_of(children.begin(), children.end(),
+                       [](const QWidget* child) { return dynamic_cast<const GroupView*>(child) != nullptr; });
+}
+
 /// How a child stands in a cell that is larger than it.
 Qt::Alignment standing(const QWidget& widget, bool inRow) {
     Qt::Alignment result;
@@ -69,25 +77,41 @@ Qt::Alignment standing(const QWidget& widget, bool inRow) {
     if (!grows(widget, Qt::Vertical) && !(group && inRow)) result |= widget.layout() ? Qt::AlignTop : Qt::AlignVCenter;
     if (const auto* label = dynamic_cast<const LabelView*>(&widget); label && label->isFigure())
         result |= Qt::AlignRight;
-    else if (!widget.layout() && !grows(widget, Qt::Horizontal))
+    else if (!group && !holdsGroups(widget) && !grows(widget, Qt::Horizontal))
         result |= Qt::AlignLeft;
     return result;
 }
 
+bool isGrid(const Layout& layout) { return layout.kind == Layout::Kind::Grid; }
+bool isColumn(const Layout& layout) { return layout.kind == Layout::Kind::Column; }
+bool isCell(const Layout& layout) { return layout.kind == Layout::Kind::Control || layout.kind == Layout::Kind::Gap; }
+
+bool allOf(const Layout& layout, bool (*is)(const Layout&)) {
+    return std::all_of(layout.children.begin(), layout.children.end(), is);
+}
+
+/// A control, or a row of controls.
+bool isLine(const Layout& layout) {
+    return isCell(layout) || (layout.kind == Layout::Kind::Row && allOf(layout, isCell));
+}
+
+using GridStacks = std::map<int, std::shared_ptr<GridStack>>;
+
 class Builder {
   public:
-    QWidget* build(const Layout& layout) {
+    /// `stacks`: the grids of the column that the layout stands in, by their number of columns.
+    QWidget* build(const Layout& layout, GridStacks& stacks) {
         switch (layout.kind) {
             case Layout::Kind::Control:
                 return &viewOf(*layout.control).widget();
             case Layout::Kind::Row:
-                return box(layout, QBoxLayout::LeftToRight);
+                return box(layout, QBoxLayout::LeftToRight, stacks);
             case Layout::Kind::Column:
-                return box(layout, QBoxLayout::TopToBottom);
+                return box(layout, QBoxLayout::TopToBottom, stacks);
             case Layout::Kind::Grid:
-                return grid(layout);
+                return grid(layout, stacks);
             case Layout::Kind::Group:
-                return group(layout);
+                return group(layout, stacks);
             case Layout::Kind::Canvas:
                 return canvas(layout);
             case Layout::Kind::Gap:
@@ -103,89 +127,67 @@ class Builder {
         return *views.back();
     }
 
-    QWidget* box(const Layout& layout, QBoxLayout::Direction direction) {
+    QWidget* box(const Layout& layout, QBoxLayout::Direction direction, GridStacks& stacks) {
         auto* widget = new QWidget;
         auto* lines = new QBoxLayout(direction, widget);
         lines->setContentsMargins(0, 0, 0, 0);
-        lines->setSpacing(Spacing);
         const bool inRow = direction == QBoxLayout::LeftToRight;
-        const Qt::Orientation along = inRow ? Qt::Horizontal : Qt::Vertical;
-        bool filled = false;
-        std::vector<QWidget*> cells;
+        // Lines below one another stand as close as the rows of a grid; grids side by side are kept apart.
+        if (inRow)
+            lines->setSpacing(allOf(layout, isGrid) ? ListSpacing : Spacing);
+        else
+            lines->setSpacing(allOf(layout, isLine) ? 0 : Spacing);
         for (const Layout& child : layout.children) {
             if (child.kind == Layout::Kind::Gap) {
                 lines->addStretch(1);
-                filled = true;
                 continue;
             }
-            cells.push_back(build(child));
-            lines->addWidget(cells.back(), 0, standing(*cells.back(), inRow));
-            filled = filled || grows(*cells.back(), along);
+            GridStacks own;  // what stands side by side is not in line with what stands above
+            QWidget* cell = build(child, inRow ? own : stacks);
+            lines->addWidget(cell, 0, standing(*cell, inRow));
         }
-        // What is left over stays at the end, without asking for more.
-        if (!filled) {
-            lines->addItem(new QSpacerItem(0, 0));
-            lines->setStretch(lines->count() - 1, 1);
-        }
-        joinBars(cells);
         return widget;
     }
 
-    QWidget* grid(const Layout& layout) {
-        auto* widget = new QWidget;
-        auto* cells = new QGridLayout(widget);
-        cells->setContentsMargins(0, 0, 0, 0);
-        cells->setHorizontalSpacing(Spacing);
-        cells->setVerticalSpacing(0);
+    QWidget* grid(const Layout& layout, GridStacks& stacks) {
         const int columns = std::max(1, layout.columns);
-        std::vector<QWidget*> row;
-        bool filled = false;
+        auto& stack = stacks[columns];
+        if (!stack) stack = std::make_shared<GridStack>();
+        auto* widget = new QWidget;
+        auto* cells = new AlignedGrid(widget, stack);
+        cells->setContentsMargins(0, 0, 0, 0);
+        const bool composed = std::any_of(layout.children.begin(), layout.children.end(), isColumn);
+        cells->setHorizontalSpacing(composed ? ListSpacing : Spacing);
+        cells->setVerticalSpacing(composed ? Spacing : 0);
+        bool flexible = false;
         for (std::size_t i = 0; i < layout.children.size(); ++i) {
+            if (layout.children[i].kind == Layout::Kind::Gap) continue;
             const int column = static_cast<int>(i) % columns;
-            const int line = static_cast<int>(i) / columns;
-            if (column == 0) row.clear();
-            if (layout.children[i].kind != Layout::Kind::Gap) {
-                row.push_back(build(layout.children[i]));
-                cells->addWidget(row.back(), line, column, standing(*row.back(), true));
-                if (grows(*row.back(), Qt::Horizontal)) {
-                    cells->setColumnStretch(column, 1);
-                    filled = true;
-                }
-            }
-            joinBars(row);
+            GridStacks own;
+            QWidget* cell = build(layout.children[i], own);
+            cells->addWidget(cell, static_cast<int>(i) / columns, column, standing(*cell, true));
+            if (!grows(*cell, Qt::Horizontal)) continue;
+            cells->setColumnStretch(column, 1000);
+            flexible = true;
         }
-        if (!filled) cells->setColumnStretch(columns, 1);
+        // What the flexible cells have no use for stays at the end of the rows.
+        if (flexible) cells->setColumnStretch(columns, 1);
         return widget;
     }
 
-    QWidget* group(const Layout& layout) {
+    QWidget* group(const Layout& layout, GridStacks& stacks) {
         auto& view = static_cast<GroupView&>(viewOf(*layout.control));
-        QWidget* inside = build(layout.children.front());
+        QWidget* inside = build(layout.children.front(), stacks);
         view.setContents(inside, grows(*inside, Qt::Vertical));
         return &view;
     }
 
     QWidget* canvas(const Layout& layout) {
+        GridStacks none;
         auto& view = static_cast<CanvasView&>(viewOf(*layout.control));
         for (std::size_t i = 0; i < layout.children.size(); ++i)
-            view.place(build(layout.children[i]), toQt(layout.places[i]));
+            view.place(build(layout.children[i], none), toQt(layout.places[i]));
         return &view;
-    }
-
-    /// Tells each bar of a row which label shows its value: the next one, or else the one before it.
-    static void joinBars(const std::vector<QWidget*>& row) {
-        const LabelView* before = nullptr;
-        BarView* open = nullptr;
-        for (QWidget* cell : row) {
-            if (const auto* label = dynamic_cast<LabelView*>(cell); label && label->isFigure()) {
-                before = label;
-                if (open) open->setValueLabel(label);
-                open = nullptr;
-            } else if (auto* bar = dynamic_cast<BarView*>(cell)) {
-                bar->setValueLabel(before);
-                open = bar;
-            }
-        }
     }
 };
 
@@ -198,7 +200,8 @@ QWidget* buildPage(Window& window) {
     auto contents = std::make_unique<PageContents>();
     auto* column = new QVBoxLayout(contents.get());
     column->setContentsMargins(Spacing, Spacing, Spacing, Spacing);
-    QWidget* root = builder.build(layout);
+    GridStacks stacks;
+    QWidget* root = builder.build(layout, stacks);
     column->addWidget(root, 1, grows(*root, Qt::Vertical) ? Qt::Alignment() : Qt::AlignTop);
     contents->views = std::move(builder.views);
     return new PageView(std::move(contents));

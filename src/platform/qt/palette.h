@@ -19,6 +19,8 @@ struct Colors {
     QColor outline;                  ///< edges that make a shape
     QColor accent;                   ///< the chosen segment, the handle, the focus ring
     QColor onAccent;                 ///< text on the accent
+    QColor title;                    ///< title bar of the page in front
+    QColor onTitle;                  ///< text on it
     QColor lit;                      ///< a lamp that is lit
     QColor onLit;                    ///< the mark on a lit lamp
     QColor alarm;                    ///< a value out of its range

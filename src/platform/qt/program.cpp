@@ -14,6 +14,7 @@
 #include "platform/qt/style.h"
 #include "platform/qt/text.h"
 #include "platform/qt/tour.h"
+#include "program_version.h"
 #include "shell/start_up.h"
 #include "shell/windows.h"
 
@@ -21,7 +22,6 @@ namespace kestrel::qt {
 
 namespace {
 
-constexpr const char* ProgramTitle = "Kestrel";
 constexpr const char* DemoTitle = "Kestrel (demo)";
 constexpr const char* DemoDevice = "simulated machine";
 

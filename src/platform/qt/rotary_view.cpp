@@ -57,7 +57,8 @@ void RotarySwitchView::paintEvent(QPaintEvent* /*event*/) {
     drawShape(brush, cap, cap.width() / 2, isEnabled() ? colors().button : colors().panel, colors().outline);
     if (!outOfRange()) {
         brush.setPen(QPen(strength, 2.4, Qt::SolidLine, Qt::RoundCap));
-        brush.drawLine(towards(centre, angleOf(position()), radius - 12), towards(centre, angleOf(position()), radius - 7));
+        brush.drawLine(towards(centre, angleOf(position()), radius - 12),
+                       towards(centre, angleOf(position()), radius - 7));
     }
     brush.setPen(outOfRange() ? colors().alarm : textColor(*this));
     const QRectF text(place.right() + GridStep, 0, width() - place.right() - GridStep, height());

@@ -5,9 +5,9 @@
 #include <QLabel>
 #include <array>
 
-#include "platform/qt/frame_words.h"
 #include "platform/qt/lamp_pictures.h"
 #include "platform/qt/text.h"
+#include "platform/qt/words.h"
 #include "platform/window.h"
 
 namespace kestrel::qt {
@@ -15,22 +15,22 @@ namespace kestrel::qt {
 namespace {
 
 constexpr int LampKinds = 3;
-constexpr std::array<const char*, LampKinds> LampNames = {words::SendLamp, words::ReceiveLamp, words::ErrorLamp};
-
 /// Pictures 1 to 3 are the lamps off, 4 to 6 the same lamps on.
 QString lampName(int picture) {
-    return QString::fromLatin1(LampNames[static_cast<std::size_t>((picture - 1) % LampKinds)]);
+    const std::array<QString, LampKinds> names = {words::SendLamp, words::ReceiveLamp, words::ErrorLamp};
+    return names[static_cast<std::size_t>((picture - 1) % LampKinds)];
 }
 
-QString lampState(int picture) {
-    return QString::fromLatin1(picture > LampKinds ? words::LampOn : words::LampOff);
-}
+QString lampState(int picture) { return picture > LampKinds ? words::On : words::Off; }
 
 Qt::Alignment alignmentOf(const StatusPanel& panel) {
     switch (panel.alignment) {
-        case StatusPanel::Alignment::Center: return Qt::AlignCenter;
-        case StatusPanel::Alignment::Right: return Qt::AlignRight | Qt::AlignVCenter;
-        case StatusPanel::Alignment::Left: break;
+        case StatusPanel::Alignment::Center:
+            return Qt::AlignCenter;
+        case StatusPanel::Alignment::Right:
+            return Qt::AlignRight | Qt::AlignVCenter;
+        case StatusPanel::Alignment::Left:
+            break;
     }
     return Qt::AlignLeft | Qt::AlignVCenter;
 }
@@ -89,7 +89,8 @@ StatusBarView::~StatusBarView() { model_.unbind(this); }
 
 /// The panels are laid out when the program has finished setting them up.
 void StatusBarView::controlChanged() {
-    QMetaObject::invokeMethod(&context_, [this] { rebuild(); }, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(
+        &context_, [this] { rebuild(); }, Qt::QueuedConnection);
 }
 
 void StatusBarView::rebuild() {

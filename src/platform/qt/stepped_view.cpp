@@ -13,8 +13,9 @@
 namespace kestrel::qt {
 
 SteppedView::SteppedView(SteppedSwitch& stepped)
-    : View(stepped), gesture_([this] { valueShown(); },
-                              [this](int value) { act([&](SteppedSwitch& moved) { moved.UserMove(value); }); }) {
+    : View(stepped),
+      gesture_([this] { valueShown(); },
+               [this](int value) { act([&](SteppedSwitch& moved) { moved.UserMove(value); }); }) {
     setFocusPolicy(Qt::StrongFocus);
     setPolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
 }
@@ -75,12 +76,16 @@ void SteppedView::keyPressEvent(QKeyEvent* event) {
             if (alt) return openMenu();
             [[fallthrough]];
         case Qt::Key_Left:
-        case Qt::Key_PageDown: return stepBy(-1);
+        case Qt::Key_PageDown:
+            return stepBy(-1);
         case Qt::Key_Right:
         case Qt::Key_Up:
-        case Qt::Key_PageUp: return stepBy(1);
-        case Qt::Key_Home: return gesture_.step(0);
-        case Qt::Key_End: return gesture_.step(std::max(0, top()));
+        case Qt::Key_PageUp:
+            return stepBy(1);
+        case Qt::Key_Home:
+            return gesture_.step(0);
+        case Qt::Key_End:
+            return gesture_.step(std::max(0, top()));
         case Qt::Key_Space:
         case Qt::Key_Return:
         case Qt::Key_Enter:
@@ -89,7 +94,8 @@ void SteppedView::keyPressEvent(QKeyEvent* event) {
         case Qt::Key_Escape:
             if (gesture_.active()) return gesture_.cancel();
             [[fallthrough]];
-        default: View::keyPressEvent(event);
+        default:
+            View::keyPressEvent(event);
     }
 }
 

@@ -87,9 +87,9 @@ QString StripChartView::presentValue(std::size_t channel) const {
     return QString::number(samples.back().value, 'f', 1);
 }
 
-QSize StripChartView::sizeHint() const { return {fontMetrics().height() * 44, fontMetrics().height() * 24}; }
+QSize StripChartView::sizeHint() const { return {fontMetrics().height() * 34, fontMetrics().height() * 20}; }
 
-QSize StripChartView::minimumSizeHint() const { return {fontMetrics().height() * 24, fontMetrics().height() * 14}; }
+QSize StripChartView::minimumSizeHint() const { return {fontMetrics().height() * 22, fontMetrics().height() * 13}; }
 
 void StripChartView::resizeEvent(QResizeEvent* event) {
     View::resizeEvent(event);
@@ -196,7 +196,8 @@ void StripChartView::paintChannels(Brush& brush, const ChartScale& scale) const 
         any = true;
         brush.save();
         brush.setClipRect(scale.place.adjusted(0, 0, MarkSize, 0));
-        brush.setPen(QPen(colors().channels[i % colors().channels.size()], 2, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+        brush.setPen(
+            QPen(colors().channels[i % colors().channels.size()], 2, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
         brush.setBrush(Qt::NoBrush);
         const auto lines = chartLine(channel, model().times(), range, scale);
         for (const QPolygonF& line : lines) {
@@ -235,19 +236,38 @@ void StripChartView::wheelEvent(QWheelEvent* event) {
 
 void StripChartView::keyPressEvent(QKeyEvent* event) {
     switch (event->key()) {
-        case Qt::Key_Left: window_.pan(-0.1); break;
-        case Qt::Key_Right: window_.pan(0.1); break;
-        case Qt::Key_PageDown: window_.pan(-0.9); break;
-        case Qt::Key_PageUp: window_.pan(0.9); break;
+        case Qt::Key_Left:
+            window_.pan(-0.1);
+            break;
+        case Qt::Key_Right:
+            window_.pan(0.1);
+            break;
+        case Qt::Key_PageDown:
+            window_.pan(-0.9);
+            break;
+        case Qt::Key_PageUp:
+            window_.pan(0.9);
+            break;
         case Qt::Key_Plus:
-        case Qt::Key_Up: window_.zoom(1 / ZoomStep, 0.5); break;
+        case Qt::Key_Up:
+            window_.zoom(1 / ZoomStep, 0.5);
+            break;
         case Qt::Key_Minus:
-        case Qt::Key_Down: window_.zoom(ZoomStep, 0.5); break;
+        case Qt::Key_Down:
+            window_.zoom(ZoomStep, 0.5);
+            break;
         case Qt::Key_F:
-        case Qt::Key_Home: window_.fit(); break;
-        case Qt::Key_End: window_.follow(); break;
-        case Qt::Key_Space: setPaused(!paused_); break;
-        default: return View::keyPressEvent(event);
+        case Qt::Key_Home:
+            window_.fit();
+            break;
+        case Qt::Key_End:
+            window_.follow();
+            break;
+        case Qt::Key_Space:
+            setPaused(!paused_);
+            break;
+        default:
+            return View::keyPressEvent(event);
     }
     windowMoved();
 }

@@ -32,8 +32,8 @@ class TextBoxView : public View<TextBox, QLineEdit> {
     /// Hands the typed text over, then tells the page what the user did.
     void commit(void (TextBox::*action)());
 
-    QString before_;       // the text when the typing began
-    bool edited_ = false;  // something was typed and not handed over yet
+    QString before_;        // the text when the typing began
+    bool edited_ = false;   // something was typed and not handed over yet
     bool entered_ = false;  // the page has not been told yet that the user left
 };
 

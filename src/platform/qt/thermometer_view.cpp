@@ -35,8 +35,8 @@ QSize ThermometerView::sizeHint() const { return {fontMetrics().height() * 5, fo
 QSize ThermometerView::minimumSizeHint() const { return {fontMetrics().height() * 5, fontMetrics().height() * 8}; }
 
 QRectF ThermometerView::tube() const {
-    const double margin = fontMetrics().height() / 2.0 + 1;
-    return {width() - BulbWidth + (BulbWidth - TubeWidth) / 2 - 1, margin, TubeWidth, height() - margin - BulbWidth};
+    const double above = fontMetrics().height() + 2.0;  // room for the mark of a value beyond the scale
+    return {width() - BulbWidth + (BulbWidth - TubeWidth) / 2 - 1, above, TubeWidth, height() - above - BulbWidth};
 }
 
 double ThermometerView::yOf(double value) const {
@@ -72,9 +72,10 @@ void ThermometerView::paintEvent(QPaintEvent* /*event*/) {
     drawShape(brush, bulb, BulbWidth / 2, colors().field, colors().outline, 1.5);
     drawShape(brush, bulb.adjusted(4, 4, -4, -4), BulbWidth / 2 - 4, strength, strength, 0);
     const double level = yOf(value_);
-    drawShape(brush, QRectF(glass.left() + 4, level, TubeWidth - 8, bulb.center().y() - level), 2, strength, strength, 0);
+    drawShape(brush, QRectF(glass.left() + 4, level, TubeWidth - 8, bulb.center().y() - level), 2, strength, strength,
+              0);
     if (value_ > highest_)
-        drawArrow(brush, QRectF(glass.right() - 2, 0, 14, glass.top() * 2), Arrow::Up, strength);
+        drawArrow(brush, QRectF(glass.left(), 0, glass.width(), glass.top() - 5), Arrow::Up, strength);
 }
 
 QString ThermometerView::spokenValue() const {

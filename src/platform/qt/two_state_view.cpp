@@ -42,7 +42,8 @@ void TwoStateView::mouseReleaseEvent(QMouseEvent* event) {
 }
 
 void TwoStateView::keyPressEvent(QKeyEvent* event) {
-    const bool presses = event->key() == Qt::Key_Space || event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    const bool presses =
+        event->key() == Qt::Key_Space || event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
     if (!presses || event->isAutoRepeat()) return View::keyPressEvent(event);
     press();
 }

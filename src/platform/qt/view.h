@@ -33,6 +33,7 @@ class ViewBase : public ControlView {
     /// Lets go of the model, which may be destroyed from now on.
     void release();
     bool bound() const { return control_ != nullptr; }
+    bool shows(const Control& control) const { return control_ == &control; }
     QWidget& widget() const { return widget_; }
     bool waiting() const { return control_ && control_->waiting(); }
 

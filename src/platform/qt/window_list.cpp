@@ -4,14 +4,14 @@
 
 #include <QMdiSubWindow>
 
-#include "platform/qt/frame_words.h"
 #include "platform/qt/mnemonics.h"
+#include "platform/qt/words.h"
 
 namespace kestrel::qt {
 
 WindowList::WindowList(QMenu& menu, PageArea& area, std::function<void()> closeAll) : menu_(menu), area_(area) {
-    addCommand(words::NextWindow, QKeySequence::NextChild, [&area] { area.activateNextSubWindow(); });
-    addCommand(words::PreviousWindow, QKeySequence::PreviousChild, [&area] { area.activatePreviousSubWindow(); });
+    addCommand(words::NextWindow, Qt::CTRL | Qt::Key_F6, [&area] { area.activateNextSubWindow(); });
+    addCommand(words::PreviousWindow, Qt::CTRL | Qt::SHIFT | Qt::Key_F6, [&area] { area.activatePreviousSubWindow(); });
     addCommand(words::Cascade, {}, [&area] { area.cascadeSubWindows(); });
     addCommand(words::Tile, {}, [&area] { area.tileSubWindows(); });
     addCommand(words::CloseAll, {}, closeAll);
@@ -19,8 +19,8 @@ WindowList::WindowList(QMenu& menu, PageArea& area, std::function<void()> closeA
     QObject::connect(&menu, &QMenu::aboutToShow, &area, [this] { listWindows(); });
 }
 
-void WindowList::addCommand(const char* text, const QKeySequence& keys, const std::function<void()>& run) {
-    QAction* action = menu_.addAction(QString::fromLatin1(text));
+void WindowList::addCommand(const QString& text, const QKeySequence& keys, const std::function<void()>& run) {
+    QAction* action = menu_.addAction(text);
     action->setShortcut(keys);
     QObject::connect(action, &QAction::triggered, &area_, run);
     commands_ += action;
@@ -33,8 +33,9 @@ void WindowList::listWindows() {
     for (const QAction* command : commands_) captions += command->text().remove(u'&');
     for (QMdiSubWindow* window : area_.subWindowList()) {
         QAction* action = menu_.addAction(window->windowTitle());
-        action->setCheckable(true);
-        action->setChecked(window == area_.activeSubWindow());
+        const bool isActive = window == area_.activeSubWindow();
+        action->setCheckable(isActive);
+        action->setChecked(isActive);
         QObject::connect(action, &QAction::triggered, window, [this, window] { area_.setActiveSubWindow(window); });
         windows_ += action;
         captions += window->windowTitle();

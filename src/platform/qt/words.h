@@ -1,4 +1,4 @@
-// The words that the views say of themselves; every other text comes from the pages.
+// The words that the views and the frame window say of themselves; every other text comes from the pages.
 // They stand in one place so that a language table can take them over.
 #pragma once
 
@@ -19,5 +19,15 @@ inline const QString Follow = QStringLiteral("Follow (End)");
 inline const QString Paused = QStringLiteral("paused");
 inline const QString NoSamples = QStringLiteral("no values yet");
 inline const QString Chart = QStringLiteral("chart");
+
+// The frame window's own commands and lamps.
+inline const QString NextWindow = QStringLiteral("Next");
+inline const QString PreviousWindow = QStringLiteral("Previous");
+inline const QString Cascade = QStringLiteral("Cascade");
+inline const QString Tile = QStringLiteral("Tile");
+inline const QString CloseAll = QStringLiteral("Close All");
+inline const QString SendLamp = QStringLiteral("Send");
+inline const QString ReceiveLamp = QStringLiteral("Receive");
+inline const QString ErrorLamp = QStringLiteral("Error");
 
 }  // namespace kestrel::qt::words

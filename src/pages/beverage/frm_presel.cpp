@@ -1,0 +1,219 @@
+// Preselections.
+// See frm_presel.h.
+#include "pages/beverage/frm_presel.h"
+
+#include <algorithm>
+#include <array>
+
+#include "link/presence.h"
+#include "link/subscriptions.h"
+#include "link/value_helpers.h"
+#include "pages/common/position_labels.h"
+#include "shell/language_files.h"
+
+namespace kestrel {
+
+namespace {
+
+constexpr int ProductCountParameter = 1156;
+constexpr int UnusedParameter = 1298;  ///< read with the settings; the page takes nothing from it
+
+/// One setting of each preselection: consecutive parameters, and as many shadows.
+struct Setting {
+    int first;
+    int shadow;
+};
+constexpr Setting Product = {1412, 1424};
+constexpr Setting Type = {1416, 1428};
+constexpr Setting Time = {1420, 1432};
+constexpr Setting PlusTime = {1447, 1451};
+
+/// The list of the page's subscriptions in their order, each given to ParamWatch or to ParamRelease.
+void eachSubscribed(void (*subscribe)(int)) {
+    const auto rowByRow = [subscribe](int Setting::*member) {
+        for (int i = 0; i < FrmPresel::Preselections; ++i)
+            for (const Setting& setting : {Product, Type, Time}) subscribe(setting.*member + i);
+    };
+    const auto plusTimes = [subscribe](int first) {
+        for (int i = 0; i < FrmPresel::Preselections; ++i) subscribe(first + i);
+    };
+    CurrentBank = 1;
+    subscribe(ProductCountParameter);
+    subscribe(UnusedParameter);
+    plusTimes(PlusTime.first);
+    rowByRow(&Setting::first);
+    CurrentBank = 1;
+    plusTimes(PlusTime.shadow);
+    rowByRow(&Setting::shadow);
+    CurrentBank = 0;
+    subscribe(HotDrinkPresence);
+}
+
+/// Sixteen settings, the number of products and the status.
+constexpr int ExpectedArrivals = 18;
+
+constexpr int HighestType = 5;
+constexpr int LargeStep = 10;
+constexpr ParamValue NoStatus = 255;
+constexpr int TitleLine = 49;
+constexpr std::array<int, 6> HeadLines = {82, 83, 84, 85, 82, 83};
+constexpr int NoProductLine = 86;
+constexpr int FirstTypeLine = 87;
+
+/// The preselection whose setting the parameter is, or -1.
+int rowOf(const Setting& setting, int n) {
+    const int row = n - setting.first;
+    return row >= 0 && row < FrmPresel::Preselections ? row : -1;
+}
+
+void writeSetting(const Setting& setting, int row, int value) {
+    WriteTwice(1, setting.first + row, setting.shadow + row, static_cast<unsigned>(value));
+}
+
+}  // namespace
+
+FrmPresel::FrmPresel() : Page("FrmPresel"), Arrivals(ExpectedArrivals) {
+    for (ScrollBar& bar : HScroll1) {
+        bar.design(0, 255, LargeStep);
+        bar.scale.decimals = 1;
+    }
+    for (Label& label : Label1) label.showsValue("25.5");
+    for (int i = 0; i < Preselections; ++i) {
+        const std::string number = std::to_string(i + 1);
+        Label0[i].Caption = number;
+        Label0[Preselections + i].Caption = number + " Plus";
+        iSwSliderX1[i].PositionLabels = NumberedPositions("0", HighestType);
+        iSwSliderX2[i].PositionLabels = NumberedPositions("0", HighestType);
+    }
+    HScroll1.OnChange([this](int Index) { HScroll1_Change(Index); });
+    iSwSliderX1.OnPositionChangeUser([this](int Index) { iSwSliderX1_PositionChangeUser(Index); });
+    iSwSliderX2.OnPositionChangeUser([this](int Index) { iSwSliderX2_PositionChangeUser(Index); });
+}
+
+Layout FrmPresel::Arrange() {
+    std::vector<Layout> left = {Label4[0], Label4[2], Label4[3], Label4[1], Gap()};
+    std::vector<Layout> right = {Label4[4], Label4[5], Gap()};
+    for (int i = 0; i < Preselections; ++i) {
+        const int plus = Preselections + i;
+        left.insert(left.end(), {Label0[i], iSwSliderX1[i], iSwSliderX2[i], HScroll1[i], Label1[i]});
+        right.insert(right.end(), {Label0[plus], HScroll1[plus], Label1[plus]});
+    }
+    return Row{Grid(5, std::move(left)), Grid(3, std::move(right))};
+}
+
+void FrmPresel::Form_Load() {
+    LastStatus = NoStatus;
+    Arrivals.restart();
+    PageSubscribe();
+    PageCaptions();
+    CenterPage(*this);
+}
+
+void FrmPresel::Form_Activate() { PageCaptions(); }
+
+void FrmPresel::Form_Unload() { PageRelease(); }
+
+void FrmPresel::PageSubscribe() {
+    eachSubscribed(ParamWatch);
+    LockPreselections();
+}
+
+void FrmPresel::PageRelease() { eachSubscribed(ParamRelease); }
+
+void FrmPresel::PageCaptions() {
+    Caption = LanguageTable(TitleLine);
+    for (int i = 0; i < Label4.size(); ++i) Label4[i].Caption = LanguageTable(HeadLines[static_cast<std::size_t>(i)]);
+    // Until the machine's products are known the switches keep the labels that they were made with.
+    if (!Arrivals.Loading()) labelPositions();
+}
+
+void FrmPresel::labelPositions() {
+    const std::string products = NumberedPositions(LanguageTable(NoProductLine), ProductCount);
+    std::string types = LanguageTable(FirstTypeLine);
+    for (int type = 1; type <= HighestType; ++type) types += "," + LanguageTable(FirstTypeLine + type);
+    for (SliderSwitch& slider : iSwSliderX1) slider.PositionLabels = products;
+    for (SliderSwitch& slider : iSwSliderX2) slider.PositionLabels = types;
+}
+
+void FrmPresel::HScroll1_Change(int Index) {
+    if (Updating) return;
+    if (Index < Preselections)
+        writeSetting(Time, Index, HScroll1[Index].Value);
+    else
+        writeSetting(PlusTime, Index - Preselections, HScroll1[Index].Value);
+}
+
+/// Writes while a value is being shown as well: a product that the machine no longer has is taken off the board.
+void FrmPresel::iSwSliderX1_PositionChangeUser(int Index) { writeSetting(Product, Index, iSwSliderX1[Index].Position); }
+
+void FrmPresel::iSwSliderX2_PositionChangeUser(int Index) {
+    if (Updating) return;
+    writeSetting(Type, Index, iSwSliderX2[Index].Position);
+}
+
+void FrmPresel::enableRows(bool live) {
+    for (int i = 0; i < Preselections; ++i) {
+        Label1[i].Enabled = live;
+        HScroll1[i].Enabled = live;
+        iSwSliderX1[i].Enabled = live;
+        iSwSliderX2[i].Enabled = live;
+    }
+}
+
+void FrmPresel::LockPreselections() { enableRows(false); }
+
+void FrmPresel::UnlockPreselections() {
+    if (SaysPresent(LastStatus)) enableRows(true);
+    labelPositions();
+}
+
+void FrmPresel::countOrUnlock() {
+    if (Arrivals.Loading())
+        Arrivals.count();
+    else
+        UnlockPreselections();
+}
+
+void FrmPresel::statusArrived(ParamValue value) {
+    if (value == LastStatus) return;
+    LastStatus = value;
+    if (SaysPresent(value))
+        countOrUnlock();
+    else
+        LockPreselections();
+}
+
+void FrmPresel::productCountArrived(ParamValue value) {
+    ProductCount = value;
+    for (int i = 0; i < Preselections; ++i) {
+        if (iSwSliderX1[i].Position <= ProductCount) continue;
+        iSwSliderX1[i].Position = static_cast<int>(ProductCount);
+        iSwSliderX1_PositionChangeUser(i);
+    }
+    countOrUnlock();
+}
+
+void FrmPresel::settingArrived(int n, ParamValue value) {
+    if (n == ProductCountParameter) return productCountArrived(value);
+    if (const int product = rowOf(Product, n); product >= 0)
+        iSwSliderX1[product].Position = static_cast<int>(value);
+    else if (const int type = rowOf(Type, n); type >= 0)
+        iSwSliderX2[type].Position = static_cast<int>(std::min<ParamValue>(value, HighestType));
+    else if (const int time = rowOf(Time, n); time >= 0)
+        SetBarTenths(Label1[time], HScroll1[time], value);
+    else if (const int plus = rowOf(PlusTime, n); plus >= 0)
+        SetBarTenths(Label1[Preselections + plus], HScroll1[Preselections + plus], value);
+    else
+        return;
+    Arrivals.count();
+}
+
+void FrmPresel::SLabel_Change(int n, ParamValue value) {
+    Updating = true;
+    if (CurrentBank == 0 && n == HotDrinkPresence) statusArrived(value);
+    if (CurrentBank == 1) settingArrived(n, value);
+    Updating = false;
+    if (Arrivals.completes()) UnlockPreselections();
+}
+
+}  // namespace kestrel

@@ -1,0 +1,51 @@
+// Preselections: product, type, time and "Plus" time of each of the machine's four preselections.
+// All on the hot-drink board; the "Plus" times are never locked.
+#pragma once
+
+#include "link/page.h"
+#include "pages/common/arrival_count.h"
+#include "platform/switches.h"
+
+namespace kestrel {
+
+class FrmPresel : public Page {
+  public:
+    static constexpr int Preselections = 4;
+
+    FrmPresel();
+
+    ControlArray<Label, 6> Label4;                          ///< heads, the last two of the "Plus" block
+    ControlArray<Label, 2 * Preselections> Label0;          ///< names of the rows, from index 4 on of the "Plus" block
+    ControlArray<SliderSwitch, Preselections> iSwSliderX1;  ///< product, 0: none
+    ControlArray<SliderSwitch, Preselections> iSwSliderX2;  ///< type, 0 to 5
+    ControlArray<ScrollBar, 2 * Preselections> HScroll1;    ///< tenths of a second, from index 4 on of the "Plus" block
+    ControlArray<Label, 2 * Preselections> Label1;
+
+    Layout Arrange() override;
+    void Form_Load() override;
+    void Form_Activate() override;
+    void Form_Unload() override;
+    void SLabel_Change(int n, ParamValue value) override;
+
+  private:
+    void PageSubscribe();
+    void PageRelease();
+    void PageCaptions();
+    void HScroll1_Change(int Index);
+    void iSwSliderX1_PositionChangeUser(int Index);
+    void iSwSliderX2_PositionChangeUser(int Index);
+    void LockPreselections();
+    void UnlockPreselections();
+    void enableRows(bool live);
+    void labelPositions();
+    void countOrUnlock();
+    void statusArrived(ParamValue value);
+    void settingArrived(int n, ParamValue value);
+    void productCountArrived(ParamValue value);
+
+    ParamValue LastStatus = 0;
+    ParamValue ProductCount = 0;
+    ArrivalCount Arrivals;
+};
+
+}  // namespace kestrel

@@ -1,0 +1,250 @@
+// Unique products.
+// See frm_pro_uni.h.
+#include "pages/beverage/frm_pro_uni.h"
+
+#include "link/identification.h"
+#include "link/presence.h"
+#include "link/subscriptions.h"
+#include "link/value_helpers.h"
+#include "pages/common/position_labels.h"
+#include "shell/language_files.h"
+
+namespace kestrel {
+
+namespace {
+
+constexpr int ProductCountParameter = 1156;
+constexpr int OptionsParameter = 1299;
+constexpr int OptionsShadow = 1301;
+constexpr unsigned DelaysBit = 16;
+
+/// One setting of each product: consecutive parameters, and as many shadows.
+struct Setting {
+    int first;
+    int shadow;
+};
+constexpr Setting Channel = {1394, 1403};
+constexpr std::array<Setting, 2> Times = {{{1397, 1406}, {1400, 1409}}};  ///< time, delay
+
+// Read with the settings; the page takes nothing from them.
+constexpr int Unused1203 = 1203;
+constexpr int Unused1298 = 1298;
+constexpr int Unused1300 = 1300;
+
+/// One less than the values that come: number of products, options and nine settings.
+constexpr int ExpectedArrivals = 10;
+
+constexpr unsigned DelaysAlways = 32;  ///< of the machine's options
+constexpr int FirstRevisionWithoutDelays = 27;
+constexpr int DelayRow = 1;
+
+constexpr int LargeStep = 10;
+constexpr ParamValue NoStatus = 255;
+constexpr int TitleLine = 48;
+constexpr int ProductLine = 73;
+constexpr int FirstTimeLine = 74;
+constexpr int UniqueLine = 76;
+constexpr int UnitLine = 77;
+constexpr int EnableDelayLine = 78;
+constexpr int OnLine = 79;
+constexpr int OffLine = 80;
+
+template <class Subscribe>
+void eachSetting(Subscribe subscribe, int products) {
+    for (int i = 0; i < products; ++i) {
+        subscribe(Channel.first + i);
+        for (const Setting& time : Times) subscribe(time.first + i);
+    }
+}
+
+}  // namespace
+
+FrmProUni::FrmProUni() : Page("FrmProUni"), Arrivals(ExpectedArrivals) {
+    for (int i = 0; i < Products; ++i) {
+        Product& product = at(i);
+        for (ScrollBar& bar : product.bars) {
+            bar.design(0, 255, LargeStep);
+            bar.scale.decimals = 1;
+        }
+        for (Label& label : product.values) label.showsValue("25.5");
+        product.bars.OnChange([this, i](int Index) { HScroll_Change(i, Index); });
+        product.channel.OnPositionChangeUser([this, i] { iSwSliderX_PositionChangeUser(i); });
+    }
+    swslResto.OnPositionChange([this] { swslResto_PositionChange(); });
+}
+
+Layout FrmProUni::Arrange() {
+    std::vector<Layout> cells;
+    for (Product& product : products_) {
+        cells.insert(cells.end(), {product.name, product.channel, Gap()});
+        for (int row = 0; row < product.bars.size(); ++row)
+            cells.insert(cells.end(), {product.captions[row], product.bars[row], product.values[row]});
+    }
+    cells.insert(cells.end(), {lblEnRit, swslResto, Gap()});
+    return Grid(3, std::move(cells));
+}
+
+void FrmProUni::Form_Load() {
+    LastStatus = NoStatus;
+    Arrivals.restart();
+    PageSubscribe();
+    PageCaptions();
+    CenterPage(*this);
+}
+
+void FrmProUni::Form_Activate() { PageCaptions(); }
+
+void FrmProUni::Form_Unload() { PageRelease(); }
+
+void FrmProUni::PageSubscribe() {
+    CurrentBank = 1;
+    for (const int n : {ProductCountParameter, Unused1298, OptionsParameter, Unused1203}) ParamWatch(n);
+    CurrentBank = 1;
+    for (const int n : {Unused1300, OptionsShadow}) ParamWatch(n);
+    eachSetting(ParamWatch, Products);
+    CurrentBank = 0;
+    ParamWatch(HotDrinkPresence);
+    LockProducts();
+}
+
+/// Not the list of the subscriptions: 1203 is given back in another bank, so that the board goes on being read for it.
+void FrmProUni::PageRelease() {
+    CurrentBank = 1;
+    for (const int n : {ProductCountParameter, Unused1298, OptionsParameter}) ParamRelease(n);
+    eachSetting(ParamRelease, Products);
+    CurrentBank = 1;
+    for (const int n : {Unused1300, OptionsShadow}) ParamRelease(n);
+    CurrentBank = 0;
+    for (const int n : {Unused1203, HotDrinkPresence}) ParamRelease(n);
+}
+
+void FrmProUni::PageCaptions() {
+    Caption = LanguageTable(TitleLine);
+    for (int i = 0; i < Products; ++i) {
+        Product& product = at(i);
+        const std::string which = " " + LanguageTable(UniqueLine) + " " + std::to_string(i + 1) + " ";
+        product.name.Caption = LanguageTable(ProductLine) + which;
+        for (int row = 0; row < product.captions.size(); ++row)
+            product.captions[row].Caption = LanguageTable(FirstTimeLine + row) + which + LanguageTable(UnitLine);
+    }
+    lblEnRit.Caption = LanguageTable(EnableDelayLine);
+    swslResto.PositionLabels = TwoPositions(OffLine, OnLine);
+}
+
+void FrmProUni::HScroll_Change(int product, int Index) {
+    if (Updating) return;
+    const Setting& time = Times[static_cast<std::size_t>(Index)];
+    const ScrollBar& bar = at(product).bars[Index];
+    WriteTwice(1, time.first + product, time.shadow + product, static_cast<unsigned>(bar.Value.get()));
+}
+
+/// Writes while a value is being shown as well: a product that the machine no longer has is taken off the board.
+void FrmProUni::iSwSliderX_PositionChangeUser(int product) {
+    const SliderSwitch& channel = at(product).channel;
+    WriteTwice(1, Channel.first + product, Channel.shadow + product, static_cast<unsigned>(channel.Position.get()));
+    LockProducts();
+}
+
+/// Writes whenever the switch moves, also when it follows the board. It builds on what the board last reported, not
+/// on what was last written.
+void FrmProUni::swslResto_PositionChange() {
+    const unsigned options = swslResto.Position == 1 ? OptionByte | DelaysBit : OptionByte & ~DelaysBit;
+    WriteTwice(1, OptionsParameter, OptionsShadow, options);
+}
+
+void FrmProUni::enableHead(Product& product, bool live) {
+    product.name.Enabled = live;
+    product.channel.Enabled = live;
+}
+
+void FrmProUni::enableRow(Product& product, int row, bool live) {
+    product.captions[row].Enabled = live;
+    product.values[row].Enabled = live;
+    product.bars[row].Enabled = live;
+}
+
+void FrmProUni::LockProducts() {
+    for (Product& product : products_) {
+        enableHead(product, false);
+        for (int row = 0; row < product.bars.size(); ++row) enableRow(product, row, false);
+    }
+    lblEnRit.Enabled = false;
+    swslResto.Enabled = false;
+}
+
+void FrmProUni::UnlockProducts() {
+    if (SaysPresent(LastStatus)) {
+        const std::string channels = NumberedPositions("0", ProductCount);
+        const bool delays = (OptionsBits & DelaysAlways) != 0 || BoardRevision() < FirstRevisionWithoutDelays;
+        for (Product& product : products_) {
+            enableHead(product, true);
+            product.channel.PositionLabels = channels;
+            if (product.channel.Position == 0) continue;
+            for (int row = 0; row <= (delays ? DelayRow : 0); ++row) enableRow(product, row, true);
+        }
+    }
+    lblEnRit.Enabled = true;
+    swslResto.Enabled = true;
+}
+
+void FrmProUni::countOrUnlock() {
+    if (Arrivals.Loading())
+        Arrivals.count();
+    else
+        UnlockProducts();
+}
+
+void FrmProUni::statusArrived(ParamValue value) {
+    if (value == LastStatus) return;
+    LastStatus = value;
+    if (SaysPresent(value))
+        UnlockProducts();
+    else
+        LockProducts();
+}
+
+void FrmProUni::productCountArrived(ParamValue value) {
+    ProductCount = value;
+    for (int i = 0; i < Products; ++i) {
+        SliderSwitch& channel = at(i).channel;
+        if (channel.Position <= ProductCount) continue;
+        channel.Position = static_cast<int>(ProductCount);
+        iSwSliderX_PositionChangeUser(i);
+    }
+    countOrUnlock();
+}
+
+void FrmProUni::optionsArrived(ParamValue value) {
+    OptionByte = static_cast<unsigned>(value);
+    swslResto.Position = (OptionByte & DelaysBit) != 0 ? 1 : 0;
+    if (Arrivals.Loading()) return Arrivals.count();
+    for (Product& product : products_) enableRow(product, DelayRow, false);
+    UnlockProducts();
+}
+
+void FrmProUni::settingArrived(int n, ParamValue value) {
+    if (n == ProductCountParameter) return productCountArrived(value);
+    if (n == OptionsParameter) return optionsArrived(value);
+    for (int i = 0; i < Products; ++i) {
+        Product& product = at(i);
+        if (n == Channel.first + i) {
+            product.channel.Position = static_cast<int>(value);
+            countOrUnlock();
+        }
+        for (int row = 0; row < product.bars.size(); ++row) {
+            if (n != Times[static_cast<std::size_t>(row)].first + i) continue;
+            SetBarTenths(product.values[row], product.bars[row], value);
+            Arrivals.count();
+        }
+    }
+}
+
+void FrmProUni::SLabel_Change(int n, ParamValue value) {
+    Updating = true;
+    if (CurrentBank == 0 && n == HotDrinkPresence) statusArrived(value);
+    if (CurrentBank == 1) settingArrived(n, value);
+    Updating = false;
+    if (Arrivals.completes()) UnlockProducts();
+}
+
+}  // namespace kestrel

@@ -1,0 +1,111 @@
+// Temperature graph: boiler and tank temperature over time.
+// See frm_grafico.h.
+#include "pages/climate/frm_grafico.h"
+
+#include <array>
+#include <limits>
+
+#include "link/presence.h"
+#include "link/subscriptions.h"
+#include "link/value_helpers.h"
+#include "platform/trouble.h"
+#include "shell/language_files.h"
+
+namespace kestrel {
+
+namespace {
+
+constexpr int TankOffsetParameter = 52;  ///< degrees plus 5
+constexpr int TankTemperature = 287;     ///< two bytes: whole degrees, signed, above 256ths of a degree
+constexpr int BoilerTemperature = 1288;  ///< whole degrees
+
+constexpr std::array<ParamRun, 5> Subscriptions = {{
+    {2, TankOffsetParameter},
+    {2, TankTemperature},
+    {0, SectorPresence},
+    {0, HotDrinkPresence},
+    {1, BoilerTemperature},
+}};
+
+constexpr int OffsetZero = 5;
+constexpr int BoilerChannel = 0;
+constexpr int TankChannel = 1;
+
+constexpr int SampleInterval = 4000;                  ///< milliseconds
+constexpr double SampleStep = 4.6296296296296294e-5;  ///< the same in days
+
+constexpr int TitleLine = 28;
+constexpr int BoilerLine = 320;
+constexpr int TankLine = 321;
+constexpr int ChartTitleLine = 322;
+
+/// Degrees from the board's fixed-point number with its correction.
+double tankDegrees(ParamValue raw, int offset) {
+    const double degrees = static_cast<double>(raw) / 256 + offset;
+    return degrees >= 128 ? degrees - 256 : degrees;
+}
+
+}  // namespace
+
+FrmGrafico::FrmGrafico() : Page("FrmGrafico") {
+    Timer1.OnTimer([this] { Timer1_Timer(); });
+}
+
+Layout FrmGrafico::Arrange() { return Column{iStripChartX1}; }
+
+void FrmGrafico::Form_Load() {
+    PageSubscribe();
+    PageCaptions();
+    CenterPage(*this);
+    ChartTime = 0;
+    Timer1.Interval = SampleInterval;
+    Timer1.Enabled = true;
+}
+
+void FrmGrafico::Form_Activate() { PageCaptions(); }
+
+void FrmGrafico::Form_Unload() {
+    PageRelease();
+    Timer1.Enabled = false;
+}
+
+void FrmGrafico::PageSubscribe() { WatchAll(Subscriptions); }
+
+void FrmGrafico::PageRelease() { ReleaseAll(Subscriptions); }
+
+void FrmGrafico::PageCaptions() {
+    Caption = LanguageTable(TitleLine);
+    iStripChartX1.Title = LanguageTable(ChartTitleLine);
+    iStripChartX1.setChannelName(BoilerChannel, LanguageTable(BoilerLine));
+    iStripChartX1.setChannelName(TankChannel, LanguageTable(TankLine));
+}
+
+void FrmGrafico::Timer1_Timer() {
+    iStripChartX1.beginUpdate();
+    iStripChartX1.addTime(ChartTime);
+    if (SaysPresent(Param1)) iStripChartX1.addSample(BoilerChannel, SampleCount, BoilerValue);
+    if (SaysPresent(Param2)) iStripChartX1.addSample(TankChannel, SampleCount, TankValue);
+    iStripChartX1.endUpdate();
+    if (SampleCount == std::numeric_limits<std::int16_t>::max()) throw RunTimeError(error_number::Overflow, "Overflow");
+    ++SampleCount;
+    ChartTime += SampleStep;
+}
+
+void FrmGrafico::SLabel_Change(int n, ParamValue value) {
+    switch (CurrentBank) {
+        case 0:
+            if (n == SectorPresence) Param2 = value;
+            if (n == HotDrinkPresence) Param1 = value;
+            break;
+        case 1:
+            if (n == BoilerTemperature) BoilerValue = static_cast<double>(value);
+            break;
+        default:
+            if (n == TankOffsetParameter) TankOffset = static_cast<int>(value) - OffsetZero;
+            if (n == TankTemperature && ParamIsFresh(TankOffsetParameter, 2))
+                TankValue = tankDegrees(value, TankOffset);
+            break;
+    }
+}
+
+}  // namespace kestrel

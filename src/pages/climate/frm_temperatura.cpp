@@ -1,0 +1,198 @@
+// Temperature set-points: boiler, tank and refrigerator.
+// See frm_temperatura.h.
+#include "pages/climate/frm_temperatura.h"
+
+#include <array>
+
+#include "link/presence.h"
+#include "link/subscriptions.h"
+#include "link/value_helpers.h"
+#include "shell/language_files.h"
+
+namespace kestrel {
+
+namespace {
+
+enum class Shown { Plain, Tenths, TankSetPoint, Offset };
+
+struct SettingRow {
+    int min;
+    int max;
+    int largeStep;
+    int bank;
+    int parameter;
+    int shadow;  ///< written after the first; subscribed but not shown
+    Shown shown;
+};
+
+constexpr SettingRow Boiler = {70, 110, 5, 1, 1199, 376, Shown::Plain};
+constexpr std::array<SettingRow, FrmTemperatura::Settings> SettingRows = {{
+    {8, 16, 2, 2, 51, 266, Shown::TankSetPoint},
+    {10, 50, 5, 2, 53, 268, Shown::Tenths},
+    {1, 12, 2, 2, 56, 271, Shown::Plain},
+    {1, 30, 5, 2, 57, 272, Shown::Plain},
+    {0, 10, 2, 2, 52, 267, Shown::Offset},
+    {5, 100, 5, 1, 1200, 1202, Shown::Tenths},
+}};
+
+constexpr int CoolingKind = 1153;
+constexpr int RefrigeratorFitted = 1;  ///< the kind of cooling that has a refrigerator
+constexpr int TankOff = 16;            ///< this set-point of the tank switches its cooling off
+constexpr int OffsetZero = 5;
+
+/// The sector board's 54, 55, 269 and 270 are subscribed and not shown.
+constexpr std::array<ParamRun, 21> Subscriptions = {{
+    {1, 1199},
+    {1, 1200},
+    {1, CoolingKind},
+    {1, 376},
+    {1, 1202},
+    {2, 51},
+    {2, 53},
+    {2, 56},
+    {2, 57},
+    {2, 52},
+    {2, 54},
+    {2, 55},
+    {2, 266},
+    {2, 268},
+    {2, 271},
+    {2, 272},
+    {2, 267},
+    {2, 269},
+    {2, 270},
+    {0, SectorPresence},
+    {0, HotDrinkPresence},
+}};
+
+constexpr int TitleLine = 26;
+constexpr int Frame1Line = 309;
+constexpr int BoilerLine = 310;
+constexpr int Frame2Line = 311;
+constexpr int FirstSettingLine = 312;
+constexpr int NothingSeen = 255;
+
+const SettingRow& rowOf(int index) { return SettingRows[static_cast<std::size_t>(index)]; }
+
+void design(const SettingRow& row, ScrollBar& bar, Label& label) {
+    bar.design(row.min, row.max, row.largeStep);
+    if (row.shown == Shown::Tenths) bar.scale.decimals = 1;
+    if (row.shown == Shown::Offset) bar.scale.offset = -OffsetZero;
+    label.showsValue(row.shown == Shown::Tenths ? "25.5" : "OFF5");
+}
+
+void write(const SettingRow& row, const ScrollBar& bar) {
+    WriteTwice(row.bank, row.parameter, row.shadow, static_cast<unsigned>(bar.Value.get()));
+}
+
+}  // namespace
+
+FrmTemperatura::FrmTemperatura() : Page("FrmTemperatura") {
+    design(Boiler, HScroll1, Label1);
+    for (int i = 0; i < Settings; ++i) design(rowOf(i), HScroll2[i], Label2[i]);
+    HScroll1.OnChange([this] { HScroll1_Change(); });
+    HScroll2.OnChange([this](int Index) { HScroll2_Change(Index); });
+}
+
+Layout FrmTemperatura::Arrange() {
+    const Layout hotDrink =
+        Grid(3, {Label1s, HScroll1, Label1, Label2s[Refrigerator], HScroll2[Refrigerator], Label2[Refrigerator]});
+    return Column{
+        Group(Frame1, hotDrink),
+        Group(Frame2, Rows(Indexes(0, Refrigerator - 1), Label2s, HScroll2, Label2)),
+    };
+}
+
+void FrmTemperatura::Form_Load() {
+    Param2 = NothingSeen;
+    Param1 = NothingSeen;
+    PageSubscribe();
+    PageCaptions();
+    CenterPage(*this);
+}
+
+void FrmTemperatura::Form_Activate() { PageCaptions(); }
+
+void FrmTemperatura::Form_Unload() { PageRelease(); }
+
+void FrmTemperatura::PageSubscribe() { WatchAll(Subscriptions); }
+
+void FrmTemperatura::PageRelease() { ReleaseAll(Subscriptions); }
+
+void FrmTemperatura::PageCaptions() {
+    Caption = LanguageTable(TitleLine);
+    Frame1.Caption = LanguageTable(Frame1Line);
+    Label1s.Caption = LanguageTable(BoilerLine);
+    Frame2.Caption = LanguageTable(Frame2Line);
+    for (int i = 0; i < Settings; ++i) Label2s[i].Caption = LanguageTable(FirstSettingLine + i);
+}
+
+void FrmTemperatura::HScroll1_Change() {
+    if (!Updating) write(Boiler, HScroll1);
+}
+
+void FrmTemperatura::HScroll2_Change(int Index) {
+    if (!Updating) write(rowOf(Index), HScroll2[Index]);
+}
+
+void FrmTemperatura::enableBoiler(bool live) {
+    Frame1.Enabled = live;
+    Label1s.Enabled = live;
+    Label1.Enabled = live;
+    HScroll1.Enabled = live;
+}
+
+void FrmTemperatura::enableTank(bool live) {
+    Frame2.Enabled = live;
+    for (int i = 0; i < Refrigerator; ++i) {
+        Label2s[i].Enabled = live;
+        Label2[i].Enabled = live;
+        HScroll2[i].Enabled = live;
+    }
+}
+
+void FrmTemperatura::showRefrigerator(bool fitted) {
+    Label2s[Refrigerator].Visible = fitted;
+    Label2[Refrigerator].Visible = fitted;
+    HScroll2[Refrigerator].Visible = fitted;
+}
+
+void FrmTemperatura::showSetting(int index, ParamValue value) {
+    Label& label = Label2[index];
+    ScrollBar& bar = HScroll2[index];
+    switch (rowOf(index).shown) {
+        case Shown::Plain:
+            SetBar(label, bar, value);
+            break;
+        case Shown::Tenths:
+            SetBarTenths(label, bar, value);
+            break;
+        case Shown::TankSetPoint:
+            SetBar(label, bar, value);
+            if (bar.Value >= TankOff) label.Caption = "OFF";
+            break;
+        case Shown::Offset:
+            SetBar(label, bar, value);
+            label.Caption = std::to_string(value - OffsetZero);
+            break;
+    }
+}
+
+void FrmTemperatura::SLabel_Change(int n, ParamValue value) {
+    Updating = true;
+    if (CurrentBank == 0 && n == SectorPresence && value != Param2) {
+        Param2 = value;
+        enableTank(SaysPresent(value));
+    }
+    if (CurrentBank == 0 && n == HotDrinkPresence && value != Param1) {
+        Param1 = value;
+        enableBoiler(SaysPresent(value));
+    }
+    if (CurrentBank == 1 && n == CoolingKind) showRefrigerator(value == RefrigeratorFitted);
+    if (CurrentBank == Boiler.bank && n == Boiler.parameter) SetBar(Label1, HScroll1, value);
+    for (int i = 0; i < Settings; ++i)
+        if (rowOf(i).bank == CurrentBank && rowOf(i).parameter == n) showSetting(i, value);
+    Updating = false;
+}
+
+}  // namespace kestrel

@@ -1,0 +1,26 @@
+// The one question before data are destroyed.
+// See confirmation.h.
+#include "pages/common/confirmation.h"
+
+#include "platform/platform.h"
+#include "shell/language_files.h"
+
+namespace kestrel {
+
+namespace {
+
+constexpr int TextLine = 476;
+constexpr int TitleLine = 21;
+
+}  // namespace
+
+bool ConfirmClearing() {
+    Message question;
+    question.text = LanguageTable(TextLine);
+    question.title = LanguageTable(TitleLine);
+    question.icon = Message::Icon::Exclamation;
+    question.buttons = Message::Buttons::YesNo;
+    return platform().showMessage(question) == Message::Answer::Yes;
+}
+
+}  // namespace kestrel

@@ -1,0 +1,32 @@
+// Preventive maintenance: six counts of cycles after which the hot-drink board calls for service.
+// The board keeps each count twice, unsigned, in 16 bits.
+#pragma once
+
+#include "link/page.h"
+
+namespace kestrel {
+
+class FrmAzione : public Page {
+  public:
+    static constexpr int Counts = 6;
+
+    FrmAzione();
+
+    ControlArray<Label, Counts> Label6;        ///< captions
+    ControlArray<ScrollBar, Counts> HScroll1;  ///< cycles minus 32768
+    ControlArray<Label, Counts> Label10;       ///< cycles as the board holds them
+
+    Layout Arrange() override;
+    void Form_Load() override;
+    void Form_Activate() override;
+    void Form_Unload() override;
+    void SLabel_Change(int n, ParamValue value) override;
+
+  private:
+    void PageSubscribe();
+    void PageRelease();
+    void PageCaptions();
+    void HScroll1_Change(int Index);
+};
+
+}  // namespace kestrel

@@ -1,0 +1,204 @@
+// Machine configuration: the page's life, and what the user's moves write.
+// See frm_conmac.h. What the boards' values do to the page stands in frm_conmac_values.cpp.
+#include "pages/machine/frm_conmac.h"
+
+#include <algorithm>
+
+#include "link/presence.h"
+#include "link/subscriptions.h"
+#include "link/value_helpers.h"
+#include "pages/machine/frm_conmac_tables.h"
+#include "shell/language_files.h"
+
+namespace kestrel {
+
+using namespace conmac;
+
+namespace {
+
+/// A move of a slider beyond the highest position is refused; each row of the slider that applies refuses by itself.
+struct MoveLimit {
+    int slider;
+    bool (*applies)(int machineKind, int coldMode);
+    int highest;
+};
+constexpr std::array<MoveLimit, 9> MoveLimits = {{
+    {PowderSlider, [](int kind, int) { return kind == 1 || kind == 2; }, 5},
+    {PowderSlider, [](int, int cold) { return cold > 2; }, 7},
+    {MixerSlider, [](int kind, int) { return kind == 1; }, 3},
+    {MixerSlider, [](int kind, int) { return kind == 2; }, 4},
+    {MixerSlider, [](int, int cold) { return cold != 0; }, 5},
+    {ValveSlider, [](int kind, int) { return kind == 1; }, 4},
+    {ValveSlider, [](int kind, int) { return kind == 2; }, 5},
+    {ValveSlider, [](int, int cold) { return cold == 2; }, 6},
+    {ValveSlider, [](int, int cold) { return cold == 3; }, 5},
+}};
+
+constexpr int TitleLine = 46;
+constexpr int SugarBoxLine = 57;
+constexpr int MixerLine = 58;
+constexpr int DoubleProductLine = 63;
+constexpr int NothingSeen = 255;
+
+/// 1298 is subscribed and not shown.
+constexpr std::array<ParamRun, 6> FirstSubscriptions = {
+    {{Bank, 1298}, {Bank, 1154, 1157}, {Bank, CoolingKind}, {Bank, 1334}, {Bank, 1335}, {Bank, 1336}}};
+/// The double products are taken for six, so that 1334 is subscribed once more.
+constexpr std::array<ParamRun, 2> LastSubscriptions = {{{Bank, 1329, 1334}, {0, HotDrinkPresence}}};
+
+/// Between the two stand the settings of five valves, of which the page shows four.
+void forAllSubscriptions(void (*act)(std::span<const ParamRun>)) {
+    constexpr int valves = 5;
+    act(FirstSubscriptions);
+    for (int i = 0; i < valves; ++i) {
+        const ParamRun mixer(Bank, Mixers.parameter + i);
+        act({&mixer, 1});
+        for (const ValveGroupRow& group : ValveGroupRows) {
+            const ParamRun setting(Bank, group.series.parameter + i);
+            act({&setting, 1});
+        }
+    }
+    act(LastSubscriptions);
+}
+
+void writeBoth(const Series& series, int index, int value) {
+    WriteTwice(Bank, series.parameter + index, series.shadow + index, static_cast<unsigned>(value));
+}
+
+/// What the largest machine of all may have; the machine at hand refuses what is above its own limit.
+int highestPosition(int slider) {
+    int highest = 0;
+    for (const MoveLimit& limit : MoveLimits)
+        if (limit.slider == slider) highest = std::max(highest, limit.highest);
+    return highest;
+}
+
+}  // namespace
+
+FrmConMac::FrmConMac() : Page("FrmConMac") {
+    for (int i = 0; i < Counts; ++i) iSwSliderX1[i].PositionLabels = numberLabels(1, highestPosition(i) + 1);
+    iSwSliderX2.PositionLabels = numberLabels(0, HighestSugarBox);
+    for (RotarySwitch& mixer : iSwRotaryX3) mixer.PositionLabels = numberLabels(0, countRow(MixerSlider).highestShown);
+    for (RotarySwitch& pairing : isrAbb) pairing.PositionLabels = numberLabels(0, HighestColdPairing);
+    for (std::size_t g = 0; g < valveGroups_.size(); ++g) designValveGroup(g);
+    for (int i = 0; i < Powders; ++i) {
+        Label8[i].Caption = std::to_string(i + 1);
+        HScroll8[i].design(0, 9, 1);
+        Label8s[i].showsValue("255");
+    }
+    constexpr std::array<const char*, ColdRows> numbers = {"1", "3", "4"};
+    for (int i = 0; i < ColdRows; ++i)
+        lblAbb[i].Caption =
+            std::string("abbinamento ev. freddo ") + numbers[static_cast<std::size_t>(i)] + " elettrovalvola";
+    iSwSliderX1.OnPositionChange([this](int Index) { iSwSliderX1_PositionChange(Index); });
+    iSwSliderX2.OnPositionChange([this] { iSwSliderX2_PositionChange(); });
+    iSwRotaryX3.OnPositionChange([this](int Index) { iSwRotaryX3_PositionChange(Index); });
+    isrAbb.OnPositionChange([this](int Index) { isrAbb_PositionChange(Index); });
+    HScroll8.OnChange([this](int Index) { HScroll8_Change(Index); });
+}
+
+void FrmConMac::designValveGroup(std::size_t g) {
+    const ValveGroupRow& row = ValveGroupRows[g];
+    const ValveGroup& group = valveGroups_[g];
+    for (int i = 0; i < Valves; ++i) {
+        group.captions[i].Caption = std::to_string(i + 1);
+        group.bars[i].design(0, row.max, row.tenths ? 10 : 1);
+        group.bars[i].scale.decimals = row.tenths ? 1 : 0;
+        group.values[i].showsValue(row.tenths ? "25.5" : "255");
+    }
+    group.bars.OnChange([this, g](int Index) { ValveBar_Change(g, Index); });
+}
+
+Layout FrmConMac::Arrange() {
+    const auto rowsOf = [this](std::size_t g) {
+        const ValveGroup& group = valveGroups_[g];
+        return Group(group.frame, Rows(Indexes(0, Valves - 1), group.captions, group.bars, group.values));
+    };
+    const Layout counts = Grid(
+        2, {Labelx1[0], iSwSliderX1[0], Labelx1[1], iSwSliderX1[1], Labelx1[2], iSwSliderX1[2], Labelx2, iSwSliderX2});
+    return Column{
+        Row{counts, Rows(Indexes(0, Valves - 1), Labelx3, iSwRotaryX3)},
+        Row{rowsOf(0), rowsOf(1), rowsOf(2), rowsOf(3)},
+        Row{Group(Frame8, Rows(Indexes(0, Powders - 1), Label8, HScroll8, Label8s)),
+            Group(frAbb, Rows(Indexes(0, ColdRows - 1), lblAbb, isrAbb))},
+    };
+}
+
+void FrmConMac::Form_Load() {
+    Presence = NothingSeen;
+    ArrivalCount = 0;
+    FirstLoad = true;
+    AwaitingEnable = false;
+    PageSubscribe();
+    DisableAllControls();
+    PageCaptions();
+    CenterPage(*this);
+}
+
+void FrmConMac::Form_Activate() { PageCaptions(); }
+
+void FrmConMac::Form_Unload() { PageRelease(); }
+
+void FrmConMac::PageSubscribe() { forAllSubscriptions(WatchAll); }
+
+void FrmConMac::PageRelease() { forAllSubscriptions(ReleaseAll); }
+
+void FrmConMac::PageCaptions() {
+    Caption = LanguageTable(TitleLine);
+    for (int i = 0; i < Counts; ++i) Labelx1[i].Caption = LanguageTable(countRow(i).line);
+    Labelx2.Caption = LanguageTable(SugarBoxLine);
+    for (int i = 0; i < Valves; ++i) Labelx3[i].Caption = LanguageTable(MixerLine) + " " + std::to_string(i + 1);
+    for (std::size_t g = 0; g < valveGroups_.size(); ++g)
+        valveGroups_[g].frame.Caption = LanguageTable(ValveGroupRows[g].line);
+    Frame8.Caption = LanguageTable(DoubleProductLine);
+}
+
+void FrmConMac::ValveBar_Change(std::size_t g, int Index) {
+    if (Updating || Index >= ValveCount) return;
+    writeBoth(ValveGroupRows[g].series, Index, valveGroups_[g].bars[Index].Value);
+}
+
+void FrmConMac::HScroll8_Change(int Index) {
+    if (Updating || Index >= PowderCount) return;
+    writeBoth(DoubleProducts, Index, HScroll8[Index].Value);
+}
+
+void FrmConMac::iSwRotaryX3_PositionChange(int Index) {
+    if (Updating || Index >= ValveCount) return;
+    writeBoth(Mixers, Index, iSwRotaryX3[Index].Position);
+}
+
+void FrmConMac::isrAbb_PositionChange(int Index) {
+    if (!Updating) writeBoth(ColdPairings, Index, isrAbb[Index].Position);
+}
+
+void FrmConMac::iSwSliderX2_PositionChange() {
+    if (!Updating) writeBoth(SugarBoxes, 0, iSwSliderX2.Position);
+}
+
+bool FrmConMac::refuses(int slider, int position) const {
+    return std::any_of(MoveLimits.begin(), MoveLimits.end(), [&](const MoveLimit& limit) {
+        return limit.slider == slider && limit.applies(MachineKind, ColdMode) && position > limit.highest;
+    });
+}
+
+void FrmConMac::iSwSliderX1_PositionChange(int Index) {
+    if (Updating) return;
+    const CountRow& row = countRow(Index);
+    const int position = iSwSliderX1[Index].Position;
+    DisableAllControls();
+    if (refuses(Index, position)) {
+        // A record that is read once is read again for a new subscription: the board's value comes back.
+        CurrentBank = Bank;
+        ParamRelease(row.parameter);
+        ParamWatch(row.parameter);
+        EnableControls();
+        return;
+    }
+    countOf(Index) = position + 1;
+    if (Index == PowderSlider) limitPowderBars();
+    WriteTwice(Bank, row.parameter, row.shadow, static_cast<unsigned>(position + 1));
+    AwaitingEnable = true;
+}
+
+}  // namespace kestrel

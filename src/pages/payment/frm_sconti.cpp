@@ -1,0 +1,99 @@
+// Discounts: one for each price and preselection.
+// See frm_sconti.h.
+#include "pages/payment/frm_sconti.h"
+
+#include <array>
+
+#include "link/money.h"
+#include "link/value_helpers.h"
+#include "shell/language_files.h"
+
+namespace kestrel {
+
+namespace {
+
+constexpr int OwnCupRow = 34;
+constexpr AmountRun DiscountRun = {0, FrmSconti::Discounts, 88, 118};
+constexpr AmountRun PreselectionRun = {30, 4, 148, 152};
+constexpr AmountRun OwnCupRun = {OwnCupRow, 1, 156, 157};
+
+/// In the order in which they are drawn anew.
+constexpr std::array Runs = {DiscountRun, PreselectionRun, OwnCupRun};
+
+constexpr std::array<ParamRun, 7> Subscriptions = {{
+    {0, DecimalsParameter},
+    ShadowsOf(PreselectionRun),
+    ShadowsOf(OwnCupRun),
+    ShadowsOf(DiscountRun),
+    ParametersOf(PreselectionRun),
+    ParametersOf(OwnCupRun),
+    ParametersOf(DiscountRun),
+}};
+
+constexpr int TitleLine = 10;
+constexpr int DiscountLine = 185;
+constexpr int PreselectionLine = 186;  ///< of row 30; the other rows follow
+
+}  // namespace
+
+FrmSconti::FrmSconti() : Page("FrmSconti"), amounts_(Runs, HScroll1, Label1) {
+    HScroll1.OnChange([this](int Index) { HScroll1_Change(Index); });
+}
+
+Layout FrmSconti::Arrange() {
+    return Column{
+        Group(Frame1,
+              Row{Rows(Indexes(0, 9), Label11, HScroll1, Label1), Rows(Indexes(10, 19), Label11, HScroll1, Label1),
+                  Rows(Indexes(20, 29), Label11, HScroll1, Label1)}),
+        Group(Frame2, Row{Rows(Indexes(30, 33), Label11, HScroll1, Label1),
+                          Column{Rows({OwnCupRow}, Label11, HScroll1, Label1), Gap()}}),
+    };
+}
+
+void FrmSconti::Form_Load() {
+    PageSubscribe();
+    PageCaptions();
+    CenterPage(*this);
+}
+
+void FrmSconti::Form_Activate() { PageCaptions(); }
+
+void FrmSconti::Form_Unload() { PageRelease(); }
+
+void FrmSconti::PageSubscribe() {
+    WatchAll(Subscriptions);
+    DisableDiscountBars();
+}
+
+void FrmSconti::PageRelease() { ReleaseAll(Subscriptions); }
+
+void FrmSconti::PageCaptions() {
+    Caption = LanguageTable(TitleLine);
+    for (int k = 0; k < Discounts; ++k) Label11[k].Caption = LanguageTable(DiscountLine) + " " + std::to_string(k + 1);
+    for (int k = Discounts; k < Amounts; ++k) Label11[k].Caption = LanguageTable(PreselectionLine + k - Discounts);
+}
+
+void FrmSconti::setDiscountBars(bool open) {
+    for (int k = 0; k < Discounts; ++k) HScroll1[k].Enabled = open;
+}
+
+void FrmSconti::HScroll1_Change(int Index) {
+    if (!Updating) amounts_.write(Index);
+}
+
+void FrmSconti::SLabel_Change(int n, ParamValue value) {
+    Updating = true;
+    if (CurrentBank == 0) show(n, value);
+    Updating = false;
+    if (AllAreFresh(DiscountRun) && ParamIsFresh(DecimalsParameter, 0)) EnableDiscountBars();
+}
+
+void FrmSconti::show(int n, ParamValue value) {
+    if (n == DecimalsParameter && DecimalsOf(value) != decimals_) {
+        decimals_ = DecimalsOf(value);
+        amounts_.redraw(decimals_);
+    }
+    amounts_.arrived(n, value, decimals_);
+}
+
+}  // namespace kestrel

@@ -1,0 +1,73 @@
+// Assignment of prices: which of the thirty prices each selection, or each sector, costs.
+// One page on two tables: FrmAssSel for the selections, FrmAssSet for the sectors.
+#pragma once
+
+#include <span>
+
+#include "link/page.h"
+#include "link/subscriptions.h"
+
+namespace kestrel {
+
+/// What differs between the two pages.
+struct AssignmentDesign {
+    enum class Numbering { Running, RowAndColumn };
+
+    const char* name;
+    int titleLine;
+    int captionLine;
+    Numbering numbering;
+    int rows;
+    int columns;      ///< in which the rows stand
+    int bank;         ///< of the rows
+    int parameter;    ///< of row 0: price number less 1
+    int shadow;       ///< of row 0
+    int gate;         ///< presence word of the rows' board, in bank 0
+    int rowsToOpen;   ///< so many of the first rows must be fresh to open the bars
+    bool gateIsDeaf;  ///< rows open by the gate alone, even while everything is at price 1
+    std::span<const ParamRun> subscriptions;
+};
+
+extern const AssignmentDesign FrmAssSel;
+extern const AssignmentDesign FrmAssSet;
+
+class PriceAssignment : public Page {
+  public:
+    static constexpr int MostRows = 48;
+
+    explicit PriceAssignment(const AssignmentDesign& design);
+
+    // Of each array, the first `rows` elements are in use.
+    ControlArray<Label, MostRows> Label11;       ///< captions
+    ControlArray<ScrollBar, MostRows> HScroll1;  ///< numbers of prices, 1 to 30
+    ControlArray<Label, MostRows> Label1;        ///< numbers as the board holds them
+
+    Layout Arrange() override;
+    void Form_Load() override;
+    void Form_Activate() override;
+    void Form_Unload() override;
+    void SLabel_Change(int n, ParamValue value) override;
+
+  private:
+    void PageSubscribe();
+    void PageRelease();
+    void PageCaptions();
+    void EnableRows();
+    void DisableRows();
+    void EnableBars();
+    void DisableBars();
+    void setBars(bool open);
+    void followGate();
+    void show(int n, ParamValue value);
+    void openWhenFresh();
+    bool enoughRowsAreFresh() const;
+    bool allAtPriceOne() const;
+    void HScroll1_Change(int Index);
+
+    const AssignmentDesign& design_;
+    int gate_ = 255;            ///< presence word as it last came
+    unsigned saleOptions_ = 0;  ///< parameter 84 as it last came
+    bool neverOpened_ = true;   ///< the bars have not been opened by fresh values yet
+};
+
+}  // namespace kestrel

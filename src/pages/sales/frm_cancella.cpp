@@ -1,0 +1,94 @@
+// Clearing: orders the master to clear its sales data.
+// See frm_cancella.h.
+#include "pages/sales/frm_cancella.h"
+
+#include "link/fan_out.h"
+#include "link/identification.h"
+#include "link/value_helpers.h"
+#include "pages/common/confirmation.h"
+#include "shell/language_files.h"
+
+namespace kestrel {
+
+namespace {
+
+struct Clearing {
+    int line;          ///< of the button's caption
+    unsigned command;  ///< what the master is told
+};
+
+/// By index of the button.
+constexpr std::array<Clearing, 2> Clearings = {{{257, 1}, {259, 7}}};
+
+constexpr int CommandParameter = 4;
+constexpr int FirstRevisionOfSecond = 26;
+constexpr int ShortFrame = 2175;  ///< twips
+constexpr int TallFrame = 2895;   ///< twips
+constexpr int Steps = 20;
+
+constexpr int TitleLine = 21;
+constexpr int DoneLine = 258;
+
+}  // namespace
+
+FrmCancella::FrmCancella() : Page("FrmCancella") {
+    lbrInfo.PositionMax = Steps;
+    mnuClose.Caption = "Close";
+    cmdCancella.OnClick([this](int Index) { cmdCancella_Click(Index); });
+    mnuClose.OnClick([this] { UnloadPageLater(*this); });
+    Timer1.OnTimer([this] { Timer1_Timer(); });
+}
+
+Layout FrmCancella::Arrange() {
+    return Column{
+        Group(Frame1, Column{cmdCancella[0], cmdCancella[1]}),
+        lbrInfo,
+        lblInfo,
+        Row{Gap(), mnuClose},
+    };
+}
+
+void FrmCancella::Form_Load() {
+    Timer1.Enabled = false;
+    lbrInfo.Visible = false;
+    const bool second = BoardRevision() >= FirstRevisionOfSecond;
+    cmdCancella[1].Visible = second;
+    Frame1.Height = second ? TallFrame : ShortFrame;
+    PageCaptions();
+    CenterPage(*this);
+}
+
+void FrmCancella::Form_Activate() { PageCaptions(); }
+
+void FrmCancella::Form_Unload() { Timer1.Enabled = false; }
+
+void FrmCancella::PageCaptions() {
+    Caption = LanguageTable(TitleLine);
+    for (int i = 0; i < cmdCancella.size(); ++i)
+        cmdCancella[i].Caption = LanguageTable(Clearings[static_cast<std::size_t>(i)].line);
+    lblInfo.Caption = "";
+}
+
+void FrmCancella::cmdCancella_Click(int Index) {
+    if (!ConfirmClearing()) return;
+    CurrentBank = 0;
+    ParamWrite(CommandParameter, Clearings[static_cast<std::size_t>(Index)].command);
+    Timer1.Enabled = true;
+    lbrInfo.Visible = true;
+    lbrInfo.Position = 0;
+    cmdCancella[Index].Enabled = false;
+    lblInfo.Caption = "";
+}
+
+/// Only the first button is given back; the second stays grey until the page is opened anew.
+void FrmCancella::Timer1_Timer() {
+    lbrInfo.Position = lbrInfo.Position + 1;
+    if (lbrInfo.Position < Steps) return;
+    Timer1.Enabled = false;
+    lblInfo.Caption = LanguageTable(DoneLine);
+    cmdCancella[0].Enabled = true;
+}
+
+void FrmCancella::SLabel_Change(int /*n*/, ParamValue /*value*/) {}
+
+}  // namespace kestrel

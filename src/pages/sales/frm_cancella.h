@@ -1,0 +1,33 @@
+// Clearing: orders the master to clear its sales data, and shows two seconds of waiting.
+// The page asks the board for nothing and waits for no word from it.
+#pragma once
+
+#include "link/page.h"
+#include "platform/displays.h"
+
+namespace kestrel {
+
+class FrmCancella : public Page {
+  public:
+    FrmCancella();
+
+    Frame Frame1;
+    ControlArray<CommandButton, 2> cmdCancella;  ///< sales data; those that cannot be cleared otherwise
+    LedBar lbrInfo;                              ///< time gone by
+    Label lblInfo;                               ///< closing message
+    CommandButton mnuClose;                      ///< closes the page
+    Timer Timer1{100};                           ///< milliseconds; one step of the bar
+
+    Layout Arrange() override;
+    void Form_Load() override;
+    void Form_Activate() override;
+    void Form_Unload() override;
+    void SLabel_Change(int n, ParamValue value) override;
+
+  private:
+    void PageCaptions();
+    void cmdCancella_Click(int Index);
+    void Timer1_Timer();
+};
+
+}  // namespace kestrel

@@ -1,0 +1,74 @@
+// MDB audit: six running amounts of the MDB payment system.
+// See frm_mdb_audit.h.
+#include "pages/sales/frm_mdb_audit.h"
+
+#include "link/subscriptions.h"
+#include "link/value_helpers.h"
+#include "pages/common/confirmation.h"
+#include "shell/language_files.h"
+
+namespace kestrel {
+
+namespace {
+
+constexpr int FirstAmount = 193;
+constexpr std::array<ParamRun, 1> Subscriptions = {{{0, FirstAmount, FirstAmount + FrmMDBaudit::Amounts - 1}}};
+
+constexpr int TitleLine = 44;
+constexpr int AmountLine = 247;  ///< of the first caption; the others follow
+constexpr int Command1Line = 253;
+
+}  // namespace
+
+FrmMDBaudit::FrmMDBaudit() : Page("FrmMDBaudit") {
+    for (Label& label : Label2) label.showsValue("4294967295");
+    Command1.OnClick([this] { Command1_Click(); });
+    Timer1.OnTimer([this] { Timer1_Timer(); });
+}
+
+Layout FrmMDBaudit::Arrange() { return Column{Rows(Indexes(0, Amounts - 1), Label1, Label2), Row{Gap(), Command1}}; }
+
+void FrmMDBaudit::Form_Load() {
+    PageSubscribe();
+    PageCaptions();
+    CenterPage(*this);
+    Timer1.Enabled = true;
+}
+
+void FrmMDBaudit::Form_Activate() { PageCaptions(); }
+
+void FrmMDBaudit::Form_Unload() {
+    PageRelease();
+    Timer1.Enabled = false;
+}
+
+void FrmMDBaudit::PageSubscribe() { WatchAll(Subscriptions); }
+
+void FrmMDBaudit::PageRelease() { ReleaseAll(Subscriptions); }
+
+void FrmMDBaudit::PageCaptions() {
+    Caption = LanguageTable(TitleLine);
+    for (int i = 0; i < Amounts; ++i) Label1[i].Caption = LanguageTable(AmountLine + i);
+    Command1.Caption = LanguageTable(Command1Line);
+}
+
+void FrmMDBaudit::Timer1_Timer() {
+    PageRelease();
+    PageSubscribe();
+}
+
+void FrmMDBaudit::Command1_Click() {
+    if (!ConfirmClearing()) return;
+    Command1.Enabled = false;
+    CurrentBank = 0;
+    for (int i = 0; i < Amounts; ++i) ParamWrite(FirstAmount + i, 0);
+}
+
+void FrmMDBaudit::SLabel_Change(int n, ParamValue value) {
+    const int i = n - FirstAmount;
+    if (CurrentBank == 0 && i >= 0 && i < Amounts) Label2[i].Caption = std::to_string(value);
+    // The first amount alone gives the button back.
+    if (ParamIsFresh(FirstAmount, 0)) Command1.Enabled = true;
+}
+
+}  // namespace kestrel

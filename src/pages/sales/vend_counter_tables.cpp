@@ -1,0 +1,77 @@
+// The five pages of counters as tables.
+// Free, jug and test vends have no texts in the language files: those pages stay as they were drawn.
+#include <array>
+
+#include "pages/common/sector_names.h"
+#include "pages/sales/vend_counters.h"
+
+namespace kestrel {
+
+namespace {
+
+using Kind = CounterBlock::Kind;
+using Numbering = CounterTexts::Numbering;
+
+constexpr int Selections = 18;
+constexpr int SelectionColumns = 2;  ///< the nine keys, and the same with preselection beside them
+
+constexpr CounterTexts SelectionsAsDrawn = {Numbering::Running, "Bev.", 0, "Bevande", 0};
+/// The captions were never numbered: every sector reads as the last one.
+constexpr CounterTexts SectorsAsDrawn = {Numbering::None, "Set. 68", 0, "Settori", 0};
+
+constexpr CounterBlock selections(int parameter, CounterBlock::Labels values, const CounterTexts& texts) {
+    constexpr int All = Selections;
+    return {Kind::Selections, 1, parameter, All, All, All, SelectionColumns, values, &VendCounters::Label1, 0, texts};
+}
+
+constexpr CounterBlock sectors(int parameter, const CounterTexts& texts) {
+    constexpr int All = SectorCount;
+    return {Kind::Sectors,         2, parameter, All, All, All, SectorColumns, &VendCounters::Label4,
+            &VendCounters::Label2, 0, texts};
+}
+
+/// The counters of the plus preselections are kept fresh, and shown nowhere.
+constexpr CounterBlock Preselections = {.kind = Kind::Preselections,
+                                        .bank = 0,
+                                        .parameter = 169,
+                                        .watched = 8,
+                                        .shown = 4,
+                                        .rows = 4,
+                                        .columns = 1,
+                                        .values = &VendCounters::Label1,
+                                        .captions = &VendCounters::Label11,
+                                        .firstLabel = 30,
+                                        .texts = {Numbering::OwnLines, "", 227, "", 226}};
+
+/// Sixteen rows were drawn; nine of them count.
+constexpr CounterBlock Coins = {.kind = Kind::Coins,
+                                .bank = 0,
+                                .parameter = 177,
+                                .watched = 9,
+                                .shown = 9,
+                                .rows = 16,
+                                .columns = 2,
+                                .values = &VendCounters::Label2,
+                                .captions = &VendCounters::Label1,
+                                .firstLabel = 0,
+                                .texts = {Numbering::Running, "Contatore moneta", 245, "", 0}};
+
+constexpr std::array PaidBlocks = {Preselections,
+                                   selections(1216, &VendCounters::Label3, {Numbering::Running, "", 224, "", 222}),
+                                   sectors(71, {Numbering::RowAndColumn, "", 225, "", 223})};
+constexpr std::array FreeBlocks = {selections(1234, &VendCounters::Label3, SelectionsAsDrawn),
+                                   sectors(119, SectorsAsDrawn)};
+constexpr std::array JugBlocks = {selections(1252, &VendCounters::Label2, SelectionsAsDrawn)};
+constexpr std::array TestBlocks = {selections(1270, &VendCounters::Label3, SelectionsAsDrawn),
+                                   sectors(167, SectorsAsDrawn)};
+constexpr std::array CoinBlocks = {Coins};
+
+}  // namespace
+
+constexpr CounterDesign FrmBattute = {"FrmBattute", "", 16, PaidBlocks};
+constexpr CounterDesign FrmGratis = {"FrmGratis", "Gratis", 0, FreeBlocks};
+constexpr CounterDesign FrmBricco = {"FrmBricco", "Bricco", 0, JugBlocks};
+constexpr CounterDesign FrmProva = {"FrmProva", "Prova", 0, TestBlocks};
+constexpr CounterDesign FrmMonete = {"FrmMonete", "", 20, CoinBlocks};
+
+}  // namespace kestrel

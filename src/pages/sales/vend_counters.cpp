@@ -1,0 +1,134 @@
+// Counters: what all the pages do.
+// See vend_counters.h; the tables of the pages stand in vend_counter_tables.cpp.
+#include "pages/sales/vend_counters.h"
+
+#include "link/subscriptions.h"
+#include "link/value_helpers.h"
+#include "pages/common/sector_names.h"
+#include "shell/language_files.h"
+
+namespace kestrel {
+
+namespace {
+
+constexpr const char* LongestCount = "4294967295";
+
+ParamRun watchedRun(const CounterBlock& block) {
+    return {block.bank, block.parameter, block.parameter + block.watched - 1};
+}
+
+std::string captionText(const CounterBlock& block, int row) {
+    const CounterTexts& texts = block.texts;
+    const bool keepsDesign = texts.captionLine == 0 || row >= block.shown;
+    const std::string text = keepsDesign ? texts.caption : LanguageTable(texts.captionLine);
+    switch (texts.numbering) {
+        case CounterTexts::Numbering::Running:
+            return text + " " + std::to_string(row + 1);
+        case CounterTexts::Numbering::RowAndColumn:
+            return text + " " + RowAndColumn(row);
+        case CounterTexts::Numbering::OwnLines:
+            return LanguageTable(texts.captionLine + row);
+        case CounterTexts::Numbering::None:
+            break;
+    }
+    return text;
+}
+
+}  // namespace
+
+VendCounters::VendCounters(const CounterDesign& design) : Page(design.name), design_(design) {
+    for (const CounterBlock& block : design_.blocks)
+        for (int row = 0; row < block.rows; ++row) value(block, row).showsValue(LongestCount);
+    Timer1.OnTimer([this] { Timer1_Timer(); });
+}
+
+Frame* VendCounters::frameOf(CounterBlock::Kind kind) {
+    switch (kind) {
+        case CounterBlock::Kind::Selections:
+            return &Frame1;
+        case CounterBlock::Kind::Sectors:
+            return &Frame2[0];
+        case CounterBlock::Kind::Preselections:
+            return &Frame3;
+        case CounterBlock::Kind::Coins:
+            break;
+    }
+    return nullptr;
+}
+
+/// Sectors run along their rows, as in the machine; the others run down their columns.
+Layout VendCounters::arrangeBlock(const CounterBlock& block) {
+    const int length = block.rows / block.columns;
+    std::vector<Layout> cells;
+    for (int line = 0; line < length; ++line)
+        for (int column = 0; column < block.columns; ++column) {
+            const bool alongRows = block.kind == CounterBlock::Kind::Sectors;
+            const int row = alongRows ? line * block.columns + column : column * length + line;
+            cells.emplace_back(caption(block, row));
+            cells.emplace_back(value(block, row));
+        }
+    Layout grid = Grid(2 * block.columns, std::move(cells));
+    Frame* frame = frameOf(block.kind);
+    return frame ? Group(*frame, std::move(grid)) : grid;
+}
+
+/// Sectors below all others, and selections left of preselections.
+Layout VendCounters::Arrange() {
+    Layout above(Layout::Kind::Row);
+    Layout page(Layout::Kind::Column);
+    for (const CounterBlock& block : design_.blocks) {
+        const bool sectors = block.kind == CounterBlock::Kind::Sectors;
+        std::vector<Layout>& children = sectors ? page.children : above.children;
+        children.insert(children.begin(), arrangeBlock(block));
+    }
+    page.children.insert(page.children.begin(), above);
+    return page;
+}
+
+void VendCounters::Form_Load() {
+    PageSubscribe();
+    PageCaptions();
+    CenterPage(*this);
+    Timer1.Enabled = true;
+}
+
+void VendCounters::Form_Activate() { PageCaptions(); }
+
+void VendCounters::Form_Unload() {
+    PageRelease();
+    Timer1.Enabled = false;
+}
+
+void VendCounters::PageSubscribe() {
+    for (const CounterBlock& block : design_.blocks) WatchAll(std::array{watchedRun(block)});
+}
+
+void VendCounters::PageRelease() {
+    for (const CounterBlock& block : design_.blocks) ReleaseAll(std::array{watchedRun(block)});
+}
+
+void VendCounters::PageCaptions() {
+    Caption = design_.titleLine == 0 ? design_.title : LanguageTable(design_.titleLine);
+    for (const CounterBlock& block : design_.blocks) captionBlock(block);
+}
+
+void VendCounters::captionBlock(const CounterBlock& block) {
+    if (Frame* frame = frameOf(block.kind))
+        frame->Caption = block.texts.frameLine == 0 ? block.texts.frame : LanguageTable(block.texts.frameLine);
+    for (int row = 0; row < block.rows; ++row) caption(block, row).Caption = captionText(block, row);
+}
+
+void VendCounters::Timer1_Timer() {
+    PageRelease();
+    PageSubscribe();
+}
+
+void VendCounters::SLabel_Change(int n, ParamValue number) {
+    for (const CounterBlock& block : design_.blocks) {
+        const int row = n - block.parameter;
+        if (CurrentBank == block.bank && row >= 0 && row < block.shown)
+            value(block, row).Caption = std::to_string(number);
+    }
+}
+
+}  // namespace kestrel

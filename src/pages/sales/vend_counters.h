@@ -1,0 +1,92 @@
+// Counters: blocks of numbers that the boards count, each under its own caption.
+// One page on five tables: paid, free, jug and test vends, and coins. It only reads, and scales nothing.
+#pragma once
+
+#include <span>
+
+#include "link/page.h"
+
+namespace kestrel {
+
+class VendCounters;
+
+/// Words of a block. A line of 0 keeps the text of the design.
+struct CounterTexts {
+    enum class Numbering { Running, RowAndColumn, OwnLines, None };
+
+    Numbering numbering;
+    const char* caption;  ///< text at design time, and for good in rows that show nothing
+    int captionLine;
+    const char* frame;
+    int frameLine;
+};
+
+/// Consecutive counters of one bank, and the labels that show them.
+struct CounterBlock {
+    enum class Kind { Selections, Sectors, Preselections, Coins };
+    static constexpr int MostRows = 48;
+    using Labels = ControlArray<Label, MostRows> VendCounters::*;
+
+    Kind kind;
+    int bank;
+    int parameter;  ///< of the first counter
+    int watched;    ///< counters that are kept fresh
+    int shown;      ///< counters that reach a label
+    int rows;       ///< rows on the page; those beyond the shown ones stay empty
+    int columns;    ///< in which the rows stand
+    Labels values;
+    Labels captions;
+    int firstLabel;  ///< index of the first row in both arrays
+    CounterTexts texts;
+};
+
+/// What differs between the pages. Blocks stand in the order in which they are subscribed.
+struct CounterDesign {
+    const char* name;
+    const char* title;
+    int titleLine;  ///< or 0: it keeps its design text
+    std::span<const CounterBlock> blocks;
+};
+
+extern const CounterDesign FrmBattute;  ///< paid vends
+extern const CounterDesign FrmGratis;   ///< free vends
+extern const CounterDesign FrmBricco;   ///< jug vends
+extern const CounterDesign FrmProva;    ///< test vends
+extern const CounterDesign FrmMonete;   ///< coins
+
+class VendCounters : public Page {
+  public:
+    explicit VendCounters(const CounterDesign& design);
+
+    Frame Frame1;                   ///< selections
+    ControlArray<Frame, 1> Frame2;  ///< sectors
+    Frame Frame3;                   ///< preselections
+    // Which labels are in use, and what for, is the page's table's matter.
+    ControlArray<Label, CounterBlock::MostRows> Label1;
+    ControlArray<Label, CounterBlock::MostRows> Label2;
+    ControlArray<Label, CounterBlock::MostRows> Label3;
+    ControlArray<Label, CounterBlock::MostRows> Label4;
+    ControlArray<Label, CounterBlock::MostRows> Label11;
+    Timer Timer1{15000};  ///< milliseconds; has the counters read again
+
+    Layout Arrange() override;
+    void Form_Load() override;
+    void Form_Activate() override;
+    void Form_Unload() override;
+    void SLabel_Change(int n, ParamValue value) override;
+
+  private:
+    void PageSubscribe();
+    void PageRelease();
+    void PageCaptions();
+    void Timer1_Timer();
+    Frame* frameOf(CounterBlock::Kind kind);
+    Label& value(const CounterBlock& block, int row) { return (this->*block.values)[block.firstLabel + row]; }
+    Label& caption(const CounterBlock& block, int row) { return (this->*block.captions)[block.firstLabel + row]; }
+    Layout arrangeBlock(const CounterBlock& block);
+    void captionBlock(const CounterBlock& block);
+
+    const CounterDesign& design_;
+};
+
+}  // namespace kestrel

@@ -1,0 +1,153 @@
+// In/Out test: opening and closing, start and stop of the test, and what the master reports.
+// See frm_in_out.h; the two slave boards have files of their own.
+#include "pages/test/frm_in_out.h"
+
+#include <array>
+
+#include "link/presence.h"
+#include "link/subscriptions.h"
+#include "link/value_helpers.h"
+#include "pages/common/lamp_runs.h"
+
+namespace kestrel {
+
+namespace {
+
+constexpr int Inputs = 249;
+constexpr int PageOpenMarker = 368;
+constexpr int PageWord = 369;  ///< its value is never looked at
+
+constexpr unsigned PageIsOpen = 255;
+constexpr unsigned PageIsClosed = 0;
+
+/// The one bit of the master's inputs that stands apart, then five in a row; the other two mean nothing.
+constexpr std::array<LampRun, 2> InputLamps = {{{Inputs, 1, 1, 0}, {Inputs, 3, 5, 1}}};
+
+constexpr std::array<ParamRun, 11> Subscriptions = {{
+    {0, SectorPresence},
+    {0, HotDrinkPresence},
+    {0, Inputs},
+    {0, PageWord},
+    {alder::Bank, alder::Inputs1, alder::OutputEcho + alder::MailboxBytes - 1},
+    {alder::Bank, alder::BoilerReading},
+    {alder::Bank, alder::TestState},
+    {cedar::Bank, cedar::GroupEcho, cedar::BitEcho},
+    {cedar::Bank, cedar::TankReading},
+    {cedar::Bank, cedar::TestState},
+    {cedar::Bank, cedar::ReadingOffset},
+}};
+
+/// More than was subscribed to: releasing what nobody watches changes nothing.
+constexpr std::array<ParamRun, 10> Releases = {{
+    {0, HotDrinkPresence, SectorPresence},
+    {0, Inputs},
+    {0, PageOpenMarker},
+    {0, PageWord},
+    {alder::Bank, alder::BoilerReading, alder::TestState},
+    {alder::Bank, alder::Command, alder::Mailbox + alder::MailboxBytes - 1},
+    {cedar::Bank, cedar::TankReading, cedar::TestState},
+    {cedar::Bank, cedar::GroupMailbox},
+    {cedar::Bank, cedar::BitMailbox},
+    {cedar::Bank, cedar::ReadingOffset},
+}};
+
+}  // namespace
+
+FrmInOut::FrmInOut() : Page("FrmInOut") {
+    Command1.OnClick([this] { Command1_Click(); });
+    SwitchLed1.OnClick([this](int Index) { SwitchLed1_Click(Index); });
+    SwitchLed3.OnClick([this](int Index) { SwitchLed3_Click(Index); });
+    SwitchLed4.OnClick([this] { SwitchLed4_Click(); });
+    Timer1.OnTimer([this] { Timer1_Timer(); });
+    nameRows();
+}
+
+void FrmInOut::Form_Load() {
+    DisableSwitches();
+    CurrentBank = 0;
+    ParamWrite(PageOpenMarker, PageIsOpen);
+    PageSubscribe();
+    PageCaptions();
+    CenterPage(*this);
+}
+
+void FrmInOut::Form_Activate() { PageCaptions(); }
+
+/// The boards are left in test mode: they fall out of it when their time runs out.
+void FrmInOut::Form_Unload() {
+    CurrentBank = 0;
+    ParamWrite(PageOpenMarker, PageIsClosed);
+    ParamWrite(PageWord, PageIsClosed);
+    PageRelease();
+    Timer1.Enabled = false;
+}
+
+void FrmInOut::PageSubscribe() { WatchAll(Subscriptions); }
+
+void FrmInOut::PageRelease() { ReleaseAll(Releases); }
+
+void FrmInOut::SLabel_Change(int n, ParamValue value) {
+    Updating = true;
+    if (CurrentBank == 0) masterChanged(n, value);
+    if (CurrentBank == alder::Bank) alderChanged(n, value);
+    if (CurrentBank == cedar::Bank) cedarChanged(n, value);
+    Updating = false;
+}
+
+void FrmInOut::masterChanged(int n, ParamValue value) {
+    ShowLamps(LedX1, InputLamps, LitBy::ClearBits, n, value);
+    if (n == SectorPresence && value != CedarPresence) {
+        CedarPresence = value;
+        if (SaysPresent(value)) {
+            EnableCedarFrame();
+        } else {
+            DisableCedarFrame();
+            CedarInTest = true;
+        }
+        presenceChanged();
+    }
+    if (n == HotDrinkPresence && value != AlderPresence) {
+        AlderPresence = value;
+        if (SaysPresent(value)) {
+            EnableAlderFrame();
+        } else {
+            DisableAlderFrame();
+            AlderInTest = true;
+        }
+        presenceChanged();
+    }
+}
+
+void FrmInOut::presenceChanged() { Command1.Enabled = SaysPresent(CedarPresence) || SaysPresent(AlderPresence); }
+
+void FrmInOut::Command1_Click() {
+    Command1.Enabled = false;
+    const unsigned time = TestActive ? TestTimeStop : TestTimeRun;
+    writeAlderTestTime(time);
+    writeCedarTestTime(time);
+}
+
+/// The test begins when the last present board reports it and ends when the first one drops it.
+void FrmInOut::TestStateReported() {
+    const bool active = AlderInTest && CedarInTest;
+    if (active == TestActive) return;
+    Command1.Enabled = true;
+    TestActive = active;
+    ShowTestState();
+    setSwitches(active);
+}
+
+void FrmInOut::Timer1_Timer() {
+    EnableSwitches();
+    Timer1.Enabled = false;
+    PendingEcho = {};
+    PendingCompressor = false;
+}
+
+void FrmInOut::setSwitches(bool live) {
+    for (LedSwitch& output : SwitchLed1) output.Enabled = live;
+    for (LedSwitch& output : SwitchLed3) output.Enabled = live;
+    SwitchLed4.Enabled = live;
+}
+
+}  // namespace kestrel

@@ -1,0 +1,169 @@
+// In/Out test, the Cedar board: tank reading, compressor, and forty-eight outputs of which one at a time is on.
+// See frm_in_out.h.
+#include <bit>
+#include <cmath>
+
+#include "link/presence.h"
+#include "pages/common/lamp_runs.h"
+#include "pages/common/mailbox.h"
+#include "pages/test/frm_in_out.h"
+
+namespace kestrel {
+
+namespace {
+
+constexpr int CompressorBit = 7;
+constexpr unsigned CompressorMask = 1U << CompressorBit;
+constexpr unsigned GroupMask = 0x3F;
+constexpr int NoGroup = 6;
+constexpr unsigned BitMask = 0xFF;
+constexpr int NoBit = 8;
+
+/// A correction of 0 is stored as 5.
+constexpr int OffsetOfZero = 5;
+
+int lowestBit(ParamValue value, unsigned mask, int none) {
+    const unsigned bits = static_cast<unsigned>(value) & mask;
+    return bits == 0 ? none : std::countr_zero(bits);
+}
+
+}  // namespace
+
+void FrmInOut::EnableCedarFrame() {
+    setCedarFrame(true);
+    if (!TestActive) return;
+    for (LedSwitch& output : SwitchLed3) output.Enabled = true;
+    SwitchLed4.Enabled = true;
+}
+
+void FrmInOut::DisableCedarFrame() {
+    setCedarFrame(false);
+    for (LedSwitch& output : SwitchLed3) output.Enabled = false;
+    SwitchLed4.Enabled = false;
+}
+
+void FrmInOut::setCedarFrame(bool live) {
+    Frame3.Enabled = live;
+    for (Label& caption : Label5) caption.Enabled = live;
+    Label8.Enabled = live;
+    Label2.Enabled = live;
+}
+
+void FrmInOut::cedarChanged(int n, ParamValue value) {
+    switch (n) {
+        case cedar::ReadingOffset:
+            CedarOffset = value - OffsetOfZero;
+            break;
+        case cedar::GroupMailbox:
+        case cedar::BitMailbox:
+            cedarMailboxChanged();
+            break;
+        case cedar::TankReading:
+            cedarReading(value);
+            break;
+        case cedar::GroupEcho:
+            CedarGroupNew = value;
+            break;
+        case cedar::BitEcho:
+            cedarEcho(value);
+            break;
+        case cedar::TestState:
+            CedarInTest = HasBit(value, TestModeBit);
+            TestStateReported();
+            break;
+        default:
+            break;
+    }
+}
+
+void FrmInOut::cedarMailboxChanged() {
+    if (CedarHandshake == command::None) return;
+    if (CedarHandshake == command::TestTime && !ParamIsFresh(cedar::GroupMailbox, cedar::Bank)) return;
+    if (CedarHandshake == command::Outputs && !(BoardHasTaken(cedar::Bank, cedar::GroupMailbox, cedarSent_[0]) &&
+                                                BoardHasTaken(cedar::Bank, cedar::BitMailbox, cedarSent_[1])))
+        return;
+    CurrentBank = cedar::Bank;
+    ParamWrite(cedar::Command, CedarHandshake);
+    CedarHandshake = command::None;
+}
+
+/// The reading has a fraction in its low byte and, with the correction, a sign in its high byte.
+void FrmInOut::cedarReading(ParamValue value) {
+    constexpr double Fraction = 256.0;
+    constexpr int SignFrom = 128;
+    constexpr int Turn = 256;
+    if (ParamIsFresh(cedar::ReadingOffset, cedar::Bank)) {
+        CedarReading = std::nearbyint(static_cast<double>(value) / Fraction + static_cast<double>(CedarOffset));
+        if (CedarReading >= SignFrom) CedarReading -= Turn;
+    }
+    iAnalogX2.Value = CedarReading;
+}
+
+/// Both echoes belong together; the pair is whole when the second one comes. The switches unlock on the first pair
+/// that repeats, not on the first that changes.
+void FrmInOut::cedarEcho(ParamValue bitByte) {
+    const bool repeated = bitByte == CedarBit && CedarGroupNew == CedarGroup;
+    CedarGroup = CedarGroupNew;
+    CedarBit = bitByte;
+    const int group = lowestBit(CedarGroup, GroupMask, NoGroup);
+    const int bit = lowestBit(CedarBit, BitMask, NoBit);
+    const int on = group < NoGroup && bit < NoBit ? group * OutputsPerByte + bit : NoOutput;
+    for (int i = 0; i < CedarOutputs; ++i) SwitchLed3[i].Active = i == on;
+    SwitchLed4.Active = HasBit(CedarGroup, CompressorBit);
+    if (!repeated || !(PendingEcho.back() || PendingCompressor)) return;
+    Timer1.Enabled = false;
+    PendingEcho.back() = false;
+    PendingCompressor = false;
+    EnableSwitches();
+}
+
+void FrmInOut::SwitchLed3_Click(int Index) {
+    if (Updating) return;
+    Updating = true;
+    PendingEcho.back() = true;
+    DisableSwitches();
+    Timer1.Enabled = true;
+    const unsigned compressor = static_cast<unsigned>(CedarGroup) & CompressorMask;
+    if (LastCedarOutput == Index) {
+        writeCedarOutput(compressor, 0);
+        LastCedarOutput = NoOutput;
+    } else {
+        writeCedarOutput(1U << (Index / OutputsPerByte) | compressor, 1U << (Index % OutputsPerByte));
+        LastCedarOutput = Index;
+    }
+    SwitchLed3[Index].Active = !SwitchLed3[Index].Active;
+    Updating = false;
+    writeAlderTestTime(TestTimeRun);
+}
+
+/// The output that is on stays on: its byte goes again with the new group byte.
+void FrmInOut::SwitchLed4_Click() {
+    if (Updating) return;
+    Updating = true;
+    PendingCompressor = true;
+    DisableSwitches();
+    Timer1.Enabled = true;
+    const auto group = static_cast<unsigned>(CedarGroup);
+    writeCedarOutput(SwitchLed4.Active ? group | CompressorMask : group & ~CompressorMask,
+                     static_cast<unsigned>(CedarBit));
+    SwitchLed4.Active = !SwitchLed4.Active;
+    Updating = false;
+    writeAlderTestTime(TestTimeRun);
+}
+
+void FrmInOut::writeCedarOutput(unsigned group, unsigned bit) {
+    CurrentBank = cedar::Bank;
+    ParamWrite(cedar::GroupMailbox, group);
+    ParamWrite(cedar::BitMailbox, bit);
+    cedarSent_ = {group, bit};
+    CedarHandshake = command::Outputs;
+}
+
+void FrmInOut::writeCedarTestTime(unsigned time) {
+    if (!SaysPresent(CedarPresence)) return;
+    CurrentBank = cedar::Bank;
+    ParamWrite(cedar::GroupMailbox, time);
+    CedarHandshake = command::TestTime;
+}
+
+}  // namespace kestrel

@@ -1,0 +1,15 @@
+// How the toolkit's scroll bars (of lists and of pages larger than their window) are laid out and drawn.
+// A slim handle in a plain groove, without arrows.
+#pragma once
+
+#include <QStyleOptionSlider>
+
+class QPainter;
+
+namespace kestrel::qt {
+
+/// The handle, or the part of the groove before or after it; nothing for the arrows.
+QRect scrollBarPart(const QStyleOptionSlider& bar, QStyle::SubControl part);
+void drawScrollBar(const QStyleOptionSlider& bar, QPainter& painter);
+
+}  // namespace kestrel::qt

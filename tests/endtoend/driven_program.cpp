@@ -1,0 +1,91 @@
+// The program with somebody at its keyboard.
+// See driven_program.h.
+#include "driven_program.h"
+
+#include <QAction>
+#include <QMenu>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QTest>
+#include <QTimer>
+#include <csignal>
+#include <functional>
+#include <map>
+
+#include "link/link_engine.h"
+#include "pages/registry.h"
+#include "platform/platform.h"
+#include "platform/qt/deliver.h"
+#include "platform/qt/main_window_view.h"
+#include "platform/qt/program.h"
+#include "platform/qt/qt_platform.h"
+#include "platform/trouble.h"
+
+namespace kestrel::testing {
+
+namespace {
+
+constexpr int LookEveryMs = 5;
+
+qt::MainWindowView& window() { return dynamic_cast<qt::QtPlatform&>(platform()).mainWindow(); }
+
+bool isIdentifying() { return Link().LinkSetup && Link().Comm1 && Link().Comm1->PortOpen(); }
+bool isRunning() { return Link().Timer1.Enabled; }
+bool isBoxOpen() { return qobject_cast<QMessageBox*>(QApplication::activeModalWidget()) != nullptr; }
+
+/// Acts once, from the event loop, when it is time.
+void when(const std::function<bool()>& isTime, const std::function<void()>& act) {
+    auto* look = new QTimer(qApp);
+    QObject::connect(look, &QTimer::timeout, look, [=] {
+        if (!isTime()) return;
+        look->stop();
+        act();
+    });
+    look->start(LookEveryMs);
+}
+
+char letterOf(const QAction& entry) {
+    const QString text = entry.text();
+    return text[text.indexOf(u'&') + 1].toLatin1();
+}
+
+void leaveByKeys() {
+    const QAction& file = *window().menuBar()->actions().first();
+    const QAction& exit = *file.menu()->actions().last();
+    QTest::keyClick(&window(), letterOf(file), Qt::AltModifier);
+    QTest::keyClick(QApplication::activePopupWidget(), letterOf(exit));
+}
+
+void meetTrouble() {
+    when(isBoxOpen, [] { QTest::keyClick(QApplication::activeModalWidget(), Qt::Key_Return); });
+    qt::deliver([] { throw RunTimeError(error_number::Overflow, "Overflow"); });
+}
+
+void closeWindow() { window().close(); }
+void sendSignal() { std::raise(SIGTERM); }
+
+}  // namespace
+
+void runDriven(QApplication& application, const std::string& act, const std::string& directory,
+               const std::string& device) {
+    struct Cue {
+        std::function<bool()> isTime;
+        std::function<void()> act;
+    };
+    const std::map<std::string, Cue> cues = {
+        {"menu", {isRunning, leaveByKeys}},
+        {"close", {isRunning, closeWindow}},
+        {"close-identifying", {isIdentifying, closeWindow}},
+        {"signal-identifying", {isIdentifying, sendSignal}},
+        {"signal-in-box", {isBoxOpen, sendSignal}},
+        {"trouble", {isRunning, meetTrouble}},
+    };
+    when(cues.at(act).isTime, cues.at(act).act);
+    RegisterPages(AllPages());
+    Options options;
+    options.directory = directory;
+    options.devices = {{1, device}};
+    qt::runProgram(application, options);
+}
+
+}  // namespace kestrel::testing

@@ -1,0 +1,123 @@
+// Every way out of the program leaves the serial port free and starts the family's launcher exactly when it should.
+// A technician who cannot open the port again has to pull the adapter.
+#include <gtest/gtest.h>
+#include <signal.h>
+
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QProcess>
+#include <QSerialPort>
+#include <QTest>
+#include <ostream>
+
+#include "board_process.h"
+#include "driven_program.h"
+#include "installation.h"
+
+namespace kestrel::testing {
+namespace {
+
+constexpr int StartWithin = 8000;
+constexpr int EndWithin = 3000;
+
+bool isPortFree(const std::string& device) {
+    QSerialPort port;
+    port.setPortName(QString::fromStdString(std::filesystem::canonical(device)));
+    return port.open(QIODevice::ReadWrite);
+}
+
+class Exit : public ::testing::Test {
+  protected:
+    void startDriven(const char* act, BoardProcess& board) {
+        program.start(QCoreApplication::applicationFilePath(),
+                      {QLatin1String(DrivenArgument), QLatin1String(act),
+                       QString::fromStdString(installation.program()), QString::fromStdString(board.device())});
+    }
+    void startReal(BoardProcess& board) {
+        program.start(QStringLiteral(KESTREL_INSTALLATION "/kestrel"),
+                      {QStringLiteral("--directory"), QString::fromStdString(installation.program()),
+                       QStringLiteral("--com"), u"1="_qs + QString::fromStdString(board.device())});
+    }
+    /// Status of the program that has ended by itself, or -1.
+    int status(int within) {
+        const bool ended = QTest::qWaitFor([this] { return program.state() == QProcess::NotRunning; }, within) &&
+                           program.exitStatus() == QProcess::NormalExit;
+        if (!ended) program.kill();
+        program.waitForFinished();
+        return ended ? program.exitCode() : -1;
+    }
+    bool launcherRuns() {
+        return QTest::qWaitFor([this] { return installation.launcherRan(); }, 500);
+    }
+
+    Installation installation;
+    QProcess program;
+};
+
+struct WayOut {
+    const char* act;
+    QStringList board;  ///< more arguments of the board program
+    int status;
+    bool launcher;
+};
+
+void PrintTo(const WayOut& way, std::ostream* out) { *out << way.act; }
+
+class ExitByAct : public Exit, public ::testing::WithParamInterface<WayOut> {};
+
+TEST_P(ExitByAct, LeavesThePortFree) {
+    BoardProcess board(installation.program(), GetParam().board);
+    startDriven(GetParam().act, board);
+    EXPECT_EQ(status(StartWithin), GetParam().status) << program.readAllStandardError().toStdString();
+    EXPECT_TRUE(isPortFree(board.device()));
+    EXPECT_FALSE(board.exchanges().isEmpty()) << "the port had been in use";
+    EXPECT_EQ(launcherRuns(), GetParam().launcher);
+}
+
+const QStringList Healthy;
+const QStringList Slow{QStringLiteral("--fault"), QStringLiteral("slow=1")};
+const QStringList Alone{QStringLiteral("--no-hot-drink"), QStringLiteral("--no-sector")};
+
+INSTANTIATE_TEST_SUITE_P(Exit, ExitByAct,
+                         ::testing::Values(WayOut{"menu", Healthy, 0, true}, WayOut{"close", Healthy, 0, true},
+                                           WayOut{"close-identifying", Slow, 0, true},
+                                           WayOut{"signal-identifying", Slow, 0, false},
+                                           WayOut{"trouble", Healthy, 1, false}),
+                         [](const auto& row) { return QString::fromLatin1(row.param.act).remove(u'-').toStdString(); });
+
+TEST_F(Exit, BySignalWhileAMessageBoxIsOpen) {
+    BoardProcess board(installation.program());
+    startDriven("signal-in-box", board);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !board.exchanges().isEmpty(); }, StartWithin));
+    board.tell("silent 0 on");
+    EXPECT_EQ(status(StartWithin), 0);
+    EXPECT_TRUE(isPortFree(board.device()));
+    EXPECT_FALSE(launcherRuns());
+}
+
+TEST_F(Exit, WithoutALauncherEndsAllTheSame) {
+    installation.removeLauncher();
+    BoardProcess board(installation.program());
+    startDriven("close", board);
+    EXPECT_EQ(status(StartWithin), 0);
+    EXPECT_TRUE(isPortFree(board.device()));
+}
+
+class ExitBySignal : public Exit, public ::testing::WithParamInterface<int> {};
+
+TEST_P(ExitBySignal, LeavesThePortFree) {
+    BoardProcess board(installation.program(), Alone);
+    startReal(board);
+    const QStringList lastOfIdentification{QStringLiteral("identity"), QStringLiteral("18")};
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !board.exchanges(lastOfIdentification).isEmpty(); }, StartWithin));
+    kill(static_cast<pid_t>(program.processId()), GetParam());
+    EXPECT_EQ(status(EndWithin), 0);
+    EXPECT_TRUE(isPortFree(board.device()));
+    EXPECT_FALSE(launcherRuns()) << "who ends the session wants no new program";
+}
+
+INSTANTIATE_TEST_SUITE_P(Exit, ExitBySignal, ::testing::Values(SIGTERM, SIGINT, SIGHUP),
+                         [](const auto& row) { return std::string("Signal") + std::to_string(row.param); });
+
+}  // namespace
+}  // namespace kestrel::testing

@@ -1,0 +1,26 @@
+// An installation of a test's own: the files of the built one in a family directory that goes with the test.
+// Its launcher leaves a mark, so that a test sees whether it has been started.
+#pragma once
+
+#include <QTemporaryDir>
+#include <filesystem>
+
+namespace kestrel::testing {
+
+class Installation {
+  public:
+    Installation();
+
+    std::filesystem::path program() const { return family_ / "kestrel"; }
+    std::filesystem::path configuration(const std::string& programName) const {
+        return program() / (programName + ".ini");
+    }
+    void removeLauncher() const;
+    bool launcherRan() const;
+
+  private:
+    QTemporaryDir temporary_;
+    std::filesystem::path family_;
+};
+
+}  // namespace kestrel::testing

@@ -1,0 +1,62 @@
+// Serial days against a calendar that is counted day by day.
+// A wrong leap year would show every date of the machine's clock one day off.
+#include "link/dates.h"
+
+#include <gtest/gtest.h>
+
+#include "platform/trouble.h"
+
+namespace kestrel {
+namespace {
+
+int lastOf(int month, int year) {
+    switch (month) {
+        case 2:
+            return (year % 400 == 0) || (year % 4 == 0 && year % 100 != 0) ? 29 : 28;
+        case 4:
+        case 6:
+        case 9:
+        case 11:
+            return 30;
+        default:
+            return 31;
+    }
+}
+
+std::string written(int day, int month, int year) {
+    const auto two = [](int n) { return (n < 10 ? "0" : "") + std::to_string(n); };
+    return two(day) + "/" + two(month) + "/" + std::to_string(year);
+}
+
+TEST(DayNumber, FollowsTheCalendarFrom1900To2099AndBackToText) {
+    int expected = 2;  // 1 January 1900
+    for (int year = 1900; year <= 2099; ++year)
+        for (int month = 1; month <= 12; ++month)
+            for (int day = 1; day <= lastOf(month, year); ++day, ++expected) {
+                ASSERT_EQ(DayNumber(day, month, year), expected) << written(day, month, year);
+                ASSERT_EQ(FormatDayNumber(expected), written(day, month, year));
+            }
+    EXPECT_EQ(expected, 73051);  // 1 January 2100
+}
+
+TEST(DayNumber, KnownDays) {
+    const struct {
+        int day, month, year, number;
+    } cases[] = {{1, 1, 1900, 2},       {28, 2, 1900, 60},    {1, 3, 1900, 61},    {29, 2, 2000, 36585},
+                 {1, 3, 2000, 36586},   {29, 2, 2004, 38046}, {1, 3, 2004, 38047}, {1, 1, 2005, 38353},
+                 {31, 12, 2099, 73050}, {1, 3, 2100, 73110}};
+    for (const auto& c : cases) EXPECT_EQ(DayNumber(c.day, c.month, c.year), c.number) << c.day << "/" << c.year;
+}
+
+TEST(DayNumber, ADayThatItsMonthDoesNotHaveRunsOn) {
+    EXPECT_EQ(FormatDayNumber(DayNumber(31, 2, 2023)), "03/03/2023");
+    EXPECT_EQ(FormatDayNumber(DayNumber(31, 4, 2024)), "01/05/2024");
+}
+
+TEST(DayNumber, AMonthOutsideTheYearIsAnError) {
+    EXPECT_THROW(DayNumber(1, 0, 2024), RunTimeError);
+    EXPECT_THROW(DayNumber(1, 13, 2024), RunTimeError);
+}
+
+}  // namespace
+}  // namespace kestrel

@@ -1,0 +1,126 @@
+// The hydraulic schema: each bit on the lamp of its device, and nothing but looking.
+// The drawing itself is checked too: a lamp without a place in it would stand in a corner.
+#include "pages/test/frm_schema.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+#include "pages/test/frm_test_cedar.h"
+#include "support/bare_mirror.h"
+
+namespace kestrel {
+namespace {
+
+using testing::BareMirror;
+
+constexpr int No = -1;
+
+struct Word {
+    int parameter;
+    bool output;  ///< a set bit lights; else an input, which a clear bit lights
+    std::array<int, 8> lampOfBit;
+};
+constexpr Word Words[] = {
+    {1289, false, {0, 1, 2, 3, 4, 5, 6, 7}},        {1290, false, {8, No, 9, No, No, No, No, No}},
+    {1292, true, {0, 1, 2, 3, 4, 5, 6, 7}},         {1293, true, {8, 9, 10, 11, No, No, No, No}},
+    {1294, true, {12, 13, 14, 15, 16, 17, 18, 19}}, {1295, true, {20, 21, 22, No, No, No, No, No}}};
+
+template <std::size_t N>
+std::vector<int> lit(const ControlArray<Led, N>& lamps) {
+    std::vector<int> found;
+    for (int i = 0; i < lamps.size(); ++i)
+        if (lamps[i].Active) found.push_back(i);
+    return found;
+}
+
+TEST(FrmSchema, EachBitLightsTheLampOfItsDeviceAndNoOther) {
+    BareMirror mirror;
+    auto& page = mirror.load<FrmSchema>();
+    for (const Word& word : Words)
+        for (unsigned bit = 0; bit < 8; ++bit) {
+            const std::uint32_t one = 1U << bit;
+            mirror.arrive(1, word.parameter, word.output ? one : 255 & ~one);
+            const int lamp = word.lampOfBit[bit];
+            const std::vector<int> expected = lamp == No ? std::vector<int>{} : std::vector<int>{lamp};
+            EXPECT_EQ(lit(page.Led), word.output ? expected : std::vector<int>{}) << word.parameter << " bit " << bit;
+            EXPECT_EQ(lit(page.iLed), word.output ? std::vector<int>{} : expected) << word.parameter << " bit " << bit;
+            mirror.arrive(1, word.parameter, word.output ? 0 : 255);
+        }
+    EXPECT_TRUE(mirror.due().empty());
+}
+
+TEST(FrmSchema, OtherBanksAndOtherParametersLightNothing) {
+    BareMirror mirror;
+    auto& page = mirror.load<FrmSchema>();
+    for (int n = 1285; n < 1300; ++n) {
+        mirror.arrive(0, n, 0xA5);
+        mirror.arrive(2, n, 0xA5);
+    }
+    mirror.arrive(1, 1291, 0);
+    mirror.arrive(1, 1296, 255);
+    EXPECT_TRUE(lit(page.Led).empty());
+    EXPECT_TRUE(lit(page.iLed).empty());
+    EXPECT_EQ(page.iThermometerX1.Value, 0);
+}
+
+TEST(FrmSchema, GaugeAndFiguresShowTheSameReadingAndKeepItWhenOneIsTooLarge) {
+    BareMirror mirror;
+    auto& page = mirror.load<FrmSchema>();
+    const std::pair<std::uint32_t, double> readings[] = {{0, 0}, {97, 97}, {32767, 32767}, {32768, 32767}, {5, 5}};
+    for (const auto& [reading, shown] : readings) {
+        mirror.arrive(1, 1288, reading);
+        EXPECT_EQ(page.iThermometerX1.Value, shown);
+        EXPECT_EQ(page.iSevenSegmentAnalogX1.Value, shown);
+    }
+}
+
+TEST(FrmSchema, NamesDevicesAndReleasesWhatItWatched) {
+    BareMirror mirror;
+    auto& page = mirror.load<FrmSchema>();
+    EXPECT_EQ(page.Led[0].ToolTip.get(), "Water valve 1");
+    EXPECT_EQ(page.Led[22].ToolTip.get(), "Drain pump");
+    EXPECT_EQ(page.iLed[0].accessibleName(), "Boiler minimum level");
+    EXPECT_EQ(page.iLed[9].accessibleName(), "Waste bucket full");
+    EXPECT_EQ(page.Label1[0].Caption.get(), "Water inlet");
+    EXPECT_EQ(page.Label1[20].Caption.get(), "Waste bucket");
+    EXPECT_EQ(page.iThermometerX1.accessibleName(), "Boiler");
+
+    const auto watched = [] {
+        std::vector<int> found;
+        for (int n = 1; n < 1500; ++n)
+            if (ParamTable(1, n).Watchers > 0) found.push_back(n);
+        return found;
+    };
+    EXPECT_EQ(watched(), (std::vector<int>{1288, 1289, 1290, 1292, 1293, 1294, 1295}));
+    UnloadPage(page);
+    EXPECT_TRUE(watched().empty());
+    EXPECT_TRUE(mirror.due().empty());
+}
+
+/// Every control that stands on a drawing, against the elements of the drawing of that name.
+void expectPlaces(const Layout& layout) {
+    if (layout.kind == Layout::Kind::Canvas) {
+        const auto* picture = dynamic_cast<const Picture*>(layout.control);
+        ASSERT_NE(picture, nullptr);
+        std::ifstream file(std::filesystem::path(KESTREL_INSTALLATION) / "pictures" / (picture->drawing() + ".svg"));
+        std::stringstream drawing;
+        drawing << file.rdbuf();
+        for (const std::string& place : layout.places)
+            EXPECT_NE(drawing.str().find("id=\"" + place + "\""), std::string::npos)
+                << place << " in " << picture->drawing();
+        EXPECT_FALSE(layout.places.empty());
+    }
+    for (const Layout& child : layout.children) expectPlaces(child);
+}
+
+TEST(Drawings, HaveAPlaceForEveryControlThatStandsOnThem) {
+    BareMirror mirror;
+    expectPlaces(mirror.load<FrmSchema>().Arrange());
+    expectPlaces(mirror.load<FrmTestCedar>().Arrange());
+}
+
+}  // namespace
+}  // namespace kestrel

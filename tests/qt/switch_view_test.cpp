@@ -1,0 +1,141 @@
+// Switches, buttons and click zones: each user's action reaches the model once, and what the page then sets is shown.
+#include <QMenu>
+
+#include "platform/qt/gesture.h"
+#include "platform/qt/slider_view.h"
+#include "platform/switches.h"
+#include "view_fixture.h"
+
+namespace kestrel::qt::testing {
+namespace {
+
+class Switches : public ViewTest {
+  protected:
+    Switches() {
+        slider.PositionLabels = "Off, On, Auto";
+        many.PositionLabels = "1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16";
+        rotary.PositionLabels = "0, 1, 2, 3, 4";
+        for (SteppedSwitch* each : std::initializer_list<SteppedSwitch*>{&slider, &many, &rotary}) {
+            each->Position = 1;
+            each->OnPositionChangeUser([this, each] { positions.push_back(each->Position); });
+        }
+        const auto count = [this] { ++clicks; };
+        toggle.OnClick(count);
+        led.OnClick(count);
+        button.OnClick(count);
+        zone.Caption = "key";
+        zone.OnClick(count);
+        button.Caption = "Start & stop";
+        show([this] { return Column{slider, many, rotary, Row{toggle, led, button, zone}, other}; });
+    }
+    void click(Control& control, double part = 0.5) const {
+        QWidget& widget = widgetOf(control);
+        QTest::mouseClick(&widget, Qt::LeftButton, {}, {static_cast<int>(widget.width() * part), widget.height() / 2});
+    }
+
+    SliderSwitch slider, many;
+    RotarySwitch rotary;
+    ToggleSwitch toggle;
+    LedSwitch led;
+    CommandButton button, other;
+    Label zone;
+    std::vector<int> positions;
+    int clicks = 0;
+};
+
+using Positions = std::vector<int>;
+
+TEST_F(Switches, ChooseALabelledPositionByOneClick) {
+    click(slider, 0.9);
+    EXPECT_EQ(positions, Positions{2});
+    click(slider, 0.9);
+    EXPECT_EQ(positions, Positions{2}) << "already there";
+    click(slider, 0.1);
+    EXPECT_EQ(positions, (Positions{2, 0}));
+}
+
+TEST_F(Switches, StepByKeysAsOneGesture) {
+    for (SteppedSwitch* each : std::initializer_list<SteppedSwitch*>{&slider, &many, &rotary}) {
+        positions.clear();
+        QWidget& widget = widgetOf(*each);
+        widget.setFocus();
+        for (const Qt::Key key : {Qt::Key_Right, Qt::Key_Up, Qt::Key_Left}) QTest::keyClick(&widget, key);
+        QTest::keyClick(&widget, Qt::Key_End);
+        EXPECT_EQ(positions, Positions());
+        leave(widget);
+        EXPECT_EQ(positions, Positions{each->top()});
+    }
+}
+
+TEST_F(Switches, StepByTheArrowsOfACompactSwitchAsOneGesture) {
+    widgetOf(many).setFocus();
+    click(many, 0.95);
+    click(many, 0.95);
+    click(many, 0.05);
+    QTest::qWait(Gesture::SettleTime + 60);
+    EXPECT_EQ(positions, Positions{2});
+}
+
+TEST_F(Switches, OfferAllPositionsInAMenu) {
+    click(many, 0.5);
+    auto* menu = widgetOf(many).findChild<QMenu*>();
+    ASSERT_NE(menu, nullptr);
+    ASSERT_EQ(menu->actions().size(), 16);
+    EXPECT_TRUE(menu->actions()[1]->isChecked());
+    menu->actions()[11]->trigger();
+    menu->close();
+    EXPECT_EQ(positions, Positions{11});
+}
+
+TEST_F(Switches, TurnTheKnobAndWriteOnce) {
+    QWidget& knob = widgetOf(rotary);
+    const QPoint centre(knob.height() / 2, knob.height() / 2);
+    QTest::mousePress(&knob, Qt::LeftButton, {}, centre + QPoint(-8, 0));
+    QTest::mouseMove(&knob, centre + QPoint(0, -8));
+    QTest::mouseMove(&knob, centre + QPoint(8, 8));
+    EXPECT_EQ(positions, Positions());
+    QTest::mouseRelease(&knob, Qt::LeftButton, {}, centre + QPoint(8, 8));
+    EXPECT_EQ(positions, Positions{4});
+}
+
+TEST_F(Switches, ShowAPositionThatNoLabelStandsForAndComeBackFromIt) {
+    slider.Position = 9;
+    EXPECT_TRUE(viewOf(slider).spokenValue().contains(u'9'));
+    EXPECT_EQ(slider.Position.get(), 9) << "the view changes nothing by itself";
+    widgetOf(slider).setFocus();
+    QTest::keyClick(&widgetOf(slider), Qt::Key_Left);
+    leave(widgetOf(slider));
+    EXPECT_EQ(positions, Positions{2});
+}
+
+TEST_F(Switches, TakeEveryClickAndKeyOnce) {
+    int expected = 0;
+    for (Control* control : std::initializer_list<Control*>{&toggle, &led, &button, &zone}) {
+        QWidget& widget = widgetOf(*control);
+        click(*control);
+        EXPECT_EQ(clicks, ++expected);
+        for (const Qt::Key key : {Qt::Key_Space, Qt::Key_Return, Qt::Key_Enter}) {
+            widget.setFocus();
+            QTest::keyClick(&widget, key);
+            EXPECT_EQ(clicks, ++expected);
+        }
+        QTest::mousePress(&widget, Qt::LeftButton);
+        QTest::mouseRelease(&widget, Qt::LeftButton, {}, QPoint(-20, -20));
+        QTest::mouseClick(&widget, Qt::RightButton);
+        EXPECT_EQ(clicks, expected) << "let go elsewhere, or another button";
+        control->Enabled = false;
+        click(*control);
+        EXPECT_EQ(clicks, expected) << "disabled";
+    }
+}
+
+TEST_F(Switches, ShowWhatThePageMakesOfTheClick) {
+    led.OnClick([this] { led.Active = false; });  // put back until the board's echo comes
+    click(led);
+    EXPECT_EQ(viewOf(led).checked(), false);
+    led.Active = true;
+    EXPECT_EQ(viewOf(led).checked(), true);
+}
+
+}  // namespace
+}  // namespace kestrel::qt::testing

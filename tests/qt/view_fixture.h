@@ -1,0 +1,76 @@
+// A page on the screen in memory, and the user before it: what the tests of the views share.
+// The views stand on the real toolkit; the pages are models that are made for the test.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QTest>
+#include <functional>
+#include <memory>
+#include <vector>
+
+#include "platform/qt/page_view.h"
+#include "platform/qt/qt_platform.h"
+#include "platform/qt/style.h"
+#include "platform/qt/view.h"
+#include "platform/window.h"
+
+namespace kestrel::qt::testing {
+
+/// A page whose layout is given.
+class TestPage : public Window {
+  public:
+    explicit TestPage(std::function<Layout()> arrange) : Window("FrmTest"), arrange_(std::move(arrange)) {}
+    Layout Arrange() override { return arrange_(); }
+
+  private:
+    std::function<Layout()> arrange_;
+};
+
+class ViewTest : public ::testing::Test {
+  protected:
+    ViewTest() {
+        setPlatform(&platform_);
+        applyLook(*qApp, Theme::Light);
+    }
+    ~ViewTest() override {
+        closeAll();
+        setPlatform(nullptr);
+    }
+    /// Builds the page and shows it as the active window.
+    QWidget& show(Window& window) {
+        pages_.emplace_back(buildPage(window));
+        QWidget& page = *pages_.back();
+        page.resize(page.sizeHint());
+        page.show();
+        page.activateWindow();
+        (void)QTest::qWaitForWindowActive(&page);
+        QApplication::processEvents();
+        return page;
+    }
+    QWidget& show(std::function<Layout()> arrange) {
+        models_.push_back(std::make_unique<TestPage>(std::move(arrange)));
+        return show(*models_.back());
+    }
+    /// Views go before the models that they show.
+    void closeAll() { pages_.clear(); }
+
+    /// The view that shows the control, on any page.
+    ViewBase& viewOf(const Control& control) const {
+        for (const auto& page : pages_)
+            for (QWidget* widget : page->findChildren<QWidget*>())
+                if (auto* view = dynamic_cast<ViewBase*>(widget); view && view->shows(control)) return *view;
+        throw std::logic_error("no view shows the control");
+    }
+    QWidget& widgetOf(const Control& control) const { return viewOf(control).widget(); }
+    /// The user presses Tab or clicks elsewhere.
+    static void leave(QWidget& widget) { widget.clearFocus(); }
+
+  private:
+    QtPlatform platform_{{.directory = QApplication::applicationDirPath().toStdString(), .devices = {}}};
+    std::vector<std::unique_ptr<TestPage>> models_;
+    std::vector<std::unique_ptr<QWidget>> pages_;
+};
+
+}  // namespace kestrel::qt::testing

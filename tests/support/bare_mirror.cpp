@@ -1,0 +1,80 @@
+// Pages over a mirror without a line.
+// See bare_mirror.h.
+#include "support/bare_mirror.h"
+
+#include <ostream>
+
+#include "link/param_table.h"
+#include "shell/language_files.h"
+#include "shell/start_up.h"
+
+namespace kestrel::testing {
+
+namespace {
+
+constexpr int Used = 1500;  // more than any page names
+constexpr int Highest = 3;  // number of the last value byte
+
+void notify(int bank, int parameter) {
+    CurrentBank = bank;
+    const ParamRecord& record = ParamTable(bank, parameter);
+    NotifyPages(parameter, Bytes(record.Value.begin(), record.Value.begin() + Highest + 1), Highest);
+}
+
+void becomesFresh(int bank, int parameter) {
+    std::uint8_t& flags = ParamFlags(bank, parameter);
+    flags = static_cast<std::uint8_t>((flags | flag::Valid) & ~(flag::Pending | flag::WriteDue));
+}
+
+}  // namespace
+
+void PrintTo(const DueWrite& write, std::ostream* out) {
+    *out << write.bank << ":" << write.parameter << "=" << write.value;
+}
+
+BareMirror::BareMirror() {
+    ResetProgram();
+    platform.install(KESTREL_INSTALLATION);
+    LoadLanguage("English.lng");
+    for (int bank = 0; bank < Banks; ++bank) {
+        SetBoardPresent(bank, true);
+        for (int n = 1; n < Used; ++n) ParamTable(bank, n).Command = Highest;
+    }
+}
+
+BareMirror::~BareMirror() { ResetProgram(); }
+
+void BareMirror::arrive(int bank, int parameter, std::uint32_t value) {
+    StoreValue(ParamTable(bank, parameter), value);
+    becomesFresh(bank, parameter);
+    notify(bank, parameter);
+}
+
+void BareMirror::deliver(int bank, int parameter) {
+    becomesFresh(bank, parameter);
+    notify(bank, parameter);
+}
+
+void BareMirror::loseWrite(int bank, int parameter, std::uint32_t boardHolds) { arrive(bank, parameter, boardHolds); }
+
+DueWrites BareMirror::deliverAll() {
+    DueWrites delivered;
+    for (DueWrites now = due(); !now.empty(); now = due())
+        for (const DueWrite& write : now) {
+            delivered.push_back(write);
+            deliver(write.bank, write.parameter);
+        }
+    return delivered;
+}
+
+DueWrites BareMirror::due() const {
+    DueWrites found;
+    for (int bank = 0; bank < Banks; ++bank)
+        for (int n = 1; n < Used; ++n)
+            if (ParamFlags(bank, n) & flag::WriteDue)
+                found.push_back(
+                    {bank, n, static_cast<std::uint32_t>(ValueOf(ParamTable(bank, n).Value.data(), Highest))});
+    return found;
+}
+
+}  // namespace kestrel::testing
