@@ -63,6 +63,7 @@ class Checks {
     void started();
     void searching() { searching_ = true; }
     void searched();
+    bool isSearching() const { return searching_; }
     void blocked() { blockedUntil_ = platform_.now(); }
     /// After every event and every act.
     void afterEvent();

@@ -32,6 +32,16 @@ simulator::MachineOptions optionsOf(const Plan& plan) {
     return options;
 }
 
+bool holds(const simulator::Machine& machine, int bank, int index) {
+    try {
+        if (index == 0 || !machine.fitted(static_cast<Board>(bank))) return false;
+        machine.value(static_cast<Board>(bank), index);
+        return true;
+    } catch (const std::out_of_range&) {
+        return false;
+    }
+}
+
 std::uint8_t anyByte(Random& random) { return static_cast<std::uint8_t>(random.between(0, 255)); }
 
 bool isWrite(const Bytes& frame) {
@@ -54,7 +64,8 @@ void FaultLine::strike(Micros now, bool on) {
     if (on) return;
     machine.setFaults({});
     for (const Board board : simulator::allBoards) machine.setBoardSilent(board, false);
-    busyUntil_ = streamUntil_ = now_;
+    busyUntil_ = now_;
+    streamUntil_ = std::min(streamUntil_, now_);
     if (!machine.portOpen()) backAt_ = now_;
     changes_.clear();
 }
@@ -92,7 +103,7 @@ void FaultLine::begin(Micros now, Fault incident, int number) {
     } else if (incident == Fault::Change) {
         const auto [bank, index] = target();
         tampered_ = true;
-        if (machine.fitted(static_cast<Board>(bank)) && index > 0)
+        if (holds(machine, bank, index))
             machine.setValue(static_cast<Board>(bank), index, static_cast<std::uint32_t>(random.between(0, 255)));
     } else if (incident == Fault::Swap) {
         putAll(random);
@@ -103,13 +114,9 @@ void FaultLine::begin(Micros now, Fault incident, int number) {
 void FaultLine::putAll(Random& random) {
     tampered_ = true;
     for (const Board board : simulator::allBoards) {
-        if (!machine.fitted(board)) continue;
-        try {
-            for (int index = 1;; ++index)
-                machine.setValue(board, index, static_cast<std::uint32_t>(random.between(0, 0xFFFFFFFF)));
-        } catch (const std::out_of_range&) {
-            continue;
-        }
+        // The master's first words say which boards are there, and that does not change.
+        for (int index = board == Board::Master ? 3 : 1; holds(machine, static_cast<int>(board), index); ++index)
+            machine.setValue(board, index, static_cast<std::uint32_t>(random.between(0, 0xFFFFFFFF)));
     }
 }
 
@@ -124,7 +131,7 @@ void FaultLine::send(Micros now, const Bytes& frame) {
     changes_.clear();
     written_ = target ? target() : std::pair{0, 0};
     const auto board = static_cast<Board>(written_.first);
-    const bool known = isWrite(frame) && written_.second > 0 && machine.fitted(board);
+    const bool known = isWrite(frame) && holds(machine, written_.first, written_.second);
     if (known) before_ = machine.value(board, written_.second);
     if (!known) written_.second = 0;
     Bytes onTheWay = frame;

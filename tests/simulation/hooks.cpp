@@ -9,11 +9,18 @@
 
 namespace kestrel::testing {
 
+KESTREL_WRAPPED(void, OpenPort, "_ZN7kestrel8OpenPortEi", int port);
 KESTREL_WRAPPED(void, ParamWatch, "_ZN7kestrel10ParamWatchEi", int index);
 KESTREL_WRAPPED(void, ParamRelease, "_ZN7kestrel12ParamReleaseEi", int index);
 KESTREL_WRAPPED(void, ParamWrite, "_ZN7kestrel10ParamWriteEij", int index, std::uint32_t value);
 KESTREL_WRAPPED(void, SendFrame, "_ZN7kestrel13LinkSendFrameEv", void);
 KESTREL_WRAPPED(void, Notify, "_ZN7kestrel4Page6notifyEil", Page* page, int index, ParamValue value);
+
+void wrapOpenPort(int port) {
+    if (Checks::present()) Checks::present()->searching();
+    realOpenPort(port);
+    if (Checks::present()) Checks::present()->searched();
+}
 
 void wrapParamWatch(int index) {
     realParamWatch(index);

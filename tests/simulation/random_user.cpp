@@ -89,7 +89,8 @@ std::vector<Control*> controlsOf(Window& window) {
 
 std::vector<std::string> shownBy(Window& window) {
     std::vector<std::string> shown;
-    for (const Control* control : controlsOf(window)) shown.push_back(control->isSelector ? "" : stateOf(*control));
+    for (const Control* control : controlsOf(window))
+        shown.push_back(control->isSelector || !control->usable() ? "" : stateOf(*control));
     return shown;
 }
 
@@ -135,9 +136,10 @@ void RandomUser::act(int number) {
     } else if (kind < 92) {  // a storm of opening and closing
         for (int i = 0; i < 10; ++i) {
             open(anyOf(names, random));
-            if (std::vector<Page*> open = LoadedPages(); !open.empty() && random.chance(0.7)) anyOf(open, random)->UserClose();
+            if (std::vector<Page*> open = LoadedPages(); !open.empty() && random.chance(0.7))
+                anyOf(open, random)->UserClose();
         }
-    } else if (kind < 96) {
+    } else if (kind < 98 || random.chance(0.8)) {
         MDIForm1().smnuLingue(static_cast<int>(random.between(0, 4))).UserClick();
     } else {
         MDIForm1().mnuCox(static_cast<int>(random.between(1, MainWindow::PortEntries))).UserClick();

@@ -173,7 +173,10 @@ bool VirtualPlatform::stepUntil(Micros limit) {
 }
 
 void VirtualPlatform::run(double milliseconds) {
-    const Micros until = now_ + static_cast<Micros>(milliseconds * 1000);
+    runUntil(now_ + static_cast<Micros>(milliseconds * 1000));
+}
+
+void VirtualPlatform::runUntil(Micros until) {
     while (stepUntil(until)) continue;
     now_ = std::max(now_, until);
 }

@@ -36,6 +36,9 @@ class VirtualPlatform : public Platform {
     bool stepUntil(Micros limit);
     /// Delivers all events of the next so many milliseconds, and lets that time pass.
     void run(double milliseconds);
+    void runUntil(Micros until);
+    /// Lets time pass in which nothing is delivered, as while the process stands still.
+    void letPass(Micros length) { now_ += length; }
     /// Called after every delivered event.
     std::function<void()> afterEvent;
     /// Called before the program hears of bytes that arrived, or of the loss of its open port.
