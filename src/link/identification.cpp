@@ -24,6 +24,7 @@ constexpr int Probe = 1, Software = 11, Kind = 12, TypeLow = 13, TypeHigh = 14, 
 }
 
 int revision = 0;
+int powerBoardRevision = 0;
 
 void askOnce(const IdentRecord& record) {
     LinkState& link = Link();
@@ -116,6 +117,13 @@ int BoardRevision() { return revision; }
 
 void SetBoardRevision(int value) { revision = value; }
 
-void ResetIdentification() { revision = 0; }
+int PowerBoardRevision() { return powerBoardRevision; }
+
+void SetPowerBoardRevision(int tenths) { powerBoardRevision = tenths; }
+
+void ResetIdentification() {
+    revision = 0;
+    powerBoardRevision = 0;
+}
 
 }  // namespace kestrel

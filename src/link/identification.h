@@ -20,6 +20,10 @@ BoardIdentity IdentifyBoard(int bank);
 int BoardRevision();
 void SetBoardRevision(int revision);
 
+/// Revision of the hot-drink board in tenths, as the options page last heard it; 0 until then.
+int PowerBoardRevision();
+void SetPowerBoardRevision(int tenths);
+
 void ResetIdentification();
 
 }  // namespace kestrel

@@ -2,6 +2,7 @@
 // See registry.h.
 #include "pages/registry.h"
 
+#include "pages/beverage/frm_dosi.h"
 #include "pages/beverage/frm_inter.h"
 #include "pages/beverage/frm_presel.h"
 #include "pages/beverage/frm_pro_uni.h"
@@ -11,7 +12,8 @@
 #include "pages/climate/frm_temperatura.h"
 #include "pages/controls/frm_controls.h"
 #include "pages/machine/frm_azione.h"
-#include "pages/machine/frm_conmac.h"
+#include "pages/machine/frm_con_mac.h"
+#include "pages/machine/frm_opzioni.h"
 #include "pages/payment/frm_pagamento.h"
 #include "pages/payment/frm_prezzi.h"
 #include "pages/payment/frm_sconti.h"
@@ -55,6 +57,7 @@ PageRegistry AllPages() {
         {"FrmProUni", make<FrmProUni>},
         {"FrmPresel", make<FrmPresel>},
         {"FrmTempi", make<FrmTempi>},
+        {"FrmDosi", make<FrmDosi>},
         {"FrmPagamento", make<FrmPagamento>},
         {"FrmPrezzi", make<FrmPrezzi>},
         {"FrmSconti", make<FrmSconti>},
@@ -68,6 +71,7 @@ PageRegistry AllPages() {
         {"FrmMonete", counts(FrmMonete)},
         {"FrmMDBaudit", make<FrmMDBaudit>},
         {"FrmCancella", make<FrmCancella>},
+        {"FrmOpzioni", make<FrmOpzioni>},
         {"FrmAzione", make<FrmAzione>},
         {"FrmPassword", make<FrmPassword>},
         {"FrmTemperatura", make<FrmTemperatura>},

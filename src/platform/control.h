@@ -6,7 +6,6 @@
 #include <cstddef>
 #include <functional>
 #include <string>
-#include <utility>
 
 #include "platform/property.h"
 #include "platform/trouble.h"
@@ -60,22 +59,18 @@ class Control : public PropertyOwner {
     void assigned(const void* property, bool changed) override;
 
   protected:
-    /// Carries out a user's change: marked as waiting first, so that a page that sets the control at once clears it.
+    /// Carries out a user's change. What its page sets in the change itself is no answer of the board: the mark stays.
     template <class Change>
     void userChange(Change&& change) {
         waiting_ = !isSelector;
+        userActing_ = true;
+        const Reset reset{userActing_};
         change();
         show();
     }
-    /// What the user sets in such a change, which leaves the mark; what its handlers set comes after it.
-    template <class Held, class T>
-    void userSets(Held& held, T value) {
-        usersOwn_ = true;
-        held = value;
-    }
-    /// To be called at each assignment to what the control holds: the page's own take the mark away.
+    /// To be called when the page (not the user) sets what the control holds.
     void settled() {
-        if (!std::exchange(usersOwn_, false)) waiting_ = false;
+        if (!userActing_) waiting_ = false;
     }
     /// To be called when what the user did goes to no board.
     void nothingSent() { waiting_ = false; }
@@ -88,12 +83,16 @@ class Control : public PropertyOwner {
     const Label* caption() const { return caption_; }
 
   private:
+    struct Reset {
+        bool& flag;
+        ~Reset() { flag = false; }
+    };
     ControlView* view_ = nullptr;
     const Frame* frame_ = nullptr;
     const Label* caption_ = nullptr;
     const Label* unit_ = nullptr;
     bool waiting_ = false;
-    bool usersOwn_ = false;
+    bool userActing_ = false;
 };
 
 /// Like controls of a page, with one handler for all that is given the index of the one that raised the event.

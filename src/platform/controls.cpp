@@ -37,7 +37,7 @@ void ScrollBar::UserMove(int value) {
     if (!usable()) return;
     const int bounded = std::max(Min.get(), std::min(value, Max.get()));
     if (bounded == Value) return;
-    userChange([&] { userSets(Value, bounded); });
+    userChange([&] { Value = bounded; });
 }
 
 void ScrollBar::assigned(const void* property, bool changed) {

@@ -15,10 +15,12 @@ class Label : public Control {
     enum class Role {
         Caption,  ///< names what stands beside it; as wide as its text
         Value,    ///< shows a value; of a fixed size, so that a new value lays nothing out anew
+        Key,      ///< a click zone that looks like a key of a keypad
         Unit,     ///< stands behind what it tells more of: two bars of one row are told apart by their units
     };
     Property<std::string> Caption{*this, {}};
     Property<int> ForeColor{*this, DefaultColor};  ///< red + 256 * green + 65536 * blue, or DefaultColor
+    Property<bool> Chosen{*this, false};           ///< of a key: the one that is pressed
     Role role = Role::Caption;
     std::string widest;  ///< of a value: the longest text that it will show
 

@@ -34,7 +34,7 @@ int SteppedSwitch::top() const {
 void SteppedSwitch::UserMove(int position) {
     if (!usable() || position < 0 || position > top() || position == Position) return;
     userChange([&] {
-        userSets(Position, position);
+        Position = position;
         raise(onPositionChangeUser_);
     });
 }
@@ -48,7 +48,7 @@ void SteppedSwitch::assigned(const void* property, bool changed) {
 void ToggleSwitch::UserClick() {
     if (!usable()) return;
     userChange([&] {
-        userSets(Active, !Active);
+        Active = !Active;
         raise(onClick_);
     });
 }

@@ -121,12 +121,13 @@ std::string usage() {
     std::string text =
         "Usage: kestrel [OPTION]...\nService tool for vending-machine controller boards on a serial line.\n\n";
     for (const Option& option : table()) {
-        std::string left = std::string("  ") + option.name + (option.value ? std::string(" ") + option.value : "");
+        std::string left = std::string("  ") + option.name;
+        if (option.value) left.append(" ").append(option.value);
         left.resize(std::max(left.size() + 1, HelpColumn), ' ');
         std::string help = option.help;
         if (const auto line = help.find('\n'); line != std::string::npos)
             help.replace(line, 1, "\n" + std::string(HelpColumn, ' '));
-        text += left + help + "\n";
+        text.append(left).append(help).append("\n");
     }
     return text;
 }

@@ -230,6 +230,11 @@ void laySales(World& world) {
     world.set(onMaster, master::lifetimeIncome, income + earlierIncome);
     world.set(onMaster, master::freeVends, freeVends);
     world.set(onHotDrink, hot_drink::freeVends + hotWater, freeVends);
+    if (world.isFitted(onHotDrink)) {
+        lay(world, {onHotDrink, hot_drink::jugVends, {14, 6, 0, 3, 0, 0, 0, 2, 0, 0, 1}});
+        world.set(onMaster, master::jugVends, 26);
+        lay(world, {onMaster, master::preselectedVends, {87, 87, 45, 23, 12}});
+    }
     lay(world, {onMaster, master::coinCounter, {214, 388, 530, 611, 402, 97, 12, 0, 0}});
     lay(world, {onMaster, master::intoTubes, {98150, 4000, 31240, 6500, 22000, 18450}});
 }

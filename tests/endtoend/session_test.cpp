@@ -1,7 +1,6 @@
 // A technician's session over a real line: start, a page that fills, a change that the board confirms, a pulled plug.
 // The real platform and serial port run here; the machine is a process of its own.
 #include <gtest/gtest.h>
-#include <sys/resource.h>
 
 #include <QElapsedTimer>
 #include <QTest>
@@ -23,6 +22,7 @@
 #include "shell/frm_ser.h"
 #include "shell/main_window.h"
 #include "shell/start_up.h"
+#include "support/processor_time.h"
 
 namespace kestrel::testing {
 namespace {
@@ -31,15 +31,6 @@ constexpr int Soon = 5000;
 constexpr int HotDrinkBoard = 1;
 constexpr int BrewingWater = 1143;
 constexpr int BrewingWaterShadow = 1148;
-
-double processorSeconds() {
-    rusage used{};
-    getrusage(RUSAGE_SELF, &used);
-    const auto seconds = [](const timeval& time) {
-        return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_usec) / 1e6;
-    };
-    return seconds(used.ru_utime) + seconds(used.ru_stime);
-}
 
 class Session : public ::testing::Test {
   protected:

@@ -53,7 +53,7 @@ TEST(FrmCancella, YesOrdersTheClearingAndTheBarTakesTwoSeconds) {
         World world;
         world.start();
         auto& page = world.open<FrmCancella>("FrmCancella");
-        world.platform.answers = {Yes};
+        world.platform.answers = {Yes, Yes};
         Writes writes;
         world.machine.onExchange = [&](const simulator::Exchange& exchange) {
             if (exchange.request.write) writes.push_back({0, exchange.parameter, exchange.value});
@@ -75,6 +75,9 @@ TEST(FrmCancella, YesOrdersTheClearingAndTheBarTakesTwoSeconds) {
         EXPECT_EQ(writes, (Writes{{0, 4, button == 0 ? 1U : 7U}})) << "one command, once";
         page.Form_Activate();
         EXPECT_EQ(page.lblInfo.Caption.get(), "") << "coming back to the page wipes the message";
+        page.lblInfo.Caption = Done;
+        page.cmdCancella[0].UserClick();
+        EXPECT_EQ(page.lblInfo.Caption.get(), "") << "and so does the next command";
         page.UserClose();
         EXPECT_TRUE(world.open<FrmCancella>("FrmCancella").cmdCancella[1].usable());
     }

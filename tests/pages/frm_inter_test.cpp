@@ -1,18 +1,20 @@
 // The page of intermittence: which rows open, what a switch or a bar writes, and how the bits are kept.
-// Most of it on the simulated machine; what depends on the order of values is told to the page directly.
+// On the simulated machine; only what depends on the count of values is told to the page directly.
 #include "pages/beverage/frm_inter.h"
 
 #include <gtest/gtest.h>
 
-#include "support/wire_log.h"
+#include "support/arrivals.h"
+#include "support/writes.h"
 
 namespace kestrel {
 namespace {
 
+using testing::Bench;
 using testing::tell;
-using testing::WireLog;
 using testing::World;
-using testing::Written;
+using testing::Writes;
+using testing::writesOf;
 
 std::string openRows(const FrmInter& page) {
     std::string rows;
@@ -55,24 +57,22 @@ TEST(FrmInter, ShowsTimesInTenthsAndTheSwitchesOfLockedRowsToo) {
         EXPECT_EQ(page.HScroll5[i].Value, 250 + i);
         EXPECT_EQ(page.iSwSliderX1[i].Position, i == 1 || i == 4 ? 1 : 0) << i;
     }
-    page.iSwSliderX1[4].UserMove(0);
-    EXPECT_EQ(page.iSwSliderX1[4].Position, 1) << "a locked row takes no move";
+    EXPECT_EQ(writesOf(world, [&] { page.iSwSliderX1[4].UserMove(0); }), Writes()) << "a locked row takes no move";
 }
 
 TEST(FrmInter, ABarWritesItsTimeAndTheShadow) {
     World world;
     world.start();
     auto& page = world.open<FrmInter>("FrmInter");
-    WireLog log(world);
     for (int i = 0; i < 5; ++i) {
-        page.HScroll4[i].UserMove(100 + i);
-        ASSERT_TRUE(world.settle());
-        page.HScroll5[i].UserMove(200 + i);
-        ASSERT_TRUE(world.settle());
         const auto on = static_cast<std::uint32_t>(100 + i);
-        const std::vector<Written> expected = {
+        const auto move = [&] {
+            page.HScroll4[i].UserMove(100 + i);
+            page.HScroll5[i].UserMove(200 + i);
+        };
+        const Writes expected = {
             {1, 1370 + i, on}, {1, 1375 + i, on + 100}, {1, 1382 + i, on}, {1, 1387 + i, on + 100}};
-        EXPECT_EQ(log.takeWrites(), expected);
+        EXPECT_EQ(writesOf(world, move), expected);
         EXPECT_EQ(page.Label4s[i].Caption.get(), "10." + std::to_string(i));
     }
 }
@@ -88,16 +88,16 @@ TEST(FrmInter, SwitchesMovedBeforeTheBoardAnswersBuildOnOneAnother) {
     ASSERT_TRUE(world.settle());
     EXPECT_EQ(world.board(1, 1380), 0b10001U);
     EXPECT_EQ(world.board(1, 1392), 0b10001U);
-    for (int i = 0; i < 5; ++i) EXPECT_FALSE(page.iSwSliderX1[i].waiting());
+    for (const SliderSwitch& slider : page.iSwSliderX1) EXPECT_FALSE(slider.waiting());
 }
 
-TEST(FrmInter, NeverWritesWhatItOnlyShows) {
+TEST(FrmInter, OpeningWritesNothingAndClosingLeavesNothingWatched) {
     World world;
     world.start();
     world.setBoard(1, 1380, 0b11111);
-    WireLog log(world);
-    world.open<FrmInter>("FrmInter");
-    EXPECT_TRUE(log.writes.empty());
+    EXPECT_EQ(writesOf(world, [&] { ShowPage("FrmInter"); }), Writes());
+    ShowPage("FrmInter").UserClose();
+    EXPECT_EQ(testing::watchersLeft(), 0);
 }
 
 TEST(FrmInter, StaysLockedUntilTheBoardIsReadyAndFollowsItAfterwards) {
@@ -113,36 +113,20 @@ TEST(FrmInter, StaysLockedUntilTheBoardIsReadyAndFollowsItAfterwards) {
     }
 }
 
-/// The twelve values that count: status, number of powders, ten times.
-void tellAllBut(Page& page, int left) {
+TEST(FrmInter, OpensWithTheLastOfTwelveValuesAndTheBitsDoNotCount) {
     const std::pair<int, int> counted[] = {{0, 1},    {1, 1156}, {1, 1370}, {1, 1371}, {1, 1372}, {1, 1373},
                                            {1, 1374}, {1, 1375}, {1, 1376}, {1, 1377}, {1, 1378}, {1, 1379}};
-    for (const auto& [bank, n] : counted)
-        if (n != left) tell(page, bank, n, 4);
-}
-
-TEST(FrmInter, OpensWithTheLastOfTwelveValuesAndTheBitsDoNotCount) {
-    World world;
-    for (const int last : {1, 1156, 1370, 1379}) {
-        auto& page = dynamic_cast<FrmInter&>(LoadPage(std::make_unique<FrmInter>()));
-        tellAllBut(page, last);
-        tell(page, 1, 1380, 0);
-        tell(page, 1, 1381, 0);
+    for (const auto& last : counted) {
+        Bench bench;
+        auto& page = bench.load<FrmInter>();
+        for (const auto& value : counted)
+            if (value != last) tell(page, value.first, value.second, 4);
+        for (const int uncounted : {1380, 1381, 1382}) tell(page, 1, uncounted, 0);
         tell(page, 2, 1370, 9);
-        EXPECT_EQ(openRows(page), "-----") << last;
-        tell(page, last == 1 ? 0 : 1, last, 4);
-        EXPECT_EQ(openRows(page), "oooo-") << last;
-        UnloadPage(page);
+        EXPECT_EQ(openRows(page), "-----") << last.second;
+        tell(page, last.first, last.second, 4);
+        EXPECT_EQ(openRows(page), "oooo-") << last.second;
     }
-}
-
-TEST(FrmInter, ReleasesWhatItSubscribed) {
-    World world;
-    world.start();
-    auto& page = world.open<FrmInter>("FrmInter");
-    page.UserClose();
-    for (int bank = 0; bank < Banks; ++bank)
-        for (int n = 1; n < RecordCount(bank); ++n) EXPECT_EQ(ParamTable(bank, n).Watchers, 0) << bank << " " << n;
 }
 
 }  // namespace

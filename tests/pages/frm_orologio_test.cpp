@@ -172,6 +172,19 @@ TEST_F(FrmOrologioTest, TheDateWaitsUntilAllThreeOfItsPartsAreFresh) {
     EXPECT_EQ(page.Label6.Caption.get(), "16/06/2024") << "any one of them redraws it";
 }
 
+TEST_F(FrmOrologioTest, ADateThatAnotherPageHasMadeFreshWaitsForItsPartsHereToo) {
+    openOn(14, 5, 24);
+    FrmOrologio second;
+    CurrentBank = 0;
+    second.SLabel_Change(7, 4);
+    second.SLabel_Change(246, 14);
+    EXPECT_EQ(second.Label6.Caption.get(), "");
+    second.SLabel_Change(247, 5);
+    second.SLabel_Change(248, 24);
+    EXPECT_EQ(second.Label6.Caption.get(), "14/05/2024");
+    EXPECT_EQ(second.HScroll5[1].Value, 5);
+}
+
 TEST_F(FrmOrologioTest, WithoutAClockTheBandsAloneAreLive) {
     world.setBoard(0, 7, 0xFB);
     world.setBoard(0, 239, 5);

@@ -108,79 +108,54 @@ class PaymentOnMachine : public ::testing::Test {
 };
 
 TEST_F(PaymentOnMachine, EveryBarWritesItsParameterAndItsCopyOnly) {
-    const struct {
-        std::uint32_t system;
-        std::function<ScrollBar&(FrmPagamento&)> bar;
-        std::function<Label&(FrmPagamento&)> label;
-        int parameter;
-        int shadow;
-        int moveTo;
-        std::uint32_t raw;
-        const char* text;
-    } cases[] = {
-        {4, [](auto& p) -> ScrollBar& { return p.HScroll11[0]; }, [](auto& p) -> Label& { return p.Label11[0]; }, 328,
-         329, 1234, 1234, "12.34"},
-        {4, [](auto& p) -> ScrollBar& { return p.HScroll11[2]; }, [](auto& p) -> Label& { return p.Label11[2]; }, 332,
-         333, 7232, 40000, "400.00"},
-        {4, [](auto& p) -> ScrollBar& { return p.HScroll11[3]; }, [](auto& p) -> Label& { return p.Label11[3]; }, 334,
-         335, -32768, 0, "0.00"},
-        {2 + 64, [](auto& p) -> ScrollBar& { return p.scrTP; }, [](auto& p) -> Label& { return p.Label8v; }, 342, 343,
-         21, 21, "2.1"},
+    const auto expectMove = [&](ScrollBar& bar, Label& label, std::pair<int, int> parameters, std::uint32_t raw,
+                                const std::string& text) {
+        const std::optional<int> to = bar.valueOf(text);
+        ASSERT_TRUE(to) << text;
+        EXPECT_EQ(writesOf(world, [&] { bar.UserMove(*to); }),
+                  (Writes{{0, parameters.first, raw}, {0, parameters.second, raw}}));
+        EXPECT_EQ(label.Caption.get(), text) << parameters.first;
     };
-    for (const auto& c : cases) {
-        auto& page = open(c.system);
-        EXPECT_EQ(writesOf(world, [&] { c.bar(page).UserMove(c.moveTo); }),
-                  (Writes{{0, c.parameter, c.raw}, {0, c.shadow, c.raw}}));
-        EXPECT_EQ(c.label(page).Caption.get(), c.text) << c.parameter;
-        EXPECT_EQ(c.bar(page).textOf(c.moveTo), c.text) << c.parameter;
-        page.UserClose();
-    }
-    auto& coins = open(1);
-    for (int i = 0; i < 8; ++i) {
-        const auto raw = static_cast<std::uint32_t>(65535 - i);
-        EXPECT_EQ(writesOf(world, [&] { coins.HScroll10[i].UserMove(32767 - i); }),
-                  (Writes{{0, 312 + i, raw}, {0, 320 + i, raw}}));
-        EXPECT_EQ(coins.Label10[i].Caption.get(), "655." + std::to_string(35 - i));
-    }
-    coins.UserClose();
-    auto& tokens = open(4);
-    for (int i = 0; i < 3; ++i) {
-        const auto raw = static_cast<std::uint32_t>(32768 + 5 + i);
-        EXPECT_EQ(writesOf(world, [&] { tokens.HScroll6[i].UserMove(5 + i); }),
-                  (Writes{{0, 336 + i, raw}, {0, 339 + i, raw}}));
-        EXPECT_EQ(tokens.Label6s[i].Caption.get(), "327." + std::to_string(73 + i));
-    }
+    auto& mdb = open(4);
+    expectMove(mdb.HScroll11[0], mdb.Label11[0], {328, 329}, 1234, "12.34");
+    expectMove(mdb.HScroll11[2], mdb.Label11[2], {332, 333}, 40000, "400.00");
+    expectMove(mdb.HScroll11[3], mdb.Label11[3], {334, 335}, 0, "0.00");
+    for (int i = 0; i < 3; ++i)
+        expectMove(mdb.HScroll6[i], mdb.Label6s[i], {336 + i, 339 + i}, 32773U + static_cast<unsigned>(i),
+                   "327." + std::to_string(73 + i));
+    mdb.UserClose();
+    auto& executive = open(2 + 64);
+    expectMove(executive.scrTP, executive.Label8v, {342, 343}, 21, "2.1");
+    executive.UserClose();
+    auto& g13 = open(1);
+    for (int i = 0; i < 8; ++i)
+        expectMove(g13.HScroll10[i], g13.Label10[i], {312 + i, 320 + i}, 65535U - static_cast<unsigned>(i),
+                   "655." + std::to_string(35 - i));
 }
 
 TEST_F(PaymentOnMachine, EverySwitchChangesItsOwnBitsAlone) {
-    const struct {
-        std::uint32_t system;
-        std::function<SliderSwitch&(FrmPagamento&)> control;
-        int parameter;
-        int shadow;
-        std::vector<std::pair<int, std::uint32_t>> moves;  ///< position, and the value that the board then holds
-    } cases[] = {
-        {4, [](auto& p) -> SliderSwitch& { return p.iSwitchSliderX2; }, 84, 86, {{1, 0xA5}, {0, 0x85}}},
-        {4, [](auto& p) -> SliderSwitch& { return p.iSwSliderX3[0]; }, 84, 86, {{1, 0x8D}, {0, 0x85}}},
-        {4, [](auto& p) -> SliderSwitch& { return p.iSwSliderX3[1]; }, 84, 86, {{1, 0x95}, {0, 0x85}}},
-        {4, [](auto& p) -> SliderSwitch& { return p.iSwSliderX3[2]; }, 84, 86, {{1, 0xC5}, {0, 0x85}}},
-        {4, [](auto& p) -> SliderSwitch& { return p.SwitchX5[1]; }, 348, 349, {{1, 0xFE}, {0, 0xFC}}},
-        {2, [](auto& p) -> SliderSwitch& { return p.SwitchX5[0]; }, 346, 347, {{1, 0xFF}, {0, 0xFE}}},
-        {2, [](auto& p) -> SliderSwitch& { return p.SliderX5; }, 85, 87, {{1, 0x62}, {2, 0xA2}, {0, 0x22}, {2, 0xA2}}},
-        {4, [](auto& p) -> SliderSwitch& { return p.SliderX4; }, 330, 331, {{0, 0x8000}, {1, 0x8001}}},
-        {4, [](auto& p) -> SliderSwitch& { return p.SliderX6; }, 344, 345, {{1, 0x0007}, {0, 0x0006}}},
-    };
-    for (const auto& c : cases) {
-        auto& page = open(c.system);
-        for (const auto& [position, value] : c.moves) {
-            EXPECT_EQ(writesOf(world, [&, to = position] { c.control(page).UserMove(to); }),
-                      (Writes{{0, c.parameter, value}, {0, c.shadow, value}}))
-                << c.parameter;
-            EXPECT_EQ(c.control(page).Position, position);
-            EXPECT_FALSE(c.control(page).waiting());
+    using Moves = std::vector<std::pair<int, std::uint32_t>>;  // position, and the value that the board then holds
+    const auto expectMoves = [&](SliderSwitch& control, int parameter, int shadow, const Moves& moves) {
+        for (const auto& [position, value] : moves) {
+            EXPECT_EQ(writesOf(world, [&, to = position] { control.UserMove(to); }),
+                      (Writes{{0, parameter, value}, {0, shadow, value}}))
+                << parameter;
+            EXPECT_EQ(control.Position, position);
+            EXPECT_FALSE(control.waiting());
         }
-        page.UserClose();
-    }
+    };
+    auto& mdb = open(4);
+    expectMoves(mdb.iSwitchSliderX2, 84, 86, {{1, 0xA5}, {0, 0x85}});
+    expectMoves(mdb.iSwSliderX3[0], 84, 86, {{1, 0x8D}, {0, 0x85}});
+    expectMoves(mdb.iSwSliderX3[1], 84, 86, {{1, 0x95}, {0, 0x85}});
+    expectMoves(mdb.iSwSliderX3[2], 84, 86, {{1, 0xC5}, {0, 0x85}});
+    expectMoves(mdb.SwitchX5[1], 348, 349, {{1, 0xFE}, {0, 0xFC}});
+    expectMoves(mdb.SliderX4, 330, 331, {{0, 0x8000}, {1, 0x8001}});
+    expectMoves(mdb.SliderX6, 344, 345, {{1, 0x0007}, {0, 0x0006}});
+    mdb.UserClose();
+    auto& executive = open(2);
+    expectMoves(executive.SwitchX5[0], 346, 347, {{1, 0xFF}, {0, 0xFE}});
+    expectMoves(executive.SliderX5, 85, 87, {{1, 0x62}, {2, 0xA2}, {0, 0x22}, {2, 0xA2}});
 }
 
 TEST_F(PaymentOnMachine, ChoosingACoinOrBanknoteShowsItsBitAndLeavesTheMaskAsItIs) {
@@ -205,7 +180,8 @@ TEST_F(PaymentOnMachine, ChoosingACoinOrBanknoteShowsItsBitAndLeavesTheMaskAsItI
             shownBefore = bit;
         }
     }
-    (void)(writesOf(world, [&] { page.SliderX1.UserMove(15); }));
+    page.SliderX1.UserMove(15);
+    world.settle();
     EXPECT_EQ(writesOf(world, [&] { page.SliderX4.UserMove(0); }), (Writes{{0, 330, 1}, {0, 331, 1}}));
 }
 
@@ -234,6 +210,12 @@ TEST(FrmPagamento, DecimalsRedrawAllMoneyButTheTwoCredits) {
     page.Label10[0].Caption = "as it was";
     tell(page, 0, 3, 5);
     EXPECT_EQ(page.Label10[0].Caption.get(), "as it was");
+    ParamFlags(0, 3) = 0;
+    for (const auto& [n, label] : money) {
+        label->Caption = "as it was";
+        tell(page, 0, n, 7);
+        EXPECT_EQ(label->Caption.get(), "as it was") << n << " came while the decimals were unsure";
+    }
 }
 
 TEST(FrmPagamento, ClampsWhatComesAndLeavesTheBoardsValueInItsMirror) {
@@ -281,9 +263,10 @@ TEST(FrmPagamento, GivesBackAnotherListThanItWatches) {
     }
 }
 
-TEST(FrmPagamento, SpeaksTheLanguage) {
+TEST(FrmPagamento, OpeningWritesNothingAndSpeaksTheLanguage) {
     World world;
     world.start();
+    EXPECT_EQ(writesOf(world, [&] { ShowPage("FrmPagamento"); }), Writes{});
     auto& page = world.open<FrmPagamento>("FrmPagamento");
     const std::pair<const Property<std::string>*, const char*> texts[] = {
         {&page.Caption, "Sist. di pagamento"},

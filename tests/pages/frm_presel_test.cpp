@@ -5,15 +5,17 @@
 #include <gtest/gtest.h>
 
 #include "shell/language_files.h"
-#include "support/wire_log.h"
+#include "support/arrivals.h"
+#include "support/writes.h"
 
 namespace kestrel {
 namespace {
 
+using testing::Bench;
 using testing::tell;
-using testing::WireLog;
 using testing::World;
-using testing::Written;
+using testing::Writes;
+using testing::writesOf;
 
 bool leftIs(const FrmPresel& page, bool live) {
     for (int i = 0; i < 4; ++i)
@@ -54,19 +56,20 @@ TEST(FrmPresel, ShowsTheFourSettingsOfEachPreselection) {
 TEST(FrmPresel, EachControlWritesItsSettingAndTheShadow) {
     World world;
     world.start();
+    for (int n = 1412; n <= 1423; ++n) world.setBoard(1, n, 0);
     auto& page = world.open<FrmPresel>("FrmPresel");
-    WireLog log(world);
     for (int i = 0; i < 4; ++i) {
-        page.iSwSliderX1[i].UserMove(5 - i);
-        page.iSwSliderX2[i].UserMove(4 - i);
-        page.HScroll1[i].UserMove(50 + i);
-        page.HScroll1[4 + i].UserMove(60 + i);
-        ASSERT_TRUE(world.settle());
+        const auto move = [&] {
+            page.iSwSliderX1[i].UserMove(5 - i);
+            page.iSwSliderX2[i].UserMove(4 - i);
+            page.HScroll1[i].UserMove(50 + i);
+            page.HScroll1[4 + i].UserMove(60 + i);
+        };
         const auto k = static_cast<std::uint32_t>(i);
-        const std::vector<Written> expected = {{1, 1412 + i, 5 - k},  {1, 1416 + i, 4 - k}, {1, 1420 + i, 50 + k},
-                                               {1, 1424 + i, 5 - k},  {1, 1428 + i, 4 - k}, {1, 1432 + i, 50 + k},
-                                               {1, 1447 + i, 60 + k}, {1, 1451 + i, 60 + k}};
-        EXPECT_EQ(log.takeWrites(), expected) << i;
+        const Writes expected = {{1, 1412 + i, 5 - k},  {1, 1416 + i, 4 - k}, {1, 1420 + i, 50 + k},
+                                 {1, 1424 + i, 5 - k},  {1, 1428 + i, 4 - k}, {1, 1432 + i, 50 + k},
+                                 {1, 1447 + i, 60 + k}, {1, 1451 + i, 60 + k}};
+        EXPECT_EQ(writesOf(world, move), expected) << i;
     }
     EXPECT_EQ(page.Label1[7].Caption.get(), "6.3");
     for (SliderSwitch& slider : page.iSwSliderX2) EXPECT_FALSE(slider.waiting());
@@ -89,11 +92,8 @@ TEST(FrmPresel, ATypeBeyondTheLastShowsTheLastAndIsLeftOnTheBoard) {
     World world;
     world.start();
     world.setBoard(1, 1418, 7);
-    WireLog log(world);
-    auto& page = world.open<FrmPresel>("FrmPresel");
-    EXPECT_EQ(page.iSwSliderX2[2].Position, 5);
-    EXPECT_TRUE(log.writes.empty());
-    EXPECT_EQ(world.board(1, 1418), 7U);
+    EXPECT_EQ(writesOf(world, [&] { ShowPage("FrmPresel"); }), Writes());
+    EXPECT_EQ(world.open<FrmPresel>("FrmPresel").iSwSliderX2[2].Position, 5);
 }
 
 TEST(FrmPresel, AProductThatTheMachineNoLongerHasIsPulledDownOnTheBoardToo) {
@@ -102,11 +102,12 @@ TEST(FrmPresel, AProductThatTheMachineNoLongerHasIsPulledDownOnTheBoardToo) {
     const std::uint32_t products[] = {5, 2, 3, 0};
     for (int i = 0; i < 4; ++i) world.setBoard(1, 1412 + i, products[i]);
     auto& page = world.open<FrmPresel>("FrmPresel");
-    WireLog log(world);
-    tell(page, 1, 1156, 2);
-    ASSERT_TRUE(world.settle());
-    const std::vector<Written> expected = {{1, 1412, 2}, {1, 1414, 2}, {1, 1424, 2}, {1, 1426, 2}};
-    EXPECT_EQ(log.takeWrites(), expected);
+    const auto lower = [] {
+        CurrentBank = 1;
+        ParamWrite(1156, 2);
+    };
+    const Writes expected = {{1, 1156, 2}, {1, 1412, 2}, {1, 1414, 2}, {1, 1424, 2}, {1, 1426, 2}};
+    EXPECT_EQ(writesOf(world, lower), expected);
     EXPECT_EQ(page.iSwSliderX1[0].Position, 2);
     EXPECT_EQ(page.iSwSliderX1[1].Position, 2);
     EXPECT_EQ(page.iSwSliderX1[0].top(), 2);
@@ -125,15 +126,13 @@ TEST(FrmPresel, OnlyTheLeftBlockFollowsTheStatus) {
 }
 
 TEST(FrmPresel, OpensWithTheLastOfEighteenValues) {
-    World world;
     for (const int last : {1, 1156, 1412, 1450}) {
-        auto& page = dynamic_cast<FrmPresel&>(LoadPage(std::make_unique<FrmPresel>()));
+        Bench bench;
+        auto& page = bench.load<FrmPresel>();
         const std::string design = page.iSwSliderX1[0].PositionLabels;
         EXPECT_TRUE(plusIsLive(page)) << "the plus times are live from the start";
-        for (int n = 1412; n <= 1423; ++n)
-            if (n != last) tell(page, 1, n, 3);
-        for (int n = 1447; n <= 1450; ++n)
-            if (n != last) tell(page, 1, n, 3);
+        for (int n = 1412; n <= 1450; ++n)
+            if (n != last && (n <= 1423 || n >= 1447)) tell(page, 1, n, 3);
         if (last != 1156) tell(page, 1, 1156, 3);
         tell(page, 0, 1, 0);
         if (last != 1) tell(page, 0, 1, 4);
@@ -144,18 +143,16 @@ TEST(FrmPresel, OpensWithTheLastOfEighteenValues) {
         tell(page, last == 1 ? 0 : 1, last, 4);
         EXPECT_TRUE(leftIs(page, true)) << last;
         EXPECT_NE(page.iSwSliderX1[0].PositionLabels.get(), design) << last;
-        UnloadPage(page);
     }
 }
 
-TEST(FrmPresel, ReleasesWhatItSubscribed) {
+TEST(FrmPresel, ReleasesTheShadowsToo) {
     World world;
     world.start();
     auto& page = world.open<FrmPresel>("FrmPresel");
     for (const int shadow : {1424, 1435, 1451, 1454}) EXPECT_EQ(ParamTable(1, shadow).Watchers, 1) << shadow;
     page.UserClose();
-    for (int bank = 0; bank < Banks; ++bank)
-        for (int n = 1; n < RecordCount(bank); ++n) EXPECT_EQ(ParamTable(bank, n).Watchers, 0) << bank << " " << n;
+    EXPECT_EQ(testing::watchersLeft(), 0);
 }
 
 }  // namespace

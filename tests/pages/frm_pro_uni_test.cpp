@@ -4,15 +4,18 @@
 
 #include <gtest/gtest.h>
 
-#include "support/wire_log.h"
+#include "support/arrivals.h"
+#include "support/watches.h"
+#include "support/writes.h"
 
 namespace kestrel {
 namespace {
 
+using testing::Bench;
 using testing::tell;
-using testing::WireLog;
 using testing::World;
-using testing::Written;
+using testing::Writes;
+using testing::writesOf;
 
 constexpr int OldRevision = 26;
 constexpr int NewRevision = 27;
@@ -69,16 +72,16 @@ TEST(FrmProUni, EachBarWritesItsTimeAndTheShadow) {
     world.start();
     setChannels(world, 1, 2, 3);
     auto& page = world.open<FrmProUni>("FrmProUni");
-    WireLog log(world);
     ControlArray<ScrollBar, 2>* bars[] = {&page.HScroll1, &page.HScroll2, &page.HScroll3};
     for (int i = 0; i < 3; ++i) {
-        (*bars[i])[0].UserMove(30 + i);
-        (*bars[i])[1].UserMove(40 + i);
-        ASSERT_TRUE(world.settle());
+        const auto move = [&] {
+            (*bars[i])[0].UserMove(30 + i);
+            (*bars[i])[1].UserMove(40 + i);
+        };
         const auto k = static_cast<std::uint32_t>(i);
-        const std::vector<Written> expected = {
+        const Writes expected = {
             {1, 1397 + i, 30 + k}, {1, 1400 + i, 40 + k}, {1, 1406 + i, 30 + k}, {1, 1409 + i, 40 + k}};
-        EXPECT_EQ(log.takeWrites(), expected) << i;
+        EXPECT_EQ(writesOf(world, move), expected) << i;
     }
     EXPECT_EQ(page.Label3[0].Caption.get(), "3.2");
     EXPECT_EQ(page.Label3[1].Caption.get(), "4.2");
@@ -90,14 +93,13 @@ TEST(FrmProUni, AMovedChannelLocksEverythingUntilTheBoardHasAnswered) {
     world.start();
     setChannels(world, 1, 0, 0);
     auto& page = world.open<FrmProUni>("FrmProUni");
-    WireLog log(world);
-    page.iSwSliderX2.UserMove(4);
-    EXPECT_EQ(openParts(page), "---");
-    EXPECT_FALSE(page.swslResto.Enabled);
-    ASSERT_TRUE(world.settle());
+    const auto choose = [&] {
+        page.iSwSliderX2.UserMove(4);
+        EXPECT_EQ(openParts(page), "---");
+        EXPECT_FALSE(page.swslResto.Enabled);
+    };
+    EXPECT_EQ(writesOf(world, choose), (Writes{{1, 1395, 4}, {1, 1404, 4}}));
     EXPECT_EQ(openParts(page), "ddc");
-    const std::vector<Written> expected = {{1, 1395, 4}, {1, 1404, 4}};
-    EXPECT_EQ(log.takeWrites(), expected);
     page.iSwSliderX1.UserMove(0);
     ASSERT_TRUE(world.settle());
     EXPECT_EQ(openParts(page), "cdc");
@@ -106,23 +108,24 @@ TEST(FrmProUni, AMovedChannelLocksEverythingUntilTheBoardHasAnswered) {
 
 TEST(FrmProUni, AChannelThatTheMachineNoLongerHasIsPulledDownOnTheBoardToo) {
     struct Case {
-        ParamValue products;
+        std::uint32_t products;
         const char* labels;
-        std::vector<Written> writes;
+        Writes writes;
     };
-    const Case cases[] = {{3, "0,1,2,3", {{1, 1394, 3}, {1, 1403, 3}}},
-                          {0, "0", {{1, 1394, 0}, {1, 1395, 0}, {1, 1403, 0}, {1, 1404, 0}}}};
+    const Case cases[] = {{3, "0,1,2,3", {{1, 1156, 3}, {1, 1394, 3}, {1, 1403, 3}}},
+                          {0, "0", {{1, 1156, 0}, {1, 1394, 0}, {1, 1395, 0}, {1, 1403, 0}, {1, 1404, 0}}}};
     for (const Case& each : cases) {
         World world;
         world.start();
         setChannels(world, 5, 3, 0);
         auto& page = world.open<FrmProUni>("FrmProUni");
-        WireLog log(world);
-        tell(page, 1, 1156, each.products);
-        ASSERT_TRUE(world.settle());
-        EXPECT_EQ(log.takeWrites(), each.writes);
+        const auto lower = [&] {
+            CurrentBank = 1;
+            ParamWrite(1156, each.products);
+        };
+        EXPECT_EQ(writesOf(world, lower), each.writes);
         EXPECT_EQ(page.iSwSliderX1.PositionLabels.get(), each.labels);
-        EXPECT_EQ(page.iSwSliderX1.Position, each.products);
+        EXPECT_EQ(page.iSwSliderX1.Position, static_cast<int>(each.products));
     }
 }
 
@@ -132,13 +135,8 @@ TEST(FrmProUni, TheSwitchOfDelaysWritesTheBitIntoTheByteThatTheBoardReported) {
     world.setBoard(1, 1299, 0x47);
     auto& page = world.open<FrmProUni>("FrmProUni");
     EXPECT_EQ(page.swslResto.Position, 0);
-    WireLog log(world);
-    page.swslResto.UserMove(1);
-    ASSERT_TRUE(world.settle());
-    EXPECT_EQ(log.takeWrites(), (std::vector<Written>{{1, 1299, 0x57}, {1, 1301, 0x57}}));
-    page.swslResto.UserMove(0);
-    ASSERT_TRUE(world.settle());
-    EXPECT_EQ(log.takeWrites(), (std::vector<Written>{{1, 1299, 0x47}, {1, 1301, 0x47}}));
+    EXPECT_EQ(writesOf(world, [&] { page.swslResto.UserMove(1); }), (Writes{{1, 1299, 0x57}, {1, 1301, 0x57}}));
+    EXPECT_EQ(writesOf(world, [&] { page.swslResto.UserMove(0); }), (Writes{{1, 1299, 0x47}, {1, 1301, 0x47}}));
     EXPECT_FALSE(page.swslResto.waiting());
 }
 
@@ -146,12 +144,8 @@ TEST(FrmProUni, ASwitchThatFollowsTheBoardWritesTheSameByteBack) {
     World world;
     world.start();
     world.setBoard(1, 1299, 0x95);
-    world.setBoard(1, 1301, 0x95);
-    WireLog log(world);
-    auto& page = world.open<FrmProUni>("FrmProUni");
-    ASSERT_TRUE(world.settle());
-    EXPECT_EQ(page.swslResto.Position, 1);
-    EXPECT_EQ(log.takeWrites(), (std::vector<Written>{{1, 1299, 0x95}, {1, 1301, 0x95}}));
+    EXPECT_EQ(writesOf(world, [&] { ShowPage("FrmProUni"); }), (Writes{{1, 1299, 0x95}, {1, 1301, 0x95}}));
+    EXPECT_EQ(world.open<FrmProUni>("FrmProUni").swslResto.Position, 1);
 }
 
 TEST(FrmProUni, TheByteOfOptionsChangesOnlyWhenTheBoardReportsIt) {
@@ -185,8 +179,8 @@ TEST(FrmProUni, FollowsTheStatusAndStaysLockedWithoutIt) {
 }
 
 TEST(FrmProUni, CountsTenValues) {
-    World world;
-    auto& page = dynamic_cast<FrmProUni&>(LoadPage(std::make_unique<FrmProUni>()));
+    Bench bench;
+    auto& page = bench.load<FrmProUni>();
     const int counted[] = {1156, 1394, 1395, 1396, 1397, 1398, 1399, 1400, 1401};
     for (const int n : counted) tell(page, 1, n, 5);
     for (const int uncounted : {1203, 1298, 1300, 1301, 1403}) tell(page, 1, uncounted, 5);
@@ -200,9 +194,7 @@ TEST(FrmProUni, Leaves1203WatchedWhenItCloses) {
     world.start();
     auto& page = world.open<FrmProUni>("FrmProUni");
     page.UserClose();
-    for (int bank = 0; bank < Banks; ++bank)
-        for (int n = 1; n < RecordCount(bank); ++n)
-            EXPECT_EQ(ParamTable(bank, n).Watchers, bank == 1 && n == 1203 ? 1 : 0) << bank << " " << n;
+    EXPECT_EQ(testing::watches(), testing::watchesOf({{1, 1203, 1203}}));
 }
 
 }  // namespace

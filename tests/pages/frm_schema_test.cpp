@@ -10,6 +10,7 @@
 
 #include "pages/test/frm_test_cedar.h"
 #include "support/bare_mirror.h"
+#include "support/world.h"
 
 namespace kestrel {
 namespace {
@@ -105,7 +106,7 @@ void expectPlaces(const Layout& layout) {
     if (layout.kind == Layout::Kind::Canvas) {
         const auto* picture = dynamic_cast<const Picture*>(layout.control);
         ASSERT_NE(picture, nullptr);
-        std::ifstream file(std::filesystem::path(KESTREL_INSTALLATION) / "pictures" / (picture->drawing() + ".svg"));
+        std::ifstream file(testing::InstallationDirectory() / "pictures" / (picture->drawing() + ".svg"));
         std::stringstream drawing;
         drawing << file.rdbuf();
         for (const std::string& place : layout.places)

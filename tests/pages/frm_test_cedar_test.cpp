@@ -154,7 +154,7 @@ TEST_F(ModelTest, TheMailboxOfOtherOrdersIsLeftAlone) {
 TEST_F(ModelTest, AWriteThatWasLostIsNotFollowedByTheCommand) {
     clickPair(2, 2);
     mirror.deliver(0, 5);
-    mirror.loseWrite(0, 6, 96);
+    mirror.arrive(0, 6, 96);
     EXPECT_TRUE(mirror.due().empty());
     mirror.run(2001);
     EXPECT_TRUE(unlocked());

@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include "pages/sales/frm_cancella.h"
 #include "shell/language_files.h"
 #include "support/arrivals.h"
 #include "support/writes.h"
@@ -121,6 +122,27 @@ TEST(VendCounters, EveryPageReadsAgainEveryFifteenSeconds) {
         page.UserClose();
         EXPECT_EQ(testing::watchersLeft(), 0) << block.page;
     }
+}
+
+TEST(VendCounters, GrowAsTheMachineSellsAndStartAnewWhenClearingIsOrdered) {
+    auto options = World::still();
+    options.moving = true;
+    World world(options);
+    world.start();
+    auto& page = world.open<VendCounters>("FrmBattute");
+    const auto sold = [&] {
+        int count = 0;
+        for (int k = 0; k < 18; ++k) count += std::stoi(page.Label3[k].Caption);
+        for (int s = 0; s < 48; ++s) count += std::stoi(page.Label4[s].Caption);
+        return count;
+    };
+    const int before = sold();
+    world.run(10 * 60'000);
+    EXPECT_GT(sold(), before + 5);
+    world.platform.answers = {Message::Answer::Yes};
+    world.open<FrmCancella>("FrmCancella").cmdCancella[0].UserClick();
+    world.run(20'000);
+    EXPECT_LE(sold(), 1);
 }
 
 TEST(VendCounters, BoardsThatAreNotThereLeaveTheirRowsBlank) {

@@ -95,11 +95,18 @@ TEST_F(Bar, CollectsStepsThatFollowEachOtherQuickly) {
     for (const Case& c : cases) {
         bar.Value = 100;
         changes.clear();
+        view().setFocus();
         c.act();
         EXPECT_EQ(changes, Values()) << c.what;
-        rest();
+        leave(view());
         EXPECT_EQ(changes, Values{c.end}) << c.what;
     }
+}
+
+TEST_F(Bar, WritesByItselfWhenNoOtherStepFollows) {
+    QTest::keyClick(&view(), Qt::Key_Right);
+    rest();
+    EXPECT_EQ(changes, Values{101});
 }
 
 TEST_F(Bar, StepsOnWhileAnEndIsHeldAndWritesOnce) {

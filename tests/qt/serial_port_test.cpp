@@ -3,7 +3,6 @@
 #include "platform/qt/qt_serial_port.h"
 
 #include <gtest/gtest.h>
-#include <sys/resource.h>
 #include <unistd.h>
 
 #include <QElapsedTimer>
@@ -20,24 +19,17 @@
 #include "platform/qt/qt_platform.h"
 #include "platform/trouble.h"
 #include "pseudo_terminal.h"
+#include "support/processor_time.h"
 
 namespace kestrel {
 namespace {
 
 using qt::QtPlatform;
 using qt::QtSerialPort;
+using testing::processorSeconds;
 using testing::PseudoTerminal;
 
 Bytes bytesOf(const std::string& text) { return {text.begin(), text.end()}; }
-
-double processorSeconds() {
-    rusage used{};
-    getrusage(RUSAGE_SELF, &used);
-    const auto seconds = [](const timeval& time) {
-        return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_usec) / 1e6;
-    };
-    return seconds(used.ru_utime) + seconds(used.ru_stime);
-}
 
 class SerialPort : public ::testing::Test {
   protected:

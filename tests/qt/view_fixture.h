@@ -46,7 +46,7 @@ class ViewTest : public ::testing::Test {
         page.show();
         page.activateWindow();
         (void)QTest::qWaitForWindowActive(&page);
-        QApplication::processEvents();
+        settle();
         return page;
     }
     QWidget& show(std::function<Layout()> arrange) {
@@ -64,6 +64,10 @@ class ViewTest : public ::testing::Test {
         throw std::logic_error("no view shows the control");
     }
     QWidget& widgetOf(const Control& control) const { return viewOf(control).widget(); }
+    /// Lets everything that was asked for be laid out and painted.
+    static void settle() {
+        for (int i = 0; i < 5; ++i) QApplication::processEvents();
+    }
     /// The user presses Tab or clicks elsewhere.
     static void leave(QWidget& widget) { widget.clearFocus(); }
 

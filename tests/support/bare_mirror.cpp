@@ -1,6 +1,7 @@
 // Pages over a mirror without a line.
 // See bare_mirror.h.
 #include "support/bare_mirror.h"
+#include "support/world.h"
 
 #include <ostream>
 
@@ -34,7 +35,7 @@ void PrintTo(const DueWrite& write, std::ostream* out) {
 
 BareMirror::BareMirror() {
     ResetProgram();
-    platform.install(KESTREL_INSTALLATION);
+    platform.install(InstallationDirectory());
     LoadLanguage("English.lng");
     for (int bank = 0; bank < Banks; ++bank) {
         SetBoardPresent(bank, true);
@@ -54,8 +55,6 @@ void BareMirror::deliver(int bank, int parameter) {
     becomesFresh(bank, parameter);
     notify(bank, parameter);
 }
-
-void BareMirror::loseWrite(int bank, int parameter, std::uint32_t boardHolds) { arrive(bank, parameter, boardHolds); }
 
 DueWrites BareMirror::deliverAll() {
     DueWrites delivered;

@@ -39,8 +39,6 @@ class BareMirror {
     void arrive(int bank, int parameter, std::uint32_t value);
     /// The write that is due goes out and is acknowledged.
     void deliver(int bank, int parameter);
-    /// The write that is due is lost on the line; as after a time-out, the parameter is then read instead.
-    void loseWrite(int bank, int parameter, std::uint32_t boardHolds);
     /// Delivers everything that is due, in the order of a scan, and whatever that makes due, and tells what it was.
     DueWrites deliverAll();
     /// All that is due, by bank and parameter.

@@ -9,7 +9,7 @@ namespace kestrel::testing {
 
 World::World(simulator::MachineOptions options) : line(options) {
     ResetProgram();
-    platform.install(KESTREL_INSTALLATION);
+    platform.install(InstallationDirectory());
     platform.lines[1] = &line;
     RegisterPages(AllPages());
 }
@@ -18,7 +18,7 @@ World::~World() { ResetProgram(); }
 
 simulator::MachineOptions World::still() {
     simulator::MachineOptions options;
-    options.directory = KESTREL_INSTALLATION;
+    options.directory = InstallationDirectory();
     options.moving = false;
     return options;
 }
@@ -37,6 +37,8 @@ bool World::settle() {
     }
     return false;
 }
+
+std::filesystem::path InstallationDirectory() { return KESTREL_INSTALLATION; }
 
 int UnsettledRecords() {
     int count = 0;

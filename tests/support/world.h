@@ -47,6 +47,9 @@ class World {
     }
 };
 
+/// The program's directory of the installation that the build made.
+std::filesystem::path InstallationDirectory();
+
 /// Records that are watched and not fresh, or whose write is due, over all banks.
 int UnsettledRecords();
 

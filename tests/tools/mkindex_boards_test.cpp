@@ -65,7 +65,11 @@ constexpr Need needs[] = {
     {"master inputs", 0, 249, 249, 255, live},
     {"alarm pointer and ring", 0, 251, 311, 255, live},
     {"coin values", 0, 312, 327, 65535, once},
-    {"largest change, coin mask, credits, tokens", 0, 328, 341, 65535, once},
+    {"largest change, coin mask", 0, 328, 331, 65535, once},
+    {"largest credit of a key", 0, 332, 332, 65535, live},  // shown only when it comes after the decimals
+    {"its copy", 0, 333, 333, 65535, once},
+    {"largest credit in coins", 0, 334, 334, 65535, live},  // the same
+    {"its copy, tokens", 0, 335, 341, 65535, once},
     {"price time-out", 0, 342, 343, 250, once},
     {"banknote mask", 0, 344, 345, 65535, once},
     {"payment options", 0, 346, 349, 255, once},

@@ -98,7 +98,7 @@ Layout FrmPresel::Arrange() {
         left.insert(left.end(), {Label0[i], iSwSliderX1[i], iSwSliderX2[i], HScroll1[i], Label1[i]});
         right.insert(right.end(), {Label0[plus], HScroll1[plus], Label1[plus]});
     }
-    return Row{Grid(5, std::move(left)), Grid(3, std::move(right))};
+    return Row{Group(PlainBlock, Grid(5, std::move(left))), Group(PlusBlock, Grid(3, std::move(right)))};
 }
 
 void FrmPresel::Form_Load() {

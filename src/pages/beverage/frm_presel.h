@@ -14,6 +14,7 @@ class FrmPresel : public Page {
 
     FrmPresel();
 
+    Frame PlainBlock, PlusBlock;                            ///< without titles
     ControlArray<Label, 6> Label4;                          ///< heads, the last two of the "Plus" block
     ControlArray<Label, 2 * Preselections> Label0;          ///< names of the rows, from index 4 on of the "Plus" block
     ControlArray<SliderSwitch, Preselections> iSwSliderX1;  ///< product, 0: none

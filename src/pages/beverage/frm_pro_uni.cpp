@@ -38,6 +38,7 @@ constexpr unsigned DelaysAlways = 32;  ///< of the machine's options
 constexpr int FirstRevisionWithoutDelays = 27;
 constexpr int DelayRow = 1;
 
+constexpr int DesignProducts = 5;  ///< of the switches until the machine has told how many it has
 constexpr int LargeStep = 10;
 constexpr ParamValue NoStatus = 255;
 constexpr int TitleLine = 48;
@@ -66,6 +67,7 @@ FrmProUni::FrmProUni() : Page("FrmProUni"), Arrivals(ExpectedArrivals) {
             bar.design(0, 255, LargeStep);
             bar.scale.decimals = 1;
         }
+        product.channel.PositionLabels = NumberedPositions("0", DesignProducts);
         for (Label& label : product.values) label.showsValue("25.5");
         product.bars.OnChange([this, i](int Index) { HScroll_Change(i, Index); });
         product.channel.OnPositionChangeUser([this, i] { iSwSliderX_PositionChangeUser(i); });

@@ -37,8 +37,9 @@ Layout FrmControls::Arrange() {
     return Row{
         Column{
             Group(BarFrame, Rows(Indexes(0, 4), BarCaption, Bar, BarValue)),
-            Group(StepFrame,
-                  Column{Rows(Indexes(0, 5), SliderCaption, Slider), Rows(Indexes(0, 3), RotaryCaption, Rotary)}),
+            Group(StepFrame, Column{Rows(Indexes(0, 5), SliderCaption, Slider),
+                                    Grid(4, {RotaryCaption[0], Rotary[0], RotaryCaption[1], Rotary[1], RotaryCaption[2],
+                                             Rotary[2], RotaryCaption[3], Rotary[3]})}),
             Group(AbsentFrame, Row{AbsentCaption, AbsentBar, AbsentValue, AbsentSlider, AbsentToggle}),
         },
         Column{
@@ -84,7 +85,7 @@ void FrmControls::setCaptions() {
     ChartFrame.Caption = "Strip chart";
     PictureFrame.Caption = "Controls on a drawing";
     setCaptionsOf(BarCaption, {"plain", "disabled", "waiting", "out of range", "amount"});
-    setCaptionsOf(SliderCaption, {"plain", "long labels", "sixteen", "disabled", "waiting ", "out of range"});
+    setCaptionsOf(SliderCaption, {"plain", "long labels", "sixteen", "disabled", "waiting", "out of range"});
     setCaptionsOf(RotaryCaption, {"rotary", "disabled", "waiting", "out of range"});
     setCaptionsOf(TwoStateCaption, {"off", "on", "disabled off", "disabled on", "waiting"});
     setCaptionsOf(LampCaption, {"off", "on", "disabled off", "disabled on"});
@@ -94,6 +95,9 @@ void FrmControls::setCaptions() {
     setCaptionsOf(Words, {"disabled text", "Normal", "Test running", "can be clicked"});
     AbsentCaption.Caption = "absent board";
     DrawnKey.ToolTip = "key of the drawing";
+    for (Led& lamp : DrawnLamp) lamp.ToolTip = "lamp of the drawing";
+    for (Thermometer& gauge : Gauge) gauge.ToolTip = "gauge";
+    for (ProgressBar& bar : Progress) bar.ToolTip = "progress";
 }
 
 void FrmControls::setBars() {

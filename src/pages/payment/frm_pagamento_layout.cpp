@@ -34,22 +34,25 @@ void FrmPagamento::designControls() {
 }
 
 Layout FrmPagamento::Arrange() {
+    const Layout coins = Grid(3, {Label4[0], HScroll11[0], Label11[0],  //
+                                  Label2, iSwitchSliderX2, Gap(),       //
+                                  Label3[3], SwitchX5[1], Gap(),        //
+                                  Label12, SliderX1, Gap(),             //
+                                  Label5, SliderX4, Gap()});
+    const Layout banknotes = Grid(3, {Label9, SliderX7, Gap(),  //
+                                      Label7, SliderX6, Gap()});
+    const Layout executive = Column{SliderX5, Grid(3, {Label8, scrTP, Label8v,  //
+                                                       Label13, SwitchX5[0], Gap()})};
+    Layout tokens = Rows(Indexes(0, Tokens - 1), Label6, HScroll6, Label6s);
+    for (int i = 0; i < Tokens; ++i) {
+        tokens.children.emplace_back(Label3[i]);
+        tokens.children.emplace_back(iSwSliderX3[i]);
+        tokens.children.push_back(Gap());
+    }
     return Row{
-        Column{
-            Group(Frame1, Rows(Indexes(0, Coins - 1), Label1, HScroll10, Label10)),
-            Group(Frame4, Column{SliderX5, Row{Label8, scrTP, Label8v}, Row{Label13, SwitchX5[0], Gap()}}),
-            Gap(),
-        },
-        Column{
-            Group(Frame2, Row{Column{Group(Frame3, Column{Rows({0}, Label4, HScroll11, Label11),
-                                                          Grid(2, {Label2, iSwitchSliderX2, Label3[3], SwitchX5[1],
-                                                                   Label12, SliderX1, Label5, SliderX4})}),
-                                     Group(Frame6, Grid(2, {Label9, SliderX7, Label7, SliderX6}))},
-                              Group(Frame5, Column{Rows(Indexes(0, Tokens - 1), Label6, HScroll6, Label6s),
-                                                   Rows(Indexes(0, Tokens - 1), Label3, iSwSliderX3), Gap()})}),
-            Rows({2, 3}, Label4, HScroll11, Label11),
-            Gap(),
-        },
+        Column{Group(Frame1, Rows(Indexes(0, Coins - 1), Label1, HScroll10, Label10)), Group(Frame4, executive)},
+        Column{Group(Frame2, Row{Column{Group(Frame3, coins), Group(Frame6, banknotes)}, Group(Frame5, tokens)}),
+               Rows({2, 3}, Label4, HScroll11, Label11)},
     };
 }
 

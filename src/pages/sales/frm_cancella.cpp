@@ -29,6 +29,8 @@ constexpr int Steps = 20;
 constexpr int TitleLine = 21;
 constexpr int DoneLine = 258;
 
+bool hasSecondButton() { return BoardRevision() >= FirstRevisionOfSecond; }
+
 }  // namespace
 
 FrmCancella::FrmCancella() : Page("FrmCancella") {
@@ -40,10 +42,10 @@ FrmCancella::FrmCancella() : Page("FrmCancella") {
 }
 
 Layout FrmCancella::Arrange() {
+    Layout commands = Column{cmdCancella[0]};
+    if (hasSecondButton()) commands.children.emplace_back(cmdCancella[1]);
     return Column{
-        Group(Frame1, Column{cmdCancella[0], cmdCancella[1]}),
-        lbrInfo,
-        lblInfo,
+        Group(Frame1, Column{commands, lbrInfo, lblInfo}),
         Row{Gap(), mnuClose},
     };
 }
@@ -51,9 +53,8 @@ Layout FrmCancella::Arrange() {
 void FrmCancella::Form_Load() {
     Timer1.Enabled = false;
     lbrInfo.Visible = false;
-    const bool second = BoardRevision() >= FirstRevisionOfSecond;
-    cmdCancella[1].Visible = second;
-    Frame1.Height = second ? TallFrame : ShortFrame;
+    cmdCancella[1].Visible = hasSecondButton();
+    Frame1.Height = hasSecondButton() ? TallFrame : ShortFrame;
     PageCaptions();
     CenterPage(*this);
 }

@@ -13,7 +13,7 @@ using Kind = CounterBlock::Kind;
 using Numbering = CounterTexts::Numbering;
 
 constexpr int Selections = 18;
-constexpr int SelectionColumns = 2;  ///< the nine keys, and the same with preselection beside them
+constexpr int SelectionColumns = 6;
 
 constexpr CounterTexts SelectionsAsDrawn = {Numbering::Running, "Bev.", 0, "Bevande", 0};
 /// The captions were never numbered: every sector reads as the last one.
@@ -21,36 +21,39 @@ constexpr CounterTexts SectorsAsDrawn = {Numbering::None, "Set. 68", 0, "Settori
 
 constexpr CounterBlock selections(int parameter, CounterBlock::Labels values, const CounterTexts& texts) {
     constexpr int All = Selections;
-    return {Kind::Selections, 1, parameter, All, All, All, SelectionColumns, values, &VendCounters::Label1, 0, texts};
+    return {Kind::Selection,       1, parameter, All, All, All, SelectionColumns, true, values,
+            &VendCounters::Label1, 0, texts};
 }
 
 constexpr CounterBlock sectors(int parameter, const CounterTexts& texts) {
     constexpr int All = SectorCount;
-    return {Kind::Sectors,         2, parameter, All, All, All, SectorColumns, &VendCounters::Label4,
+    return {Kind::Sector,          2, parameter, All, All, All, SectorColumns, true, &VendCounters::Label4,
             &VendCounters::Label2, 0, texts};
 }
 
 /// The counters of the plus preselections are kept fresh, and shown nowhere.
-constexpr CounterBlock Preselections = {.kind = Kind::Preselections,
+constexpr CounterBlock Preselections = {.kind = Kind::Preselection,
                                         .bank = 0,
                                         .parameter = 169,
                                         .watched = 8,
                                         .shown = 4,
                                         .rows = 4,
                                         .columns = 1,
+                                        .runsAlong = false,
                                         .values = &VendCounters::Label1,
                                         .captions = &VendCounters::Label11,
                                         .firstLabel = 30,
                                         .texts = {Numbering::OwnLines, "", 227, "", 226}};
 
 /// Sixteen rows were drawn; nine of them count.
-constexpr CounterBlock Coins = {.kind = Kind::Coins,
+constexpr CounterBlock Coins = {.kind = Kind::Coin,
                                 .bank = 0,
                                 .parameter = 177,
                                 .watched = 9,
                                 .shown = 9,
                                 .rows = 16,
                                 .columns = 2,
+                                .runsAlong = false,
                                 .values = &VendCounters::Label2,
                                 .captions = &VendCounters::Label1,
                                 .firstLabel = 0,

@@ -44,32 +44,32 @@ VendCounters::VendCounters(const CounterDesign& design) : Page(design.name), des
 
 Frame* VendCounters::frameOf(CounterBlock::Kind kind) {
     switch (kind) {
-        case CounterBlock::Kind::Selections:
+        case CounterBlock::Kind::Selection:
             return &Frame1;
-        case CounterBlock::Kind::Sectors:
+        case CounterBlock::Kind::Sector:
             return &Frame2[0];
-        case CounterBlock::Kind::Preselections:
+        case CounterBlock::Kind::Preselection:
             return &Frame3;
-        case CounterBlock::Kind::Coins:
+        case CounterBlock::Kind::Coin:
             break;
     }
     return nullptr;
 }
 
-/// Sectors run along their rows, as in the machine; the others run down their columns.
 Layout VendCounters::arrangeBlock(const CounterBlock& block) {
     const int length = block.rows / block.columns;
-    std::vector<Layout> cells;
-    for (int line = 0; line < length; ++line)
-        for (int column = 0; column < block.columns; ++column) {
-            const bool alongRows = block.kind == CounterBlock::Kind::Sectors;
-            const int row = alongRows ? line * block.columns + column : column * length + line;
+    Layout lists(Layout::Kind::Row);
+    for (int column = 0; column < block.columns; ++column) {
+        std::vector<Layout> cells;
+        for (int line = 0; line < length; ++line) {
+            const int row = block.runsAlong ? line * block.columns + column : column * length + line;
             cells.emplace_back(caption(block, row));
             cells.emplace_back(value(block, row));
         }
-    Layout grid = Grid(2 * block.columns, std::move(cells));
+        lists.children.push_back(Grid(2, std::move(cells)));
+    }
     Frame* frame = frameOf(block.kind);
-    return frame ? Group(*frame, std::move(grid)) : grid;
+    return frame ? Group(*frame, std::move(lists)) : lists;
 }
 
 /// Sectors below all others, and selections left of preselections.
@@ -77,7 +77,7 @@ Layout VendCounters::Arrange() {
     Layout above(Layout::Kind::Row);
     Layout page(Layout::Kind::Column);
     for (const CounterBlock& block : design_.blocks) {
-        const bool sectors = block.kind == CounterBlock::Kind::Sectors;
+        const bool sectors = block.kind == CounterBlock::Kind::Sector;
         std::vector<Layout>& children = sectors ? page.children : above.children;
         children.insert(children.begin(), arrangeBlock(block));
     }

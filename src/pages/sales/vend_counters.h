@@ -23,17 +23,18 @@ struct CounterTexts {
 
 /// Consecutive counters of one bank, and the labels that show them.
 struct CounterBlock {
-    enum class Kind { Selections, Sectors, Preselections, Coins };
+    enum class Kind { Selection, Sector, Preselection, Coin };
     static constexpr int MostRows = 48;
     using Labels = ControlArray<Label, MostRows> VendCounters::*;
 
     Kind kind;
     int bank;
-    int parameter;  ///< of the first counter
-    int watched;    ///< counters that are kept fresh
-    int shown;      ///< counters that reach a label
-    int rows;       ///< rows on the page; those beyond the shown ones stay empty
-    int columns;    ///< in which the rows stand
+    int parameter;   ///< of the first counter
+    int watched;     ///< counters that are kept fresh
+    int shown;       ///< counters that reach a label
+    int rows;        ///< rows on the page; those beyond the shown ones stay empty
+    int columns;     ///< in which the rows stand
+    bool runsAlong;  ///< row after row as the sectors lie in the machine, else column after column
     Labels values;
     Labels captions;
     int firstLabel;  ///< index of the first row in both arrays

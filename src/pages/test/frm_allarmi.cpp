@@ -69,7 +69,10 @@ std::string timeText(int hours, int minutes) {
 
 }  // namespace
 
-FrmAllarmi::FrmAllarmi() : Page("FrmAllarmi") { ProgressBar1.Max = ValuesToRead; }
+FrmAllarmi::FrmAllarmi() : Page("FrmAllarmi") {
+    ProgressBar1.Max = ValuesToRead;
+    ListView1.namedBy(&Label1);
+}
 
 Layout FrmAllarmi::Arrange() { return Column{Row{Label1, ProgressBar1}, ListView1}; }
 
@@ -91,6 +94,7 @@ void FrmAllarmi::PageCaptions() {
     Caption = LanguageTable(TitleLine);
     Label1.Caption = LanguageTable(Label1Line);
     std::vector<std::string> heads;
+    heads.reserve(Heads);
     for (int i = 0; i < Heads; ++i) heads.push_back(LanguageTable(HeadsLine + i));
     ListView1.ColumnHeads = heads;
 }

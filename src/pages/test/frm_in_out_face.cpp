@@ -35,27 +35,27 @@ constexpr int Red = 255;
 constexpr std::array<int, FrmInOut::AlderInputs> InputLamp = {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 14, 17};
 
 constexpr int OutputColumns = 4;
-/// The longest number, with room before it that keeps blocks side by side apart.
-constexpr const char* NumberWithRoom = "    00";
+constexpr const char* Number = "00";             // the longest
+constexpr const char* NumberWithRoom = "   00";  // the room keeps blocks side by side apart
 
 }  // namespace
 
 /// Captions stand behind their lamps and switches, so that blocks side by side stay apart.
 void FrmInOut::nameRows() {
-    const auto number = [](Label& label, int i) {
-        label.showsValue(NumberWithRoom);
+    const auto number = [](Label& label, int i, const char* longest) {
+        label.showsValue(longest);
         label.Caption = std::to_string(i + 1);
     };
     for (int i = 0; i < MasterInputs; ++i) {
-        number(masterNumbers_[i], i);
+        number(masterNumbers_[i], i, Number);
         LedX1[i].namedBy(&Label1[i]);
     }
     for (int i = 0; i < AlderInputs; ++i) {
-        number(inputNumbers_[i], i);
+        number(inputNumbers_[i], i, Number);
         iLedRectangleX1[InputLamp[static_cast<std::size_t>(i)]].namedBy(&Label3[i]);
     }
     for (int i = 0; i < AlderOutputs; ++i) {
-        number(outputNumbers_[i], i);
+        number(outputNumbers_[i], i, NumberWithRoom);
         SwitchLed1[i].namedBy(&Label4[i]);
     }
     for (int i = 0; i < CedarOutputs; ++i) SwitchLed3[i].namedBy(&Label5[i]);

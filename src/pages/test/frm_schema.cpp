@@ -61,6 +61,7 @@ FrmSchema::FrmSchema() : Page("FrmSchema") {
 
 Layout FrmSchema::Arrange() {
     std::vector<std::pair<Control*, std::string>> placed;
+    placed.reserve(Outputs + Inputs + 2);
     for (int i = 0; i < Outputs; ++i) placed.emplace_back(&Led[i], "led" + std::to_string(i));
     for (int i = 0; i < Inputs; ++i) placed.emplace_back(&iLed[i], "iled" + std::to_string(i));
     placed.emplace_back(&iThermometerX1, "thermometer");

@@ -57,6 +57,7 @@ FrmTestCedar::FrmTestCedar() : Page("FrmTestCedar") {
 
 Layout FrmTestCedar::Arrange() {
     std::vector<std::pair<Control*, std::string>> zones;
+    zones.reserve(Zones);
     for (int i = 0; i < Zones; ++i) zones.emplace_back(&Label1[i], "zone" + std::to_string(i));
     return Column{
         Canvas(Image1, zones),

@@ -9,26 +9,24 @@ namespace kestrel::qt {
 
 namespace {
 
-/// What falls into one pixel column: where the line enters, its extremes, where it leaves.
+/// What falls into one pixel column: its lowest and its highest point, in the order in which the line takes them.
 class PixelColumn {
   public:
     void add(const QPointF& point) {
-        if (points_ == 0) first_ = low_ = high_ = point;
+        if (points_ == 0) low_ = high_ = point;
         if (point.y() < low_.y()) low_ = point;
         if (point.y() > high_.y()) high_ = point;
-        last_ = point;
         ++points_;
     }
     void flush(QPolygonF& line) {
-        if (points_ > 0) line << first_;
-        if (points_ > 2) line << (low_.x() <= high_.x() ? low_ : high_) << (low_.x() <= high_.x() ? high_ : low_);
-        if (points_ > 1) line << last_;
+        if (points_ > 0) line << (low_.x() <= high_.x() ? low_ : high_);
+        if (points_ > 1) line << (low_.x() <= high_.x() ? high_ : low_);
         points_ = 0;
     }
 
   private:
     int points_ = 0;
-    QPointF first_, low_, high_, last_;
+    QPointF low_, high_;
 };
 
 }  // namespace

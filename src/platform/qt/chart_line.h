@@ -1,5 +1,5 @@
 // The line of one channel of a strip chart, thinned to what the pixels can show.
-// However many samples there are, no pixel column gets more than four points.
+// However many samples there are, no pixel column gets more than two points.
 #pragma once
 
 #include <QPolygonF>

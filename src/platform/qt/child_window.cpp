@@ -11,6 +11,12 @@
 
 namespace kestrel::qt {
 
+namespace {
+
+constexpr int BesideTitle = 160;  ///< width of the icon and the buttons in the title bar
+
+}  // namespace
+
 ChildWindow::ChildWindow(Window& model, PageArea& area) : model_(&model), area_(area), page_(buildPage(model)) {
     setWidget(page_);
     area.addSubWindow(this);
@@ -25,7 +31,10 @@ ChildWindow::~ChildWindow() {
     if (model_) model_->unbind(this);
 }
 
-QSize ChildWindow::fittingSize() const { return sizeHint().boundedTo(area_.viewport()->size()); }
+QSize ChildWindow::fittingSize() const {
+    const int title = fontMetrics().horizontalAdvance(windowTitle()) + BesideTitle;
+    return sizeHint().expandedTo({title, 0}).boundedTo(area_.viewport()->size());
+}
 
 void ChildWindow::dismiss() {
     model_->unbind(this);
@@ -39,7 +48,10 @@ void ChildWindow::dismiss() {
 
 void ChildWindow::controlChanged() {
     const QString title = toQt(model_->Caption);
-    if (windowTitle() != title) setWindowTitle(title);
+    if (windowTitle() != title) {
+        setWindowTitle(title);
+        fit();
+    }
     place();
 }
 

@@ -62,6 +62,7 @@ bool DemoPort::collect() {
 }
 
 void DemoPort::waitForMachine() {
+    if (isOpen_ && !machine_->portOpen()) return next_.start(0);
     const auto due = machine_->nextEvent();
     if (!due) return next_.stop();
     const simulator::Micros left = std::max<simulator::Micros>(0, *due - now());

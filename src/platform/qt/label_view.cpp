@@ -8,6 +8,7 @@
 #include <algorithm>
 
 #include "platform/qt/drawing.h"
+#include "platform/qt/words.h"
 
 namespace kestrel::qt {
 
@@ -41,6 +42,10 @@ void LabelView::showState() {
         foreColor_ = model().ForeColor;
         update();
     }
+    if (chosen_ != model().Chosen) {
+        chosen_ = model().Chosen;
+        valueShown();
+    }
 }
 
 QSize LabelView::sizeHint() const {
@@ -50,11 +55,13 @@ QSize LabelView::sizeHint() const {
     int width = 0;
     const QStringList lines = text_.split(u'\n');
     for (const QString& line : lines) width = std::max(width, metrics.horizontalAdvance(line));
+    if (isKey()) width = std::max(width, height);
     const int margin = canPress() ? 2 * GridStep : 0;
     return {width + margin, height + static_cast<int>(lines.size() - 1) * metrics.lineSpacing()};
 }
 
 QColor LabelView::ink() const {
+    if (chosen_ && isEnabled()) return colors().onAccent;
     if (!isEnabled() || foreColor_ == Label::DefaultColor) return textColor(*this);
     // The pure colours of lamps and warnings are the look's own ones.
     if (foreColor_ == PureRed) return readable(colors().alarm, colors().panel, TextContrast);
@@ -63,12 +70,24 @@ QColor LabelView::ink() const {
     return readable(asked, colors().panel, TextContrast);
 }
 
+QRectF LabelView::keyShape() const { return QRectF(rect()).adjusted(3, 3, -3, -3); }
+
+void LabelView::drawKey(Brush& brush) const {
+    const QColor face = isEnabled() ? (underMouse() ? colors().line : colors().button) : colors().panel;
+    const QColor edge = isEnabled() ? colors().outline : colors().line;
+    if (!chosen_) return drawShape(brush, keyShape(), CornerRadius, face, edge);
+    const QColor strength = isEnabled() ? colors().accent : colors().disabledText;
+    drawShape(brush, keyShape(), CornerRadius, isEnabled() ? strength : face, strength, 2);
+}
+
 void LabelView::paintEvent(QPaintEvent* /*event*/) {
     Brush brush(*this);
-    if (canPress() && isEnabled() && underMouse())
+    if (isKey())
+        drawKey(brush);
+    else if (canPress() && isEnabled() && underMouse())
         drawShape(brush, rect(), CornerRadius, Qt::transparent, colors().outline);
     brush.setPen(ink());
-    if (canPress() && !text_.isEmpty()) {
+    if (canPress() && !isKey() && !text_.isEmpty()) {
         QFont underlined = font();
         underlined.setUnderline(true);
         brush.setFont(underlined);
@@ -79,12 +98,15 @@ void LabelView::paintEvent(QPaintEvent* /*event*/) {
         brush.drawText(rect(), static_cast<int>(canPress() ? Qt::AlignCenter : Qt::AlignLeft | Qt::AlignVCenter),
                        text_);
     }
-    if (canPress()) drawMarks(brush, *this, QRectF(rect()).adjusted(3, 3, -3, -3));
+    if (canPress()) drawMarks(brush, *this, keyShape());
 }
 
 QString LabelView::spokenName() const { return isFigure() || text_.isEmpty() ? ViewBase::spokenName() : text_; }
 
-QString LabelView::spokenValue() const { return isFigure() ? text_ : QString(); }
+QString LabelView::spokenValue() const {
+    if (chosen_) return words::On;
+    return isFigure() ? text_ : QString();
+}
 
 QAccessible::Role LabelView::spokenRole() const { return canPress() ? QAccessible::Button : QAccessible::StaticText; }
 

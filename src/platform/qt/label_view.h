@@ -7,11 +7,14 @@
 
 namespace kestrel::qt {
 
+class Brush;
+
 class LabelView : public View<Label> {
   public:
     explicit LabelView(Label& label);
 
-    /// Of a value label: its text. Of a caption the empty text, since the name says it.
+    /// Of a value label: its text. Of a caption the empty text, since the name says it. Of the chosen key that it is
+    /// on.
     QString spokenValue() const override;
     QString spokenName() const override;
     QAccessible::Role spokenRole() const override;
@@ -32,11 +35,15 @@ class LabelView : public View<Label> {
     void keyPressEvent(QKeyEvent* event) override;
 
   private:
+    bool isKey() const { return model().role == Label::Role::Key; }
     QColor ink() const;
+    QRectF keyShape() const;
+    void drawKey(Brush& brush) const;
 
     QString text_;
     QString widest_;
     int foreColor_ = Label::DefaultColor;
+    bool chosen_ = false;
     bool pressed_ = false;
 };
 

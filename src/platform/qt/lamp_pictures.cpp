@@ -2,11 +2,11 @@
 // See lamp_pictures.h.
 #include "platform/qt/lamp_pictures.h"
 
-#include <QIconEngine>
 #include <QPainter>
 #include <QPainterPath>
 
-#include "platform/qt/drawing.h"
+#include "platform/qt/drawn_icon.h"
+#include "platform/qt/palette.h"
 
 namespace kestrel::qt {
 
@@ -15,7 +15,7 @@ namespace {
 constexpr int Lamps = 3;
 enum Lamp { Send, Receive, Error };
 
-/// An arrow up for sending, one down for receiving, an exclamation mark for trouble; in a square of side 1 round 0.
+/// An arrow up for sending, one down for receiving, an exclamation mark for trouble.
 QPainterPath markOf(Lamp lamp) {
     QPainterPath mark;
     if (lamp == Error) {
@@ -23,55 +23,33 @@ QPainterPath markOf(Lamp lamp) {
         mark.addEllipse(QPointF(0, 0.2), 0.075, 0.075);
         return mark;
     }
-    const double up = lamp == Send ? -1 : 1;
-    mark.moveTo(0, up * 0.28);
-    mark.lineTo(-0.24, up * 0.0);
-    mark.lineTo(-0.08, up * 0.0);
-    mark.lineTo(-0.08, up * -0.26);
-    mark.lineTo(0.08, up * -0.26);
-    mark.lineTo(0.08, up * 0.0);
-    mark.lineTo(0.24, up * 0.0);
-    mark.closeSubpath();
+    const double ahead = lamp == Send ? -1 : 1;
+    mark.addPolygon(QPolygonF({{0, ahead * 0.28},
+                               {-0.24, 0},
+                               {-0.08, 0},
+                               {-0.08, ahead * -0.26},
+                               {0.08, ahead * -0.26},
+                               {0.08, 0},
+                               {0.24, 0}}));
     return mark;
 }
 
-class LampEngine : public QIconEngine {
-  public:
-    LampEngine(Lamp lamp, bool lit) : lamp_(lamp), lit_(lit) {}
-
-    void paint(QPainter* painter, const QRect& rect, QIcon::Mode /*mode*/, QIcon::State /*state*/) override {
-        painter->save();
-        painter->setRenderHint(QPainter::Antialiasing);
-        const double side = std::min(rect.width(), rect.height());
-        QRectF disc(0, 0, side - 1, side - 1);
-        disc.moveCenter(QRectF(rect).center());
-        const QColor light = lamp_ == Error ? colors().alarm : colors().lit;
-        drawShape(*painter, disc, disc.width() / 2, lit_ ? light : Qt::transparent, lit_ ? light : colors().outline,
-                  std::max(1.5, side / 12));
-        painter->translate(disc.center());
-        painter->scale(side, side);
-        painter->fillPath(markOf(lamp_), lit_ ? (lamp_ == Error ? colors().field : colors().onLit) : colors().outline);
-        painter->restore();
-    }
-    QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override {
-        QPixmap result(size);
-        result.fill(Qt::transparent);
-        QPainter painter(&result);
-        paint(&painter, QRect(QPoint(0, 0), size), mode, state);
-        return result;
-    }
-    QIconEngine* clone() const override { return new LampEngine(*this); }
-
-  private:
-    Lamp lamp_;
-    bool lit_;
-};
+void drawLampPicture(QPainter& painter, Lamp lamp, bool lit) {
+    const QColor light = lamp == Error ? colors().alarm : colors().lit;
+    painter.setPen(QPen(lit ? light : colors().outline, 0.09));
+    painter.setBrush(lit ? light : QColor(Qt::transparent));
+    painter.drawEllipse(QPointF(0, 0), 0.44, 0.44);
+    const QColor mark = lamp == Error ? colors().field : colors().onLit;
+    painter.fillPath(markOf(lamp), lit ? mark : colors().outline);
+}
 
 }  // namespace
 
 QIcon lampPicture(int number) {
     if (number < 1 || number > 2 * Lamps) return {};
-    return QIcon(new LampEngine(static_cast<Lamp>((number - 1) % Lamps), number > Lamps));
+    const auto lamp = static_cast<Lamp>((number - 1) % Lamps);
+    const bool lit = number > Lamps;
+    return drawnIcon([lamp, lit](QPainter& painter) { drawLampPicture(painter, lamp, lit); });
 }
 
 }  // namespace kestrel::qt

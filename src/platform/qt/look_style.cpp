@@ -7,6 +7,7 @@
 #include <algorithm>
 
 #include "platform/qt/drawing.h"
+#include "platform/qt/message_signs.h"
 #include "platform/qt/scroll_bar_style.h"
 #include "platform/qt/title_bar_style.h"
 
@@ -26,7 +27,10 @@ void drawButton(const QStyleOption& option, QPainter& painter) {
     const bool hover = enabled && (option.state & QStyle::State_MouseOver);
     QColor face = enabled ? colors().button : colors().panel;
     if (down) face = colors().line;
-    drawShape(painter, shapeIn(option), CornerRadius, face, hover ? colors().text : colors().outline);
+    const auto* button = qstyleoption_cast<const QStyleOptionButton*>(&option);
+    const bool byEnter = enabled && button && (button->features & QStyleOptionButton::DefaultButton);
+    drawShape(painter, shapeIn(option), CornerRadius, face, hover || byEnter ? colors().text : colors().outline,
+              byEnter ? 2 : 1);
 }
 
 void drawBox(const QStyleOption& option, QPainter& painter) {
@@ -34,6 +38,11 @@ void drawBox(const QStyleOption& option, QPainter& painter) {
     drawShape(painter, shapeIn(option), CornerRadius, enabled ? colors().field : colors().panel, colors().outline);
     if (option.state & QStyle::State_HasFocus)
         drawShape(painter, option.rect, CornerRadius + 3, Qt::transparent, colors().accent, 2.0);
+}
+
+void drawListFrame(const QStyleOption& option, QPainter& painter, const QWidget* widget) {
+    const bool focus = widget && widget->hasFocus();
+    drawShape(painter, option.rect, CornerRadius, Qt::transparent, focus ? colors().accent : colors().line, 2);
 }
 
 void drawFocus(const QStyleOption& option, QPainter& painter, const QWidget* widget) {
@@ -62,6 +71,9 @@ void LookStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opti
             break;
         case PE_FrameWindow:
             drawShape(*painter, option->rect, 0, colors().window, colors().outline);
+            break;
+        case PE_Frame:
+            drawListFrame(*option, *painter, widget);
             break;
         case PE_FrameFocusRect:
             drawFocus(*option, *painter, widget);
@@ -135,6 +147,12 @@ QSize LookStyle::sizeFromContents(ContentsType type, const QStyleOption* option,
     if (type == CT_MenuItem || type == CT_MenuBarItem || type == CT_PushButton || type == CT_LineEdit)
         result.setHeight(std::max(result.height(), TargetHeight));
     return result;
+}
+
+QIcon LookStyle::standardIcon(StandardPixmap icon, const QStyleOption* option, const QWidget* widget) const {
+    if (icon == SP_MessageBoxWarning) return warningSign();
+    if (icon == SP_MessageBoxCritical) return troubleSign();
+    return QProxyStyle::standardIcon(icon, option, widget);
 }
 
 int LookStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,

@@ -2,6 +2,7 @@
 // See page_area.h.
 #include "platform/qt/page_area.h"
 
+#include <QEvent>
 #include <QMdiSubWindow>
 #include <QPainter>
 #include <QStyle>
@@ -44,6 +45,11 @@ const QPixmap& PageArea::background() {
         painted_.setDevicePixelRatio(ratio);
     }
     return painted_;
+}
+
+void PageArea::changeEvent(QEvent* event) {
+    QMdiArea::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange) painted_ = {};
 }
 
 void PageArea::resizeEvent(QResizeEvent* event) {

@@ -20,6 +20,7 @@ class PageArea : public QMdiArea {
   protected:
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
+    void changeEvent(QEvent* event) override;
 
   private:
     const QPixmap& background();

@@ -32,9 +32,12 @@ class PageContents : public QWidget {
   protected:
     bool event(QEvent* event) override {
         // Captions that changed ask for one layout together; they name other controls too.
-        if (event->type() == QEvent::LayoutRequest)
+        if (event->type() == QEvent::LayoutRequest) {
             for (ViewBase* view : views)
                 if (view->bound()) view->renamed();
+            // The scroll area keeps the request to itself; the window has to hear that its page needs another size.
+            if (QWidget* viewport = parentWidget()) viewport->parentWidget()->updateGeometry();
+        }
         return QWidget::event(event);
     }
 };
@@ -53,6 +56,12 @@ class PageView : public QScrollArea {
     }
     QSize sizeHint() const override { return contents_->sizeHint(); }
     PageContents& contents() { return *contents_; }
+
+  protected:
+    void focusInEvent(QFocusEvent* event) override {
+        if (parentWidget()) setAccessibleName(parentWidget()->windowTitle());
+        QScrollArea::focusInEvent(event);
+    }
 
   private:
     PageContents* contents_;
@@ -159,19 +168,16 @@ class Builder {
         const bool composed = std::any_of(layout.children.begin(), layout.children.end(), isColumn);
         cells->setHorizontalSpacing(composed ? ListSpacing : Spacing);
         cells->setVerticalSpacing(composed ? Spacing : 0);
-        bool flexible = false;
         for (std::size_t i = 0; i < layout.children.size(); ++i) {
             if (layout.children[i].kind == Layout::Kind::Gap) continue;
             const int column = static_cast<int>(i) % columns;
             GridStacks own;
             QWidget* cell = build(layout.children[i], own);
             cells->addWidget(cell, static_cast<int>(i) / columns, column, standing(*cell, true));
-            if (!grows(*cell, Qt::Horizontal)) continue;
-            cells->setColumnStretch(column, 1000);
-            flexible = true;
+            if (grows(*cell, Qt::Horizontal)) cells->setColumnStretch(column, 1000);
         }
-        // What the flexible cells have no use for stays at the end of the rows.
-        if (flexible) cells->setColumnStretch(columns, 1);
+        // What the cells have no use for stays at the end of the rows.
+        cells->setColumnStretch(columns, 1);
         return widget;
     }
 
@@ -215,7 +221,7 @@ void endGestures(QWidget* page) {
 void dismissPage(QWidget* page) {
     for (ViewBase* view : static_cast<PageView*>(page)->contents().views) view->release();
     page->hide();
-    page->deleteLater();
+    delete page;  // at once: the models are gone when this returns, and a widget that lives on would ask them its size
 }
 
 }  // namespace kestrel::qt

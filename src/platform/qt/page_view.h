@@ -15,8 +15,8 @@ QWidget* buildPage(Window& window);
 /// Hands over what the user has begun on the page and not finished. To be called before the page is told to close.
 void endGestures(QWidget* page);
 
-/// Lets go of the page's models, which may be destroyed from now on, hides the widget and deletes it from the event
-/// loop: safe inside an event of the page's own.
+/// Lets go of the page's models, which may be destroyed from now on, and deletes the widget: not inside an event of a
+/// widget of the page's own.
 void dismissPage(QWidget* page);
 
 }  // namespace kestrel::qt

@@ -35,7 +35,7 @@ const Colors darkColors{
     .button = QColor(0x333a41),
     .text = QColor(0xe7eaed),
     .quietText = QColor(0xb3bbc3),
-    .disabledText = QColor(0x98a2ac),
+    .disabledText = QColor(0x9ca6b0),
     .line = QColor(0x3b4249),
     .outline = QColor(0x848e98),
     .accent = QColor(0xa3b8ca),

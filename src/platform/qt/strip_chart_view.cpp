@@ -202,7 +202,10 @@ void StripChartView::paintChannels(Brush& brush, const ChartScale& scale) const 
         const auto lines = chartLine(channel, model().times(), range, scale);
         for (const QPolygonF& line : lines) {
             if (line.size() == 1) brush.drawPoint(line.front());
-            brush.drawPolyline(line);
+            // Piece by piece: one long line of thousands of sharp turns takes the toolkit a hundred times as long.
+            QList<QLineF> pieces;
+            for (qsizetype at = 1; at < line.size(); ++at) pieces.append({line[at - 1], line[at]});
+            brush.drawLines(pieces);
         }
         if (!lines.back().isEmpty()) drawMark(brush, i, lines.back().back());
         brush.restore();

@@ -2,6 +2,7 @@
 // See tour.h.
 #include "platform/qt/tour.h"
 
+#include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QPixmap>
@@ -24,6 +25,7 @@ namespace kestrel::qt {
 namespace {
 
 constexpr qint64 LongestWaitMs = 30000;
+constexpr qint64 RestMs = 300;
 constexpr QSize WindowSize(1366, 768);
 
 /// Records that the open page subscribes to and that no board has answered yet.
@@ -43,9 +45,17 @@ void save(const QPixmap& picture, const std::filesystem::path& directory, const 
         throw RunTimeError(error_number::FileAccess, pathToQt(file).toStdString() + ": cannot be written");
 }
 
+/// Lets the scan come round, so that each page is filled as the first one is.
+void restBetweenPages() {
+    QElapsedTimer clock;
+    clock.start();
+    while (!clock.hasExpired(RestMs)) platform().PumpEvents();
+}
+
 /// Opens the page as the menu does; it stays open. True if it was filled in time.
 bool visit(const MenuRow& row, MainWindowView& window, const std::filesystem::path& directory) {
     ClosePages();
+    restBetweenPages();
     QElapsedTimer clock;
     clock.start();
     MDIForm1().entry(row.name).UserClick();
@@ -53,6 +63,8 @@ bool visit(const MenuRow& row, MainWindowView& window, const std::filesystem::pa
     const qint64 elapsed = clock.elapsed();
     Page* const page = FindLoadedPage(row.page);
     if (!page) throw RunTimeError(error_number::NoSuchElement, std::string(row.page) + " did not open");
+    // The last values may have asked for another layout, and that for another size of the window.
+    QCoreApplication::sendPostedEvents();
     save(window.childOf(*page).grab(), directory, page->name());
     const int missing = missingRecords();
     std::printf("%-16s %8ld %8lld", row.page, page->arrivals(), static_cast<long long>(elapsed));

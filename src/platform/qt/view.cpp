@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "platform/controls.h"
 #include "platform/qt/words.h"
 
 namespace kestrel::qt {
@@ -49,8 +50,9 @@ void ViewBase::showFlags() {
 }
 
 QString ViewBase::spokenName() const {
-    const std::string name = control_->accessibleName();
-    return toQt(name.empty() ? control_->ToolTip.get() : name);
+    if (const std::string name = control_->accessibleName(); !name.empty()) return toQt(name);
+    if (!control_->ToolTip.get().empty()) return toQt(control_->ToolTip);
+    return control_->frame() ? toQt(control_->frame()->accessibleName()) : QString();
 }
 
 QString ViewBase::spokenDescription() const {

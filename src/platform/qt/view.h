@@ -43,6 +43,7 @@ class ViewBase : public ControlView {
     virtual void renamed() {}
 
     virtual QAccessible::Role spokenRole() const = 0;
+    /// Its caption, or else its tooltip, or else the title of the frame that it stands in.
     virtual QString spokenName() const;
     virtual QString spokenValue() const { return {}; }
     QString spokenDescription() const;

@@ -9,7 +9,7 @@
 
 namespace kestrel::qt {
 
-WindowList::WindowList(QMenu& menu, PageArea& area, std::function<void()> closeAll) : menu_(menu), area_(area) {
+WindowList::WindowList(QMenu& menu, PageArea& area, const std::function<void()>& closeAll) : menu_(menu), area_(area) {
     addCommand(words::NextWindow, Qt::CTRL | Qt::Key_F6, [&area] { area.activateNextSubWindow(); });
     addCommand(words::PreviousWindow, Qt::CTRL | Qt::SHIFT | Qt::Key_F6, [&area] { area.activatePreviousSubWindow(); });
     addCommand(words::Cascade, {}, [&area] { area.cascadeSubWindows(); });

@@ -12,7 +12,7 @@ namespace kestrel::qt {
 class WindowList {
   public:
     /// `closeAll` closes every page as its user would.
-    WindowList(QMenu& menu, PageArea& area, std::function<void()> closeAll);
+    WindowList(QMenu& menu, PageArea& area, const std::function<void()>& closeAll);
 
   private:
     void addCommand(const QString& text, const QKeySequence& keys, const std::function<void()>& run);

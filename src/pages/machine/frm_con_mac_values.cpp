@@ -1,12 +1,12 @@
 // Machine configuration: what the boards' values show, and when the controls are live.
-// See frm_conmac.h.
+// See frm_con_mac.h.
 #include <algorithm>
 #include <utility>
 
 #include "link/presence.h"
 #include "link/value_helpers.h"
-#include "pages/machine/frm_conmac.h"
-#include "pages/machine/frm_conmac_tables.h"
+#include "pages/machine/frm_con_mac.h"
+#include "pages/machine/frm_con_mac_tables.h"
 
 namespace kestrel {
 

@@ -1,13 +1,13 @@
 // Machine configuration: the page's life, and what the user's moves write.
-// See frm_conmac.h. What the boards' values do to the page stands in frm_conmac_values.cpp.
-#include "pages/machine/frm_conmac.h"
+// See frm_con_mac.h. What the boards' values do to the page stands in frm_con_mac_values.cpp.
+#include "pages/machine/frm_con_mac.h"
 
 #include <algorithm>
 
 #include "link/presence.h"
 #include "link/subscriptions.h"
 #include "link/value_helpers.h"
-#include "pages/machine/frm_conmac_tables.h"
+#include "pages/machine/frm_con_mac_tables.h"
 #include "shell/language_files.h"
 
 namespace kestrel {

@@ -1,6 +1,6 @@
 // The machine's configuration on the simulated machine: counts, pairings, and when anything may be moved at all.
 // A pairing written by the page itself, or a control live too early, would change a recipe that nobody touched.
-#include "pages/machine/frm_conmac.h"
+#include "pages/machine/frm_con_mac.h"
 
 #include <gtest/gtest.h>
 
@@ -263,6 +263,27 @@ TEST_F(FrmConMacTest, ABoardThatGoesAwayDisablesThePage) {
     world.setBoard(0, 1, 0);
     world.run(3000);
     EXPECT_EQ(live(page), 0U);
+}
+
+// A board that is back unlocks nothing by itself. A count read again does, once a change of valves or mixers has been
+// made, but not after a change of powders.
+TEST_F(FrmConMacTest, ABoardThatIsBackLeavesThePageLockedButForWhatAChangeOfACountHasArmed) {
+    const struct {
+        int changed;
+        std::size_t liveAfter;
+    } cases[] = {{0, liveWith(2, 5, true)}, {1, liveWith(4, 5, true)}, {2, 0}};
+    for (const auto& c : cases) {
+        setCounts(4, 3, 5);
+        FrmConMac& page = open();
+        page.iSwSliderX1[c.changed].UserMove(1);
+        ASSERT_TRUE(world.settle());
+        arrives(page, 0, 1, 0);
+        arrives(page, 0, 1, 4);
+        EXPECT_EQ(live(page), 0U);
+        arrives(page, 1, 1154, c.changed == 0 ? 2 : 4);
+        EXPECT_EQ(live(page), c.liveAfter) << c.changed;
+        page.UserClose();
+    }
 }
 
 TEST_F(FrmConMacTest, TheColdPairingFollowsTheKindOfCoolingOnceThePageIsFilled) {

@@ -4,7 +4,7 @@
 
 #include <array>
 
-#include "pages/machine/frm_conmac.h"
+#include "pages/machine/frm_con_mac.h"
 
 namespace kestrel::conmac {
 

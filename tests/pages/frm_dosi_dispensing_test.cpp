@@ -1,0 +1,222 @@
+// Test dispensing from the page of doses: what goes into the mailbox, when the page is locked, and how a test ends.
+// The simulated machine dispenses; its counters and its busy bit are its own.
+#include <gtest/gtest.h>
+
+#include "support/doses.h"
+
+namespace kestrel {
+namespace {
+
+using testing::Boards;
+using testing::changed;
+using testing::Doses;
+using testing::say;
+using testing::Writes;
+using testing::Written;
+
+constexpr unsigned Busy = 2;
+
+Writes sorted(Writes writes) {
+    std::sort(writes.begin(), writes.end());
+    return writes;
+}
+
+bool isBusy(const Doses& doses) { return (doses.world.board(0, 7) & Busy) != 0; }
+
+/// Everything that a test dispense may leave changed: the mailbox and the counters of test vends.
+Boards withoutTraces(Boards difference, int selection) {
+    for (const int n : {4, 5, 6, 162, 370}) difference.erase({0, n});
+    difference.erase({1, 1270 + selection});
+    return difference;
+}
+
+TEST(TestDispensing, APowderTestNamesSelectionSolenoidAndTimeBeforeTheCommand) {
+    for (const int selection : {0, 11}) {
+        Doses doses;
+        auto& page = doses.openAt(selection);
+        ControlArray<CommandButton, 3>* tests[] = {&page.Command1, &page.Command2, &page.Command3};
+        const int times[3][3] = {{487, 583, 679}, {519, 615, 711}, {551, 647, 743}};
+        for (int step = 0; step < 3; ++step)
+            for (int solenoid = 0; solenoid < 3; ++solenoid) {
+                doses.writes.clear();
+                (*tests[step])[solenoid].UserClick();
+                doses.msUntilOpen(page);
+                ASSERT_TRUE(doses.world.settle());
+                const std::uint32_t time = doses.world.board(1, times[step][solenoid] + selection);
+                ASSERT_FALSE(doses.writes.empty());
+                EXPECT_EQ(doses.writes.back(), (Written{0, 4, 18})) << "the command goes out last";
+                const Writes expected = {{0, 4, 18},
+                                         {0, 5, static_cast<std::uint32_t>(selection)},
+                                         {0, 6, static_cast<std::uint32_t>(3 * step + solenoid)},
+                                         {0, 370, time}};
+                EXPECT_EQ(sorted(doses.writes), expected) << step << " " << solenoid;
+            }
+    }
+}
+
+TEST(TestDispensing, AFullTestNamesTheKeyAndWhetherItIsPreselected) {
+    struct Case {
+        int selection;
+        std::uint32_t key;
+        std::uint32_t preselected;
+    };
+    const Case cases[] = {{0, 1, 0}, {8, 9, 0}, {9, 1, 1}, {17, 9, 1}};
+    const std::uint32_t codes[] = {26, 2};
+    for (const Case& each : cases)
+        for (int button = 0; button < 2; ++button) {
+            Doses doses;
+            auto& page = doses.openAt(each.selection);
+            doses.writes.clear();
+            page.Command4[button].UserClick();
+            doses.world.run(1500);
+            ASSERT_FALSE(doses.writes.empty());
+            EXPECT_EQ(doses.writes.back(), (Written{0, 4, codes[button]})) << "the command goes out last";
+            const Writes expected = {{0, 4, codes[button]}, {0, 5, each.key}, {0, 6, each.preselected}};
+            EXPECT_EQ(sorted(doses.writes), expected) << each.selection;
+        }
+}
+
+TEST(TestDispensing, APowderTestLocksForItsTimeAndASecond) {
+    struct Case {
+        int time;
+        double lockedMs;
+    };
+    const Case cases[] = {{0, 100}, {1, 1100}, {25, 3500}, {255, 26'500}};
+    for (const Case& each : cases) {
+        Doses doses;
+        auto& page = doses.openAt(3);
+        page.HScroll2[7].UserMove(each.time);
+        ASSERT_TRUE(doses.world.settle());
+        const Boards before = doses.boards();
+        page.Command2[1].UserClick();
+        EXPECT_FALSE(page.HScroll7.usable());
+        EXPECT_FALSE(page.Command2[1].usable());
+        EXPECT_FALSE(page.Command4[0].usable());
+        EXPECT_NEAR(doses.msUntilOpen(page), each.lockedMs, 2) << each.time;
+        doses.world.run(2000);
+        ASSERT_TRUE(doses.world.settle());
+        EXPECT_FALSE(isBusy(doses));
+        EXPECT_TRUE(withoutTraces(changed(before, doses.boards()), 3).empty());
+        EXPECT_EQ(doses.world.board(1, 1273), before.at({1, 1273}) + (each.time == 0 ? 0U : 1U));
+    }
+}
+
+TEST(TestDispensing, AFullTestLocksUntilTheMachineHasDispensed) {
+    for (const int selection : {0, 9, 17})
+        for (int button = 0; button < 2; ++button) {
+            Doses doses;
+            auto& page = doses.openAt(selection);
+            const Boards before = doses.boards();
+            page.Command4[button].UserClick();
+            doses.world.run(3000);
+            ASSERT_TRUE(isBusy(doses));
+            EXPECT_FALSE(page.HScroll7.usable()) << "the two seconds of waiting are over";
+            EXPECT_TRUE(page.TestLamp.Active);
+            while (isBusy(doses)) doses.world.run(10);
+            EXPECT_LT(doses.msUntilOpen(page), 1000);
+            ASSERT_TRUE(doses.world.settle());
+            EXPECT_TRUE(page.Command3[2].usable());
+            EXPECT_FALSE(page.TestLamp.Active);
+            EXPECT_EQ(doses.world.board(0, 162), before.at({0, 162}) + 1);
+            EXPECT_EQ(doses.world.board(1, 1270 + selection), before.at({1, 1270 + selection}) + 1);
+            EXPECT_TRUE(withoutTraces(changed(before, doses.boards()), selection).empty());
+        }
+}
+
+TEST(TestDispensing, AFullTestThatNeverStartsOpensThePageAfterTwoSeconds) {
+    Doses doses;
+    auto& page = doses.openAt(4, 0, 0, 0);
+    const Boards before = doses.boards();
+    page.Command4[1].UserClick();
+    EXPECT_NEAR(doses.msUntilOpen(page), 2000, 2);
+    ASSERT_TRUE(doses.world.settle());
+    EXPECT_TRUE(withoutTraces(changed(before, doses.boards()), 4).empty());
+    EXPECT_EQ(doses.world.board(1, 1274), before.at({1, 1274}));
+    doses.world.setBoard(0, 5, 5);
+    say(page, 0, 5, 5);
+    ASSERT_TRUE(doses.world.settle());
+    EXPECT_EQ(doses.world.board(0, 4), 0U) << "no test waits any more: its echo releases command 0";
+}
+
+TEST(TestDispensing, TheMachinesEndOfWorkDoesNotEndAPowderTest) {
+    Doses doses;
+    auto& page = doses.openAt(0);
+    page.HScroll1[5].UserMove(100);
+    ASSERT_TRUE(doses.world.settle());
+    page.Command1[0].UserClick();
+    doses.world.run(500);
+    say(page, 0, 7, Busy);
+    say(page, 0, 7, 0);
+    EXPECT_FALSE(page.HScroll7.usable());
+    say(page, 0, 1, 0x14);
+    EXPECT_FALSE(page.HScroll7.usable()) << "nor does a status of readiness";
+    EXPECT_NEAR(doses.msUntilOpen(page), 10'500, 2);
+}
+
+TEST(TestDispensing, EveryEchoOfTheFirstArgumentReleasesTheCommandInWaiting) {
+    Doses doses;
+    auto& page = doses.open();
+    ASSERT_TRUE(doses.world.settle());
+    EXPECT_EQ(doses.writes, (Writes{{0, 4, 0}})) << "the first value after opening as well";
+    say(page, 0, 5, 9);
+    ASSERT_TRUE(doses.world.settle());
+    EXPECT_EQ(doses.writes, (Writes{{0, 4, 0}, {0, 4, 0}}));
+}
+
+TEST(TestDispensing, ABoardThatGoesAndComesBackInAFullTestLeavesThePageLockedToItsEnd) {
+    Doses doses;
+    auto& page = doses.openAt(1);
+    const Boards before = doses.boards();
+    page.Command4[1].UserClick();
+    doses.world.run(2500);
+    ASSERT_TRUE(isBusy(doses));
+    doses.world.setBoard(0, 1, 0);
+    doses.world.machine.setBoardSilent(simulator::Board::HotDrink, true);
+    doses.world.run(1500);
+    doses.world.machine.setBoardSilent(simulator::Board::HotDrink, false);
+    doses.world.setBoard(0, 1, before.at({0, 1}));
+    doses.world.run(1000);
+    ASSERT_TRUE(isBusy(doses));
+    EXPECT_FALSE(page.HScroll7.usable());
+    while (isBusy(doses)) doses.world.run(10);
+    EXPECT_LT(doses.msUntilOpen(page), 1000);
+    ASSERT_TRUE(doses.world.settle());
+    EXPECT_TRUE(withoutTraces(changed(before, doses.boards()), 1).empty());
+}
+
+TEST(TestDispensing, ALostMasterEndsTheWaitByTheTimerAndLeavesTheSettingsAlone) {
+    for (const bool powder : {true, false}) {
+        Doses doses;
+        auto& page = doses.openAt(2);
+        const Boards before = doses.boards();
+        doses.world.machine.setBoardSilent(simulator::Board::Master, true);
+        if (powder)
+            page.Command3[2].UserClick();
+        else
+            page.Command4[0].UserClick();
+        const int time = page.HScroll3[9].Value;
+        EXPECT_NEAR(doses.msUntilOpen(page), powder ? time * 100 + 1000 : 2000, 2);
+        doses.world.machine.setBoardSilent(simulator::Board::Master, false);
+        ASSERT_TRUE(doses.world.settle());
+        doses.world.run(60'000);
+        EXPECT_TRUE(page.HScroll7.usable());
+        EXPECT_TRUE(withoutTraces(changed(before, doses.boards()), 2).empty());
+        EXPECT_EQ(doses.world.board(0, 162), before.at({0, 162})) << "nothing was dispensed";
+    }
+}
+
+TEST(TestDispensing, LeavingThePageInATestLeavesTheMachineToItsWork) {
+    Doses doses;
+    auto& page = doses.openAt(0);
+    page.Command4[1].UserClick();
+    doses.world.run(1000);
+    ASSERT_TRUE(isBusy(doses));
+    doses.writes.clear();
+    page.UserClose();
+    doses.world.run(120'000);
+    EXPECT_TRUE(doses.writes.empty()) << "nothing is cancelled";
+    EXPECT_FALSE(isBusy(doses));
+}
+
+}  // namespace
+}  // namespace kestrel

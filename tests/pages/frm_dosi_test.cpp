@@ -1,0 +1,441 @@
+// The page of doses: choosing a selection, what it shows and writes, and what is locked when.
+// Test dispensing has its own file.
+#include "pages/beverage/frm_dosi.h"
+
+#include <gtest/gtest.h>
+
+#include "support/arrivals.h"
+#include "support/doses.h"
+
+namespace kestrel {
+namespace {
+
+using testing::Boards;
+using testing::changed;
+using testing::Doses;
+using testing::say;
+using testing::Writes;
+
+/// Parameter of each field of steps 1, 2, 3 at the first selection, row by row as the page shows them.
+constexpr int FieldParameters[11][3] = {
+    {7, 39, 71},     {103, 135, 167}, {199, 231, 263}, {295, 327, 359}, {391, 423, 455},  {487, 519, 551},
+    {775, 807, 839}, {583, 615, 647}, {871, 903, 935}, {679, 711, 743}, {967, 999, 1031},
+};
+
+auto& barsOf(FrmDosi& page, int step) { return step == 0 ? page.HScroll1 : step == 1 ? page.HScroll2 : page.HScroll3; }
+auto& valuesOf(FrmDosi& page, int step) { return step == 0 ? page.Label1 : step == 1 ? page.Label2 : page.Label3; }
+auto& testsOf(FrmDosi& page, int step) { return step == 0 ? page.Command1 : step == 1 ? page.Command2 : page.Command3; }
+
+std::string tenths(int value) { return std::to_string(value / 10) + "." + std::to_string(value % 10); }
+
+/// A letter for what can be used: k keys and full tests, then of each step v valve, t time, p the rest with its tests,
+/// and j the jug's switch.
+std::string openParts(FrmDosi& page) {
+    std::string parts;
+    bool keys = page.HScroll7.usable() && page.Command4[0].usable() && page.Command4[1].usable();
+    for (Label& key : page.Label11) keys = keys && key.usable();
+    if (keys) parts += 'k';
+    if (page.SwitchX5[JugMask].usable()) parts += 'j';
+    for (int step = 0; step < 3; ++step) {
+        parts += static_cast<char>('1' + step);
+        auto& bars = barsOf(page, step);
+        if (bars[0].usable()) parts += 'v';
+        if (bars[1].usable()) parts += 't';
+        int live = 0;
+        for (int field = 2; field < 11; ++field) live += bars[field].usable();
+        for (CommandButton& test : testsOf(page, step)) live += test.usable();
+        if (live != 0) parts += live == 12 ? 'p' : '?';
+    }
+    return parts;
+}
+
+TEST(FrmDosi, ShowsEachFieldOfTheSelectionOnItsRow) {
+    for (const int selection : {0, 8, 9, 17}) {
+        Doses doses;
+        auto& page = doses.openAt(selection);
+        for (int step = 0; step < 3; ++step)
+            for (int field = 0; field < 11; ++field) {
+                const auto value = static_cast<int>(doses.world.board(1, FieldParameters[field][step] + selection));
+                EXPECT_EQ(barsOf(page, step)[field].Value, value) << step << " " << field;
+                const std::string text = field == 0 ? std::to_string(value) : tenths(value);
+                EXPECT_EQ(valuesOf(page, step)[field].Caption.get(), text) << step << " " << field;
+            }
+    }
+}
+
+TEST(FrmDosi, AMovedBarWritesItsFieldOfTheSelectionAndNothingElse) {
+    constexpr int Selection = 12;
+    Doses doses;
+    auto& page = doses.openAt(Selection);
+    for (int step = 0; step < 3; ++step)
+        for (int field = 0; field < 11; ++field) {
+            const Boards before = doses.boards();
+            ScrollBar& bar = barsOf(page, step)[field];
+            Label& label = valuesOf(page, step)[field];
+            const int value = field == 0 ? 4 : 200 + field;
+            const std::string shownBefore = label.Caption;
+            bar.UserMove(value);
+            EXPECT_EQ(label.Caption.get(), shownBefore) << "only a confirmed value is shown";
+            EXPECT_TRUE(bar.waiting());
+            ASSERT_TRUE(doses.world.settle());
+            EXPECT_FALSE(bar.waiting());
+            EXPECT_EQ(label.Caption.get(), field == 0 ? "4" : tenths(value));
+            const Boards expected = {
+                {{1, FieldParameters[field][step] + Selection}, static_cast<std::uint32_t>(value)}};
+            EXPECT_EQ(changed(before, doses.boards()), expected) << step << " " << field;
+        }
+}
+
+TEST(FrmDosi, EverySelectionIsReachedByKeyAndByBar) {
+    for (const bool byKey : {true, false}) {
+        Doses doses;
+        for (int s = 0; s < RecipeSelections; ++s) {
+            doses.world.setBoard(1, 1031 + s, static_cast<std::uint32_t>(60 + s));
+            doses.world.setBoard(1, 1095 + s, static_cast<std::uint32_t>(20 + s));
+        }
+        auto& page = doses.open();
+        const Boards before = doses.boards();
+        for (const int selection : {17, 0, 9, 1, 8, 16, 2, 10, 3, 11, 4, 12, 5, 13, 6, 14, 7, 15}) {
+            if (byKey) {
+                if ((selection >= 9) != page.lblPres.Chosen) page.lblPres.UserClick();
+                page.Label11[selection % 9].UserClick();
+            } else {
+                page.HScroll7.UserMove(selection);
+            }
+            EXPECT_EQ(openParts(page), "123") << "locked while it loads";
+            ASSERT_TRUE(doses.settle(page));
+            EXPECT_EQ(page.Label7.Caption.get(), "Selezione " + std::to_string(selection + 1));
+            EXPECT_EQ(page.HScroll7.Value, selection);
+            EXPECT_EQ(page.Label5[9].Caption.get(), std::to_string(20 + selection));
+            EXPECT_EQ(page.lblVPres.Caption.get(), selection >= 9 ? "presel." : "");
+            EXPECT_EQ(page.HScroll3[10].Value, 60 + selection);
+            for (int k = 0; k < 9; ++k) EXPECT_EQ(page.Label11[k].Chosen, k == selection % 9);
+        }
+        EXPECT_TRUE(changed(before, doses.boards()).empty()) << "looking changes nothing";
+    }
+}
+
+TEST(FrmDosi, ThePreselectionToggleCountsForTheNextKeyAlone) {
+    Doses doses;
+    auto& page = doses.open();
+    page.Label11[3].UserClick();
+    ASSERT_TRUE(doses.settle(page));
+    page.lblPres.UserClick();
+    EXPECT_EQ(page.lblVPres.Caption.get(), "presel.");
+    EXPECT_EQ(page.HScroll7.Value, 3);
+    EXPECT_EQ(page.Label7.Caption.get(), "Selezione 4");
+    page.Label11[3].UserClick();
+    EXPECT_EQ(page.HScroll7.Value, 12);
+    EXPECT_EQ(page.Label7.Caption.get(), "Selezione 13");
+    ASSERT_TRUE(doses.settle(page));
+    page.HScroll7.UserMove(3);
+    EXPECT_EQ(page.lblVPres.Caption.get(), "") << "the bar sets the toggle";
+}
+
+TEST(FrmDosi, ALoadingSelectionTellsHowFarItIs) {
+    Doses doses;
+    auto& page = doses.open();
+    EXPECT_FALSE(page.LoadingBar.Visible);
+    page.Label11[5].UserClick();
+    EXPECT_TRUE(page.LoadingBar.Visible);
+    int last = 0;
+    while (!page.HScroll7.usable()) {
+        EXPECT_GE(page.LoadingBar.Value, last);
+        last = page.LoadingBar.Value;
+        doses.world.run(20);
+    }
+    EXPECT_GT(last, page.LoadingBar.Max * 9 / 10);
+    EXPECT_FALSE(page.LoadingBar.Visible);
+}
+
+TEST(FrmDosi, WhatIsOpenFollowsTheThreeValves) {
+    struct Case {
+        std::uint32_t valves[3];
+        std::uint32_t valveCount;
+        const char* parts;
+        const char* captions[3];
+        int firstBar;
+    };
+    const Case cases[] = {
+        {{3, 2, 1}, 4, "kj1vtp2vtp3vtp", {"3", "2", "1"}, 3}, {{0, 2, 1}, 4, "k1v23", {"OFF", "2", "1"}, 0},
+        {{3, 0, 1}, 4, "kj1vtp2v3", {"3", "0", "1"}, 3},      {{3, 2, 0}, 4, "kj1vtp2vtp3v", {"3", "2", "0"}, 3},
+        {{5, 0, 0}, 4, "kj1vt2v3", {"FB1", "0", "0"}, 5},     {{6, 1, 2}, 4, "kj1vt2vtp3vtp", {"FB2", "1", "2"}, 6},
+        {{5, 0, 0}, 2, "kj1vt2v3", {"FB1", "0", "0"}, 4},      // the codes are told before the bar's end is
+        {{9, 9, 9}, 4, "kj1vtp2vtp3vtp", {"6", "4", "4"}, 6},  // shown clamped, and 6 by clamping is no brewer
+        {{3, 5, 6}, 7, "kj1vtp2vtp3vtp", {"3", "5", "6"}, 3},  // only step 1 has brewers
+    };
+    for (const Case& each : cases) {
+        Doses doses;
+        doses.world.setBoard(1, 1154, each.valveCount);
+        auto& page = doses.openAt(4, each.valves[0], each.valves[1], each.valves[2]);
+        page.Label11[0].UserClick();
+        ASSERT_TRUE(doses.settle(page));
+        page.Label11[4].UserClick();
+        ASSERT_TRUE(doses.settle(page));
+        EXPECT_EQ(openParts(page), each.parts);
+        EXPECT_EQ(page.Label1[0].Caption.get(), each.captions[0]);
+        EXPECT_EQ(page.Label2[0].Caption.get(), each.captions[1]);
+        EXPECT_EQ(page.Label3[0].Caption.get(), each.captions[2]);
+        EXPECT_EQ(page.HScroll1[0].Value, each.firstBar);
+        EXPECT_EQ(page.HScroll1[0].Max, static_cast<int>(each.valveCount) + 2);
+        EXPECT_EQ(page.HScroll3[0].Max, static_cast<int>(each.valveCount));
+    }
+}
+
+TEST(FrmDosi, AValveMovedToNoneLocksWhatDependsOnItOnceTheBoardHasIt) {
+    struct Case {
+        int step;
+        const char* caption;
+        const char* locked;
+    };
+    const Case cases[] = {{0, "OFF", "k1v23"}, {1, "0", "kj1vtp2v3"}, {2, "0", "kj1vtp2vtp3v"}};
+    for (const Case& each : cases) {
+        Doses doses;
+        auto& page = doses.openAt(2);
+        const int laterBar = page.HScroll3[5].Value;
+        ScrollBar& valve = barsOf(page, each.step)[0];
+        valve.UserMove(0);
+        EXPECT_EQ(openParts(page), "kj1vtp2vtp3vtp") << "not before the value has come back";
+        ASSERT_TRUE(doses.world.settle());
+        EXPECT_EQ(valuesOf(page, each.step)[0].Caption.get(), each.caption);
+        EXPECT_EQ(openParts(page), each.locked);
+        EXPECT_EQ(page.HScroll3[5].Value, laterBar) << "what is locked keeps its values";
+        valve.UserMove(1);
+        ASSERT_TRUE(doses.world.settle());
+        EXPECT_EQ(openParts(page), "kj1vtp2vtp3vtp");
+    }
+}
+
+TEST(FrmDosi, AfterABrewersCodeNothingIsWrittenUntilTheNextValue) {
+    Doses doses;
+    auto& page = doses.open();
+    for (const ParamValue brewer : {5, 6}) {
+        say(page, 1, 7, brewer);
+        doses.writes.clear();
+        page.HScroll1[1].UserMove(page.HScroll1[1].Value + 1);
+        page.SwitchX5[CupMask].UserMove(1 - page.SwitchX5[CupMask].Position);
+        EXPECT_FALSE(ParamFlags(1, 103) & flag::WriteDue);
+        EXPECT_FALSE(ParamFlags(1, 1063) & flag::WriteDue);
+        say(page, 0, 7, 4);
+        page.HScroll1[1].UserMove(page.HScroll1[1].Value + 1);
+        ASSERT_TRUE(doses.world.settle());
+        EXPECT_EQ(doses.writes.size(), 1U);
+    }
+}
+
+TEST(FrmDosi, ASwitchWritesItsBitToMaskAndShadowAndShowsWhatTheBoardHolds) {
+    struct Case {
+        Mask mask;
+        int first;
+        int shadow;
+    };
+    const Case cases[] = {{IncludedMask, 1071, 1075},
+                          {CupMask, 1063, 1067},
+                          {JugMask, 1087, 1091},
+                          {ColdMask, 1079, 1083},
+                          {FreeMask, 1455, 1459}};
+    for (const Case& each : cases)
+        for (const int selection : {7, 8, 17}) {
+            Doses doses;
+            const int byte = selection / 8;
+            const auto bit = static_cast<std::uint32_t>(1 << (selection % 8));
+            for (int i = 0; i < 4; ++i) doses.world.setBoard(1, each.first + i, i == byte ? 0xA5U & ~bit : 0x3C);
+            for (int i = 0; i < 4; ++i) doses.world.setBoard(1, each.shadow + i, i == byte ? 0xA5U & ~bit : 0x3C);
+            auto& page = doses.openAt(selection);
+            EXPECT_EQ(page.SwitchX5[each.mask].Position, 0);
+            for (const int position : {1, 0}) {
+                const Boards before = doses.boards();
+                page.SwitchX5[each.mask].UserMove(position);
+                ASSERT_TRUE(doses.world.settle());
+                const std::uint32_t expected = position == 1 ? (0xA5U | bit) : (0xA5U & ~bit);
+                const Boards difference = {{{1, each.first + byte}, expected}, {{1, each.shadow + byte}, expected}};
+                EXPECT_EQ(changed(before, doses.boards()), difference) << each.first << " " << selection;
+                EXPECT_FALSE(page.SwitchX5[each.mask].waiting());
+            }
+        }
+}
+
+TEST(FrmDosi, SwitchesOfStepsTwoAndThreeStayHidden) {
+    Doses doses;
+    doses.world.setBoard(1, 1127, 1);
+    auto& page = doses.open();
+    EXPECT_FALSE(page.SwitchX5[Step2Mask].Visible);
+    EXPECT_FALSE(page.SwitchX5[Step3Mask].Visible);
+    EXPECT_EQ(page.SwitchX5[Step2Mask].Position, 1);
+}
+
+TEST(FrmDosi, AByteOfOtherSelectionsIsKeptForTheirChange) {
+    Doses doses;
+    auto& page = doses.open();
+    ASSERT_EQ(page.SwitchX5[CupMask].Position, 1);
+    say(page, 1, 1064, 0xF0);
+    EXPECT_EQ(page.SwitchX5[CupMask].Position, 1) << "the first selection is not in that byte";
+    doses.world.setBoard(1, 1064, 0xF0);
+    page.Label11[8].UserClick();
+    ASSERT_TRUE(doses.settle(page));
+    page.SwitchX5[CupMask].UserMove(1);
+    ASSERT_TRUE(doses.world.settle());
+    EXPECT_EQ(doses.world.board(1, 1064), 0xF1U);
+    EXPECT_EQ(doses.world.board(1, 1068), 0xF1U);
+}
+
+TEST(FrmDosi, TheJugCountGoesWithTheJugAndIsWrittenRaw) {
+    Doses doses;
+    doses.world.setBoard(1, 1088, 0);
+    auto& page = doses.openAt(10);
+    EXPECT_FALSE(page.HScroll5.usable());
+    page.SwitchX5[JugMask].UserMove(1);
+    EXPECT_TRUE(page.HScroll5.usable());
+    page.HScroll5.UserMove(42);
+    ASSERT_TRUE(doses.world.settle());
+    EXPECT_EQ(doses.world.board(1, 1105), 42U);
+    EXPECT_EQ(page.Label5[9].Caption.get(), "42");
+    page.SwitchX5[JugMask].UserMove(0);
+    EXPECT_FALSE(page.HScroll5.usable());
+}
+
+TEST(FrmDosi, AColdBeverageShowsNoStepsOnAMachineThatCoolsThatWay) {
+    struct Case {
+        std::uint32_t coldMode;
+        bool cold;
+        bool steps;
+        bool switchLive;
+    };
+    const Case cases[] = {
+        {0, true, true, false}, {1, true, true, true}, {3, true, false, true}, {3, false, true, true}};
+    for (const Case& each : cases) {
+        Doses doses;
+        doses.world.setBoard(1, 1153, each.coldMode);
+        doses.world.setBoard(1, 1079, each.cold ? 1 : 0);
+        auto& page = doses.openAt(0);
+        for (const Frame* frame : {&page.Frame1, &page.Frame2, &page.Frame3}) EXPECT_EQ(frame->Visible, each.steps);
+        EXPECT_EQ(page.Label1s[10].Visible, each.steps);
+        EXPECT_EQ(page.SwitchX5[ColdMask].usable(), each.switchLive) << each.coldMode;
+        if (each.coldMode != 3) continue;
+        page.SwitchX5[ColdMask].UserMove(each.cold ? 0 : 1);
+        EXPECT_EQ(page.Frame2.Visible, !each.steps) << "at once with the switch";
+        ASSERT_TRUE(doses.world.settle());
+        EXPECT_EQ(page.Frame2.Visible, !each.steps);
+    }
+}
+
+TEST(FrmDosi, OpensWithTheFiftyNinthValueAndCountsNoneButItsOwn) {
+    testing::Bench bench;
+    auto& page = bench.load<FrmDosi>();
+    std::vector<int> counted;
+    for (int block = 0; block < 33; ++block) counted.push_back(7 + 32 * block);
+    for (const int first : {1071, 1063, 1087, 1127, 1131, 1079})
+        for (int i = 0; i < 4; ++i) counted.push_back(first + i);
+    counted.insert(counted.end(), {1095, 1153, 1154});
+    ASSERT_EQ(counted.size(), 60U);
+    const auto tellUncounted = [&page] {
+        for (const int n : {1298, 1455, 1456, 1457, 1458, 1067, 1075, 1083, 1135, 1142, 8, 40, 1096})
+            say(page, 1, n, 2);
+        say(page, 2, 7, 2);
+    };
+    for (std::size_t i = 0; i < 58; ++i) say(page, 1, counted[i], 2);
+    tellUncounted();
+    EXPECT_EQ(openParts(page), "123") << "one short";
+    say(page, 0, 1, 0);
+    say(page, 0, 1, 4);
+    EXPECT_EQ(openParts(page)[0], 'k') << "a change of the status opens it all the same";
+    page.Label11[0].UserClick();
+    for (std::size_t i = 0; i < 58; ++i) say(page, 1, counted[i], 2);
+    tellUncounted();
+    EXPECT_EQ(openParts(page), "123");
+    say(page, 1, counted[58], 2);
+    EXPECT_EQ(openParts(page), "kj1vtp2vtp3vtp");
+}
+
+TEST(FrmDosi, OnlyAChangedStatusLocksOrUnlocks) {
+    Doses doses;
+    auto& page = doses.open();
+    say(page, 0, 1, 4);
+    page.Label11[1].UserClick();
+    say(page, 0, 1, 4);
+    EXPECT_EQ(openParts(page), "123") << "a repeated status opens no page that is loading";
+    ASSERT_TRUE(doses.settle(page));
+    doses.world.setBoard(0, 1, 0x1B);
+    doses.world.run(2000);
+    EXPECT_EQ(openParts(page), "123");
+    doses.world.setBoard(0, 1, 0x04);
+    doses.world.run(2000);
+    EXPECT_EQ(openParts(page)[0], 'k');
+    EXPECT_TRUE(page.SwitchX5[FreeMask].usable()) << "never locked";
+}
+
+TEST(FrmDosi, LoadsASelectionInTheTimeOfItsExchangesAndAsksForNothingElse) {
+    constexpr double TickMs = 40;  // the link sends at most one frame a tick, and an exchange is shorter than that
+    for (const bool byKey : {true, false}) {
+        Doses doses;
+        auto& page = doses.open();
+        for (const int selection : {4, 7, 2}) {
+            doses.writes.clear();
+            doses.reads.clear();
+            if (byKey)
+                page.Label11[selection].UserClick();
+            else
+                page.HScroll7.UserMove(selection);
+            const double elapsed = doses.msUntilOpen(page);
+            int exchanges = 0;
+            for (const auto& read : doses.reads) exchanges += read.second;
+            EXPECT_LE(elapsed, 1.05 * exchanges * TickMs) << exchanges << " exchanges";
+            ASSERT_TRUE(doses.world.settle());
+            doses.reads.erase({0, 1});
+            doses.reads.erase({0, 7});
+            EXPECT_EQ(doses.reads.size(), 2U + 24 + 33 + 1 + 1 + 4 + 16);
+            for (const auto& [place, times] : doses.reads) EXPECT_EQ(times, 1) << place.first << " " << place.second;
+            EXPECT_EQ(doses.writes, Writes());
+        }
+    }
+}
+
+TEST(FrmDosi, LeavesAKeysSelectionWatchedAndTheBarsNot) {
+    for (const bool byKey : {true, false}) {
+        Doses doses;
+        auto& page = doses.open();
+        if (byKey)
+            page.Label11[3].UserClick();
+        else
+            page.HScroll7.UserMove(3);
+        ASSERT_TRUE(doses.settle(page));
+        EXPECT_EQ(ParamTable(1, 10).Watchers, byKey ? 2 : 1);
+        page.UserClose();
+        EXPECT_EQ(ParamTable(1, 10).Watchers, byKey ? 1 : 0);
+        EXPECT_EQ(ParamTable(1, 7).Watchers, 0);
+        for (const int n : {1, 5, 7}) EXPECT_EQ(ParamTable(0, n).Watchers, 0) << n;
+    }
+}
+
+TEST(FrmDosi, ABoardThatIsSilentWhileASelectionLoadsOnlyDelaysIt) {
+    Doses doses;
+    auto& page = doses.open();
+    const Boards before = doses.boards();
+    page.Label11[6].UserClick();
+    doses.world.run(1000);
+    doses.world.machine.setBoardSilent(simulator::Board::HotDrink, true);
+    doses.world.run(10'000);
+    EXPECT_EQ(openParts(page), "123");
+    EXPECT_TRUE(page.LoadingBar.Visible);
+    doses.world.machine.setBoardSilent(simulator::Board::HotDrink, false);
+    ASSERT_TRUE(doses.settle(page));
+    EXPECT_EQ(openParts(page)[0], 'k');
+    EXPECT_TRUE(changed(before, doses.boards()).empty());
+}
+
+TEST(FrmDosi, AnEditWhileTheBoardIsSilentEndsWithOneValueOnBothSides) {
+    Doses doses;
+    auto& page = doses.openAt(0);
+    doses.world.machine.setBoardSilent(simulator::Board::HotDrink, true);
+    page.HScroll2[5].UserMove(99);
+    doses.world.run(10'000);
+    EXPECT_TRUE(page.HScroll2[5].waiting());
+    doses.world.machine.setBoardSilent(simulator::Board::HotDrink, false);
+    ASSERT_TRUE(doses.world.settle());
+    EXPECT_FALSE(page.HScroll2[5].waiting());
+    EXPECT_EQ(page.HScroll2[5].Value, static_cast<int>(doses.world.board(1, 519)));
+    EXPECT_EQ(page.Label2[5].Caption.get(), tenths(page.HScroll2[5].Value));
+}
+
+}  // namespace
+}  // namespace kestrel

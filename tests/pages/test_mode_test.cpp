@@ -1,0 +1,260 @@
+// The In/Out page and the model test on the whole simulated machine: what goes over the line, and what faults can do.
+// A board must never drive what the last click did not ask for, whatever the line loses.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <random>
+#include <set>
+
+#include "pages/test/frm_in_out.h"
+#include "pages/test/frm_test_cedar.h"
+#include "support/world.h"
+
+namespace kestrel {
+namespace {
+
+using simulator::Exchange;
+using testing::World;
+
+constexpr int AlderOutput = 1292;
+constexpr int CedarGroup = 288;
+constexpr int CedarBit = 289;
+
+/// Every write that reaches a board, as "bank:parameter=value".
+class Writes {
+  public:
+    explicit Writes(World& world) {
+        world.machine.onExchange = [this](const Exchange& exchange) {
+            if (exchange.request.write && exchange.parameter > 0)
+                log_.push_back(std::to_string(static_cast<int>(exchange.request.board)) + ":" +
+                               std::to_string(exchange.parameter) + "=" + std::to_string(exchange.value));
+        };
+    }
+    std::vector<std::string> take() { return std::exchange(log_, {}); }
+
+  private:
+    std::vector<std::string> log_;
+};
+using Log = std::vector<std::string>;
+
+FrmInOut& startTest(World& world) {
+    auto& page = world.open<FrmInOut>("FrmInOut");
+    page.Command1.UserClick();
+    world.run(3000);
+    return page;
+}
+
+TEST(TestMode, StartsSwitchesAndRunsOutOnTheMachine) {
+    World world;
+    world.start();
+    FrmInOut& page = startTest(world);
+    ASSERT_EQ(page.Label7.Caption.get(), "TEST in corso");
+    ASSERT_TRUE(page.SwitchLed1[18].usable());
+
+    page.SwitchLed1[18].UserClick();
+    world.run(2000);
+    EXPECT_EQ(world.board(1, AlderOutput + 2), 4U);
+    EXPECT_TRUE(page.SwitchLed1[18].Active);
+    EXPECT_FALSE(page.SwitchLed1[18].waiting());
+    EXPECT_TRUE(page.SwitchLed1[18].usable());
+
+    page.SwitchLed3[20].UserClick();
+    world.run(3000);
+    page.SwitchLed4.UserClick();
+    world.run(3000);
+    EXPECT_EQ(world.board(2, CedarGroup), 0x84U);
+    EXPECT_EQ(world.board(2, CedarBit), 0x10U);
+    EXPECT_TRUE(page.SwitchLed3[20].Active);
+    EXPECT_TRUE(page.SwitchLed4.Active);
+    EXPECT_TRUE(page.SwitchLed3[21].usable());
+
+    world.run(65'000);
+    EXPECT_EQ(page.Label7.Caption.get(), "Normale");
+    EXPECT_FALSE(page.SwitchLed1[18].usable());
+    EXPECT_FALSE(page.SwitchLed1[18].Active) << "the board has switched its outputs off";
+    EXPECT_FALSE(page.SwitchLed3[20].Active);
+}
+
+TEST(TestMode, OnTheLineTheMailboxComesBeforeItsCommand) {
+    World world;
+    world.start();
+    FrmInOut& page = startTest(world);
+    Writes writes(world);
+    page.SwitchLed1[0].UserClick();
+    world.run(3000);
+    const Log alder = writes.take();
+    const auto at = [](const Log& log, const std::string& write) {
+        EXPECT_EQ(std::ranges::count(log, write), 1) << write;
+        return std::ranges::find(log, write) - log.begin();
+    };
+    for (const std::string mailbox : {"1:2=1", "1:3=0", "1:4=0", "1:5=0", "1:6=0"})
+        EXPECT_LT(at(alder, mailbox), at(alder, "1:1=2"));
+    EXPECT_LT(at(alder, "2:285=60"), at(alder, "2:284=1"));
+    EXPECT_EQ(alder.size(), 8U);
+
+    page.SwitchLed3[47].UserClick();
+    world.run(3000);
+    const Log cedar = writes.take();
+    for (const std::string mailbox : {"2:285=32", "2:286=128"}) EXPECT_LT(at(cedar, mailbox), at(cedar, "2:284=2"));
+    EXPECT_LT(at(cedar, "1:2=60"), at(cedar, "1:1=1"));
+    EXPECT_EQ(cedar.size(), 5U);
+}
+
+TEST(TestMode, OpeningAndClosingThePageDrivesNothing) {
+    World world;
+    world.start();
+    Writes writes(world);
+    auto& page = world.open<FrmInOut>("FrmInOut");
+    world.run(60'000);
+    EXPECT_EQ(writes.take(), (Log{"0:368=255"}));
+    page.UserClose();
+    world.run(10'000);
+    EXPECT_EQ(writes.take(), (Log{"0:368=0"}))
+        << "the write to a record that is released waits for the next subscriber";
+    world.open<FrmInOut>("FrmInOut");
+    world.run(10'000);
+    Log again = writes.take();
+    std::ranges::sort(again);
+    EXPECT_EQ(again, (Log{"0:368=255", "0:369=0"}));
+}
+
+TEST(TestMode, ABoardThatFallsSilentUnderAClickLeavesThePageUnlockedAfterFiveSecondsWithTheLastEcho) {
+    World world;
+    world.start();
+    FrmInOut& page = startTest(world);
+    page.SwitchLed1[5].UserClick();
+    world.run(3000);
+    world.machine.setBoardSilent(simulator::Board::HotDrink, true);
+    page.SwitchLed1[6].UserClick();
+    world.run(4990);
+    EXPECT_FALSE(page.SwitchLed1[6].usable());
+    world.run(20);
+    EXPECT_TRUE(page.SwitchLed1[6].usable());
+    EXPECT_TRUE(page.SwitchLed1[5].Active);
+    EXPECT_FALSE(page.SwitchLed1[6].Active);
+    EXPECT_TRUE(page.SwitchLed1[6].waiting());
+}
+
+TEST(TestMode, APairRunsOnTheMachineAndTheMotorsGoToZero) {
+    World world;
+    world.start();
+    auto& page = world.open<FrmTestCedar>("FrmTestCedar");
+    Writes writes(world);
+    const std::uint32_t tests = world.board(0, 162);
+    page.Label1[2].UserClick();
+    page.Label1[1].UserClick();
+    world.run(1500);
+    Log pair = writes.take();
+    ASSERT_EQ(pair.size(), 3U);
+    EXPECT_EQ(pair.back(), "0:4=2");
+    std::ranges::sort(pair);
+    EXPECT_EQ(pair, (Log{"0:4=2", "0:5=13", "0:6=48"}));
+    EXPECT_FALSE(page.Command1.usable());
+    world.run(20'000);
+    EXPECT_TRUE(page.Command1.usable());
+    EXPECT_EQ(page.Label2[1].Caption.get(), "_ _");
+    EXPECT_EQ(world.board(0, 162), tests + 1);
+
+    page.Command1.UserClick();
+    world.run(2000);
+    EXPECT_EQ(writes.take(), (Log{"2:284=3"}));
+    EXPECT_FALSE(page.Label1[0].usable());
+    world.run(10'000);
+    EXPECT_TRUE(page.Label1[0].usable());
+}
+
+/// What the boards drive, against what clicks have asked them to drive; all off is always allowed.
+class Outputs {
+  public:
+    explicit Outputs(World& world) : world_(world) {}
+
+    void askedOfAlder() { alderAsked_.insert({mirror(1, 2), mirror(1, 3), mirror(1, 4), mirror(1, 5), mirror(1, 6)}); }
+    /// Without a group the bit means nothing: the compressor alone.
+    void askedOfCedar() {
+        const bool anyGroup = (mirror(2, 285) & 0x3F) != 0;
+        cedarAsked_.insert({mirror(2, 285), anyGroup ? mirror(2, 286) : 0});
+    }
+    /// Whether everything that a board has begun to drive since the last look was asked for by one click.
+    bool lookFine() {
+        const Alder alder = {world_.board(1, 1292), world_.board(1, 1293), world_.board(1, 1294), world_.board(1, 1295),
+                             world_.board(1, 1296)};
+        const Cedar cedar = {world_.board(2, CedarGroup), world_.board(2, CedarBit)};
+        changes += alder != alderDriven_ || cedar != cedarDriven_ ? 1 : 0;
+        alderDriven_ = alder;
+        cedarDriven_ = cedar;
+        return alderAsked_.contains(alder) && cedarAsked_.contains(cedar);
+    }
+    int changes = 0;
+
+  private:
+    using Alder = std::array<std::uint32_t, 5>;
+    using Cedar = std::array<std::uint32_t, 2>;
+    static std::uint32_t mirror(int bank, int parameter) {
+        return static_cast<std::uint32_t>(ParamRead(parameter, bank));
+    }
+    World& world_;
+    std::set<Alder> alderAsked_{Alder{}};
+    std::set<Cedar> cedarAsked_{Cedar{}};
+    Alder alderDriven_{};
+    Cedar cedarDriven_{};
+};
+
+template <class Switches>
+bool alike(Switches& switches) {
+    return std::ranges::all_of(switches, [&](auto& each) { return each.Enabled == switches[0].Enabled; });
+}
+
+class FaultyTestMode : public ::testing::TestWithParam<std::tuple<const char*, int>> {};
+
+TEST_P(FaultyTestMode, NothingIsDrivenThatTheLastClickDidNotAskForAndNoBoardIsLockedByHalves) {
+    const auto& [faults, seed] = GetParam();
+    SCOPED_TRACE(std::string(faults) + " seed " + std::to_string(seed));
+    World world;
+    world.start();
+    FrmInOut& page = startTest(world);
+    Outputs outputs(world);
+    bool fine = true;
+    bool whole = true;
+    world.platform.afterEvent = [&] {
+        fine = fine && outputs.lookFine();
+        whole = whole && alike(page.SwitchLed1) && alike(page.SwitchLed3) &&
+                page.SwitchLed4.Enabled == page.SwitchLed3[0].Enabled;
+    };
+    world.machine.setFaults(simulator::parseFaults(faults));
+    std::mt19937 chance(static_cast<unsigned>(seed));
+    const auto upTo = [&](int count) { return static_cast<int>(chance() % static_cast<unsigned>(count)); };
+    for (int step = 0; step < 80 && fine && whole; ++step) {
+        const int what = upTo(8);
+        if (what < 3 && page.SwitchLed1[0].usable()) {
+            page.SwitchLed1[upTo(FrmInOut::AlderOutputs)].UserClick();
+            outputs.askedOfAlder();
+        } else if (what < 6 && page.SwitchLed4.usable()) {
+            what == 5 ? page.SwitchLed4.UserClick() : page.SwitchLed3[upTo(FrmInOut::CedarOutputs)].UserClick();
+            outputs.askedOfCedar();
+        } else if (page.Label7.ForeColor == 255) {
+            page.Command1.UserClick();
+        }
+        world.run(100 + upTo(4000));
+    }
+    EXPECT_TRUE(fine) << "a board drives what nobody asked for";
+    EXPECT_TRUE(whole);
+    EXPECT_GT(outputs.changes, 5) << "too little happened to say anything";
+
+    world.machine.setFaults({});
+    world.run(30'000);
+    for (int i = 0; i < FrmInOut::AlderOutputs; ++i)
+        EXPECT_EQ(page.SwitchLed1[i].Active, ((world.board(1, AlderOutput + i / 8) >> (i % 8)) & 1) != 0) << i;
+    EXPECT_EQ(page.SwitchLed4.Active, (world.board(2, CedarGroup) & 0x80) != 0);
+    EXPECT_EQ(page.SwitchLed1[0].usable(), page.SwitchLed3[0].usable());
+    world.platform.afterEvent = nullptr;
+}
+
+/// Replies later than the link waits are left out: they carry no address, so that no page can tell whose they are.
+INSTANTIATE_TEST_SUITE_P(All, FaultyTestMode,
+                         ::testing::Combine(::testing::Values("silent=0.2", "drop=0.1,extra=0.05", "flip=0.2",
+                                                              "ack=0.2", "slow=0.2", "noise=0.3", "lost=0.02",
+                                                              "port=0.02", "reset=0.003", "silent=0.1,slow=0.3"),
+                                            ::testing::Range(1, 3)));
+
+}  // namespace
+}  // namespace kestrel
