@@ -14,7 +14,7 @@ constexpr int AtOnceMs = 1;
 
 struct PageState {
     std::vector<std::unique_ptr<Page>> loaded;
-    std::vector<Page*> leaving;  ///< loaded pages that are to go after the present event
+    std::vector<std::unique_ptr<Page>> leaving;  ///< unloaded pages that one of their own handlers still runs on
     std::unique_ptr<Timer> leavingTimer;
 };
 
@@ -30,7 +30,18 @@ auto slotOf(const Page& page) {
 
 void leavingTimer_Timer() {
     state().leavingTimer->Enabled = false;
-    while (!state().leaving.empty()) UnloadPage(*state().leaving.front());
+    state().leaving.clear();
+}
+
+/// Unloads a page and hands it over, or null where it is not loaded.
+std::unique_ptr<Page> takeOut(Page& page) {
+    const auto slot = slotOf(page);
+    if (slot == state().loaded.end()) return nullptr;
+    std::unique_ptr<Page> leaving = std::move(*slot);
+    state().loaded.erase(slot);
+    leaving->Form_Unload();
+    platform().closeWindow(*leaving);
+    return leaving;
 }
 
 }  // namespace
@@ -55,19 +66,12 @@ Page& LoadPage(std::unique_ptr<Page> page) {
     return loaded;
 }
 
-void UnloadPage(Page& page) {
-    const auto slot = slotOf(page);
-    if (slot == state().loaded.end()) return;
-    const std::unique_ptr<Page> leaving = std::move(*slot);
-    state().loaded.erase(slot);
-    std::erase(state().leaving, &page);
-    leaving->Form_Unload();
-    platform().closeWindow(*leaving);
-}
+void UnloadPage(Page& page) { takeOut(page); }
 
 void UnloadPageLater(Page& page) {
-    if (slotOf(page) == state().loaded.end()) return;
-    state().leaving.push_back(&page);
+    std::unique_ptr<Page> leaving = takeOut(page);
+    if (!leaving) return;
+    state().leaving.push_back(std::move(leaving));
     if (!state().leavingTimer) {
         state().leavingTimer = std::make_unique<Timer>(AtOnceMs);
         state().leavingTimer->OnTimer(leavingTimer_Timer);

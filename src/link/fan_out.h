@@ -18,7 +18,8 @@ Page* FindLoadedPage(const std::string& name);
 Page& LoadPage(std::unique_ptr<Page> page);
 /// Form_Unload, then the page is gone. Not to be called from a handler of one of the page's own controls.
 void UnloadPage(Page& page);
-/// Unloads the page as soon as the present event is over: for handlers of the page's own controls.
+/// For handlers of the page's own controls: unloads the page and takes it from the screen at once, so that no more of
+/// the user's acts reach it, and lets it go when the present event is over.
 void UnloadPageLater(Page& page);
 /// Drops all pages without unloading them, as the end of the process does.
 void ResetPages();
