@@ -31,4 +31,15 @@ void ScriptedLine::insert(Micros when, const Bytes& bytes) {
     coming_.insert(later, {when, bytes});
 }
 
+std::optional<Micros> MachineLine::nextArrival(Micros limit) {
+    const bool wasPresent = present();
+    for (;;) {
+        const auto next = machine.nextEvent();
+        if (!next || *next > limit) return std::nullopt;
+        if (next == machine.nextOutput()) return next;
+        machine.advance(*next);
+        if (present() != wasPresent) return next;
+    }
+}
+
 }  // namespace kestrel::testing

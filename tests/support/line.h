@@ -23,6 +23,12 @@ class Line {
     virtual void send(Micros now, const Bytes& bytes) = 0;
     /// When something may next come out, or nothing.
     virtual std::optional<Micros> nextEvent() const = 0;
+    /// When bytes next come out, or the device comes or goes, if that is by `limit`. What the far end does by itself
+    /// until then may have happened on return; nothing is sent to it before.
+    virtual std::optional<Micros> nextArrival(Micros limit) {
+        const auto next = nextEvent();
+        return next && *next <= limit ? next : std::nullopt;
+    }
     /// What has arrived at the program by `now`.
     virtual Bytes take(Micros now) = 0;
     /// Whether the device is there.
@@ -66,6 +72,7 @@ class MachineLine : public Line {
 
     void send(Micros now, const Bytes& bytes) override { machine.send(now, bytes); }
     std::optional<Micros> nextEvent() const override { return machine.nextEvent(); }
+    std::optional<Micros> nextArrival(Micros limit) override;
     Bytes take(Micros now) override {
         machine.advance(now);
         return machine.takeOutput(now);

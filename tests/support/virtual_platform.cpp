@@ -2,6 +2,7 @@
 // See virtual_platform.h.
 #include "support/virtual_platform.h"
 
+#include <algorithm>
 #include <fstream>
 #include <iterator>
 #include <stdexcept>
@@ -14,35 +15,40 @@ namespace kestrel::testing {
 class VirtualTimer : public TimerBackend {
   public:
     VirtualTimer(VirtualPlatform& owner, std::function<void()> onExpiry)
-        : owner_(owner), onExpiry_(std::move(onExpiry)) {}
+        : owner_(owner), onExpiry_(std::make_shared<const std::function<void()>>(std::move(onExpiry))) {}
     ~VirtualTimer() override { VirtualTimer::stop(); }
 
     void start(int milliseconds) override {
-        stop();
         interval_ = Micros{milliseconds} * 1000;
-        queueUp(owner_.now_);
+        if (!running_) owner_.running_.push_back(this);
+        running_ = true;
+        queueUp();
     }
     void stop() override {
-        if (queued_) owner_.queue_.erase(due_);
-        queued_ = false;
+        if (running_) std::erase(owner_.running_, this);
+        running_ = false;
     }
     void expire() {
-        queueUp(owner_.now_);
-        const auto call = onExpiry_;
-        call();
+        queueUp();
+        const auto call = onExpiry_;  // the handler may take the timer away
+        (*call)();
     }
+    bool isBefore(const VirtualTimer& other) const {
+        return due_ != other.due_ ? due_ < other.due_ : sequence_ < other.sequence_;
+    }
+    Micros due() const { return due_; }
 
   private:
-    void queueUp(Micros from) {
-        due_ = {from + interval_, owner_.sequence_++, this};
-        owner_.queue_.insert(due_);
-        queued_ = true;
+    void queueUp() {
+        due_ = owner_.now_ + interval_;
+        sequence_ = owner_.sequence_++;
     }
     VirtualPlatform& owner_;
-    std::function<void()> onExpiry_;
+    std::shared_ptr<const std::function<void()>> onExpiry_;
     Micros interval_ = 0;
-    VirtualPlatform::Due due_{};
-    bool queued_ = false;
+    Micros due_ = 0;
+    long sequence_ = 0;
+    bool running_ = false;
 };
 
 class VirtualSerial : public SerialControl {
@@ -78,18 +84,22 @@ class VirtualSerial : public SerialControl {
     /// Takes what has arrived; true when it is worth an event.
     bool collect() {
         if (!line()) return false;
-        const Bytes arrived = line()->take(owner_.now_);
-        if (!open_ || arrived.empty()) return false;
-        for (const auto byte : arrived)
+        arrived_ = line()->take(owner_.now_);
+        if (!open_ || arrived_.empty()) return false;
+        for (const auto byte : arrived_)
             if (buffer_.size() < InputBufferSize) buffer_.push_back(byte);
         return true;
     }
     void lose() {
+        if (owner_.beforeLoss) owner_.beforeLoss();
         open_ = false;
         buffer_.clear();
         raiseLost();
     }
-    void raise() const { raiseComm(); }
+    void raise() const {
+        if (owner_.beforeArrival) owner_.beforeArrival(arrived_);
+        raiseComm();
+    }
 
   protected:
     void write(const Bytes& bytes) override {
@@ -103,6 +113,7 @@ class VirtualSerial : public SerialControl {
     int port_ = 1;
     bool open_ = false;
     Bytes buffer_;
+    Bytes arrived_;  ///< in the last collection
 };
 
 VirtualPlatform::VirtualPlatform() { setPlatform(this); }
@@ -111,12 +122,19 @@ VirtualPlatform::~VirtualPlatform() { setPlatform(nullptr); }
 
 bool VirtualPlatform::portOpen() const { return serial_ && serial_->PortOpen(); }
 
-std::optional<Micros> VirtualPlatform::nextArrival() const {
+VirtualTimer* VirtualPlatform::nextTimer() const {
+    const auto next = std::min_element(running_.begin(), running_.end(),
+                                       [](const auto* one, const auto* other) { return one->isBefore(*other); });
+    return next == running_.end() ? nullptr : *next;
+}
+
+std::optional<Micros> VirtualPlatform::nextArrival(Micros limit) const {
     if (!serial_ || !serial_->line()) return std::nullopt;
-    auto when = serial_->line()->nextEvent();
+    auto when = serial_->line()->nextArrival(limit);
     if (!when) return std::nullopt;
     if (chunk > 0) when = (*when + chunk - 1) / chunk * chunk;
-    return std::max(*when, now_);
+    when = std::max(*when, now_);
+    return *when <= limit ? when : std::nullopt;
 }
 
 void VirtualPlatform::collect() {
@@ -128,14 +146,24 @@ void VirtualPlatform::collect() {
 }
 
 bool VirtualPlatform::step() {
-    const auto arrival = nextArrival();
-    const bool timerIsNext = !queue_.empty() && (!arrival || queue_.begin()->when <= *arrival);
-    if (!timerIsNext && !arrival) return false;
-    if (timerIsNext) {
-        const Due due = *queue_.begin();
-        queue_.erase(queue_.begin());
-        now_ = std::max(now_, due.when);
-        due.timer->expire();
+    // A far end that lives by itself never comes to an end: with no timer running time passes in pieces.
+    constexpr Micros Piece = 1'000'000;
+    const VirtualTimer* timer = nextTimer();
+    const bool lineLives = serial_ && serial_->line() && serial_->line()->nextEvent();
+    if (!timer && !lineLives) return false;
+    const Micros limit = timer ? std::max(timer->due(), now_) : now_ + Piece;
+    if (!stepUntil(limit)) now_ = limit;
+    return true;
+}
+
+bool VirtualPlatform::stepUntil(Micros limit) {
+    VirtualTimer* const timer = nextTimer();
+    const bool timerIsDue = timer && timer->due() <= limit;
+    const auto arrival = nextArrival(timerIsDue ? std::max(timer->due(), now_) : limit);
+    if (!timerIsDue && !arrival) return false;
+    if (timerIsDue && (!arrival || timer->due() <= *arrival)) {
+        now_ = std::max(now_, timer->due());
+        timer->expire();
     } else {
         now_ = *arrival;
         collect();
@@ -145,14 +173,12 @@ bool VirtualPlatform::step() {
 }
 
 void VirtualPlatform::run(double milliseconds) {
-    const Micros until = now_ + static_cast<Micros>(milliseconds * 1000);
-    for (;;) {
-        const auto arrival = nextArrival();
-        const bool timerIsDue = !queue_.empty() && queue_.begin()->when <= until;
-        if (!timerIsDue && (!arrival || *arrival > until)) break;
-        step();
-    }
-    now_ = until;
+    runUntil(now_ + static_cast<Micros>(milliseconds * 1000));
+}
+
+void VirtualPlatform::runUntil(Micros until) {
+    while (stepUntil(until)) continue;
+    now_ = std::max(now_, until);
 }
 
 void VirtualPlatform::install(const std::filesystem::path& realDirectory) {

@@ -32,10 +32,19 @@ class VirtualPlatform : public Platform {
     Micros now() const { return now_; }
     /// Delivers the next event. False when nothing will ever happen.
     bool step();
+    /// Delivers the next event that is due by then. False when there is none.
+    bool stepUntil(Micros limit);
     /// Delivers all events of the next so many milliseconds, and lets that time pass.
     void run(double milliseconds);
+    void runUntil(Micros until);
+    /// Lets time pass in which nothing is delivered, as while the process stands still.
+    void letPass(Micros length) { now_ += length; }
     /// Called after every delivered event.
     std::function<void()> afterEvent;
+    /// Called before the program hears of bytes that arrived, or of the loss of its open port.
+    std::function<void(const Bytes&)> beforeArrival;
+    std::function<void()> beforeLoss;
+    int timersRunning() const { return static_cast<int>(running_.size()); }
 
     // The line.
     std::map<int, Line*> lines;                               ///< what stands on each port
@@ -91,20 +100,13 @@ class VirtualPlatform : public Platform {
   private:
     friend class VirtualTimer;
     friend class VirtualSerial;
-    struct Due {
-        Micros when;
-        long sequence;
-        VirtualTimer* timer;
-        bool operator<(const Due& other) const {
-            return when != other.when ? when < other.when : sequence < other.sequence;
-        }
-    };
-    std::optional<Micros> nextArrival() const;
+    VirtualTimer* nextTimer() const;
+    std::optional<Micros> nextArrival(Micros limit) const;
     void collect();
 
     Micros now_ = 0;
     long sequence_ = 0;
-    std::set<Due> queue_;
+    std::vector<VirtualTimer*> running_;
     VirtualSerial* serial_ = nullptr;
     Window* active_ = nullptr;
 };

@@ -1,0 +1,149 @@
+// A user who does anything that can be done.
+// See random_user.h.
+#include "simulation/random_user.h"
+
+#include <algorithm>
+
+#include "link/fan_out.h"
+#include "platform/displays.h"
+#include "platform/switches.h"
+#include "shell/main_window.h"
+#include "shell/windows.h"
+
+namespace kestrel::testing {
+
+namespace {
+
+using simulator::Random;
+
+void collect(const Layout& layout, std::vector<Control*>& into) {
+    if (layout.control) into.push_back(layout.control);
+    for (const Layout& child : layout.children) collect(child, into);
+}
+
+template <class T>
+T& anyOf(std::vector<T>& items, Random& random) {
+    return items[static_cast<std::size_t>(random.between(0, static_cast<std::int64_t>(items.size()) - 1))];
+}
+
+int within(Random& random, int low, int high, int now) {
+    const auto kind = random.between(0, 5);
+    if (kind == 0) return low;
+    if (kind == 1) return high;
+    if (kind < 4) return now + (kind == 2 ? 1 : -1);
+    return static_cast<int>(random.between(low, high));
+}
+
+std::string typed(Random& random) {
+    static const std::vector<std::string> odd = {"", "-1", "99999999999", "abc", "1.5", "12,5", " 7 ", "0"};
+    if (random.chance(0.3)) return odd[static_cast<std::size_t>(random.between(0, 7))];
+    return std::to_string(random.between(0, 70'000));
+}
+
+/// One gesture on the control. False where it is of no kind that a user acts on.
+bool use(Control& control, Random& random) {
+    if (auto* bar = dynamic_cast<ScrollBar*>(&control)) {
+        bar->UserMove(within(random, bar->Min, bar->Max, bar->Value));
+    } else if (auto* stepped = dynamic_cast<SteppedSwitch*>(&control)) {
+        stepped->UserMove(within(random, 0, stepped->top(), stepped->Position));
+    } else if (auto* toggle = dynamic_cast<ToggleSwitch*>(&control)) {
+        toggle->UserClick();
+    } else if (auto* button = dynamic_cast<CommandButton*>(&control)) {
+        button->UserClick();
+    } else if (auto* box = dynamic_cast<TextBox*>(&control)) {
+        box->UserType(typed(random));
+        if (random.chance(0.6)) box->UserEnter();
+        if (random.chance(0.6)) box->UserLeave();
+    } else if (auto* label = dynamic_cast<Label*>(&control); label && label->isClickable()) {
+        label->UserClick();
+    } else {
+        return false;
+    }
+    return true;
+}
+
+std::string stateOf(const Control& control) {
+    if (const auto* label = dynamic_cast<const Label*>(&control))
+        return label->role == Label::Role::Value ? label->Caption.get() : std::string();
+    if (const auto* bar = dynamic_cast<const ScrollBar*>(&control)) return "bar " + std::to_string(bar->Value.get());
+    if (const auto* stepped = dynamic_cast<const SteppedSwitch*>(&control))
+        return "at " + std::to_string(stepped->Position.get());
+    if (const auto* toggle = dynamic_cast<const ToggleSwitch*>(&control)) return toggle->Active ? "on" : "off";
+    if (const auto* led = dynamic_cast<const Led*>(&control)) return led->Active ? "lit" : "dark";
+    if (const auto* list = dynamic_cast<const ListView*>(&control)) {
+        std::string all;
+        for (const auto& row : list->Rows.get())
+            for (const auto& cell : row) all += cell + "|";
+        return all;
+    }
+    return {};
+}
+
+}  // namespace
+
+std::vector<Control*> controlsOf(Window& window) {
+    std::vector<Control*> controls;
+    collect(window.Arrange(), controls);
+    return controls;
+}
+
+std::vector<std::string> shownBy(Window& window) {
+    std::vector<std::string> shown;
+    for (const Control* control : controlsOf(window))
+        shown.push_back(control->isSelector || !control->usable() ? "" : stateOf(*control));
+    return shown;
+}
+
+SelectorPositions::SelectorPositions(Window& window) {
+    for (Control* control : controlsOf(window))
+        if (auto* stepped = dynamic_cast<SteppedSwitch*>(control); stepped && stepped->isSelector)
+            positions_.push_back(stepped->Position);
+}
+
+void SelectorPositions::chooseIn(Window& window) const {
+    std::size_t next = 0;
+    for (Control* control : controlsOf(window))
+        if (auto* stepped = dynamic_cast<SteppedSwitch*>(control); stepped && stepped->isSelector)
+            stepped->UserMove(positions_.at(next++));
+}
+
+void RandomUser::open(const std::string& page) {
+    for (const MenuRow& row : MenuTree())
+        if (row.page && row.page == page) return MDIForm1().entry(row.name).UserClick();
+    ShowPage(page);
+}
+
+void RandomUser::moveAnything(Random& random) const {
+    std::vector<Page*> pages = LoadedPages();
+    if (pages.empty()) return;
+    std::vector<Control*> controls = controlsOf(*anyOf(pages, random));
+    constexpr int Tries = 8;
+    for (int i = 0; i < Tries && !controls.empty(); ++i)
+        if (use(*anyOf(controls, random), random)) return;
+}
+
+void RandomUser::act(int number) {
+    auto random = chanceOf(plan_.seed, Chance::Act, static_cast<std::uint32_t>(number));
+    std::vector<std::string> names = plan_.pages;
+    std::vector<Page*> pages = LoadedPages();
+    const auto kind = random.between(0, 99);
+    if (kind < 22 || pages.empty()) {
+        open(anyOf(names, random));
+    } else if (kind < 34) {
+        anyOf(pages, random)->UserClose();
+    } else if (kind < 88) {
+        moveAnything(random);
+    } else if (kind < 92) {  // a storm of opening and closing
+        for (int i = 0; i < 10; ++i) {
+            open(anyOf(names, random));
+            if (std::vector<Page*> open = LoadedPages(); !open.empty() && random.chance(0.7))
+                anyOf(open, random)->UserClose();
+        }
+    } else if (kind < 98 || random.chance(0.8)) {
+        MDIForm1().smnuLingue(static_cast<int>(random.between(0, 4))).UserClick();
+    } else {
+        MDIForm1().mnuCox(static_cast<int>(random.between(1, MainWindow::PortEntries))).UserClick();
+    }
+}
+
+}  // namespace kestrel::testing
