@@ -3,13 +3,11 @@
 #include "simulation/checks.h"
 
 #include <algorithm>
-#include <cstring>
-#include <sstream>
 
 #include "link/fan_out.h"
 #include "link/link_engine.h"
 #include "link/param_table.h"
-#include "simulator/exchange.h"
+#include "simulation/say.h"
 
 namespace kestrel::testing {
 
@@ -21,22 +19,12 @@ constexpr Micros Tick = 40'000;
 constexpr int SendsAllowed = 5;
 constexpr std::size_t InputLimit = 1024;
 constexpr std::uint8_t FirstWithData = 127;
-constexpr std::uint8_t UnusedBits = 8 | 16 | 32 | 64;
 constexpr std::array<const char*, Banks> ParameterFiles = {"W0256AP03.inx", "W0292AP07.inx", "W0245AB04.inx"};
 constexpr std::array<const char*, Banks> IdentityFiles = {"W0256.inx", "W0292.inx", "W0245.inx"};
 constexpr std::size_t ParameterSize = 9;
 constexpr std::size_t IdentitySize = 5;
 
 std::uint8_t byteOf(const std::string& text, std::size_t at) { return static_cast<std::uint8_t>(text[at]); }
-
-template <class... Parts>
-std::string say(const Parts&... parts) {
-    std::ostringstream out;
-    (out << ... << parts);
-    return out.str();
-}
-
-std::string place(int bank, int index) { return say("bank ", bank, " record ", index); }
 
 /// The pages whose rules have them write a record when they are told of it.
 bool correctsItself(const Page& page) { return page.name() == "FrmConMac" || page.name() == "FrmProUni"; }
@@ -319,99 +307,11 @@ void Checks::explain(const ReferenceModel::Told& told) {
                       line_.framesSent()));
 }
 
-// ---- Equality with the model.
-
-void Checks::compareState() const {
-    const LinkState& link = Link();
-    const bool same = CurrentBank == model_.currentBank() && link.ScanIndex == model_.scanIndex() &&
-                      link.RetryCount == model_.retryCount() && link.LinkIdle == model_.idle() &&
-                      link.Comm1->PortOpen() == model_.portOpen();
-    if (!same)
-        failCheck("the engine is where the model is",
-                  say("bank ", CurrentBank, "/", model_.currentBank(), " index ", link.ScanIndex, "/",
-                      model_.scanIndex(), " retries ", link.RetryCount, "/", model_.retryCount(), " idle ",
-                      link.LinkIdle, "/", model_.idle(), " open ", link.Comm1->PortOpen(), "/", model_.portOpen()));
-    require(link.Comm1->InBufferCount() == static_cast<int>(model_.unread()), "the unread bytes are the model's");
-    require(platform_.opened - opened_ == model_.outputs().opened, "the port opens as in the model");
-    for (int panel = 2; panel <= 4; ++panel)
-        if (link.statusBar->Panels(panel).Picture != model_.picture(panel))
-            failCheck("the lamps are the model's", say(panel));
-    if (link.statusBar->Panels(1).Text.get() != model_.panelText())
-        failCheck("panel 1 is the model's", link.statusBar->Panels(1).Text.get());
-}
-
-void Checks::compareFrames() {
-    const auto& expected = model_.outputs().frames;
-    const auto same = [](const auto& one, const auto& other) {
-        return one.when == other.when && one.count == other.count &&
-               std::equal(one.bytes.begin(), one.bytes.begin() + static_cast<std::ptrdiff_t>(one.count),
-                          other.bytes.begin());
-    };
-    if (!std::equal(sent_.begin(), sent_.end(), expected.begin(), expected.end(), same)) {
-        const auto text = [](const auto& frames) {
-            std::string all;
-            for (const auto& frame : frames)
-                all += say(frame.when, ":",
-                           simulator::hexOf(
-                               {frame.bytes.begin(), frame.bytes.begin() + static_cast<std::ptrdiff_t>(frame.count)}),
-                           ";");
-            return all;
-        };
-        failCheck("frames are the model's", text(sent_) + " not " + text(expected));
-    }
-    for (const auto& frame : sent_)
-        for (std::size_t i = 0; i < frame.count; ++i) trace(frame.bytes[i]);
-}
-
-void Checks::compareFlags() {
-    const auto& told = model_.outputs().told;
-    for (int bank = 0; bank < Banks; ++bank) {
-        auto& before = flags_[static_cast<std::size_t>(bank)];
-        const auto count = static_cast<std::size_t>(RecordCount(bank)) + 1;
-        const std::uint8_t* now = &ParamFlags(bank, 0);
-        if (std::memcmp(now, before.data(), count) == 0) continue;
-        for (std::size_t i = 0; i < count; ++i) {
-            if (now[i] == before[i]) continue;
-            const auto index = static_cast<int>(i);
-            const bool accepted = !told.empty() && told[0].bank == bank && told[0].index == index;
-            const bool wrong = ((now[i] & flag::Pending) && !(now[i] & flag::Watched)) || (now[i] & UnusedBits) ||
-                               ((now[i] & ~before[i] & flag::Valid) && !accepted) || now[i] != model_.flags(bank)[i];
-            if (wrong)
-                failCheck("flags change as their table says",
-                          say(place(bank, index), " ", int{before[i]}, " to ", int{now[i]}, ", the model ",
-                              int{model_.flags(bank)[i]}));
-            before[i] = now[i];
-        }
-    }
-}
-
-void Checks::compareRecord(int bank, int index) const {
-    const ParamRecord& record = ParamTable(bank, index);
-    const auto& expected = model_.record(bank, index);
-    const bool same = std::equal(expected.value.begin(), expected.value.end(), record.Value.begin()) &&
-                      record.Period == expected.period && record.Watchers == expected.watchers &&
-                      ParamFlags(bank, index) == model_.flags(bank)[index];
-    if (!same)
-        failCheck(
-            "the mirror is the model's",
-            say(place(bank, index), " value ", int{record.Value[0]}, "/", int{expected.value[0]}, " period ",
-                int{record.Period}, "/", int{expected.period}, " watchers ", int{record.Watchers}, "/",
-                int{expected.watchers}, " flags ", int{ParamFlags(bank, index)}, "/", int{model_.flags(bank)[index]}));
-}
-
-void Checks::compareAll() {
-    for (int bank = 0; bank < Banks; ++bank)
-        for (int index = 0; index <= RecordCount(bank); ++index) compareRecord(bank, index);
-}
-
 void Checks::afterEvent() {
     const Micros now = platform_.now();
     require(now >= last_, "time never goes back");
     last_ = now;
     ++counts.events;
-    if (dbg)
-        fprintf(stderr, "%ld role %d link %d bank %d idx %d idle %d open %d/%d sent %zu told %zu present %d\n", now,
-                (int)role_, linkEvent_, CurrentBank, Link().ScanIndex, Link().LinkIdle, Link().Comm1->PortOpen(),
     for (; filesWritten_ < platform_.written.size(); ++filesWritten_)
         require(platform_.written[filesWritten_].ends_with("/kestrel.ini"), "no file but the configuration is written");
     if (!following_) return;

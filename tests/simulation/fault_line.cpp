@@ -61,6 +61,7 @@ FaultLine::FaultLine(const Plan& plan) : machine(optionsOf(plan)), plan_(plan) {
 void FaultLine::strike(Micros now, bool on) {
     pass(now);
     striking_ = on;
+    if (on) calm_ = frames_;
     if (on) return;
     machine.setFaults({});
     for (const Board board : simulator::allBoards) machine.setBoardSilent(board, false);
@@ -72,8 +73,10 @@ void FaultLine::strike(Micros now, bool on) {
 
 bool FaultLine::strikes(Fault fault) {
     const double rate = plan_.strength[static_cast<std::size_t>(fault)];
-    return aimed_ && rate > 0 && of(fault).chance(rate);
+    return (aimed_ && rate > 0 && of(fault).chance(rate)) || (strikesOnce() && plan_.single == fault);
 }
+
+bool FaultLine::strikesOnce() const { return striking_ && plan_.singleAt > 0 && frames_ - calm_ == plan_.singleAt; }
 
 void FaultLine::begin(Micros now, Fault incident, int number) {
     pass(now);
@@ -127,7 +130,10 @@ void FaultLine::send(Micros now, const Bytes& frame) {
     aimed_ = striking_ &&
              (plan_.aim == Plan::Aim::All || (plan_.aim == Plan::Aim::Reads && !isWrite(frame)) ||
               (plan_.aim == Plan::Aim::Writes && isWrite(frame)) || (plan_.aim == Plan::Aim::Slaves && frame[0] > 240));
-    if (striking_) machine.setFaults(aimed_ ? machineFaults_ : simulator::FaultPlan{});
+    simulator::FaultPlan faults = aimed_ ? machineFaults_ : simulator::FaultPlan{};
+    if (strikesOnce() && plan_.single < Fault::Request)
+        faults.setRate(static_cast<simulator::FaultKind>(plan_.single), 1);
+    if (striking_) machine.setFaults(faults);
     changes_.clear();
     written_ = target ? target() : std::pair{0, 0};
     const auto board = static_cast<Board>(written_.first);

@@ -49,6 +49,7 @@ class FaultLine : public Line {
 
   private:
     bool strikes(Fault fault);
+    bool strikesOnce() const;
     simulator::Random& of(Fault fault) { return chances_[static_cast<std::size_t>(fault)]; }
     void heard(const simulator::Exchange& exchange);
     void lie(const simulator::Exchange& exchange);
@@ -64,6 +65,7 @@ class FaultLine : public Line {
     bool aimed_ = false;
     Micros now_ = 0;
     long frames_ = 0;
+    long calm_ = 0;  ///< frames that went out before the faults began
     Said said_;
     Micros lateUntil_ = -1;
     Micros spoiledUntil_ = -1;

@@ -89,10 +89,6 @@ simulator::Random chanceOf(std::uint64_t seed, Chance subject, std::uint32_t par
     return {seed, static_cast<simulator::Stream>(Ours + static_cast<std::uint32_t>(subject)), part};
 }
 
-bool Plan::calm() const {
-    return std::all_of(strength.begin(), strength.end(), [](double each) { return each == 0; });
-}
-
 Plan Plan::draw(std::uint64_t seed) {
     auto random = chanceOf(seed, Chance::Plan);
     Plan plan;
@@ -102,6 +98,7 @@ Plan Plan::draw(std::uint64_t seed) {
     plan.sectorBoard = random.chance(0.85);
     plan.moving = random.chance(0.5);
     plan.rough = random.chance(0.15);
+    plan.strange = random.chance(0.25);
     plan.chunk = std::array{0, 1, 16, 16, 16, 250}[static_cast<std::size_t>(random.between(0, 5))];
     plan.aim = static_cast<Aim>(std::max<std::int64_t>(random.between(-4, 3), 0));
     plan.actsPerMinute = static_cast<int>(random.between(2, 60));
@@ -116,13 +113,15 @@ std::string Plan::text() const {
     std::ostringstream out;
     out << "seed=" << seed << " seconds=" << seconds << " quiet=" << quietSeconds << " boards=M"
         << (hotDrinkBoard ? "H" : "") << (sectorBoard ? "S" : "") << " moving=" << moving << " rough=" << rough
-        << " chunk=" << chunk << " aim=" << Aims[static_cast<std::size_t>(aim)] << " pace=" << actsPerMinute
-        << " faults=";
+        << " strange=" << strange << " chunk=" << chunk << " aim=" << Aims[static_cast<std::size_t>(aim)]
+        << " pace=" << actsPerMinute << " faults=";
     for (std::size_t i = 0, many = 0; i < FaultCount; ++i)
         if (strength[i] > 0) out << (many++ ? "," : "") << Names[i] << ':' << strength[i];
     out << " pages=";
     for (std::size_t i = 0; i < pages.size(); ++i) out << (i ? "," : "") << pages[i];
     out << " acts=" << rangesOf(acts);
+    if (!script.empty()) out << " script=" << script;
+    if (singleAt > 0) out << " single=" << nameOf(single) << " at=" << singleAt;
     return out.str();
 }
 
@@ -143,6 +142,10 @@ Plan Plan::parse(const std::string& line) {
     number("quiet", plan.quietSeconds);
     number("moving", plan.moving);
     number("rough", plan.rough);
+    number("strange", plan.strange);
+    number("at", plan.singleAt);
+    if (given.contains("single")) plan.single = static_cast<Fault>(placeOf(Names, given["single"]));
+    if (given.contains("script")) plan.script = given["script"];
     number("chunk", plan.chunk);
     number("pace", plan.actsPerMinute);
     if (given.contains("boards")) {

@@ -66,12 +66,15 @@ struct Plan {
     int chunk = 0;        ///< milliseconds: bytes arrive at multiples of this
     Aim aim = Aim::All;   ///< which requests the faults of the line strike
     int actsPerMinute = 20;
+    bool strange = false;  ///< the index files name other refresh bytes than those of the installation
     std::array<double, FaultCount> strength{};  ///< chance an exchange, or incidents a minute; 0: does not exist
     std::vector<std::string> pages;             ///< that the user may open
     std::vector<int> acts;                      ///< numbers of the acts that are done, of those that the seed draws
 
-    bool has(Fault fault) const { return strength[static_cast<std::size_t>(fault)] > 0; }
-    bool calm() const;
+    // A small world is played out by numbers instead of chance.
+    std::string script;            ///< the user's acts, a letter each: open, close, edit, port
+    Fault single = Fault::Silent;  ///< strikes once ...
+    int singleAt = 0;              ///< ... at this frame, or after this event if it is an incident; 0: never
 
     static Plan draw(std::uint64_t seed);
     /// The one-line form, and back. Throws std::invalid_argument that says what is wrong.

@@ -1,0 +1,87 @@
+// The machine under the program in a simulated run.
+// See stage.h.
+#include "simulation/stage.h"
+
+#include <set>
+
+#include "link/link_engine.h"
+#include "simulation/checks.h"
+
+namespace kestrel::testing {
+
+namespace {
+
+constexpr std::size_t ParameterSize = 9;
+constexpr std::size_t RefreshOffset = 3;
+
+/// The files of the installation, read once.
+const std::map<std::string, std::string>& installation() {
+    static const std::map<std::string, std::string> files = [] {
+        VirtualPlatform reader;
+        reader.install(KESTREL_INSTALLATION);
+        return reader.files;
+    }();
+    return files;
+}
+
+/// Titles of boxes that end a run or tell of trouble; questions have the page's own.
+bool isKnown(const Message& message) {
+    static const std::set<std::string> titles = {"ERROR", "Serial", "Wrong file", "Kestrel", "Error"};
+    return message.buttons == Message::Buttons::YesNo || titles.contains(message.title) ||
+           message.title.starts_with("ERROR ");
+}
+
+}  // namespace
+
+Stage::Stage(const Plan& plan) : answers_(chanceOf(plan.seed, Chance::Answer)) {
+    files = installation();
+    setPlatform(this);
+    put("kestrel.ini", "Com=1\r\nLingua=Italiano\r\n");
+    if (plan.strange) changeRefreshBytes(plan.seed);
+}
+
+/// Any of the 256 refresh bytes for one record in five, so that countdowns under way, long ones, and records that are
+/// repeated until their board answers all occur.
+void Stage::changeRefreshBytes(std::uint64_t seed) {
+    auto random = chanceOf(seed, Chance::Plan, 1);
+    for (auto& [path, content] : files) {
+        if (!path.ends_with(".inx") || content.size() % ParameterSize != 0) continue;
+        for (std::size_t at = RefreshOffset; at < content.size(); at += ParameterSize)
+            if (random.chance(0.2)) content[at] = static_cast<char>(random.between(0, 255));
+    }
+}
+
+std::unique_ptr<TimerBackend> Stage::makeTimer(std::function<void()> onExpiry) {
+    // The timer that asks has just been switched on: of the link's own, the one that was off until now.
+    const LinkState& link = Link();
+    const Timer* const timers[] = {&link.Timer1, &link.Timer2, &link.Timer3, &link.Timer4, &link.ReopenTimer};
+    auto role = Checks::Role::Other;
+    for (std::size_t i = 0; i < known_.size(); ++i) {
+        if (known_[i] || !timers[i]->Enabled) continue;
+        known_[i] = true;
+        role = static_cast<Checks::Role>(i);
+    }
+    return VirtualPlatform::makeTimer([role, onExpiry = std::move(onExpiry)] {
+        if (Checks::present()) Checks::present()->beforeTimer(role);
+        onExpiry();
+    });
+}
+
+Message::Answer Stage::showMessage(const Message& message) {
+    if (!isKnown(message)) failCheck("boxes have known texts", message.title + ": " + message.text);
+    require(!boxOpen_, "one box at a time");
+    boxOpen_ = true;
+    lastBox = message.text;
+    Checks& checks = *Checks::present();
+    ++checks.counts.boxes;
+    // While ports are being searched the link is in the middle of an act, which the model does not follow.
+    if (started && !checks.isSearching())
+        for (auto events = answers_.between(0, 60); events > 0; --events) step();
+    boxOpen_ = false;
+    if (message.buttons == Message::Buttons::Ok) return Message::Answer::Ok;
+    const bool first = answers_.chance(0.7);
+    if (message.buttons == Message::Buttons::YesNo) return first ? Message::Answer::Yes : Message::Answer::No;
+    return first ? Message::Answer::Retry : Message::Answer::Cancel;
+}
+
+}  // namespace kestrel::testing

@@ -1,0 +1,32 @@
+// The machine under the program in a simulated run: tells the checks which timer is about to fire, lets chance answer
+// the message boxes, and lays out the installation.
+#pragma once
+
+#include <array>
+#include <memory>
+#include <string>
+
+#include "simulation/plan.h"
+#include "support/virtual_platform.h"
+
+namespace kestrel::testing {
+
+class Stage : public VirtualPlatform {
+  public:
+    explicit Stage(const Plan& plan);
+
+    std::unique_ptr<TimerBackend> makeTimer(std::function<void()> onExpiry) override;
+    Message::Answer showMessage(const Message& message) override;
+
+    bool started = false;  ///< from now on events go on under a box
+    std::string lastBox;
+
+  private:
+    void changeRefreshBytes(std::uint64_t seed);
+
+    simulator::Random answers_;
+    std::array<bool, 5> known_{};  ///< the link's timers that have been made
+    bool boxOpen_ = false;
+};
+
+}  // namespace kestrel::testing
