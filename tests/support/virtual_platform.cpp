@@ -172,9 +172,7 @@ bool VirtualPlatform::stepUntil(Micros limit) {
     return true;
 }
 
-void VirtualPlatform::run(double milliseconds) {
-    runUntil(now_ + static_cast<Micros>(milliseconds * 1000));
-}
+void VirtualPlatform::run(double milliseconds) { runUntil(now_ + static_cast<Micros>(milliseconds * 1000)); }
 
 void VirtualPlatform::runUntil(Micros until) {
     while (stepUntil(until)) continue;
