@@ -6,11 +6,15 @@
 
 #include "shell/language_files.h"
 #include "support/bare_mirror.h"
+#include "support/watches.h"
 
 namespace kestrel {
 namespace {
 
 using testing::BareMirror;
+using testing::Watches;
+using testing::watches;
+using testing::watchesOf;
 
 using ListRow = std::vector<std::string>;
 constexpr int AlarmTexts = 478;
@@ -147,10 +151,9 @@ TEST_F(Alarms, HasHeadsInEveryLanguageAndOnlyReads) {
     mirror.arrive(1, 251, 10);
     mirror.arrive(2, 257, 200);
     EXPECT_EQ(rows().size(), 10U) << "other boards have other parameters there";
-    for (int n = 251; n <= 311; ++n) EXPECT_EQ(ParamTable(0, n).Watchers, 1);
-    EXPECT_EQ(ParamTable(0, 250).Watchers + ParamTable(0, 312).Watchers, 0);
+    EXPECT_EQ(watches(), watchesOf({{0, 251, 311}}));
     UnloadPage(page);
-    for (int n = 251; n <= 311; ++n) EXPECT_EQ(ParamTable(0, n).Watchers, 0);
+    EXPECT_EQ(watches(), Watches{});
     EXPECT_TRUE(mirror.due().empty());
 }
 

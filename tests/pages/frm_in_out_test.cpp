@@ -8,6 +8,7 @@
 
 #include "shell/language_files.h"
 #include "support/bare_mirror.h"
+#include "support/watches.h"
 
 namespace kestrel {
 namespace {
@@ -15,6 +16,9 @@ namespace {
 using testing::BareMirror;
 using testing::DueWrite;
 using testing::DueWrites;
+using testing::Watches;
+using testing::watches;
+using testing::watchesOf;
 
 constexpr int Red = 255;
 constexpr int Green = 65280;
@@ -386,22 +390,12 @@ TEST_F(InOut, ThePairOfCedarEchoesShowsTheLowestOutputAndIsTakenWithItsSecondHal
 }
 
 TEST_F(InOut, WatchesWhatItShowsAndClosingGivesItBackAndWritesTheTwoMarkers) {
-    using Places = std::vector<std::pair<int, int>>;
-    const auto watched = [] {
-        Places found;
-        for (int bank = 0; bank < Banks; ++bank)
-            for (int n = 1; n < 1500; ++n)
-                if (ParamTable(bank, n).Watchers > 0) found.emplace_back(bank, n);
-        return found;
-    };
-    Places expected = {{0, 1}, {0, 2}, {0, 249}, {0, 369}};
-    for (int n = 1288; n <= 1297; ++n) expected.emplace_back(1, n);
-    for (const int n : {52, 287, 288, 289, 290}) expected.emplace_back(2, n);
-    EXPECT_EQ(watched(), expected);
+    EXPECT_EQ(watches(),
+              watchesOf({{0, 1, 2}, {0, 249, 249}, {0, 369, 369}, {1, 1288, 1297}, {2, 52, 52}, {2, 287, 290}}));
     startTest();
     UnloadPage(page);
     EXPECT_EQ(mirror.due(), (DueWrites{{0, 368, 0}, {0, 369, 0}}));
-    EXPECT_EQ(watched(), Places{});
+    EXPECT_EQ(watches(), Watches{});
 }
 
 }  // namespace

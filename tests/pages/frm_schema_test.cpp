@@ -10,12 +10,16 @@
 
 #include "pages/test/frm_test_cedar.h"
 #include "support/bare_mirror.h"
+#include "support/watches.h"
 #include "support/world.h"
 
 namespace kestrel {
 namespace {
 
 using testing::BareMirror;
+using testing::Watches;
+using testing::watches;
+using testing::watchesOf;
 
 constexpr int No = -1;
 
@@ -89,15 +93,9 @@ TEST(FrmSchema, NamesDevicesAndReleasesWhatItWatched) {
     EXPECT_EQ(page.Label1[20].Caption.get(), "Waste bucket");
     EXPECT_EQ(page.iThermometerX1.accessibleName(), "Boiler");
 
-    const auto watched = [] {
-        std::vector<int> found;
-        for (int n = 1; n < 1500; ++n)
-            if (ParamTable(1, n).Watchers > 0) found.push_back(n);
-        return found;
-    };
-    EXPECT_EQ(watched(), (std::vector<int>{1288, 1289, 1290, 1292, 1293, 1294, 1295}));
+    EXPECT_EQ(watches(), watchesOf({{1, 1288, 1290}, {1, 1292, 1295}}));
     UnloadPage(page);
-    EXPECT_TRUE(watched().empty());
+    EXPECT_EQ(watches(), Watches{});
     EXPECT_TRUE(mirror.due().empty());
 }
 

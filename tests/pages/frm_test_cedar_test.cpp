@@ -7,6 +7,7 @@
 #include <algorithm>
 
 #include "support/bare_mirror.h"
+#include "support/watches.h"
 
 namespace kestrel {
 namespace {
@@ -14,6 +15,9 @@ namespace {
 using testing::BareMirror;
 using testing::DueWrite;
 using testing::DueWrites;
+using testing::Watches;
+using testing::watches;
+using testing::watchesOf;
 
 constexpr std::uint32_t There = 4;
 constexpr std::uint32_t Running = 2;
@@ -166,14 +170,13 @@ TEST_F(ModelTest, OpensWithTextsAndClosesWithoutAWrite) {
     EXPECT_EQ(page.Label2[0].Caption.get(), "Selection under test");
     EXPECT_EQ(pair(), "_ _");
     for (int i = 0; i < FrmTestCedar::Zones; ++i) EXPECT_EQ(page.Label1[i].accessibleName(), std::to_string(i + 1));
-    EXPECT_EQ(ParamTable(0, 7).Watchers + ParamTable(0, 2).Watchers + ParamTable(2, 290).Watchers, 3);
+    EXPECT_EQ(watches(), watchesOf({{0, 2, 2}, {0, 7, 7}, {2, 290, 290}}));
     clickPair(1, 1);
     mirror.deliver(0, 5);
     UnloadPage(page);
     EXPECT_EQ(mirror.due(), (DueWrites{{0, 6, 16}}));
     EXPECT_EQ(mirror.deliverAll(), (DueWrites{{0, 6, 16}})) << "without the page no command follows the mailbox";
-    for (int bank = 0; bank < Banks; ++bank)
-        for (int n = 1; n < 400; ++n) EXPECT_EQ(ParamTable(bank, n).Watchers, 0) << bank << ":" << n;
+    EXPECT_EQ(watches(), Watches{});
 }
 
 }  // namespace

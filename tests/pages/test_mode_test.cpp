@@ -50,6 +50,7 @@ TEST(TestMode, StartsSwitchesAndRunsOutOnTheMachine) {
     FrmInOut& page = startTest(world);
     ASSERT_EQ(page.Label7.Caption.get(), "TEST in corso");
     ASSERT_TRUE(page.SwitchLed1[18].usable());
+    EXPECT_EQ(page.iAnalogX2.Value, world.board(2, 51)) << "a tank at rest stands at its set-point";
 
     page.SwitchLed1[18].UserClick();
     world.run(2000);

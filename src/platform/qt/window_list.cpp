@@ -10,8 +10,10 @@
 namespace kestrel::qt {
 
 WindowList::WindowList(QMenu& menu, PageArea& area, const std::function<void()>& closeAll) : menu_(menu), area_(area) {
-    addCommand(words::NextWindow, Qt::CTRL | Qt::Key_F6, [&area] { area.activateNextSubWindow(); });
-    addCommand(words::PreviousWindow, Qt::CTRL | Qt::SHIFT | Qt::Key_F6, [&area] { area.activatePreviousSubWindow(); });
+    addCommand(words::NextWindow, {Qt::CTRL | Qt::Key_F6, Qt::CTRL | Qt::Key_Tab},
+               [&area] { area.activateNextSubWindow(); });
+    addCommand(words::PreviousWindow, {Qt::CTRL | Qt::SHIFT | Qt::Key_F6, Qt::CTRL | Qt::SHIFT | Qt::Key_Tab},
+               [&area] { area.activatePreviousSubWindow(); });
     addCommand(words::Cascade, {}, [&area] { area.cascadeSubWindows(); });
     addCommand(words::Tile, {}, [&area] { area.tileSubWindows(); });
     addCommand(words::CloseAll, {}, closeAll);
@@ -19,9 +21,9 @@ WindowList::WindowList(QMenu& menu, PageArea& area, const std::function<void()>&
     QObject::connect(&menu, &QMenu::aboutToShow, &area, [this] { listWindows(); });
 }
 
-void WindowList::addCommand(const QString& text, const QKeySequence& keys, const std::function<void()>& run) {
+void WindowList::addCommand(const QString& text, const QList<QKeySequence>& keys, const std::function<void()>& run) {
     QAction* action = menu_.addAction(text);
-    action->setShortcut(keys);
+    action->setShortcuts(keys);
     QObject::connect(action, &QAction::triggered, &area_, run);
     commands_ += action;
 }

@@ -15,7 +15,7 @@ class WindowList {
     WindowList(QMenu& menu, PageArea& area, const std::function<void()>& closeAll);
 
   private:
-    void addCommand(const QString& text, const QKeySequence& keys, const std::function<void()>& run);
+    void addCommand(const QString& text, const QList<QKeySequence>& keys, const std::function<void()>& run);
     void listWindows();
 
     QMenu& menu_;
