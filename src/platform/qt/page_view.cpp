@@ -4,6 +4,7 @@
 
 #include <QEvent>
 #include <QHBoxLayout>
+#include <QMouseEvent>
 #include <QScrollArea>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -12,6 +13,7 @@
 #include <vector>
 
 #include "platform/qt/aligned_grid.h"
+#include "platform/qt/bar_view.h"
 #include "platform/qt/canvas_view.h"
 #include "platform/qt/focus_keeper.h"
 #include "platform/qt/group_view.h"
@@ -46,6 +48,17 @@ class PageContents : public QWidget {
             if (QWidget* viewport = parentWidget()) viewport->parentWidget()->updateGeometry();
         }
         return QWidget::event(event);
+    }
+    /// On the value right behind a bar: the bar takes a typed one.
+    void mouseDoubleClickEvent(QMouseEvent* event) override {
+        const QWidget* under = childAt(event->position().toPoint());
+        for (std::size_t i = 1; i < views.size(); ++i) {
+            if (&views[i]->widget() != under) continue;
+            const auto* label = dynamic_cast<const LabelView*>(views[i]);
+            auto* bar = dynamic_cast<BarView*>(views[i - 1]);
+            if (label && label->isFigure() && bar) return bar->beginTyping();
+        }
+        QWidget::mouseDoubleClickEvent(event);
     }
 };
 
