@@ -6,6 +6,7 @@
 
 #include "shell/language_files.h"
 #include "support/bare_mirror.h"
+#include "support/world.h"
 
 namespace kestrel {
 namespace {
@@ -126,13 +127,23 @@ TEST_F(Alarms, DatesThatNoCalendarHasAreZerosAndTimesThatNoClockHasStand) {
     EXPECT_EQ(rows()[0][1], "00/00/00") << "a day below 0";
 }
 
-TEST_F(Alarms, ANewAlarmOfTheBoardJoinsTheList) {
-    fill();
-    point(9);
-    put(0, {30, 18, 24, 12, 24, 42});
-    point(0);
-    EXPECT_EQ(rows()[0], (ListRow{"1", "24/12/2024", "18:30", LanguageTable(AlarmTexts + 42)}));
-    EXPECT_EQ(rows()[1][3], LanguageTable(AlarmTexts + 19));
+TEST(AlarmsOfAMachine, ANewOneJoinsTheListWhileThePageIsOpen) {
+    auto options = testing::World::still();
+    options.moving = true;
+    testing::World world(options);
+    world.start();
+    auto& page = world.open<FrmAllarmi>("FrmAllarmi");
+    const std::vector<ListRow> before = page.ListView1.Rows;
+    ASSERT_FALSE(before.empty());
+    const std::uint32_t newest = world.board(0, 251);
+    while (world.board(0, 251) == newest) world.run(1000);
+    world.run(60'000);
+    const std::vector<ListRow> after = page.ListView1.Rows;
+    ASSERT_EQ(after.size(), before.size() + 1);
+    const int record = 252 + 6 * static_cast<int>(world.board(0, 251));
+    EXPECT_EQ(after[0][3], LanguageTable(AlarmTexts + static_cast<int>(world.board(0, record + 5))));
+    EXPECT_EQ(after[0][1], "14/5/2024");
+    for (std::size_t i = 0; i < before.size(); ++i) EXPECT_EQ(after[i + 1][3], before[i][3]);
 }
 
 TEST_F(Alarms, HasHeadsInEveryLanguageAndOnlyReads) {

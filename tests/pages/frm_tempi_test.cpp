@@ -84,17 +84,6 @@ TEST(FrmTempi, FramesFollowTheWordsOfPresence) {
     EXPECT_NE(page.HScroll1[5].Value, 99);
 }
 
-TEST(FrmTempi, OpensUnchangedOnAMachineWithoutTheSectorBoard) {
-    auto options = World::still();
-    options.sectorBoard = false;
-    World world(options);
-    world.start();
-    auto& page = world.open<FrmTempi>("FrmTempi");
-    EXPECT_FALSE(page.Frame2.Enabled);
-    EXPECT_EQ(page.Label1[5].Caption.get(), "");
-    EXPECT_TRUE(page.Frame1.Enabled);
-}
-
 TEST(FrmTempi, AValueFromTheBoardWritesNothingBack) {
     World world;
     world.start();

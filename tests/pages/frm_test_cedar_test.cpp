@@ -64,11 +64,6 @@ TEST_F(ModelTest, EveryPairGoesToTheMailboxFirstAndIsCommandedOnceTheBoardHasTak
             }
 }
 
-TEST_F(ModelTest, ThreeAndTwoAreFortyEightAndThirteen) {
-    clickPair(3, 2);
-    EXPECT_EQ(mirror.due(), (DueWrites{{0, 5, 13}, {0, 6, 48}}));
-}
-
 TEST_F(ModelTest, AThirdClickAndAClickOnTheButtonDoNothingWhileAPairRuns) {
     clickPair(1, 2);
     mirror.deliverAll();
