@@ -132,7 +132,6 @@ TEST(TestDispensing, AFullTestThatNeverStartsOpensThePageAfterTwoSeconds) {
     ASSERT_TRUE(doses.world.settle());
     EXPECT_TRUE(withoutTraces(changed(before, doses.boards()), 4).empty());
     EXPECT_EQ(doses.world.board(1, 1274), before.at({1, 1274}));
-    doses.world.setBoard(0, 5, 5);
     say(page, 0, 5, 5);
     ASSERT_TRUE(doses.world.settle());
     EXPECT_EQ(doses.world.board(0, 4), 0U) << "no test waits any more: its echo releases command 0";

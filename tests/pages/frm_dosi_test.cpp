@@ -98,7 +98,11 @@ TEST(FrmDosi, EverySelectionIsReachedByKeyAndByBar) {
         const Boards before = doses.boards();
         for (const int selection : {17, 0, 9, 1, 8, 16, 2, 10, 3, 11, 4, 12, 5, 13, 6, 14, 7, 15}) {
             if (byKey) {
+                const int chosen = page.HScroll7.Value;
                 if ((selection >= 9) != page.lblPres.Chosen) page.lblPres.UserClick();
+                EXPECT_EQ(page.lblVPres.Caption.get(), selection >= 9 ? "presel." : "");
+                EXPECT_EQ(page.HScroll7.Value, chosen) << "the toggle counts for the next key";
+                EXPECT_EQ(openParts(page)[0], 'k');
                 page.Label11[selection % 9].UserClick();
             } else {
                 page.HScroll7.UserMove(selection);
@@ -114,23 +118,6 @@ TEST(FrmDosi, EverySelectionIsReachedByKeyAndByBar) {
         }
         EXPECT_TRUE(changed(before, doses.boards()).empty()) << "looking changes nothing";
     }
-}
-
-TEST(FrmDosi, ThePreselectionToggleCountsForTheNextKeyAlone) {
-    Doses doses;
-    auto& page = doses.open();
-    page.Label11[3].UserClick();
-    ASSERT_TRUE(doses.settle(page));
-    page.lblPres.UserClick();
-    EXPECT_EQ(page.lblVPres.Caption.get(), "presel.");
-    EXPECT_EQ(page.HScroll7.Value, 3);
-    EXPECT_EQ(page.Label7.Caption.get(), "Selezione 4");
-    page.Label11[3].UserClick();
-    EXPECT_EQ(page.HScroll7.Value, 12);
-    EXPECT_EQ(page.Label7.Caption.get(), "Selezione 13");
-    ASSERT_TRUE(doses.settle(page));
-    page.HScroll7.UserMove(3);
-    EXPECT_EQ(page.lblVPres.Caption.get(), "") << "the bar sets the toggle";
 }
 
 TEST(FrmDosi, WhatIsOpenFollowsTheThreeValves) {
@@ -238,21 +225,6 @@ TEST(FrmDosi, ASwitchWritesItsBitToMaskAndShadowAndShowsWhatTheBoardHolds) {
                 EXPECT_FALSE(page.SwitchX5[each.mask].waiting());
             }
         }
-}
-
-TEST(FrmDosi, AByteOfOtherSelectionsIsKeptForTheirChange) {
-    Doses doses;
-    auto& page = doses.open();
-    ASSERT_EQ(page.SwitchX5[CupMask].Position, 1);
-    say(page, 1, 1064, 0xF0);
-    EXPECT_EQ(page.SwitchX5[CupMask].Position, 1) << "the first selection is not in that byte";
-    doses.world.setBoard(1, 1064, 0xF0);
-    page.Label11[8].UserClick();
-    ASSERT_TRUE(doses.settle(page));
-    page.SwitchX5[CupMask].UserMove(1);
-    ASSERT_TRUE(doses.world.settle());
-    EXPECT_EQ(doses.world.board(1, 1064), 0xF1U);
-    EXPECT_EQ(doses.world.board(1, 1068), 0xF1U);
 }
 
 TEST(FrmDosi, TheJugCountGoesWithTheJugAndIsWrittenRaw) {

@@ -385,24 +385,5 @@ TEST_F(InOut, ThePairOfCedarEchoesShowsTheLowestOutputAndIsTakenWithItsSecondHal
     EXPECT_TRUE(mirror.due().empty()) << "what is shown is never written back";
 }
 
-TEST_F(InOut, WatchesWhatItShowsAndClosingGivesItBackAndWritesTheTwoMarkers) {
-    using Places = std::vector<std::pair<int, int>>;
-    const auto watched = [] {
-        Places found;
-        for (int bank = 0; bank < Banks; ++bank)
-            for (int n = 1; n < 1500; ++n)
-                if (ParamTable(bank, n).Watchers > 0) found.emplace_back(bank, n);
-        return found;
-    };
-    Places expected = {{0, 1}, {0, 2}, {0, 249}, {0, 369}};
-    for (int n = 1288; n <= 1297; ++n) expected.emplace_back(1, n);
-    for (const int n : {52, 287, 288, 289, 290}) expected.emplace_back(2, n);
-    EXPECT_EQ(watched(), expected);
-    startTest();
-    UnloadPage(page);
-    EXPECT_EQ(mirror.due(), (DueWrites{{0, 368, 0}, {0, 369, 0}}));
-    EXPECT_EQ(watched(), Places{});
-}
-
 }  // namespace
 }  // namespace kestrel
