@@ -60,6 +60,7 @@ TEST(FrmDosi, ShowsEachFieldOfTheSelectionOnItsRow) {
                 const std::string text = field == 0 ? std::to_string(value) : tenths(value);
                 EXPECT_EQ(valuesOf(page, step)[field].Caption.get(), text) << step << " " << field;
             }
+        for (const Mask hidden : {Step2Mask, Step3Mask}) EXPECT_FALSE(page.SwitchX5[hidden].Visible);
     }
 }
 
@@ -97,7 +98,11 @@ TEST(FrmDosi, EverySelectionIsReachedByKeyAndByBar) {
         const Boards before = doses.boards();
         for (const int selection : {17, 0, 9, 1, 8, 16, 2, 10, 3, 11, 4, 12, 5, 13, 6, 14, 7, 15}) {
             if (byKey) {
+                const int chosen = page.HScroll7.Value;
                 if ((selection >= 9) != page.lblPres.Chosen) page.lblPres.UserClick();
+                EXPECT_EQ(page.lblVPres.Caption.get(), selection >= 9 ? "presel." : "");
+                EXPECT_EQ(page.HScroll7.Value, chosen) << "the toggle counts for the next key";
+                EXPECT_EQ(openParts(page)[0], 'k');
                 page.Label11[selection % 9].UserClick();
             } else {
                 page.HScroll7.UserMove(selection);
@@ -113,39 +118,6 @@ TEST(FrmDosi, EverySelectionIsReachedByKeyAndByBar) {
         }
         EXPECT_TRUE(changed(before, doses.boards()).empty()) << "looking changes nothing";
     }
-}
-
-TEST(FrmDosi, ThePreselectionToggleCountsForTheNextKeyAlone) {
-    Doses doses;
-    auto& page = doses.open();
-    page.Label11[3].UserClick();
-    ASSERT_TRUE(doses.settle(page));
-    page.lblPres.UserClick();
-    EXPECT_EQ(page.lblVPres.Caption.get(), "presel.");
-    EXPECT_EQ(page.HScroll7.Value, 3);
-    EXPECT_EQ(page.Label7.Caption.get(), "Selezione 4");
-    page.Label11[3].UserClick();
-    EXPECT_EQ(page.HScroll7.Value, 12);
-    EXPECT_EQ(page.Label7.Caption.get(), "Selezione 13");
-    ASSERT_TRUE(doses.settle(page));
-    page.HScroll7.UserMove(3);
-    EXPECT_EQ(page.lblVPres.Caption.get(), "") << "the bar sets the toggle";
-}
-
-TEST(FrmDosi, ALoadingSelectionTellsHowFarItIs) {
-    Doses doses;
-    auto& page = doses.open();
-    EXPECT_FALSE(page.LoadingBar.Visible);
-    page.Label11[5].UserClick();
-    EXPECT_TRUE(page.LoadingBar.Visible);
-    int last = 0;
-    while (!page.HScroll7.usable()) {
-        EXPECT_GE(page.LoadingBar.Value, last);
-        last = page.LoadingBar.Value;
-        doses.world.run(20);
-    }
-    EXPECT_GT(last, page.LoadingBar.Max * 9 / 10);
-    EXPECT_FALSE(page.LoadingBar.Visible);
 }
 
 TEST(FrmDosi, WhatIsOpenFollowsTheThreeValves) {
@@ -255,30 +227,6 @@ TEST(FrmDosi, ASwitchWritesItsBitToMaskAndShadowAndShowsWhatTheBoardHolds) {
         }
 }
 
-TEST(FrmDosi, SwitchesOfStepsTwoAndThreeStayHidden) {
-    Doses doses;
-    doses.world.setBoard(1, 1127, 1);
-    auto& page = doses.open();
-    EXPECT_FALSE(page.SwitchX5[Step2Mask].Visible);
-    EXPECT_FALSE(page.SwitchX5[Step3Mask].Visible);
-    EXPECT_EQ(page.SwitchX5[Step2Mask].Position, 1);
-}
-
-TEST(FrmDosi, AByteOfOtherSelectionsIsKeptForTheirChange) {
-    Doses doses;
-    auto& page = doses.open();
-    ASSERT_EQ(page.SwitchX5[CupMask].Position, 1);
-    say(page, 1, 1064, 0xF0);
-    EXPECT_EQ(page.SwitchX5[CupMask].Position, 1) << "the first selection is not in that byte";
-    doses.world.setBoard(1, 1064, 0xF0);
-    page.Label11[8].UserClick();
-    ASSERT_TRUE(doses.settle(page));
-    page.SwitchX5[CupMask].UserMove(1);
-    ASSERT_TRUE(doses.world.settle());
-    EXPECT_EQ(doses.world.board(1, 1064), 0xF1U);
-    EXPECT_EQ(doses.world.board(1, 1068), 0xF1U);
-}
-
 TEST(FrmDosi, TheJugCountGoesWithTheJugAndIsWrittenRaw) {
     Doses doses;
     doses.world.setBoard(1, 1088, 0);
@@ -364,28 +312,35 @@ TEST(FrmDosi, OnlyAChangedStatusLocksOrUnlocks) {
     EXPECT_TRUE(page.SwitchX5[FreeMask].usable()) << "never locked";
 }
 
-TEST(FrmDosi, LoadsASelectionInTheTimeOfItsExchangesAndAsksForNothingElse) {
-    constexpr double TickMs = 40;  // the link sends at most one frame a tick, and an exchange is shorter than that
-    for (const bool byKey : {true, false}) {
+TEST(FrmDosi, FromClickToUnlockedPageTakesTheTimeOfItsExchangesAndAsksForNothingElse) {
+    constexpr double TickMs = 40;  // the link begins an exchange at a tick, and an exchange is shorter than that
+    constexpr std::size_t OfASelection = 2 + 24 + 33 + 1 + 1 + 4 + 16;
+    enum class Click { Menu, Key, Bar };
+    for (const Click click : {Click::Menu, Click::Key, Click::Bar}) {
         Doses doses;
-        auto& page = doses.open();
-        for (const int selection : {4, 7, 2}) {
+        if (click != Click::Menu) doses.open();
+        for (int i = 1; i <= (click == Click::Menu ? 1 : 20); ++i) {
+            doses.world.run(73 * i);  // wherever the scan stands
             doses.writes.clear();
             doses.reads.clear();
-            if (byKey)
-                page.Label11[selection].UserClick();
-            else
-                page.HScroll7.UserMove(selection);
-            const double elapsed = doses.msUntilOpen(page);
-            int exchanges = 0;
-            for (const auto& read : doses.reads) exchanges += read.second;
+            auto& page = dynamic_cast<FrmDosi&>(ShowPage("FrmDosi"));
+            if (click == Click::Key) page.Label11[4 * i % 9].UserClick();
+            if (click == Click::Bar) page.HScroll7.UserMove(7 * i % 18);
+            int shown = 0;
+            const double elapsed = doses.msUntil([&] {
+                EXPECT_TRUE(!page.LoadingBar.Visible || page.LoadingBar.Value >= shown) << "it tells how far it is";
+                shown = page.LoadingBar.Value;
+                return !page.LoadingBar.Visible;
+            });
+            EXPECT_TRUE(page.HScroll7.usable());
+            auto exchanges = static_cast<double>(doses.writes.size());
+            for (const auto& [place, times] : doses.reads) exchanges += times;
             EXPECT_LE(elapsed, 1.05 * exchanges * TickMs) << exchanges << " exchanges";
             ASSERT_TRUE(doses.world.settle());
-            doses.reads.erase({0, 1});
-            doses.reads.erase({0, 7});
-            EXPECT_EQ(doses.reads.size(), 2U + 24 + 33 + 1 + 1 + 4 + 16);
+            for (const int n : {1, 5, 7}) doses.reads.erase({0, n});
+            EXPECT_EQ(doses.reads.size(), OfASelection);
             for (const auto& [place, times] : doses.reads) EXPECT_EQ(times, 1) << place.first << " " << place.second;
-            EXPECT_EQ(doses.writes, Writes());
+            EXPECT_EQ(doses.writes, click == Click::Menu ? Writes({{0, 4, 0}}) : Writes());
         }
     }
 }
@@ -426,6 +381,7 @@ TEST(FrmDosi, ABoardThatIsSilentWhileASelectionLoadsOnlyDelaysIt) {
 TEST(FrmDosi, AnEditWhileTheBoardIsSilentEndsWithOneValueOnBothSides) {
     Doses doses;
     auto& page = doses.openAt(0);
+    Boards before = doses.boards();
     doses.world.machine.setBoardSilent(simulator::Board::HotDrink, true);
     page.HScroll2[5].UserMove(99);
     doses.world.run(10'000);
@@ -435,6 +391,8 @@ TEST(FrmDosi, AnEditWhileTheBoardIsSilentEndsWithOneValueOnBothSides) {
     EXPECT_FALSE(page.HScroll2[5].waiting());
     EXPECT_EQ(page.HScroll2[5].Value, static_cast<int>(doses.world.board(1, 519)));
     EXPECT_EQ(page.Label2[5].Caption.get(), tenths(page.HScroll2[5].Value));
+    before[{1, 519}] = doses.world.board(1, 519);
+    EXPECT_TRUE(changed(before, doses.boards()).empty());
 }
 
 }  // namespace

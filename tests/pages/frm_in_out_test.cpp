@@ -8,7 +8,6 @@
 
 #include "shell/language_files.h"
 #include "support/bare_mirror.h"
-#include "support/watches.h"
 
 namespace kestrel {
 namespace {
@@ -16,9 +15,6 @@ namespace {
 using testing::BareMirror;
 using testing::DueWrite;
 using testing::DueWrites;
-using testing::Watches;
-using testing::watches;
-using testing::watchesOf;
 
 constexpr int Red = 255;
 constexpr int Green = 65280;
@@ -387,15 +383,6 @@ TEST_F(InOut, ThePairOfCedarEchoesShowsTheLowestOutputAndIsTakenWithItsSecondHal
         before = row.on;
     }
     EXPECT_TRUE(mirror.due().empty()) << "what is shown is never written back";
-}
-
-TEST_F(InOut, WatchesWhatItShowsAndClosingGivesItBackAndWritesTheTwoMarkers) {
-    EXPECT_EQ(watches(),
-              watchesOf({{0, 1, 2}, {0, 249, 249}, {0, 369, 369}, {1, 1288, 1297}, {2, 52, 52}, {2, 287, 290}}));
-    startTest();
-    UnloadPage(page);
-    EXPECT_EQ(mirror.due(), (DueWrites{{0, 368, 0}, {0, 369, 0}}));
-    EXPECT_EQ(watches(), Watches{});
 }
 
 }  // namespace

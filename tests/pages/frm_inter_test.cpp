@@ -91,15 +91,6 @@ TEST(FrmInter, SwitchesMovedBeforeTheBoardAnswersBuildOnOneAnother) {
     for (const SliderSwitch& slider : page.iSwSliderX1) EXPECT_FALSE(slider.waiting());
 }
 
-TEST(FrmInter, OpeningWritesNothingAndClosingLeavesNothingWatched) {
-    World world;
-    world.start();
-    world.setBoard(1, 1380, 0b11111);
-    EXPECT_EQ(writesOf(world, [&] { ShowPage("FrmInter"); }), Writes());
-    ShowPage("FrmInter").UserClose();
-    EXPECT_EQ(testing::watchersLeft(), 0);
-}
-
 TEST(FrmInter, StaysLockedUntilTheBoardIsReadyAndFollowsItAfterwards) {
     World world;
     world.start();

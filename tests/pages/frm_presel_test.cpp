@@ -146,14 +146,5 @@ TEST(FrmPresel, OpensWithTheLastOfEighteenValues) {
     }
 }
 
-TEST(FrmPresel, ReleasesTheShadowsToo) {
-    World world;
-    world.start();
-    auto& page = world.open<FrmPresel>("FrmPresel");
-    for (const int shadow : {1424, 1435, 1451, 1454}) EXPECT_EQ(ParamTable(1, shadow).Watchers, 1) << shadow;
-    page.UserClose();
-    EXPECT_EQ(testing::watchersLeft(), 0);
-}
-
 }  // namespace
 }  // namespace kestrel

@@ -5,7 +5,6 @@
 #include <gtest/gtest.h>
 
 #include "support/arrivals.h"
-#include "support/watches.h"
 #include "support/writes.h"
 
 namespace kestrel {
@@ -187,14 +186,6 @@ TEST(FrmProUni, CountsTenValues) {
     EXPECT_FALSE(page.swslResto.Enabled);
     tell(page, 1, 1402, 5);
     EXPECT_TRUE(page.swslResto.Enabled);
-}
-
-TEST(FrmProUni, Leaves1203WatchedWhenItCloses) {
-    World world;
-    world.start();
-    auto& page = world.open<FrmProUni>("FrmProUni");
-    page.UserClose();
-    EXPECT_EQ(testing::watches(), testing::watchesOf({{1, 1203, 1203}}));
 }
 
 }  // namespace
