@@ -199,7 +199,7 @@ TEST_F(FrameWindow, ListsItsPagesAndClosesThemAll) {
     EXPECT_FALSE(action("First").isChecked());
     action("First").trigger();
     EXPECT_NE(platform.activeWindow(), &second);
-    action("Close All").trigger();
+    action("Close all").trigger();
     EXPECT_TRUE(area().subWindowList().isEmpty());
     EXPECT_EQ(platform.activeWindow(), nullptr);
 }

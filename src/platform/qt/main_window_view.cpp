@@ -32,7 +32,7 @@ Extent toTwips(QSize size) { return {size.width() * TwipsPerPixel, size.height()
 MainWindowView::MainWindowView(MainWindow& model)
     : model_(model),
       area_(new PageArea(loadPicture(QStringLiteral("background")))),
-      menu_(model.menuBar(), *menuBar()),
+      menu_(model.menuBar(), *menuBar(), [this] { status_.renamed(); }),
       status_(model.StatusBar1, *statusBar()),
       windowList_(menu_.menuOf(WindowListEntry), *area_, [this] { closePages(); }) {
     setCentralWidget(area_);
