@@ -82,6 +82,7 @@ void MainWindowView::showWindow(Window& window) {
     isShowingPage_ = false;
     front_ = &window;
     window.Form_Activate();
+    child.settle();
 }
 
 void MainWindowView::closeWindow(Window& window) {
