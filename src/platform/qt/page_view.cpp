@@ -239,6 +239,12 @@ void endGestures(QWidget* page) {
         if (view->bound()) view->endGesture();
 }
 
+void layOut(QWidget* page) {
+    for (QObject* child : page->children())
+        if (child->isWidgetType()) layOut(static_cast<QWidget*>(child));
+    if (QLayout* layout = page->layout()) layout->activate();
+}
+
 void dismissPage(QWidget* page) {
     for (ViewBase* view : static_cast<PageView*>(page)->contents().views) view->release();
     page->hide();
