@@ -113,6 +113,11 @@ void FaultLine::begin(Micros now, Fault incident, int number) {
     }
 }
 
+void FaultLine::standStill(Micros now, Micros length) {
+    for (Micros* until : {&lateUntil_, &spoiledUntil_})
+        if (*until >= now) *until += length;
+}
+
 /// Another machine's memory: any values, as far as the boards' files reach.
 void FaultLine::putAll(Random& random) {
     tampered_ = true;
@@ -240,6 +245,7 @@ Bytes FaultLine::take(Micros now) {
         byte ^= changes_.front();
         changes_.pop_front();
     }
+    if (!stray_.empty()) spoiledUntil_ = now_ + SpoiledSpan;
     bytes.insert(bytes.end(), stray_.begin(), stray_.end());
     stray_.clear();
     addStream(bytes);

@@ -25,6 +25,9 @@ class FaultLine : public Line {
     /// One incident begins. `number` draws its details.
     void begin(Micros now, Fault incident, int number);
 
+    /// The program takes nothing for so long: what was on its way stays so.
+    void standStill(Micros now, Micros length);
+
     /// What a board made of the newest frame; `frame` counts frames from 1 and is 0 before the first.
     struct Said {
         long frame = 0;

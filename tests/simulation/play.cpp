@@ -53,6 +53,8 @@ class Player {
         } catch (const CheckFailed& failure) {
             result.failedCheck = failure.check;
             result.detail = failure.detail;
+        } catch (const EndedByRules& rule) {
+            result.ended = rule.why;
         } catch (const ProcessEnded&) {
             if (!quitting_) result.ended = stage_.lastBox;
         } catch (const std::exception& error) {
@@ -149,7 +151,9 @@ class Player {
         auto random = chanceOf(plan_.seed, Chance::Incident, static_cast<std::uint32_t>(incident.number));
         if (plan_.singleAt == 0) awaitItsState(random);
         if (incident.fault == Fault::Block) {
-            stage_.letPass(random.between(500, 30'000) * 1000);
+            const Micros length = random.between(500, 30'000) * 1000;
+            line_.standStill(stage_.now(), length);
+            stage_.letPass(length);
             checks_.blocked();
         } else if (incident.fault == Fault::Denied) {
             constexpr std::array<int, 3> Reasons = {error_number::SerialBadPort, error_number::SerialPortInUse,

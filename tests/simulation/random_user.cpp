@@ -90,21 +90,25 @@ std::vector<Control*> controlsOf(Window& window) {
 std::vector<std::string> shownBy(Window& window) {
     std::vector<std::string> shown;
     for (const Control* control : controlsOf(window))
-        shown.push_back(control->isSelector || !control->usable() ? "" : stateOf(*control));
+        shown.push_back(control->isSelector || control->waiting() ? "" : stateOf(*control));
     return shown;
 }
 
 SelectorPositions::SelectorPositions(Window& window) {
-    for (Control* control : controlsOf(window))
-        if (auto* stepped = dynamic_cast<SteppedSwitch*>(control); stepped && stepped->isSelector)
-            positions_.push_back(stepped->Position);
+    for (Control* control : controlsOf(window)) {
+        if (!control->isSelector) continue;
+        if (auto* stepped = dynamic_cast<SteppedSwitch*>(control)) positions_.push_back(stepped->Position);
+        if (auto* bar = dynamic_cast<ScrollBar*>(control)) positions_.push_back(bar->Value);
+    }
 }
 
 void SelectorPositions::chooseIn(Window& window) const {
     std::size_t next = 0;
-    for (Control* control : controlsOf(window))
-        if (auto* stepped = dynamic_cast<SteppedSwitch*>(control); stepped && stepped->isSelector)
-            stepped->UserMove(positions_.at(next++));
+    for (Control* control : controlsOf(window)) {
+        if (!control->isSelector) continue;
+        if (auto* stepped = dynamic_cast<SteppedSwitch*>(control)) stepped->UserMove(positions_.at(next++));
+        if (auto* bar = dynamic_cast<ScrollBar*>(control)) bar->UserMove(positions_.at(next++));
+    }
 }
 
 void RandomUser::open(const std::string& page) {

@@ -18,6 +18,7 @@ std::vector<std::string> shownBy(Window& window);
 struct SelectorPositions {
     explicit SelectorPositions(Window& window);
     void chooseIn(Window& window) const;
+    bool operator==(const SelectorPositions&) const = default;
 
   private:
     std::vector<int> positions_;
