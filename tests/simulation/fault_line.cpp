@@ -85,15 +85,15 @@ void FaultLine::begin(Micros now, Fault incident, int number) {
     const auto board = static_cast<Board>(random.between(0, 2));
     if (incident == Fault::Busy) {
         busyUntil_ = now_ + length;
-        lateUntil_ = busyUntil_ + LateSpan;
+        lateUntil_ = std::max(lateUntil_, busyUntil_ + LateSpan);
     } else if (incident == Fault::Stream || incident == Fault::Stray) {
-        spoiledUntil_ = now_ + SpoiledSpan;
+        spoiledIn(0);
         if (incident == Fault::Stray) {
             for (auto count = random.between(1, 12); count > 0; --count) stray_.push_back(anyByte(random));
         } else {
             streamed_ = now_;
             streamUntil_ = now_ + length / 4;
-            spoiledUntil_ += length / 4;
+            spoiledIn(length / 4);
         }
     } else if (incident == Fault::Unplug) {
         machine.portLost();
@@ -112,6 +112,8 @@ void FaultLine::begin(Micros now, Fault incident, int number) {
         putAll(random);
     }
 }
+
+void FaultLine::spoiledIn(Micros wait) { spoiledUntil_ = std::max(spoiledUntil_, now_ + wait + SpoiledSpan); }
 
 void FaultLine::standStill(Micros now, Micros length) {
     for (Micros* until : {&lateUntil_, &spoiledUntil_})
@@ -149,7 +151,7 @@ void FaultLine::send(Micros now, const Bytes& frame) {
     if (strikes(Fault::Request)) {
         auto& byte = onTheWay[static_cast<std::size_t>(of(Fault::Request).between(0, 4))];
         byte = static_cast<std::uint8_t>(byte ^ (1U << of(Fault::Request).between(0, 7)));
-        spoiledUntil_ = now_ + SpoiledSpan;
+        spoiledIn(0);
     }
     if (strikes(Fault::Part)) onTheWay.resize(static_cast<std::size_t>(of(Fault::Part).between(0, 4)));
     machine.send(now, onTheWay);
@@ -158,9 +160,9 @@ void FaultLine::send(Micros now, const Bytes& frame) {
 /// A board has made up its mind about a frame.
 void FaultLine::heard(const Exchange& exchange) {
     if (exchange.note.find("slow") != std::string::npos || exchange.note.find("late") != std::string::npos)
-        lateUntil_ = exchange.time + LateSpan;
+        lateUntil_ = std::max(lateUntil_, exchange.time + LateSpan);
     for (const char* what : {"drop", "extra", "flip", "ack", "echo", "noise"})
-        if (exchange.note.find(what) != std::string::npos) spoiledUntil_ = exchange.time + SpoiledSpan + LateSpan;
+        if (exchange.note.find(what) != std::string::npos) spoiledIn(LateSpan);
     if (exchange.request.verdict != simulator::Frame::Verdict::Good) return;
     said_ = {frames_, static_cast<int>(exchange.request.board), exchange.request.address, exchange.request.write,
              exchange.value};
@@ -191,12 +193,12 @@ void FaultLine::changeReply(const Exchange& exchange) {
             const auto bit = static_cast<std::uint8_t>(1U << of(Fault::Blind).between(0, 7));
             std::fill(changes_.begin(), changes_.end(), bit);
         }
-        spoiledUntil_ = exchange.time + SpoiledSpan + LateSpan;
+        spoiledIn(LateSpan);
     }
     if (strikes(Fault::Collide)) {
         changes_.clear();
         for (std::size_t i = 0; i < exchange.reply.size(); ++i) changes_.push_back(anyByte(of(Fault::Collide)));
-        spoiledUntil_ = exchange.time + SpoiledSpan + LateSpan;
+        spoiledIn(LateSpan);
     }
 }
 
@@ -245,7 +247,7 @@ Bytes FaultLine::take(Micros now) {
         byte ^= changes_.front();
         changes_.pop_front();
     }
-    if (!stray_.empty()) spoiledUntil_ = now_ + SpoiledSpan;
+    if (!stray_.empty()) spoiledIn(0);
     bytes.insert(bytes.end(), stray_.begin(), stray_.end());
     stray_.clear();
     addStream(bytes);

@@ -59,6 +59,7 @@ class FaultLine : public Line {
     void changeReply(const simulator::Exchange& exchange);
     void putAll(simulator::Random& random);
     void addStream(Bytes& bytes);
+    void spoiledIn(Micros wait);  ///< bytes that are no board's may lie about until then and some time more
     void pass(Micros now) { now_ = std::max(now_, now); }
 
     const Plan& plan_;
