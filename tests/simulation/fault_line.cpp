@@ -13,7 +13,6 @@ namespace {
 using simulator::Board;
 using simulator::Exchange;
 using simulator::millisecond;
-using simulator::Random;
 using simulator::second;
 
 /// How long a late reply may stay away, and how long spoiled bytes may lie about.
@@ -42,7 +41,7 @@ bool holds(const simulator::Machine& machine, int bank, int index) {
     }
 }
 
-std::uint8_t anyByte(Random& random) { return static_cast<std::uint8_t>(random.between(0, 255)); }
+std::uint8_t anyByte(Dice& random) { return static_cast<std::uint8_t>(random.between(0, 255)); }
 
 bool isWrite(const Bytes& frame) {
     const bool routed = frame.size() >= 7 && frame[0] > 240;
@@ -121,7 +120,7 @@ void FaultLine::standStill(Micros now, Micros length) {
 }
 
 /// Another machine's memory: any values, as far as the boards' files reach.
-void FaultLine::putAll(Random& random) {
+void FaultLine::putAll(Dice& random) {
     tampered_ = true;
     for (const Board board : simulator::allBoards) {
         // The master's first words say which boards are there, and that does not change.

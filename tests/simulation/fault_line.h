@@ -53,17 +53,17 @@ class FaultLine : public Line {
   private:
     bool strikes(Fault fault);
     bool strikesOnce() const;
-    simulator::Random& of(Fault fault) { return chances_[static_cast<std::size_t>(fault)]; }
+    Dice& of(Fault fault) { return chances_[static_cast<std::size_t>(fault)]; }
     void heard(const simulator::Exchange& exchange);
     void lie(const simulator::Exchange& exchange);
     void changeReply(const simulator::Exchange& exchange);
-    void putAll(simulator::Random& random);
+    void putAll(Dice& random);
     void addStream(Bytes& bytes);
     void spoiledIn(Micros wait);  ///< bytes that are no board's may lie about until then and some time more
     void pass(Micros now) { now_ = std::max(now_, now); }
 
     const Plan& plan_;
-    std::vector<simulator::Random> chances_;
+    std::vector<Dice> chances_;
     simulator::FaultPlan machineFaults_;
     bool striking_ = false;
     bool aimed_ = false;

@@ -77,6 +77,8 @@ class Player {
         line_.strike(stage_.now(), true);
         stage_.chunk = plan_.chunk * Micros{1000};
         begun_ = checks_.counts.events;
+        for (std::size_t i = 0; plan_.stay && i < plan_.pages.size(); ++i) RandomUser::open(plan_.pages[i]);
+        checks_.afterEvent();
         trouble();
         begun_ = -1;
         rest_.comeRight();
@@ -84,10 +86,13 @@ class Player {
         rest_.compareWithBoards();
         rest_.nothingWaits();
         rest_.comparePagesWithNewOnes();
+        stage_.runUntil(stage_.now() + plan_.quietSeconds * Second);
+        checks_.compareAll();
+        rest_.compareWithBoards();
         ClosePages();
         checks_.afterEvent();
         rest_.onlyUnlikeListsAreLeft();
-        stage_.runUntil(stage_.now() + plan_.quietSeconds * Second);
+        stage_.runUntil(stage_.now() + 10 * Second);
         checks_.compareAll();
         quitting_ = true;
         MDIForm_Unload();
@@ -137,7 +142,7 @@ class Player {
     }
 
     /// Incidents are aimed: at any moment, while the program waits for a reply, or when half of one has come.
-    void awaitItsState(const simulator::Random& chance) {
+    void awaitItsState(const Dice& chance) {
         auto random = chance;
         const auto aim = random.between(0, 2);
         const Micros limit = stage_.now() + Second;

@@ -34,7 +34,7 @@ class RandomUser {
     static void open(const std::string& page);
 
   private:
-    void moveAnything(simulator::Random& random) const;
+    void moveAnything(Dice& random) const;
     const Plan& plan_;
 };
 
