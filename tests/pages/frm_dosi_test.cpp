@@ -160,6 +160,7 @@ TEST(FrmDosi, WhatIsOpenFollowsTheThreeValves) {
         page.Label11[4].UserClick();
         ASSERT_TRUE(doses.settle(page));
         EXPECT_EQ(openParts(page), each.parts);
+        EXPECT_EQ(page.Label1[10].Enabled, page.HScroll1[10].usable());
         EXPECT_EQ(page.Label1[0].Caption.get(), each.captions[0]);
         EXPECT_EQ(page.Label2[0].Caption.get(), each.captions[1]);
         EXPECT_EQ(page.Label3[0].Caption.get(), each.captions[2]);
