@@ -71,7 +71,7 @@ TEST_F(InOut, OpensIdleAndLockedAndNamesEveryLampAfterItsDevice) {
     EXPECT_TRUE(locked()) << "nobody may unlock a test that never began";
     const std::pair<Label*, std::string> captions[] = {{&page.Label1[0], "Door open"},
                                                        {&page.Label1[5], "Mains present"},
-                                                       {&page.Label3[0], "Waste tray"},
+                                                       {&page.Label3[0], "Grounds tray"},
                                                        {&page.Label5[8], "Sector 21"},
                                                        {&page.Label3[11], "Boiler minimum level"},
                                                        {&page.Label4[39], "Spare output"},

@@ -41,6 +41,7 @@ TEST(TestMode, StartsSwitchesAndRunsOutOnTheBoardsThatAreThere) {
         EXPECT_EQ(page.Label7.Caption.get(), "TEST in corso");
         EXPECT_EQ(page.SwitchLed1[18].usable(), alder);
         EXPECT_EQ(page.SwitchLed3[20].usable(), cedar);
+        EXPECT_TRUE(!cedar || page.iAnalogX2.Value == world.board(2, 51)) << "a tank at rest stands at its set-point";
 
         page.SwitchLed1[18].UserClick();
         world.run(2000);
