@@ -128,6 +128,7 @@ TEST(TestDispensing, AFullTestThatNeverStartsOpensThePageAfterTwoSeconds) {
     auto& page = doses.openAt(4, 0, 0, 0);
     const Boards before = doses.boards();
     page.Command4[1].UserClick();
+    say(page, 0, 7, 0xFF & ~Busy);
     EXPECT_NEAR(doses.msUntilOpen(page), 2000, 2);
     ASSERT_TRUE(doses.world.settle());
     EXPECT_TRUE(withoutTraces(changed(before, doses.boards()), 4).empty());

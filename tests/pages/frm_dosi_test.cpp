@@ -61,6 +61,20 @@ TEST(FrmDosi, ShowsEachFieldOfTheSelectionOnItsRow) {
                 EXPECT_EQ(valuesOf(page, step)[field].Caption.get(), text) << step << " " << field;
             }
         for (const Mask hidden : {Step2Mask, Step3Mask}) EXPECT_FALSE(page.SwitchX5[hidden].Visible);
+        const std::pair<const Property<std::string>*, const char*> texts[] = {
+            {&page.Label1s[0].Caption, " ev."},
+            {&page.Label1s[4].Caption, "ritardo mixer "},
+            {&page.Label1s[10].Caption, "ritardo sol. 3 "},
+            {&page.Frame1.Caption, "1° ev."},
+            {&page.Frame3.Caption, "3° ev"},
+            {&page.Command3[2].Caption, "Prova"},
+            {&page.Command4[0].Caption, "Prova solo acqua"},
+            {&page.Command4[1].Caption, "Prova completa"},
+            {&page.Label5[0].Caption, "includi selezione?"},
+            {&page.Label5[3].Caption, "num bricco"},
+            {&page.Label5[4].Caption, "bevanda gratis ?"},
+            {&page.Label5[5].Caption, "bevanda fredda ?"}};
+        for (const auto& [caption, text] : texts) EXPECT_EQ(caption->get(), text);
     }
 }
 
@@ -75,6 +89,7 @@ TEST(FrmDosi, AMovedBarWritesItsFieldOfTheSelectionAndNothingElse) {
             Label& label = valuesOf(page, step)[field];
             const int value = field == 0 ? 4 : 200 + field;
             const std::string shownBefore = label.Caption;
+            CurrentBank = field % 3;  // the scan may stand anywhere
             bar.UserMove(value);
             EXPECT_EQ(label.Caption.get(), shownBefore) << "only a confirmed value is shown";
             EXPECT_TRUE(bar.waiting());
@@ -145,6 +160,7 @@ TEST(FrmDosi, WhatIsOpenFollowsTheThreeValves) {
         page.Label11[4].UserClick();
         ASSERT_TRUE(doses.settle(page));
         EXPECT_EQ(openParts(page), each.parts);
+        EXPECT_EQ(page.Label1[10].Enabled, page.HScroll1[10].usable());
         EXPECT_EQ(page.Label1[0].Caption.get(), each.captions[0]);
         EXPECT_EQ(page.Label2[0].Caption.get(), each.captions[1]);
         EXPECT_EQ(page.Label3[0].Caption.get(), each.captions[2]);
@@ -180,9 +196,11 @@ TEST(FrmDosi, AValveMovedToNoneLocksWhatDependsOnItOnceTheBoardHasIt) {
 
 TEST(FrmDosi, AfterABrewersCodeNothingIsWrittenUntilTheNextValue) {
     Doses doses;
-    auto& page = doses.open();
+    auto& page = doses.openAt(0);
     for (const ParamValue brewer : {5, 6}) {
         say(page, 1, 7, brewer);
+        EXPECT_EQ(openParts(page), "kj1vt2vtp3vtp");
+        EXPECT_FALSE(page.Label1[2].Enabled || page.Label1[10].Enabled);
         doses.writes.clear();
         page.HScroll1[1].UserMove(page.HScroll1[1].Value + 1);
         page.SwitchX5[CupMask].UserMove(1 - page.SwitchX5[CupMask].Position);
@@ -234,6 +252,7 @@ TEST(FrmDosi, TheJugCountGoesWithTheJugAndIsWrittenRaw) {
     EXPECT_FALSE(page.HScroll5.usable());
     page.SwitchX5[JugMask].UserMove(1);
     EXPECT_TRUE(page.HScroll5.usable());
+    CurrentBank = 2;
     page.HScroll5.UserMove(42);
     ASSERT_TRUE(doses.world.settle());
     EXPECT_EQ(doses.world.board(1, 1105), 42U);
@@ -288,10 +307,10 @@ TEST(FrmDosi, OpensWithTheFiftyNinthValueAndCountsNoneButItsOwn) {
     say(page, 0, 1, 4);
     EXPECT_EQ(openParts(page)[0], 'k') << "a change of the status opens it all the same";
     page.Label11[0].UserClick();
-    for (std::size_t i = 0; i < 58; ++i) say(page, 1, counted[i], 2);
+    for (std::size_t i = 59; i > 1; --i) say(page, 1, counted[i], 2);
     tellUncounted();
     EXPECT_EQ(openParts(page), "123");
-    say(page, 1, counted[58], 2);
+    say(page, 1, counted[1], 2);
     EXPECT_EQ(openParts(page), "kj1vtp2vtp3vtp");
 }
 
@@ -333,6 +352,7 @@ TEST(FrmDosi, FromClickToUnlockedPageTakesTheTimeOfItsExchangesAndAsksForNothing
                 return !page.LoadingBar.Visible;
             });
             EXPECT_TRUE(page.HScroll7.usable());
+            EXPECT_GT(shown, page.LoadingBar.Max * 9 / 10);
             auto exchanges = static_cast<double>(doses.writes.size());
             for (const auto& [place, times] : doses.reads) exchanges += times;
             EXPECT_LE(elapsed, 1.05 * exchanges * TickMs) << exchanges << " exchanges";

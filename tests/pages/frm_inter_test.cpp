@@ -50,6 +50,10 @@ TEST(FrmInter, ShowsTimesInTenthsAndTheSwitchesOfLockedRowsToo) {
         world.setBoard(1, 1375 + i, static_cast<std::uint32_t>(250 + i));
     }
     auto& page = world.open<FrmInter>("FrmInter");
+    const char* const heads[] = {"polvere", "abilitazione", "tempo on", "tempo off"};
+    for (int i = 0; i < 4; ++i) EXPECT_EQ(page.Label1[i].Caption.get(), heads[i]);
+    EXPECT_EQ(page.Label2[2].Caption.get(), "intermittenza");
+    EXPECT_EQ(page.iSwSliderX1[0].PositionLabels.get(), "Off,On");
     for (int i = 0; i < 5; ++i) {
         EXPECT_EQ(page.Label4s[i].Caption.get(), "2." + std::to_string(i));
         EXPECT_EQ(page.HScroll4[i].Value, 20 + i);

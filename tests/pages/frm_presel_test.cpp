@@ -49,6 +49,8 @@ TEST(FrmPresel, ShowsTheFourSettingsOfEachPreselection) {
         EXPECT_EQ(page.Label1[4 + i].Caption.get(), "20." + std::to_string(i));
         EXPECT_EQ(page.HScroll1[4 + i].Value, 200 + i);
     }
+    const char* const heads[] = {"preselezione", "tempo", "prodotto", "tipo", "preselezione", "tempo"};
+    for (int i = 0; i < 6; ++i) EXPECT_EQ(page.Label4[i].Caption.get(), heads[i]);
     EXPECT_EQ(page.Label0[2].Caption.get(), "3");
     EXPECT_EQ(page.Label0[6].Caption.get(), "3 Plus");
 }

@@ -103,6 +103,7 @@ TEST_F(ModelTest, TheZeroingLocksUntilItsBitFallsAndClearsAPendingChoice) {
     mirror.arrive(2, 290, 1);
     EXPECT_TRUE(unlocked());
     page.Label1[3].UserClick();
+    mirror.arrive(2, 290, 1);
     EXPECT_EQ(pair(), "4 _") << "the choice before the zeroing is forgotten";
 }
 
