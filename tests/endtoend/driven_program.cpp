@@ -10,6 +10,7 @@
 #include <functional>
 #include <map>
 
+#include "link/fan_out.h"
 #include "moments.h"
 #include "pages/registry.h"
 #include "platform/platform.h"
@@ -18,6 +19,7 @@
 #include "platform/qt/program.h"
 #include "platform/qt/qt_platform.h"
 #include "platform/trouble.h"
+#include "shell/main_window.h"
 
 namespace kestrel::testing {
 
@@ -43,6 +45,16 @@ void meetTrouble() {
 }
 
 void closeWindow() { window().close(); }
+
+bool isPageFilled() { return FindLoadedPage("FrmTempi")->arrivals() >= 18; }
+
+void workAndLeave() {
+    for (const char* entry : {"ssmnuTotali", "smnuGrafico", "smnuTempi"}) MDIForm1().entry(entry).UserClick();
+    window().resize(window().size() / 2);
+    MDIForm1().smnuLingue(1).UserClick();
+    when(*qApp, isPageFilled, closeWindow);
+}
+
 void sendSignal() { std::raise(SIGTERM); }
 
 }  // namespace
@@ -59,6 +71,7 @@ void runDriven(QApplication& application, const std::string& act, const std::str
         {"close-identifying", {isIdentifying, closeWindow}},
         {"signal-identifying", {isIdentifying, sendSignal}},
         {"signal-in-box", {isBoxOpen, sendSignal}},
+        {"work", {isRunning, workAndLeave}},
         {"trouble", {isRunning, meetTrouble}},
     };
     when(*qApp, cues.at(act).isTime, cues.at(act).act);

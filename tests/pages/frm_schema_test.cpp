@@ -10,16 +10,12 @@
 
 #include "pages/test/frm_test_cedar.h"
 #include "support/bare_mirror.h"
-#include "support/watches.h"
 #include "support/world.h"
 
 namespace kestrel {
 namespace {
 
 using testing::BareMirror;
-using testing::Watches;
-using testing::watches;
-using testing::watchesOf;
 
 constexpr int No = -1;
 
@@ -92,11 +88,6 @@ TEST(FrmSchema, NamesDevicesAndReleasesWhatItWatched) {
     EXPECT_EQ(page.Label1[0].Caption.get(), "Water inlet");
     EXPECT_EQ(page.Label1[20].Caption.get(), "Waste bucket");
     EXPECT_EQ(page.iThermometerX1.accessibleName(), "Boiler");
-
-    EXPECT_EQ(watches(), watchesOf({{1, 1288, 1290}, {1, 1292, 1295}}));
-    UnloadPage(page);
-    EXPECT_EQ(watches(), Watches{});
-    EXPECT_TRUE(mirror.due().empty());
 }
 
 /// Every control that stands on a drawing, against the elements of the drawing of that name.

@@ -208,7 +208,7 @@ TEST_F(FrameWindow, ListsItsPagesAndClosesThemAll) {
             EXPECT_EQ(platform.activeWindow() == before, key == Qt::Key_F6) << "of two pages the other, and back";
         }
     }
-    action("Close All").trigger();
+    action("Close all").trigger();
     EXPECT_TRUE(area().subWindowList().isEmpty());
     EXPECT_EQ(platform.activeWindow(), nullptr);
 }

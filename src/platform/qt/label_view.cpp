@@ -107,7 +107,7 @@ void LabelView::paintEvent(QPaintEvent* /*event*/) {
 QString LabelView::spokenName() const { return isFigure() || text_.isEmpty() ? ViewBase::spokenName() : text_; }
 
 QString LabelView::spokenValue() const {
-    if (chosen_) return words::On;
+    if (chosen_) return word(Word::On);
     return isFigure() ? text_ : QString();
 }
 

@@ -34,7 +34,7 @@ Extent toTwips(QSize size) { return {size.width() * TwipsPerPixel, size.height()
 MainWindowView::MainWindowView(MainWindow& model)
     : model_(model),
       area_(new PageArea(loadPicture(QStringLiteral("background")))),
-      menu_(model.menuBar(), *menuBar()),
+      menu_(model.menuBar(), *menuBar(), [this] { status_.renamed(); }),
       status_(model.StatusBar1, *statusBar()),
       windowList_(menu_.menuOf(WindowListEntry), *area_, [this] { closePages(); }) {
     setCentralWidget(area_);
@@ -86,6 +86,7 @@ void MainWindowView::showWindow(Window& window) {
     isShowingPage_ = false;
     front_ = &window;
     window.Form_Activate();
+    child.settle();
 }
 
 void MainWindowView::closeWindow(Window& window) {

@@ -40,25 +40,24 @@ void TimerQueue::wakeForFirst() {
     const QtTimer* next = first();
     if (!next) return;
     wakes_ = next->due();
-    pause_ = std::chrono::ceil<std::chrono::milliseconds>(wakes_.remainingTimeAsDuration());
-    toolkitTimer_ = startTimer(pause_, Qt::PreciseTimer);
+    const auto pause = std::chrono::ceil<std::chrono::milliseconds>(wakes_.remainingTimeAsDuration());
+    toolkitTimer_ = startTimer(pause, Qt::PreciseTimer);
 }
 
 /// One timer a call, so that other events come between. Its handler may start it anew, take it away, or run an event
-/// loop of its own, in which the others go on: until the handler is done the toolkit's timer repeats its pause.
+/// loop of its own: the others go on in that, since the toolkit's timer is a new one by then, and no longer the one
+/// that is being told of.
 void TimerQueue::timerEvent(QTimerEvent* /*event*/) {
     QtTimer* const timer = first();
     if (!timer || !timer->due().hasExpired()) return wakeForFirst();
     std::erase(waiting_, timer);
-    wakes_ = QDeadlineTimer(pause_, Qt::PreciseTimer);
-    if (const QtTimer* next = first(); next && next->due() < wakes_) wakeForFirst();
+    wakeForFirst();
     const auto handler = timer->onExpiry();
     firing_.push_back(timer);
     deliver(handler);
     QtTimer* const untouched = firing_.back();
     firing_.pop_back();
     if (untouched) untouched->start(untouched->interval());
-    wakeForFirst();
 }
 
 }  // namespace kestrel::qt

@@ -5,7 +5,6 @@
 
 #include <QDeadlineTimer>
 #include <QObject>
-#include <chrono>
 #include <functional>
 #include <memory>
 #include <vector>
@@ -32,7 +31,6 @@ class TimerQueue : public QObject {
     std::vector<QtTimer*> waiting_;
     std::vector<QtTimer*> firing_;  ///< whose handlers run, the innermost last; null once started anew, stopped or gone
     QDeadlineTimer wakes_{QDeadlineTimer::Forever};
-    std::chrono::milliseconds pause_{0};  ///< at which the toolkit's timer repeats
     int toolkitTimer_ = 0;
 };
 

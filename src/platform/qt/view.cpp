@@ -56,7 +56,7 @@ QString ViewBase::spokenName() const {
 }
 
 QString ViewBase::spokenDescription() const {
-    if (control_->waiting()) return words::WaitingForTheBoard;
+    if (control_->waiting()) return word(Word::WaitingForTheBoard);
     return toQt(control_->ToolTip);
 }
 
