@@ -5,15 +5,13 @@
 #include <QAction>
 #include <QMenu>
 #include <QMenuBar>
-#include <QMessageBox>
 #include <QTest>
-#include <QTimer>
 #include <csignal>
 #include <functional>
 #include <map>
 
 #include "link/fan_out.h"
-#include "link/link_engine.h"
+#include "moments.h"
 #include "pages/registry.h"
 #include "platform/platform.h"
 #include "platform/qt/deliver.h"
@@ -27,24 +25,7 @@ namespace kestrel::testing {
 
 namespace {
 
-constexpr int LookEveryMs = 5;
-
 qt::MainWindowView& window() { return dynamic_cast<qt::QtPlatform&>(platform()).mainWindow(); }
-
-bool isIdentifying() { return Link().LinkSetup && Link().Comm1 && Link().Comm1->PortOpen(); }
-bool isRunning() { return Link().Timer1.Enabled; }
-bool isBoxOpen() { return qobject_cast<QMessageBox*>(QApplication::activeModalWidget()) != nullptr; }
-
-/// Acts once, from the event loop, when it is time.
-void when(const std::function<bool()>& isTime, const std::function<void()>& act) {
-    auto* look = new QTimer(qApp);
-    QObject::connect(look, &QTimer::timeout, look, [=] {
-        if (!isTime()) return;
-        look->stop();
-        act();
-    });
-    look->start(LookEveryMs);
-}
 
 char letterOf(const QAction& entry) {
     const QString text = entry.text();
@@ -59,7 +40,7 @@ void leaveByKeys() {
 }
 
 void meetTrouble() {
-    when(isBoxOpen, [] { QTest::keyClick(QApplication::activeModalWidget(), Qt::Key_Return); });
+    when(*qApp, isBoxOpen, confirmBox);
     qt::deliver([] { throw RunTimeError(error_number::Overflow, "Overflow"); });
 }
 
@@ -71,7 +52,7 @@ void workAndLeave() {
     for (const char* entry : {"ssmnuTotali", "smnuGrafico", "smnuTempi"}) MDIForm1().entry(entry).UserClick();
     window().resize(window().size() / 2);
     MDIForm1().smnuLingue(1).UserClick();
-    when(isPageFilled, closeWindow);
+    when(*qApp, isPageFilled, closeWindow);
 }
 
 void sendSignal() { std::raise(SIGTERM); }
@@ -93,7 +74,7 @@ void runDriven(QApplication& application, const std::string& act, const std::str
         {"work", {isRunning, workAndLeave}},
         {"trouble", {isRunning, meetTrouble}},
     };
-    when(cues.at(act).isTime, cues.at(act).act);
+    when(*qApp, cues.at(act).isTime, cues.at(act).act);
     RegisterPages(AllPages());
     Options options;
     options.directory = directory;

@@ -12,6 +12,9 @@ class Installation {
     Installation();
 
     std::filesystem::path program() const { return family_ / "kestrel"; }
+    std::filesystem::path configuration(const std::string& programName) const {
+        return program() / (programName + ".ini");
+    }
     std::filesystem::path family() const { return family_; }
     void removeLauncher() const;
     bool launcherRan() const;

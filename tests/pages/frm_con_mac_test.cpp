@@ -257,14 +257,6 @@ TEST_F(FrmConMacTest, WithoutItsBoardNothingIsLiveWhateverArrives) {
     EXPECT_EQ(live(page), 0U);
 }
 
-TEST_F(FrmConMacTest, ABoardThatGoesAwayDisablesThePage) {
-    FrmConMac& page = open();
-    EXPECT_EQ(live(page), liveWith(4, 5, true));
-    world.setBoard(0, 1, 0);
-    world.run(3000);
-    EXPECT_EQ(live(page), 0U);
-}
-
 // A board that is back unlocks nothing by itself. A count read again does, once a change of valves or mixers has been
 // made, but not after a change of powders.
 TEST_F(FrmConMacTest, ABoardThatIsBackLeavesThePageLockedButForWhatAChangeOfACountHasArmed) {
@@ -294,16 +286,6 @@ TEST_F(FrmConMacTest, TheColdPairingFollowsTheKindOfCoolingOnceThePageIsFilled) 
     EXPECT_FALSE(page.frAbb.Enabled);
     arrives(page, 1, 1153, 1);
     EXPECT_TRUE(page.isrAbb[2].usable());
-}
-
-TEST_F(FrmConMacTest, OpensLockedOnAMachineWithoutTheHotDrinkBoard) {
-    auto options = World::still();
-    options.hotDrinkBoard = false;
-    World bare(options);
-    bare.start();
-    auto& page = bare.open<FrmConMac>("FrmConMac");
-    bare.run(10'000);
-    EXPECT_EQ(live(page), 0U);
 }
 
 TEST_F(FrmConMacTest, SubscribesToItsListAndGivesItBack) {

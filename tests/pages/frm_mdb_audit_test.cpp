@@ -69,18 +69,5 @@ TEST(FrmMDBaudit, TheButtonComesBackWithTheFirstAmountAlone) {
     EXPECT_EQ(page.Label2[0].Caption.get(), "");
 }
 
-TEST(FrmMDBaudit, ReadsAgainEveryFifteenSeconds) {
-    World world;
-    world.start();
-    auto& page = world.open<FrmMDBaudit>("FrmMDBaudit");
-    world.setBoard(0, 198, 4711);
-    world.run(10'000);
-    EXPECT_NE(page.Label2[5].Caption.get(), "4711");
-    world.run(8'000);
-    EXPECT_EQ(page.Label2[5].Caption.get(), "4711");
-    page.UserClose();
-    EXPECT_EQ(testing::watchersLeft(), 0);
-}
-
 }  // namespace
 }  // namespace kestrel

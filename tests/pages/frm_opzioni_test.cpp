@@ -329,6 +329,7 @@ TEST_F(FrmOpzioniTest, CaptionsComeFromTheLanguageButForThoseThatStay) {
     for (const auto& [index, text] : captions) EXPECT_EQ(page.Label1[index].Caption.get(), text);
     EXPECT_EQ(page.Label6[9].Caption.get(), "numero cliente");
     EXPECT_EQ(page.Label5[4].Caption.get(), "tipo macchina");
+    EXPECT_EQ(page.SlswitchX2.labels(), (std::vector<std::string>{"00000", "0000.0", "000.00", "00.000"}));
     EXPECT_EQ(page.Caption.get(), "Opzioni");
     EXPECT_EQ(page.Label7s[1].Caption.get(), "Rev. potenza");
 }

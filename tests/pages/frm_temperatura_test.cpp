@@ -120,18 +120,6 @@ TEST_F(FrmTemperaturaTest, AWordOfPresenceThatIsNotNewTouchesNothing) {
     EXPECT_FALSE(page.Frame2.Enabled);
 }
 
-TEST_F(FrmTemperaturaTest, OpensOnAMachineWithoutAnyOtherBoard) {
-    auto options = World::still();
-    options.hotDrinkBoard = false;
-    options.sectorBoard = false;
-    World bare(options);
-    bare.start();
-    auto& page = bare.open<FrmTemperatura>("FrmTemperatura");
-    EXPECT_FALSE(page.HScroll1.usable());
-    EXPECT_FALSE(page.HScroll2[0].usable());
-    EXPECT_EQ(page.Label1.Caption.get(), "");
-}
-
 TEST_F(FrmTemperaturaTest, SubscribesToItsListAndGivesItBack) {
     world.start();
     FrmTemperatura& page = open();

@@ -69,17 +69,5 @@ TEST(FrmTotali, MoneyThatComesBeforeTheDecimalsIsNotShown) {
     EXPECT_EQ(page.Label3[3].Caption.get(), "7");
 }
 
-TEST(FrmTotali, ReadsTheTotalsAgainEveryFifteenSeconds) {
-    World world;
-    world.start();
-    auto& page = world.open<FrmTotali>("FrmTotali");
-    world.setBoard(0, 160, 4711);
-    world.run(10'000);
-    EXPECT_NE(page.Label3[3].Caption.get(), "4711");
-    world.run(7'000);
-    EXPECT_EQ(page.Label3[3].Caption.get(), "4711");
-    EXPECT_EQ(ParamTable(0, 160).Watchers, 1);
-}
-
 }  // namespace
 }  // namespace kestrel

@@ -15,9 +15,11 @@
 #include "link/fan_out.h"
 #include "link/param_table.h"
 #include "pages/registry.h"
+#include "platform/qt/bar_view.h"
 #include "platform/qt/canvas_view.h"
 #include "platform/qt/child_window.h"
 #include "platform/qt/group_view.h"
+#include "platform/qt/label_view.h"
 #include "platform/qt/main_window_view.h"
 #include "platform/qt/pictures.h"
 #include "shell/language_files.h"
@@ -222,6 +224,26 @@ TEST_F(AllPages, AreReachedWholeByTab) {
             if (!operated || !widget.isVisible() || !widget.isEnabled()) continue;
             EXPECT_TRUE(reached.contains(&widget)) << row.page << " " << view->spokenName().toStdString();
         }
+        ClosePages();
+    }
+}
+
+TEST_F(AllPages, TakeATypedValueOnADoubleClickOnTheFigureOfEveryBar) {
+    for (const MenuRow& row : rows()) {
+        ChildWindow& window = open(row);
+        platform.view->activateWindow();
+        std::set<const QWidget*> opened;
+        std::set<const QWidget*> bars;
+        for (const ViewBase* view : viewsOf(window)) {
+            if (dynamic_cast<const BarView*>(view) && view->widget().isEnabled()) bars.insert(&view->widget());
+            const auto* label = dynamic_cast<const LabelView*>(view);
+            if (!label || !label->isFigure()) continue;
+            QTest::mouseDClick(&view->widget(), Qt::LeftButton);
+            const auto* typing = dynamic_cast<const BarView*>(QApplication::focusWidget());
+            if (typing) opened.insert(typing);
+        }
+        const bool hasABarThatChooses = row.page == std::string("FrmDosi");
+        EXPECT_EQ(opened.size() + (hasABarThatChooses ? 1 : 0), bars.size()) << row.page;
         ClosePages();
     }
 }

@@ -187,6 +187,38 @@ TEST_F(Bar, TakesTypedValuesInTheScaleOfThePage) {
     }
 }
 
+TEST_F(Bar, OpensItsFieldOnEnterAndOnADoubleClickOnItsValue) {
+    bar.scale = {0, 1};
+    const std::function<void()> openers[] = {
+        [this] { QTest::keyClick(&view(), Qt::Key_Return); },
+        [this] { QTest::mouseDClick(&widgetOf(value), Qt::LeftButton); },
+    };
+    for (const auto& open : openers) {
+        bar.Value = 100;
+        changes.clear();
+        leave(view());
+        view().setFocus();
+        open();
+        EXPECT_EQ(barView().spokenValue(), QStringLiteral("10.0"));
+        QTest::keyClicks(&view(), QStringLiteral("12.5"));
+        EXPECT_EQ(barView().spokenValue(), QStringLiteral("12.5")) << "the first figure replaces what stood there";
+        QTest::keyClick(&view(), Qt::Key_Return);
+        EXPECT_EQ(changes, Values{125});
+        open();
+        QTest::keyClick(&view(), Qt::Key_Escape);
+        open();
+        bar.Value = 50;
+        leave(view());
+        EXPECT_EQ(changes, (Values{125, 50}))
+            << "a field that was only looked at writes nothing over the board's value";
+    }
+    bar.Enabled = false;
+    QTest::mouseDClick(&widgetOf(value), Qt::LeftButton);
+    EXPECT_EQ(barView().spokenValue(), QStringLiteral("5.0"));
+    QTest::keyClicks(&view(), QStringLiteral("7"));
+    EXPECT_EQ(bar.Value.get(), 50);
+}
+
 TEST_F(Bar, WaitsForTheBoardUntilItsPageSetsIt) {
     QTest::keyClick(&view(), Qt::Key_Right);
     leave(view());

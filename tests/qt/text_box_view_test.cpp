@@ -52,12 +52,16 @@ TEST_F(Box, TellsThePageOnLeavingWithAndWithoutAnEdit) {
     EXPECT_EQ(told.size(), 2u) << "left already";
 }
 
-TEST_F(Box, BringsBackTheTextOnEscape) {
+TEST_F(Box, BringsBackTheBoardsValueOnEscape) {
     type("77");
     QTest::keyClick(&edit(), Qt::Key_Escape);
     EXPECT_EQ(edit().text(), QStringLiteral("123"));
+    type("77");
+    box.Text = "888";
+    QTest::keyClick(&edit(), Qt::Key_Escape);
+    EXPECT_EQ(edit().text(), QStringLiteral("888")) << "as it is now";
     leave(edit());
-    EXPECT_EQ(told, Told{"left 123"});
+    EXPECT_EQ(told, Told{"left 888"});
 }
 
 TEST_F(Box, ShowsWhatThePagePutBack) {

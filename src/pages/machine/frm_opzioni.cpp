@@ -74,7 +74,7 @@ void write(const Setting& setting, int value) {
 FrmOpzioni::FrmOpzioni() : Page("FrmOpzioni") {
     Caption = "Opzioni";
     SlswitchX1.PositionLabels = "0,1,2,3";
-    SlswitchX2.PositionLabels = "0,1,2,3";
+    SlswitchX2.PositionLabels = "00000, 0000.0, 000.00, 00.000";
     SlswitchX4.PositionLabels = "0,1";
     for (int i = 0; i < Bars; ++i) {
         HScroll1[i].design(0, BarRows[static_cast<std::size_t>(i)].max, LargeStep);

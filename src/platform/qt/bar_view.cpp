@@ -123,15 +123,28 @@ void BarView::paintHandle(Brush& brush) const {
     const double wide = std::max(HandleWidth, fontMetrics().horizontalAdvance(text) + 12.0);
     const double left = std::clamp(grip.center().x() - wide / 2, 1.0, std::max(1.0, width() - wide - 1));
     const QRectF knob(left, grip.top() - 1, wide, grip.height() + 2);
-    const bool unfit = !typed_.isEmpty() && !model().valueOf(typed_.toStdString());
-    const QColor ground = typed_.isEmpty() ? strength : colors().field;
-    drawShape(brush, knob, CornerRadius, ground, unfit ? colors().alarm : strength, 1.5);
-    brush.setPen(typed_.isEmpty() ? colors().onAccent : (unfit ? colors().alarm : colors().text));
+    if (!typed_.isEmpty()) return paintField(brush, knob);
+    drawShape(brush, knob, CornerRadius, strength, strength, 1.5);
+    brush.setPen(colors().onAccent);
     brush.drawText(knob, static_cast<int>(Qt::AlignCenter), text);
+}
+
+void BarView::paintField(Brush& brush, const QRectF& knob) const {
+    const bool fits = model().valueOf(typed_.toStdString()).has_value();
+    drawShape(brush, knob, CornerRadius, colors().field, fits ? colors().accent : colors().alarm, 1.5);
+    const double wide = fontMetrics().horizontalAdvance(typed_);
+    const QRectF text(knob.center().x() - wide / 2, knob.top() + 3, wide, knob.height() - 6);
+    if (chosen_)
+        drawShape(brush, text.adjusted(-1, 0, 1, 0), 0, colors().accent, colors().accent);
+    else
+        drawShape(brush, {text.right() + 1, text.top(), 1, text.height()}, 0, colors().text, colors().text);
+    brush.setPen(chosen_ ? colors().onAccent : fits ? colors().text : colors().alarm);
+    brush.drawText(text, static_cast<int>(Qt::AlignCenter | Qt::TextDontClip), typed_);
 }
 
 void BarView::mousePressEvent(QMouseEvent* event) {
     if (event->button() != Qt::LeftButton) return event->ignore();
+    setTyped({});
     pointer_ = event->position();
     pressed_ = partAt(pointer_);
     if (pressed_ == Part::Handle) {
@@ -235,9 +248,17 @@ void BarView::endGesture() {
     gesture_.commit();
 }
 
-void BarView::setTyped(const QString& text) {
-    if (text == typed_) return;
+void BarView::beginTyping() {
+    if (!isEnabled() || !bound()) return;
+    setFocus(Qt::OtherFocusReason);
+    gesture_.commit();
+    setTyped(toQt(model().textOf(value_)), true);
+}
+
+void BarView::setTyped(const QString& text, bool chosen) {
+    if (text == typed_ && chosen == chosen_) return;
     typed_ = text;
+    chosen_ = chosen;
     valueShown();
 }
 
@@ -245,16 +266,20 @@ bool BarView::typed(const QKeyEvent& event) {
     constexpr int Longest = 8;
     const QString letter = event.text();
     const bool figure = letter.size() == 1 && QStringLiteral("0123456789.,-").contains(letter);
-    if (figure && typed_.size() < Longest) {
+    if (figure && (chosen_ || typed_.size() < Longest)) {
         gesture_.cancel();
-        setTyped(typed_ + letter);
-    } else if (event.key() == Qt::Key_Backspace) {
-        setTyped(typed_.chopped(std::min<qsizetype>(1, typed_.size())));
+        setTyped(chosen_ ? letter : typed_ + letter);
+    } else if (event.key() == Qt::Key_Backspace || event.key() == Qt::Key_Delete) {
+        setTyped(chosen_ ? QString() : typed_.chopped(std::min<qsizetype>(1, typed_.size())));
     } else if (event.key() == Qt::Key_Escape && !typed_.isEmpty()) {
         setTyped({});
     } else if (event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter) {
-        commitTyped();
-        gesture_.commit();
+        if (typed_.isEmpty() && !gesture_.active()) {
+            beginTyping();
+        } else {
+            commitTyped();
+            gesture_.commit();
+        }
     } else {
         return figure;
     }
@@ -262,6 +287,8 @@ bool BarView::typed(const QKeyEvent& event) {
 }
 
 bool BarView::commitTyped() {
+    // What nobody has touched is not handed over: the board may have another value by now.
+    if (chosen_) setTyped({});
     if (typed_.isEmpty()) return true;
     if (!bound()) return false;
     const std::optional<int> value = model().valueOf(typed_.toStdString());

@@ -1,6 +1,6 @@
 // Shows a scroll bar: arrow ends for single steps, a trough for large ones, a handle to drag.
 // While the user acts, the handle carries the value to come; one change goes out when the gesture ends. A value can be
-// typed too: Enter or leaving the bar hands it over, Escape drops it.
+// typed too, in a field that a figure or Enter opens: Enter or leaving the bar hands it over, Escape drops it.
 #pragma once
 
 #include <QTimer>
@@ -16,6 +16,8 @@ class BarView : public View<ScrollBar> {
     explicit BarView(ScrollBar& bar);
 
     void endGesture() override;
+    /// Opens the field with the present value in it, all of it chosen: the first figure takes its place.
+    void beginTyping();
     QAccessible::Role spokenRole() const override { return QAccessible::Slider; }
     QString spokenValue() const override;
     std::optional<Span> span() const override;
@@ -50,16 +52,18 @@ class BarView : public View<ScrollBar> {
     void repeatPressed();
     void drawEnds(class Brush& brush) const;
     void paintHandle(class Brush& brush) const;
+    void paintField(class Brush& brush, const QRectF& knob) const;
     /// What the handle carries: the typed text, the preview in the page's scale, or nothing.
     QString handleText() const;
     bool typed(const QKeyEvent& event);
-    void setTyped(const QString& text);
+    void setTyped(const QString& text, bool chosen = false);
     /// Hands a typed value over. False, and nothing is done, when it is none of the bar's.
     bool commitTyped();
 
     Gesture gesture_;
     QTimer repeat_;
     QString typed_;
+    bool chosen_ = false;  ///< the typed text is still the value that the field was opened with
     int value_ = 0;
     int lowest_ = 0;
     int highest_ = 0;

@@ -4,6 +4,7 @@
 
 #include <QEvent>
 #include <QHBoxLayout>
+#include <QMouseEvent>
 #include <QScrollArea>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -12,6 +13,7 @@
 #include <vector>
 
 #include "platform/qt/aligned_grid.h"
+#include "platform/qt/bar_view.h"
 #include "platform/qt/canvas_view.h"
 #include "platform/qt/focus_keeper.h"
 #include "platform/qt/group_view.h"
@@ -47,6 +49,23 @@ class PageContents : public QWidget {
             if (QWidget* viewport = parentWidget()) viewport->parentWidget()->updateGeometry();
         }
         return QWidget::event(event);
+    }
+    /// On the value of a bar: the bar takes a typed one.
+    void mouseDoubleClickEvent(QMouseEvent* event) override {
+        const QWidget* under = childAt(event->position().toPoint());
+        for (std::size_t i = 0; i < views.size(); ++i)
+            if (&views[i]->widget() == under)
+                if (BarView* bar = barOfFigure(i)) return bar->beginTyping();
+        QWidget::mouseDoubleClickEvent(event);
+    }
+
+  private:
+    /// A page puts the value of a bar right behind the bar, or above it and so right before.
+    BarView* barOfFigure(std::size_t at) const {
+        const auto* label = dynamic_cast<const LabelView*>(views[at]);
+        if (!label || !label->isFigure()) return nullptr;
+        auto* const before = at > 0 ? dynamic_cast<BarView*>(views[at - 1]) : nullptr;
+        return before || at + 1 == views.size() ? before : dynamic_cast<BarView*>(views[at + 1]);
     }
 };
 

@@ -23,7 +23,6 @@ void TextBoxView::showState() {
 
 void TextBoxView::showModel() {
     if (const QString text = toQt(model().Text); text != this->text()) setText(text);
-    before_ = text();
 }
 
 void TextBoxView::renamed() {
@@ -58,7 +57,7 @@ void TextBoxView::keyPressEvent(QKeyEvent* event) {
         if (!event->isAutoRepeat()) commit(&TextBox::UserEnter);
     } else if (event->key() == Qt::Key_Escape && edited_) {
         edited_ = false;
-        setText(before_);
+        showModel();
     } else {
         View::keyPressEvent(event);
     }

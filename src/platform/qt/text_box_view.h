@@ -1,5 +1,5 @@
 // Shows a text box. What is typed stays in the view until Enter or leaving the box hands it to the page.
-// Escape brings back the text that the box had when the typing began.
+// Escape brings back what the board has told, also if it told it since the typing began.
 #pragma once
 
 #include <QLineEdit>
@@ -32,7 +32,6 @@ class TextBoxView : public View<TextBox, QLineEdit> {
     /// Hands the typed text over, then tells the page what the user did.
     void commit(void (TextBox::*action)());
 
-    QString before_;        // the text when the typing began
     bool edited_ = false;   // something was typed and not handed over yet
     bool entered_ = false;  // the page has not been told yet that the user left
 };

@@ -10,8 +10,10 @@
 namespace kestrel::qt {
 
 WindowList::WindowList(QMenu& menu, PageArea& area, const std::function<void()>& closeAll) : menu_(menu), area_(area) {
-    addCommand(Word::NextWindow, Qt::CTRL | Qt::Key_F6, [&area] { area.activateNextSubWindow(); });
-    addCommand(Word::PreviousWindow, Qt::CTRL | Qt::SHIFT | Qt::Key_F6, [&area] { area.activatePreviousSubWindow(); });
+    addCommand(Word::NextWindow, {Qt::CTRL | Qt::Key_F6, Qt::CTRL | Qt::Key_Tab},
+               [&area] { area.activateNextSubWindow(); });
+    addCommand(Word::PreviousWindow, {Qt::CTRL | Qt::SHIFT | Qt::Key_F6, Qt::CTRL | Qt::SHIFT | Qt::Key_Tab},
+               [&area] { area.activatePreviousSubWindow(); });
     addCommand(Word::Cascade, {}, [&area] { area.cascadeSubWindows(); });
     addCommand(Word::Tile, {}, [&area] { area.tileSubWindows(); });
     addCommand(Word::CloseAll, {}, closeAll);
@@ -19,9 +21,9 @@ WindowList::WindowList(QMenu& menu, PageArea& area, const std::function<void()>&
     QObject::connect(&menu, &QMenu::aboutToShow, &area, [this] { listWindows(); });
 }
 
-void WindowList::addCommand(Word text, const QKeySequence& keys, const std::function<void()>& run) {
+void WindowList::addCommand(Word text, const QList<QKeySequence>& keys, const std::function<void()>& run) {
     QAction* action = menu_.addAction(word(text));
-    action->setShortcut(keys);
+    action->setShortcuts(keys);
     QObject::connect(action, &QAction::triggered, &area_, run);
     commands_.emplace_back(text, action);
 }

@@ -17,7 +17,7 @@ class WindowList {
     WindowList(QMenu& menu, PageArea& area, const std::function<void()>& closeAll);
 
   private:
-    void addCommand(Word text, const QKeySequence& keys, const std::function<void()>& run);
+    void addCommand(Word text, const QList<QKeySequence>& keys, const std::function<void()>& run);
     void listWindows();
 
     QMenu& menu_;
