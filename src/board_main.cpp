@@ -154,7 +154,11 @@ class Commands {
         open_ = known;
     }
 
-    bool isOpen() const { return open_; }
+    // Whether they can be read now: a program in the background of a terminal would be stopped for trying.
+    bool isOpen() const {
+        const pid_t foreground = tcgetpgrp(STDIN_FILENO);
+        return open_ && (foreground < 0 || foreground == getpgrp());
+    }
 
     // Carries out what has come; false when the program is to end.
     bool takeInput(Machine& machine) {
@@ -275,6 +279,12 @@ class Program {
     Commands commands_;
 };
 
+std::filesystem::path ownDirectory() {
+    std::error_code error;
+    const auto own = std::filesystem::read_symlink("/proc/self/exe", error);
+    return error ? std::filesystem::path(".") : own.parent_path();
+}
+
 DateTime localTime() {
     const std::time_t now = std::time(nullptr);
     std::tm local{};
@@ -297,6 +307,7 @@ int main(int argc, char** argv) {
         return 0;
     }
     options.machine.clock = localTime();
+    if (options.machine.directory.empty()) options.machine.directory = ownDirectory();
     try {
         Program(options).run();
     } catch (const std::exception& error) {

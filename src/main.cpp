@@ -60,6 +60,7 @@ int main(int argc, char** argv) {
     }
     int ownName = 1;  // the other arguments are the program's, not the toolkit's
     const qt::FatalMessagesInOneLine whileRunning;
+    qt::chooseEventLoop();
     QApplication application(ownName, argv);
     qt::runProgram(application, options);
 }

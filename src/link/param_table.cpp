@@ -128,7 +128,11 @@ int NextPending(int bank, int index, int end) {
 }
 
 void ResetParamTable() {
-    state() = {};
+    ParamState& table = state();  // emptied where it stands: new memory would cost more than the whole reset
+    table.records.assign(TableSize, {});
+    table.flags.assign(TableSize, 0);
+    table.present = {};
+    table.recordCount = {};
     CurrentBank = 0;
 }
 

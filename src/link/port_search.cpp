@@ -92,6 +92,7 @@ void OpenPort(int port) {
                 if (allTried) endWithoutPort(error.number(), reasons);
                 link.ComPort = 1;
                 allTried = true;
+                reasons.clear();  // from here on every port is tried
             }
         }
     }

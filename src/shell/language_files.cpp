@@ -61,8 +61,12 @@ std::vector<std::string> FindLanguageFiles() {
 }
 
 void LoadLanguage(const std::string& file) {
+    std::vector<std::string> lines = readLines(file);
+    if (lines.size() > LanguageLines)
+        throw RunTimeError(error_number::SubscriptOutOfRange, file + ": has " + std::to_string(lines.size()) +
+                                                                  " lines, more than " + std::to_string(LanguageLines));
     int i = 1;
-    for (std::string& line : readLines(file)) slot(i++) = std::move(line);
+    for (std::string& line : lines) slot(i++) = std::move(line);
 }
 
 bool CheckLanguageFile(const std::string& reference, const std::string& candidate) {

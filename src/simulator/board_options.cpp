@@ -11,7 +11,6 @@ namespace kestrel::simulator {
 
 BoardOptions parseBoardOptions(const std::vector<std::string>& arguments) {
     BoardOptions options;
-    options.machine.directory = ".";
     for (std::size_t i = 0; i < arguments.size(); ++i) {
         const std::string& name = arguments[i];
         const auto value = [&]() -> const std::string& {
@@ -51,7 +50,7 @@ BoardOptions parseBoardOptions(const std::vector<std::string>& arguments) {
 std::string boardHelp() {
     return "kestrel-board: a simulated vending machine on a pseudo-terminal\n"
            "\n"
-           "  --directory DIR   where the index files *.inx are (default: the current directory)\n"
+           "  --directory DIR   where the index files *.inx are (default: where kestrel-board is)\n"
            "  --link PATH       keep a symbolic link to the pseudo-terminal at PATH\n"
            "  --seed N          seed of everything that is left to chance (default: 1)\n"
            "  --fault LIST      faults with their probability per exchange, as drop=0.01,flip=0.02\n"

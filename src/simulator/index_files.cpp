@@ -22,8 +22,9 @@ constexpr int widestValue = 4;
 }
 
 Bytes readWhole(const std::filesystem::path& file) {
+    std::error_code ignored;
     std::ifstream in(file, std::ios::binary);
-    if (!in) refuse(file, "cannot be opened");
+    if (!in || std::filesystem::is_directory(file, ignored)) refuse(file, "cannot be opened");
     Bytes bytes{std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
     if (in.bad()) refuse(file, "cannot be read");
     return bytes;

@@ -5,14 +5,13 @@
 #include <QAction>
 #include <QMenu>
 #include <QMenuBar>
-#include <QMessageBox>
 #include <QTest>
-#include <QTimer>
 #include <csignal>
 #include <functional>
 #include <map>
 
-#include "link/link_engine.h"
+#include "link/fan_out.h"
+#include "moments.h"
 #include "pages/registry.h"
 #include "platform/platform.h"
 #include "platform/qt/deliver.h"
@@ -20,29 +19,13 @@
 #include "platform/qt/program.h"
 #include "platform/qt/qt_platform.h"
 #include "platform/trouble.h"
+#include "shell/main_window.h"
 
 namespace kestrel::testing {
 
 namespace {
 
-constexpr int LookEveryMs = 5;
-
 qt::MainWindowView& window() { return dynamic_cast<qt::QtPlatform&>(platform()).mainWindow(); }
-
-bool isIdentifying() { return Link().LinkSetup && Link().Comm1 && Link().Comm1->PortOpen(); }
-bool isRunning() { return Link().Timer1.Enabled; }
-bool isBoxOpen() { return qobject_cast<QMessageBox*>(QApplication::activeModalWidget()) != nullptr; }
-
-/// Acts once, from the event loop, when it is time.
-void when(const std::function<bool()>& isTime, const std::function<void()>& act) {
-    auto* look = new QTimer(qApp);
-    QObject::connect(look, &QTimer::timeout, look, [=] {
-        if (!isTime()) return;
-        look->stop();
-        act();
-    });
-    look->start(LookEveryMs);
-}
 
 char letterOf(const QAction& entry) {
     const QString text = entry.text();
@@ -57,11 +40,21 @@ void leaveByKeys() {
 }
 
 void meetTrouble() {
-    when(isBoxOpen, [] { QTest::keyClick(QApplication::activeModalWidget(), Qt::Key_Return); });
+    when(*qApp, isBoxOpen, confirmBox);
     qt::deliver([] { throw RunTimeError(error_number::Overflow, "Overflow"); });
 }
 
 void closeWindow() { window().close(); }
+
+bool isPageFilled() { return FindLoadedPage("FrmTempi")->arrivals() >= 18; }
+
+void workAndLeave() {
+    for (const char* entry : {"ssmnuTotali", "smnuGrafico", "smnuTempi"}) MDIForm1().entry(entry).UserClick();
+    window().resize(window().size() / 2);
+    MDIForm1().smnuLingue(1).UserClick();
+    when(*qApp, isPageFilled, closeWindow);
+}
+
 void sendSignal() { std::raise(SIGTERM); }
 
 }  // namespace
@@ -78,9 +71,10 @@ void runDriven(QApplication& application, const std::string& act, const std::str
         {"close-identifying", {isIdentifying, closeWindow}},
         {"signal-identifying", {isIdentifying, sendSignal}},
         {"signal-in-box", {isBoxOpen, sendSignal}},
+        {"work", {isRunning, workAndLeave}},
         {"trouble", {isRunning, meetTrouble}},
     };
-    when(cues.at(act).isTime, cues.at(act).act);
+    when(*qApp, cues.at(act).isTime, cues.at(act).act);
     RegisterPages(AllPages());
     Options options;
     options.directory = directory;

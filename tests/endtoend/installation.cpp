@@ -25,6 +25,8 @@ Installation::Installation() : family_(temporary_.path().toStdString()) {
 
 void Installation::removeLauncher() const { fs::remove(family_ / Launcher); }
 
+std::string Installation::launcherMark() { return Mark; }
+
 bool Installation::launcherRan() const { return fs::exists(family_ / Mark); }
 
 }  // namespace kestrel::testing

@@ -15,8 +15,11 @@ class Installation {
     std::filesystem::path configuration(const std::string& programName) const {
         return program() / (programName + ".ini");
     }
+    std::filesystem::path family() const { return family_; }
     void removeLauncher() const;
     bool launcherRan() const;
+    /// Name of the file, in the family directory, by which the launcher tells that it has run.
+    static std::string launcherMark();
 
   private:
     QTemporaryDir temporary_;

@@ -1,82 +1,25 @@
 // A technician's session over a real line: start, a page that fills, a change that the board confirms, a pulled plug.
 // The real platform and serial port run here; the machine is a process of its own.
-#include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include <QElapsedTimer>
-#include <QTest>
 #include <QTimer>
-#include <functional>
-#include <memory>
+#include <csignal>
+#include <fstream>
+#include <iterator>
+#include <random>
+#include <set>
 
-#include "board_process.h"
-#include "installation.h"
 #include "link/fan_out.h"
-#include "link/link_engine.h"
 #include "link/param_table.h"
-#include "pages/beverage/frm_tempi.h"
-#include "pages/registry.h"
-#include "platform/qt/bar_view.h"
 #include "platform/qt/child_window.h"
 #include "platform/qt/main_window_view.h"
-#include "platform/qt/qt_platform.h"
-#include "shell/frm_ser.h"
+#include "session.h"
 #include "shell/main_window.h"
-#include "shell/start_up.h"
-#include "support/processor_time.h"
 
 namespace kestrel::testing {
 namespace {
-
-constexpr int Soon = 5000;
-constexpr int HotDrinkBoard = 1;
-constexpr int BrewingWater = 1143;
-constexpr int BrewingWaterShadow = 1148;
-
-class Session : public ::testing::Test {
-  protected:
-    Session() {
-        platform = std::make_unique<qt::QtPlatform>(
-            qt::QtPlatform::Setup{.directory = installation.program(), .devices = {{1, board.device()}}});
-        setPlatform(platform.get());
-        RegisterPages(AllPages());
-        MDIForm_Load("Kestrel");
-    }
-    ~Session() override {
-        ClosePages();
-        FrmSer_Unload();
-        ResetLink();
-        platform.reset();  // the window lets go of its model before that goes
-        setPlatform(nullptr);
-        ResetProgram();
-        std::filesystem::current_path(startedIn);
-    }
-
-    static bool eventually(const std::function<bool()>& holds) { return QTest::qWaitFor(holds, Soon); }
-
-    FrmTempi& openTimes() {
-        MDIForm1().entry("smnuTempi").UserClick();
-        auto& page = dynamic_cast<FrmTempi&>(*FindLoadedPage("FrmTempi"));
-        EXPECT_TRUE(eventually([&] { return page.arrivals() >= 18; }));
-        return page;
-    }
-    /// The widget of the first bar, with the keyboard's focus.
-    QWidget& firstBar(FrmTempi& page) {
-        for (QWidget* widget : platform->mainWindow().childOf(page).findChildren<QWidget*>())
-            if (dynamic_cast<qt::BarView*>(widget)) {
-                widget->setFocus();
-                return *widget;
-            }
-        throw std::runtime_error("no bar");
-    }
-    QStringList writes(int parameter) {
-        return board.exchanges({QStringLiteral("hot-drink"), QStringLiteral("write"), QString::number(parameter)});
-    }
-
-    const std::filesystem::path startedIn = std::filesystem::current_path();
-    Installation installation;
-    BoardProcess board{installation.program()};
-    std::unique_ptr<qt::QtPlatform> platform;
-};
 
 TEST_F(Session, FindsThreeBoardsAndFillsAPage) {
     EXPECT_TRUE(BoardPresent(0) && BoardPresent(1) && BoardPresent(2));
@@ -119,24 +62,17 @@ TEST_F(Session, WritesAChangeOnceToTheSettingAndOnceToItsShadow) {
     EXPECT_EQ(board.value(HotDrinkBoard, BrewingWaterShadow), value + 1);
 }
 
-TEST_F(Session, SurvivesAPulledPlugAndGoesOnWhenItIsBack) {
-    FrmTempi& page = openTimes();
-    board.tell("unplug");
-    ASSERT_TRUE(eventually([] { return !MDIForm1().StatusBar1.Panels(1).Text.get().empty(); }));
-    EXPECT_NE(MDIForm1().StatusBar1.Panels(1).ToolTip.get(), "") << "and why";
-    const double before = processorSeconds();
-    QTest::qWait(1500);
-    EXPECT_LT(processorSeconds() - before, 0.05 * 1.5);
-    board.tell("plug");
-    ASSERT_TRUE(eventually([] { return MDIForm1().StatusBar1.Panels(1).Text.get().empty(); }));
-    const int value = page.HScroll1[0].Value;
-    QTest::keyClick(&firstBar(page), Qt::Key_Left);
-    EXPECT_TRUE(eventually([&] { return board.value(HotDrinkBoard, BrewingWater) == value - 1; }));
-}
+/// Faults of the line and of the boards, and how long their last effects may take once they are off.
+struct BadLine {
+    const char* faults;
+    int overWithin;  ///< milliseconds
+};
 
-TEST_F(Session, StaysAliveOnABadLineAndIsRightAfterwards) {
+class OnABadLine : public Session, public ::testing::WithParamInterface<BadLine> {};
+
+TEST_P(OnABadLine, TheWindowAnswersAndAllIsRightAfterwards) {
     FrmTempi& page = openTimes();
-    board.tell("fault noise=1,extra=0.3,drop=0.2,flip=0.2");
+    board.tell(GetParam().faults);
     QElapsedTimer clock;
     qint64 longest = 0;
     QTimer heart;
@@ -144,14 +80,69 @@ TEST_F(Session, StaysAliveOnABadLineAndIsRightAfterwards) {
     clock.start();
     heart.start(10);
     MDIForm1().entry("ssmnuTotali").UserClick();
-    QTest::qWait(1500);
+    QTest::qWait(isLongRun() ? 5000 : 1500);
     heart.stop();
     EXPECT_LT(longest, 150) << "the window must answer";
-    board.tell("fault lost=0");
+    board.tell("fault");
     board.tell("set 1 1143 77");
+    QTest::qWait(GetParam().overWithin);
     MDIForm1().entry("smnuTempi").UserClick();
     page.UserClose();
     EXPECT_EQ(openTimes().HScroll1[0].Value, 77);
+    EXPECT_EQ(notice(), "");
+}
+
+std::vector<BadLine> badLines() {
+    const BadLine mixed{"fault noise=1,extra=0.3,drop=0.2,flip=0.2", 0};
+    if (!isLongRun()) return {mixed};
+    return {mixed,
+            {"fault silent=0.3", 0},
+            {"fault slow=1", 1000},
+            {"fault late=0.3", 5000},
+            {"fault drop=0.5", 0},
+            {"fault extra=0.5", 0},
+            {"fault flip=0.5", 0},
+            {"fault ack=0.5", 0},
+            {"fault echo=1", 0},
+            {"fault noise=1", 0},
+            {"fault reset=0.1", 3000},
+            {"fault lost=0.1", 10000},
+            {"fault port=0.1", 7000},
+            {"silent 1 on\nsilent 1 off", 0}};
+}
+
+INSTANTIATE_TEST_SUITE_P(Session, OnABadLine, ::testing::ValuesIn(badLines()),
+                         [](const auto& row) { return std::to_string(row.index); });
+
+std::string contentOf(const std::filesystem::path& file) {
+    std::ifstream in(file, std::ios::binary);
+    return {std::istreambuf_iterator<char>(in), {}};
+}
+
+/// A copy of this process goes from one language to the other and back, saving its choice each time, until it is
+/// killed.
+TEST_F(Session, KilledWhileItSavesLeavesAWholeConfiguration) {
+    const auto file = installation.configuration("kestrel_endtoend_tests");
+    std::set<std::string> whole;
+    for (const int language : {0, 1}) {
+        MDIForm1().smnuLingue(language).UserClick();
+        whole.insert(contentOf(file));
+    }
+    ASSERT_EQ(whole.size(), 2U);
+    std::minstd_rand chance(1);
+    std::set<std::string> seen;
+    const int kills = isLongRun() ? 1000 : 50;
+    for (int i = 0; i < kills; ++i) {
+        const pid_t saver = fork();
+        if (saver == 0)
+            for (int language = 0;; language = 1 - language) MDIForm1().smnuLingue(language).UserClick();
+        usleep(static_cast<useconds_t>(1000 + chance() % 20'000));
+        kill(saver, SIGKILL);
+        waitpid(saver, nullptr, 0);
+        ASSERT_TRUE(whole.contains(contentOf(file))) << "kill " << i << " left: " << contentOf(file);
+        seen.insert(contentOf(file));
+    }
+    EXPECT_EQ(seen, whole) << "the copies did save";
 }
 
 }  // namespace

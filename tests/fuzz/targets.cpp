@@ -14,6 +14,7 @@
 #include "shell/configuration.h"
 #include "shell/language_files.h"
 #include "shell/language_menu.h"
+#include "shell/main_window.h"
 #include "shell/options.h"
 #include "simulator/faults.h"
 #include "simulator/receiver.h"
@@ -81,15 +82,20 @@ void language(const std::uint8_t* data, std::size_t size) {
 }
 
 void configuration(const std::uint8_t* data, std::size_t size) {
-    LinkBench bench;
+    testing::VirtualPlatform platform;
     const auto [own, family] = twoTexts(data, size);
-    bench.platform.put("kestrel.ini", own);
-    bench.platform.files["/family/kestrel.ini"] = family;
-    bench.platform.put("Italiano.lng", "uno\r\ndue\r\n");
-    bench.platform.put("English.lng", "one\r\ntwo\r\n");
+    platform.put("kestrel.ini", own);
+    platform.files["/family/kestrel.ini"] = family;
+    platform.put("Italiano.lng", "uno\r\ndue\r\n");
+    platform.put("English.lng", "one\r\ntwo\r\n");
     ReadConfig();
     untilItEnds([] { SelectLanguage(); });
-    demand(Link().ComPort >= 0 && Link().ComPort <= 9);
+    demand(Link().ComPort >= 1 && Link().ComPort <= 9);
+    demand(ActiveLanguage() == "Italiano" || ActiveLanguage() == "English");
+    ResetLink();
+    ResetMainWindow();
+    ResetLanguageTable();
+    ResetConfiguration();
 }
 
 /// Each piece is two bytes of head, how long after the last one it comes and how many bytes it has, and those bytes.

@@ -14,6 +14,7 @@ namespace {
 
 constexpr Micros ReplyTime = 5000;
 constexpr std::uint8_t Mark = 0x5A;  // the third address byte of every record of the bench
+constexpr int ValueSize = 4;         // a board's value has no more bytes, however many a command asks for
 constexpr std::array<const char*, 3> IdentityFiles = {"W0256.inx", "W0292.inx", "W0245.inx"};
 constexpr std::array<const char*, 3> ParameterFiles = {"W0256AP03.inx", "W0292AP07.inx", "W0245AB04.inx"};
 
@@ -35,7 +36,7 @@ struct Heard {
         write = command >= 0x80;
         width = ofIdentity ? 1 : (command & 15) + 1;
         const std::size_t first = routed ? 6 : 4;
-        for (std::size_t i = first; write && i + 1 < frame.size(); ++i)
+        for (std::size_t i = first; write && i + 1 < frame.size() && i < first + ValueSize; ++i)
             value |= static_cast<std::uint32_t>(frame[i]) << (8 * (i - first));
     }
 };
@@ -99,7 +100,7 @@ std::vector<ScriptedLine::Piece> LinkBench::answer(const Bytes& frame) {
     Bytes reply;
     std::uint8_t sum = 0;
     for (int i = 0; i < heard.width; ++i) {
-        reply.push_back(static_cast<std::uint8_t>(value >> (8 * i)));
+        reply.push_back(i < ValueSize ? static_cast<std::uint8_t>(value >> (8 * i)) : std::uint8_t{0});
         sum = static_cast<std::uint8_t>(sum + reply.back());
     }
     reply.push_back(sum);

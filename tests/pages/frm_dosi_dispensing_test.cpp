@@ -128,11 +128,11 @@ TEST(TestDispensing, AFullTestThatNeverStartsOpensThePageAfterTwoSeconds) {
     auto& page = doses.openAt(4, 0, 0, 0);
     const Boards before = doses.boards();
     page.Command4[1].UserClick();
+    say(page, 0, 7, 0xFF & ~Busy);
     EXPECT_NEAR(doses.msUntilOpen(page), 2000, 2);
     ASSERT_TRUE(doses.world.settle());
     EXPECT_TRUE(withoutTraces(changed(before, doses.boards()), 4).empty());
     EXPECT_EQ(doses.world.board(1, 1274), before.at({1, 1274}));
-    doses.world.setBoard(0, 5, 5);
     say(page, 0, 5, 5);
     ASSERT_TRUE(doses.world.settle());
     EXPECT_EQ(doses.world.board(0, 4), 0U) << "no test waits any more: its echo releases command 0";
@@ -184,24 +184,39 @@ TEST(TestDispensing, ABoardThatGoesAndComesBackInAFullTestLeavesThePageLockedToI
     EXPECT_TRUE(withoutTraces(changed(before, doses.boards()), 1).empty());
 }
 
-TEST(TestDispensing, ALostMasterEndsTheWaitByTheTimerAndLeavesTheSettingsAlone) {
-    for (const bool powder : {true, false}) {
+TEST(TestDispensing, AMasterThatIsLostLeavesTheEndToTheTimersAndThatOfARunningTestToItsReturn) {
+    struct Case {
+        bool powder;
+        double lostAfterMs;
+        double opensAfterMs;  ///< the click
+    };
+    constexpr double LostMs = 20'000;
+    const Case cases[] = {{true, 0, 13'900}, {true, 2000, 13'900}, {false, 0, 2000}, {false, 3000, 23'000}};
+    for (const Case& each : cases) {
         Doses doses;
         auto& page = doses.openAt(2);
+        page.HScroll3[9].UserMove(129);
+        ASSERT_TRUE(doses.world.settle());
         const Boards before = doses.boards();
-        doses.world.machine.setBoardSilent(simulator::Board::Master, true);
-        if (powder)
+        if (each.powder)
             page.Command3[2].UserClick();
         else
             page.Command4[0].UserClick();
-        const int time = page.HScroll3[9].Value;
-        EXPECT_NEAR(doses.msUntilOpen(page), powder ? time * 100 + 1000 : 2000, 2);
+        doses.world.run(each.lostAfterMs);
+        doses.world.machine.setBoardSilent(simulator::Board::Master, true);
+        const bool begun = isBusy(doses);
+        EXPECT_EQ(begun, each.lostAfterMs > 0);
+        const double opened = each.lostAfterMs + doses.msUntil([&, from = doses.world.platform.now()] {
+            const auto back = from + static_cast<testing::Micros>(LostMs * 1000);
+            if (doses.world.platform.now() >= back) doses.world.machine.setBoardSilent(simulator::Board::Master, false);
+            return page.HScroll7.usable();
+        });
+        EXPECT_NEAR(opened, each.opensAfterMs, each.opensAfterMs > LostMs ? 1500 : 2) << each.lostAfterMs;
         doses.world.machine.setBoardSilent(simulator::Board::Master, false);
-        ASSERT_TRUE(doses.world.settle());
         doses.world.run(60'000);
         EXPECT_TRUE(page.HScroll7.usable());
         EXPECT_TRUE(withoutTraces(changed(before, doses.boards()), 2).empty());
-        EXPECT_EQ(doses.world.board(0, 162), before.at({0, 162})) << "nothing was dispensed";
+        EXPECT_EQ(doses.world.board(0, 162), before.at({0, 162}) + (begun ? 1 : 0)) << "and nothing is dispensed later";
     }
 }
 

@@ -60,6 +60,21 @@ TEST(FrmDosi, ShowsEachFieldOfTheSelectionOnItsRow) {
                 const std::string text = field == 0 ? std::to_string(value) : tenths(value);
                 EXPECT_EQ(valuesOf(page, step)[field].Caption.get(), text) << step << " " << field;
             }
+        for (const Mask hidden : {Step2Mask, Step3Mask}) EXPECT_FALSE(page.SwitchX5[hidden].Visible);
+        const std::pair<const Property<std::string>*, const char*> texts[] = {
+            {&page.Label1s[0].Caption, " ev."},
+            {&page.Label1s[4].Caption, "ritardo mixer "},
+            {&page.Label1s[10].Caption, "ritardo sol. 3 "},
+            {&page.Frame1.Caption, "1° ev."},
+            {&page.Frame3.Caption, "3° ev"},
+            {&page.Command3[2].Caption, "Prova"},
+            {&page.Command4[0].Caption, "Prova solo acqua"},
+            {&page.Command4[1].Caption, "Prova completa"},
+            {&page.Label5[0].Caption, "includi selezione?"},
+            {&page.Label5[3].Caption, "num bricco"},
+            {&page.Label5[4].Caption, "bevanda gratis ?"},
+            {&page.Label5[5].Caption, "bevanda fredda ?"}};
+        for (const auto& [caption, text] : texts) EXPECT_EQ(caption->get(), text);
     }
 }
 
@@ -74,6 +89,7 @@ TEST(FrmDosi, AMovedBarWritesItsFieldOfTheSelectionAndNothingElse) {
             Label& label = valuesOf(page, step)[field];
             const int value = field == 0 ? 4 : 200 + field;
             const std::string shownBefore = label.Caption;
+            CurrentBank = field % 3;  // the scan may stand anywhere
             bar.UserMove(value);
             EXPECT_EQ(label.Caption.get(), shownBefore) << "only a confirmed value is shown";
             EXPECT_TRUE(bar.waiting());
@@ -97,7 +113,11 @@ TEST(FrmDosi, EverySelectionIsReachedByKeyAndByBar) {
         const Boards before = doses.boards();
         for (const int selection : {17, 0, 9, 1, 8, 16, 2, 10, 3, 11, 4, 12, 5, 13, 6, 14, 7, 15}) {
             if (byKey) {
+                const int chosen = page.HScroll7.Value;
                 if ((selection >= 9) != page.lblPres.Chosen) page.lblPres.UserClick();
+                EXPECT_EQ(page.lblVPres.Caption.get(), selection >= 9 ? "presel." : "");
+                EXPECT_EQ(page.HScroll7.Value, chosen) << "the toggle counts for the next key";
+                EXPECT_EQ(openParts(page)[0], 'k');
                 page.Label11[selection % 9].UserClick();
             } else {
                 page.HScroll7.UserMove(selection);
@@ -113,39 +133,6 @@ TEST(FrmDosi, EverySelectionIsReachedByKeyAndByBar) {
         }
         EXPECT_TRUE(changed(before, doses.boards()).empty()) << "looking changes nothing";
     }
-}
-
-TEST(FrmDosi, ThePreselectionToggleCountsForTheNextKeyAlone) {
-    Doses doses;
-    auto& page = doses.open();
-    page.Label11[3].UserClick();
-    ASSERT_TRUE(doses.settle(page));
-    page.lblPres.UserClick();
-    EXPECT_EQ(page.lblVPres.Caption.get(), "presel.");
-    EXPECT_EQ(page.HScroll7.Value, 3);
-    EXPECT_EQ(page.Label7.Caption.get(), "Selezione 4");
-    page.Label11[3].UserClick();
-    EXPECT_EQ(page.HScroll7.Value, 12);
-    EXPECT_EQ(page.Label7.Caption.get(), "Selezione 13");
-    ASSERT_TRUE(doses.settle(page));
-    page.HScroll7.UserMove(3);
-    EXPECT_EQ(page.lblVPres.Caption.get(), "") << "the bar sets the toggle";
-}
-
-TEST(FrmDosi, ALoadingSelectionTellsHowFarItIs) {
-    Doses doses;
-    auto& page = doses.open();
-    EXPECT_FALSE(page.LoadingBar.Visible);
-    page.Label11[5].UserClick();
-    EXPECT_TRUE(page.LoadingBar.Visible);
-    int last = 0;
-    while (!page.HScroll7.usable()) {
-        EXPECT_GE(page.LoadingBar.Value, last);
-        last = page.LoadingBar.Value;
-        doses.world.run(20);
-    }
-    EXPECT_GT(last, page.LoadingBar.Max * 9 / 10);
-    EXPECT_FALSE(page.LoadingBar.Visible);
 }
 
 TEST(FrmDosi, WhatIsOpenFollowsTheThreeValves) {
@@ -173,6 +160,7 @@ TEST(FrmDosi, WhatIsOpenFollowsTheThreeValves) {
         page.Label11[4].UserClick();
         ASSERT_TRUE(doses.settle(page));
         EXPECT_EQ(openParts(page), each.parts);
+        EXPECT_EQ(page.Label1[10].Enabled, page.HScroll1[10].usable());
         EXPECT_EQ(page.Label1[0].Caption.get(), each.captions[0]);
         EXPECT_EQ(page.Label2[0].Caption.get(), each.captions[1]);
         EXPECT_EQ(page.Label3[0].Caption.get(), each.captions[2]);
@@ -208,9 +196,11 @@ TEST(FrmDosi, AValveMovedToNoneLocksWhatDependsOnItOnceTheBoardHasIt) {
 
 TEST(FrmDosi, AfterABrewersCodeNothingIsWrittenUntilTheNextValue) {
     Doses doses;
-    auto& page = doses.open();
+    auto& page = doses.openAt(0);
     for (const ParamValue brewer : {5, 6}) {
         say(page, 1, 7, brewer);
+        EXPECT_EQ(openParts(page), "kj1vt2vtp3vtp");
+        EXPECT_FALSE(page.Label1[2].Enabled || page.Label1[10].Enabled);
         doses.writes.clear();
         page.HScroll1[1].UserMove(page.HScroll1[1].Value + 1);
         page.SwitchX5[CupMask].UserMove(1 - page.SwitchX5[CupMask].Position);
@@ -255,30 +245,6 @@ TEST(FrmDosi, ASwitchWritesItsBitToMaskAndShadowAndShowsWhatTheBoardHolds) {
         }
 }
 
-TEST(FrmDosi, SwitchesOfStepsTwoAndThreeStayHidden) {
-    Doses doses;
-    doses.world.setBoard(1, 1127, 1);
-    auto& page = doses.open();
-    EXPECT_FALSE(page.SwitchX5[Step2Mask].Visible);
-    EXPECT_FALSE(page.SwitchX5[Step3Mask].Visible);
-    EXPECT_EQ(page.SwitchX5[Step2Mask].Position, 1);
-}
-
-TEST(FrmDosi, AByteOfOtherSelectionsIsKeptForTheirChange) {
-    Doses doses;
-    auto& page = doses.open();
-    ASSERT_EQ(page.SwitchX5[CupMask].Position, 1);
-    say(page, 1, 1064, 0xF0);
-    EXPECT_EQ(page.SwitchX5[CupMask].Position, 1) << "the first selection is not in that byte";
-    doses.world.setBoard(1, 1064, 0xF0);
-    page.Label11[8].UserClick();
-    ASSERT_TRUE(doses.settle(page));
-    page.SwitchX5[CupMask].UserMove(1);
-    ASSERT_TRUE(doses.world.settle());
-    EXPECT_EQ(doses.world.board(1, 1064), 0xF1U);
-    EXPECT_EQ(doses.world.board(1, 1068), 0xF1U);
-}
-
 TEST(FrmDosi, TheJugCountGoesWithTheJugAndIsWrittenRaw) {
     Doses doses;
     doses.world.setBoard(1, 1088, 0);
@@ -286,6 +252,7 @@ TEST(FrmDosi, TheJugCountGoesWithTheJugAndIsWrittenRaw) {
     EXPECT_FALSE(page.HScroll5.usable());
     page.SwitchX5[JugMask].UserMove(1);
     EXPECT_TRUE(page.HScroll5.usable());
+    CurrentBank = 2;
     page.HScroll5.UserMove(42);
     ASSERT_TRUE(doses.world.settle());
     EXPECT_EQ(doses.world.board(1, 1105), 42U);
@@ -340,10 +307,10 @@ TEST(FrmDosi, OpensWithTheFiftyNinthValueAndCountsNoneButItsOwn) {
     say(page, 0, 1, 4);
     EXPECT_EQ(openParts(page)[0], 'k') << "a change of the status opens it all the same";
     page.Label11[0].UserClick();
-    for (std::size_t i = 0; i < 58; ++i) say(page, 1, counted[i], 2);
+    for (std::size_t i = 59; i > 1; --i) say(page, 1, counted[i], 2);
     tellUncounted();
     EXPECT_EQ(openParts(page), "123");
-    say(page, 1, counted[58], 2);
+    say(page, 1, counted[1], 2);
     EXPECT_EQ(openParts(page), "kj1vtp2vtp3vtp");
 }
 
@@ -364,28 +331,36 @@ TEST(FrmDosi, OnlyAChangedStatusLocksOrUnlocks) {
     EXPECT_TRUE(page.SwitchX5[FreeMask].usable()) << "never locked";
 }
 
-TEST(FrmDosi, LoadsASelectionInTheTimeOfItsExchangesAndAsksForNothingElse) {
-    constexpr double TickMs = 40;  // the link sends at most one frame a tick, and an exchange is shorter than that
-    for (const bool byKey : {true, false}) {
+TEST(FrmDosi, FromClickToUnlockedPageTakesTheTimeOfItsExchangesAndAsksForNothingElse) {
+    constexpr double TickMs = 40;  // the link begins an exchange at a tick, and an exchange is shorter than that
+    constexpr std::size_t OfASelection = 2 + 24 + 33 + 1 + 1 + 4 + 16;
+    enum class Click { Menu, Key, Bar };
+    for (const Click click : {Click::Menu, Click::Key, Click::Bar}) {
         Doses doses;
-        auto& page = doses.open();
-        for (const int selection : {4, 7, 2}) {
+        if (click != Click::Menu) doses.open();
+        for (int i = 1; i <= (click == Click::Menu ? 1 : 20); ++i) {
+            doses.world.run(73 * i);  // wherever the scan stands
             doses.writes.clear();
             doses.reads.clear();
-            if (byKey)
-                page.Label11[selection].UserClick();
-            else
-                page.HScroll7.UserMove(selection);
-            const double elapsed = doses.msUntilOpen(page);
-            int exchanges = 0;
-            for (const auto& read : doses.reads) exchanges += read.second;
+            auto& page = dynamic_cast<FrmDosi&>(ShowPage("FrmDosi"));
+            if (click == Click::Key) page.Label11[4 * i % 9].UserClick();
+            if (click == Click::Bar) page.HScroll7.UserMove(7 * i % 18);
+            int shown = 0;
+            const double elapsed = doses.msUntil([&] {
+                EXPECT_TRUE(!page.LoadingBar.Visible || page.LoadingBar.Value >= shown) << "it tells how far it is";
+                shown = page.LoadingBar.Value;
+                return !page.LoadingBar.Visible;
+            });
+            EXPECT_TRUE(page.HScroll7.usable());
+            EXPECT_GT(shown, page.LoadingBar.Max * 9 / 10);
+            auto exchanges = static_cast<double>(doses.writes.size());
+            for (const auto& [place, times] : doses.reads) exchanges += times;
             EXPECT_LE(elapsed, 1.05 * exchanges * TickMs) << exchanges << " exchanges";
             ASSERT_TRUE(doses.world.settle());
-            doses.reads.erase({0, 1});
-            doses.reads.erase({0, 7});
-            EXPECT_EQ(doses.reads.size(), 2U + 24 + 33 + 1 + 1 + 4 + 16);
+            for (const int n : {1, 5, 7}) doses.reads.erase({0, n});
+            EXPECT_EQ(doses.reads.size(), OfASelection);
             for (const auto& [place, times] : doses.reads) EXPECT_EQ(times, 1) << place.first << " " << place.second;
-            EXPECT_EQ(doses.writes, Writes());
+            EXPECT_EQ(doses.writes, click == Click::Menu ? Writes({{0, 4, 0}}) : Writes());
         }
     }
 }
@@ -426,6 +401,7 @@ TEST(FrmDosi, ABoardThatIsSilentWhileASelectionLoadsOnlyDelaysIt) {
 TEST(FrmDosi, AnEditWhileTheBoardIsSilentEndsWithOneValueOnBothSides) {
     Doses doses;
     auto& page = doses.openAt(0);
+    Boards before = doses.boards();
     doses.world.machine.setBoardSilent(simulator::Board::HotDrink, true);
     page.HScroll2[5].UserMove(99);
     doses.world.run(10'000);
@@ -435,6 +411,8 @@ TEST(FrmDosi, AnEditWhileTheBoardIsSilentEndsWithOneValueOnBothSides) {
     EXPECT_FALSE(page.HScroll2[5].waiting());
     EXPECT_EQ(page.HScroll2[5].Value, static_cast<int>(doses.world.board(1, 519)));
     EXPECT_EQ(page.Label2[5].Caption.get(), tenths(page.HScroll2[5].Value));
+    before[{1, 519}] = doses.world.board(1, 519);
+    EXPECT_TRUE(changed(before, doses.boards()).empty());
 }
 
 }  // namespace

@@ -50,6 +50,10 @@ TEST(FrmInter, ShowsTimesInTenthsAndTheSwitchesOfLockedRowsToo) {
         world.setBoard(1, 1375 + i, static_cast<std::uint32_t>(250 + i));
     }
     auto& page = world.open<FrmInter>("FrmInter");
+    const char* const heads[] = {"polvere", "abilitazione", "tempo on", "tempo off"};
+    for (int i = 0; i < 4; ++i) EXPECT_EQ(page.Label1[i].Caption.get(), heads[i]);
+    EXPECT_EQ(page.Label2[2].Caption.get(), "intermittenza");
+    EXPECT_EQ(page.iSwSliderX1[0].PositionLabels.get(), "Off,On");
     for (int i = 0; i < 5; ++i) {
         EXPECT_EQ(page.Label4s[i].Caption.get(), "2." + std::to_string(i));
         EXPECT_EQ(page.HScroll4[i].Value, 20 + i);
@@ -89,15 +93,6 @@ TEST(FrmInter, SwitchesMovedBeforeTheBoardAnswersBuildOnOneAnother) {
     EXPECT_EQ(world.board(1, 1380), 0b10001U);
     EXPECT_EQ(world.board(1, 1392), 0b10001U);
     for (const SliderSwitch& slider : page.iSwSliderX1) EXPECT_FALSE(slider.waiting());
-}
-
-TEST(FrmInter, OpeningWritesNothingAndClosingLeavesNothingWatched) {
-    World world;
-    world.start();
-    world.setBoard(1, 1380, 0b11111);
-    EXPECT_EQ(writesOf(world, [&] { ShowPage("FrmInter"); }), Writes());
-    ShowPage("FrmInter").UserClose();
-    EXPECT_EQ(testing::watchersLeft(), 0);
 }
 
 TEST(FrmInter, StaysLockedUntilTheBoardIsReadyAndFollowsItAfterwards) {

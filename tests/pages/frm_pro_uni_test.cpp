@@ -5,7 +5,6 @@
 #include <gtest/gtest.h>
 
 #include "support/arrivals.h"
-#include "support/watches.h"
 #include "support/writes.h"
 
 namespace kestrel {
@@ -30,9 +29,9 @@ simulator::MachineOptions withRevision(int revision) {
 std::string openParts(FrmProUni& page) {
     std::string parts;
     const auto part = [&](Label& name, SliderSwitch& channel, auto& captions, auto& bars, auto& values) {
-        const auto row = [&](int i) { return captions[i].Enabled && bars[i].Enabled && values[i].Enabled; };
-        const bool head = name.Enabled && channel.Enabled;
-        parts += !head ? '-' : row(1) && row(0) ? 'd' : row(0) ? 't' : row(1) ? '?' : 'c';
+        const auto row = [&](int i) { return captions[i].Enabled + bars[i].Enabled + values[i].Enabled; };
+        const int live = 100 * (name.Enabled + channel.Enabled) + 10 * row(0) + row(1);
+        parts += live == 0 ? '-' : live == 200 ? 'c' : live == 230 ? 't' : live == 233 ? 'd' : '?';
     };
     part(page.Label1x, page.iSwSliderX1, page.Label1s, page.HScroll1, page.Label1);
     part(page.Label2x, page.iSwSliderX2, page.Label2s, page.HScroll2, page.Label2);
@@ -85,7 +84,10 @@ TEST(FrmProUni, EachBarWritesItsTimeAndTheShadow) {
     }
     EXPECT_EQ(page.Label3[0].Caption.get(), "3.2");
     EXPECT_EQ(page.Label3[1].Caption.get(), "4.2");
+    EXPECT_EQ(page.Label3x.Caption.get(), "prodotto unico 3 ");
+    EXPECT_EQ(page.Label3s[0].Caption.get(), "tempo unico 3 (s)");
     EXPECT_EQ(page.Label3s[1].Caption.get(), "ritardo unico 3 (s)");
+    EXPECT_EQ(page.lblEnRit.Caption.get(), "abilita ritardo");
 }
 
 TEST(FrmProUni, AMovedChannelLocksEverythingUntilTheBoardHasAnswered) {
@@ -174,7 +176,8 @@ TEST(FrmProUni, FollowsTheStatusAndStaysLockedWithoutIt) {
         world.setBoard(0, 1, ready ? 4 : 0xFB);
         world.run(2000);
         EXPECT_EQ(openParts(page), ready ? "tcc" : "---");
-        EXPECT_EQ(page.swslResto.Enabled, ready);
+        EXPECT_EQ(page.swslResto.Enabled && page.lblEnRit.Enabled, ready);
+        EXPECT_EQ(page.swslResto.Enabled, page.lblEnRit.Enabled);
     }
 }
 
@@ -187,14 +190,6 @@ TEST(FrmProUni, CountsTenValues) {
     EXPECT_FALSE(page.swslResto.Enabled);
     tell(page, 1, 1402, 5);
     EXPECT_TRUE(page.swslResto.Enabled);
-}
-
-TEST(FrmProUni, Leaves1203WatchedWhenItCloses) {
-    World world;
-    world.start();
-    auto& page = world.open<FrmProUni>("FrmProUni");
-    page.UserClose();
-    EXPECT_EQ(testing::watches(), testing::watchesOf({{1, 1203, 1203}}));
 }
 
 }  // namespace

@@ -88,17 +88,6 @@ TEST(FrmSchema, NamesDevicesAndReleasesWhatItWatched) {
     EXPECT_EQ(page.Label1[0].Caption.get(), "Water inlet");
     EXPECT_EQ(page.Label1[20].Caption.get(), "Waste bucket");
     EXPECT_EQ(page.iThermometerX1.accessibleName(), "Boiler");
-
-    const auto watched = [] {
-        std::vector<int> found;
-        for (int n = 1; n < 1500; ++n)
-            if (ParamTable(1, n).Watchers > 0) found.push_back(n);
-        return found;
-    };
-    EXPECT_EQ(watched(), (std::vector<int>{1288, 1289, 1290, 1292, 1293, 1294, 1295}));
-    UnloadPage(page);
-    EXPECT_TRUE(watched().empty());
-    EXPECT_TRUE(mirror.due().empty());
 }
 
 /// Every control that stands on a drawing, against the elements of the drawing of that name.

@@ -84,29 +84,5 @@ TEST(FrmTempi, FramesFollowTheWordsOfPresence) {
     EXPECT_NE(page.HScroll1[5].Value, 99);
 }
 
-TEST(FrmTempi, OpensUnchangedOnAMachineWithoutTheSectorBoard) {
-    auto options = World::still();
-    options.sectorBoard = false;
-    World world(options);
-    world.start();
-    auto& page = world.open<FrmTempi>("FrmTempi");
-    EXPECT_FALSE(page.Frame2.Enabled);
-    EXPECT_EQ(page.Label1[5].Caption.get(), "");
-    EXPECT_TRUE(page.Frame1.Enabled);
-}
-
-TEST(FrmTempi, AValueFromTheBoardWritesNothingBack) {
-    World world;
-    world.start();
-    auto& page = world.open<FrmTempi>("FrmTempi");
-    int writes = 0;
-    world.machine.onExchange = [&](const simulator::Exchange& exchange) { writes += exchange.request.write ? 1 : 0; };
-    world.setBoard(1, 1143, 200);
-    page.UserClose();
-    world.open<FrmTempi>("FrmTempi");
-    EXPECT_EQ(dynamic_cast<FrmTempi&>(ShowPage("FrmTempi")).HScroll1[0].Value, 200);
-    EXPECT_EQ(writes, 0);
-}
-
 }  // namespace
 }  // namespace kestrel

@@ -30,77 +30,40 @@ TEST(Recipe, EveryParameterOfTheBlocksIsOneFieldOfOneSelection) {
     EXPECT_EQ(seen.size(), 1056U);
 }
 
-TEST(Recipe, PowderTimesLieBeforePowderDelays) {
-    struct Case {
-        int selection, step, field, parameter;
-    };
-    const Case cases[] = {
-        {0, 0, 5, 487}, {0, 0, 6, 775},  {0, 0, 7, 583},   {0, 0, 8, 871},  {0, 0, 9, 679},  {0, 0, 10, 967},
-        {0, 2, 5, 551}, {0, 1, 6, 807},  {0, 2, 10, 1031}, {9, 0, 0, 16},   {9, 1, 0, 48},   {17, 2, 0, 88},
-        {3, 1, 1, 138}, {17, 1, 4, 440}, {12, 2, 7, 659},  {31, 2, 9, 774}, {31, 1, 8, 934}, {31, 2, 10, 1062},
-    };
-    for (const Case& each : cases)
-        EXPECT_EQ(RecipeParameter(each.selection, each.step, each.field), each.parameter) << each.parameter;
-}
-
-TEST(Recipe, AParameterOfAnotherSelectionIsNoFieldOfThisOne) {
-    for (const int n : {6, 8, 38, 40, 1061, 1063, 1095, 1154}) EXPECT_FALSE(RecipePlaceOf(n, 0)) << n;
-    EXPECT_TRUE(RecipePlaceOf(8, 1));
-}
-
-struct MaskCase {
-    Mask mask;
-    int first;
-    int shadow;
-    bool writesTheLastTwo;  ///< selections 30 and 31
-};
-constexpr MaskCase MaskCases[] = {
-    {IncludedMask, 1071, 1075, false}, {CupMask, 1063, 1067, false},   {JugMask, 1087, 1091, false},
-    {Step2Mask, 1127, 1135, false},    {Step3Mask, 1131, 1139, false}, {ColdMask, 1079, 1083, false},
-    {FreeMask, 1455, 1459, true},
-};
-
-TEST(SelectionMasks, AChangeKeepsTheBitsOfTheOtherSelections) {
-    struct Case {
-        int selection;
+TEST(SelectionMasks, AChangeKeepsTheOtherBitsAndTheLastTwoSelectionsAreChangedInOneMaskAlone) {
+    struct {
+        Mask mask;
+        int first, shadow, lastSelection;
+    } const masks[] = {{IncludedMask, 1071, 1075, 29}, {CupMask, 1063, 1067, 29},   {JugMask, 1087, 1091, 29},
+                       {Step2Mask, 1127, 1135, 29},    {Step3Mask, 1131, 1139, 29}, {ColdMask, 1079, 1083, 29},
+                       {FreeMask, 1455, 1459, 31}};
+    struct {
+        int selection, byte;
+        unsigned before;
         bool on;
-        int byte;
-        unsigned before, after;
-    };
-    const Case cases[] = {{0, true, 0, 0x00, 0x01},   {7, true, 0, 0x55, 0xD5},  {7, false, 0, 0xFF, 0x7F},
-                          {8, true, 1, 0x80, 0x81},   {8, false, 1, 0xFF, 0xFE}, {17, true, 2, 0x01, 0x03},
-                          {17, false, 2, 0xFF, 0xFD}, {29, true, 3, 0x00, 0x20}};
-    World world;
-    for (const MaskCase& mask : MaskCases)
-        for (const Case& each : cases) {
-            SelectionMasks masks;
-            const auto place = SelectionMasks::placeOf(mask.first + each.byte);
-            ASSERT_TRUE(place.has_value());
-            EXPECT_EQ(place->mask, mask.mask);
-            EXPECT_TRUE(place->holds(each.selection));
-            masks.store(*place, each.before);
-            masks.change(mask.mask, each.selection, each.on);
-            EXPECT_EQ(masks.bit(mask.mask, each.selection), each.on);
-            EXPECT_EQ(CurrentBank, 1);
-            EXPECT_EQ(ParamRead(mask.first + each.byte, 1), each.after) << mask.first << " " << each.selection;
-            EXPECT_EQ(ParamRead(mask.shadow + each.byte, 1), each.after) << mask.shadow << " " << each.selection;
+        unsigned after;
+    } const changes[] = {{0, 0, 0x00, true, 0x01},   {7, 0, 0xFF, false, 0x7F}, {8, 1, 0x80, true, 0x81},
+                         {17, 2, 0xFF, false, 0xFD}, {29, 3, 0x04, true, 0x24}, {30, 3, 0x80, true, 0xC0},
+                         {31, 3, 0xFF, false, 0x7F}};
+    for (const auto& row : masks) {
+        World world;
+        for (const auto& change : changes) {
+            SelectionMasks bytes;
+            for (const int n : {row.first + change.byte, row.shadow + change.byte}) ParamFlags(1, n) = 0;
+            const auto place = SelectionMasks::placeOf(row.first + change.byte);
+            ASSERT_TRUE(place && place->mask == row.mask && place->holds(change.selection));
+            bytes.store(*place, change.before);
+            bytes.change(row.mask, change.selection, change.on);
+            const bool taken = change.selection <= row.lastSelection;
+            EXPECT_EQ(bytes.bit(row.mask, change.selection), change.on == taken);
+            for (const int n : {row.first + change.byte, row.shadow + change.byte}) {
+                EXPECT_EQ((ParamFlags(1, n) & flag::WriteDue) != 0, taken) << n;
+                EXPECT_TRUE(!taken || ParamRead(n, 1) == change.after) << n;
+            }
         }
-}
-
-TEST(SelectionMasks, TheLastTwoSelectionsAreWrittenInOneMaskAlone) {
-    for (const MaskCase& mask : MaskCases)
-        for (const int selection : {30, 31}) {
-            World world;
-            SelectionMasks masks;
-            masks.change(mask.mask, selection, true);
-            const bool written = (ParamFlags(1, mask.first + 3) & flag::WriteDue) != 0;
-            EXPECT_EQ(written, mask.writesTheLastTwo) << mask.first << " " << selection;
-        }
-}
-
-TEST(SelectionMasks, ShadowsAreNeverRead) {
+    }
     for (const int n : {1067, 1075, 1083, 1091, 1094, 1095, 1126, 1135, 1142, 1454, 1459})
-        EXPECT_FALSE(SelectionMasks::placeOf(n)) << n;
+        EXPECT_FALSE(SelectionMasks::placeOf(n)) << n << " is a shadow or no mask at all";
 }
 
 }  // namespace

@@ -8,34 +8,20 @@
 
 #include "pages/test/frm_in_out.h"
 #include "pages/test/frm_test_cedar.h"
-#include "support/world.h"
+#include "support/writes.h"
 
 namespace kestrel {
 namespace {
 
-using simulator::Exchange;
+using simulator::Board;
 using testing::World;
+using testing::WriteLog;
+using testing::Writes;
+using testing::Written;
 
 constexpr int AlderOutput = 1292;
 constexpr int CedarGroup = 288;
 constexpr int CedarBit = 289;
-
-/// Every write that reaches a board, as "bank:parameter=value".
-class Writes {
-  public:
-    explicit Writes(World& world) {
-        world.machine.onExchange = [this](const Exchange& exchange) {
-            if (exchange.request.write && exchange.parameter > 0)
-                log_.push_back(std::to_string(static_cast<int>(exchange.request.board)) + ":" +
-                               std::to_string(exchange.parameter) + "=" + std::to_string(exchange.value));
-        };
-    }
-    std::vector<std::string> take() { return std::exchange(log_, {}); }
-
-  private:
-    std::vector<std::string> log_;
-};
-using Log = std::vector<std::string>;
 
 FrmInOut& startTest(World& world) {
     auto& page = world.open<FrmInOut>("FrmInOut");
@@ -44,78 +30,76 @@ FrmInOut& startTest(World& world) {
     return page;
 }
 
-TEST(TestMode, StartsSwitchesAndRunsOutOnTheMachine) {
-    World world;
-    world.start();
-    FrmInOut& page = startTest(world);
-    ASSERT_EQ(page.Label7.Caption.get(), "TEST in corso");
-    ASSERT_TRUE(page.SwitchLed1[18].usable());
+TEST(TestMode, StartsSwitchesAndRunsOutOnTheBoardsThatAreThere) {
+    for (const auto& [alder, cedar] : {std::pair(true, true), std::pair(true, false), std::pair(false, true)}) {
+        auto options = World::still();
+        options.hotDrinkBoard = alder;
+        options.sectorBoard = cedar;
+        World world(options);
+        world.start();
+        FrmInOut& page = startTest(world);
+        EXPECT_EQ(page.Label7.Caption.get(), "TEST in corso");
+        EXPECT_EQ(page.SwitchLed1[18].usable(), alder);
+        EXPECT_EQ(page.SwitchLed3[20].usable(), cedar);
+        EXPECT_TRUE(!cedar || page.iAnalogX2.Value == world.board(2, 51)) << "a tank at rest stands at its set-point";
 
-    page.SwitchLed1[18].UserClick();
-    world.run(2000);
-    EXPECT_EQ(world.board(1, AlderOutput + 2), 4U);
-    EXPECT_TRUE(page.SwitchLed1[18].Active);
-    EXPECT_FALSE(page.SwitchLed1[18].waiting());
-    EXPECT_TRUE(page.SwitchLed1[18].usable());
+        page.SwitchLed1[18].UserClick();
+        world.run(2000);
+        EXPECT_EQ(page.SwitchLed1[18].Active, alder);
+        EXPECT_EQ(page.SwitchLed1[18].usable(), alder);
+        EXPECT_FALSE(page.SwitchLed1[18].waiting());
+        EXPECT_TRUE(!alder || world.board(1, AlderOutput + 2) == 4);
 
-    page.SwitchLed3[20].UserClick();
-    world.run(3000);
-    page.SwitchLed4.UserClick();
-    world.run(3000);
-    EXPECT_EQ(world.board(2, CedarGroup), 0x84U);
-    EXPECT_EQ(world.board(2, CedarBit), 0x10U);
-    EXPECT_TRUE(page.SwitchLed3[20].Active);
-    EXPECT_TRUE(page.SwitchLed4.Active);
-    EXPECT_TRUE(page.SwitchLed3[21].usable());
+        page.SwitchLed3[20].UserClick();
+        world.run(3000);
+        page.SwitchLed4.UserClick();
+        world.run(3000);
+        EXPECT_EQ(page.SwitchLed3[20].Active && page.SwitchLed4.Active, cedar);
+        EXPECT_EQ(page.SwitchLed3[21].usable(), cedar);
+        EXPECT_TRUE(!cedar || (world.board(2, CedarGroup) == 0x84 && world.board(2, CedarBit) == 0x10));
 
-    world.run(65'000);
-    EXPECT_EQ(page.Label7.Caption.get(), "Normale");
-    EXPECT_FALSE(page.SwitchLed1[18].usable());
-    EXPECT_FALSE(page.SwitchLed1[18].Active) << "the board has switched its outputs off";
-    EXPECT_FALSE(page.SwitchLed3[20].Active);
+        world.run(65'000);
+        EXPECT_EQ(page.Label7.Caption.get(), "Normale");
+        EXPECT_FALSE(page.SwitchLed1[18].usable() || page.SwitchLed3[20].usable());
+        EXPECT_FALSE(page.SwitchLed1[18].Active || page.SwitchLed3[20].Active) << "the boards switch their outputs off";
+    }
 }
 
 TEST(TestMode, OnTheLineTheMailboxComesBeforeItsCommand) {
     World world;
     world.start();
     FrmInOut& page = startTest(world);
-    Writes writes(world);
-    page.SwitchLed1[0].UserClick();
-    world.run(3000);
-    const Log alder = writes.take();
-    const auto at = [](const Log& log, const std::string& write) {
-        EXPECT_EQ(std::ranges::count(log, write), 1) << write;
-        return std::ranges::find(log, write) - log.begin();
-    };
-    for (const std::string mailbox : {"1:2=1", "1:3=0", "1:4=0", "1:5=0", "1:6=0"})
-        EXPECT_LT(at(alder, mailbox), at(alder, "1:1=2"));
-    EXPECT_LT(at(alder, "2:285=60"), at(alder, "2:284=1"));
-    EXPECT_EQ(alder.size(), 8U);
-
-    page.SwitchLed3[47].UserClick();
-    world.run(3000);
-    const Log cedar = writes.take();
-    for (const std::string mailbox : {"2:285=32", "2:286=128"}) EXPECT_LT(at(cedar, mailbox), at(cedar, "2:284=2"));
-    EXPECT_LT(at(cedar, "1:2=60"), at(cedar, "1:1=1"));
-    EXPECT_EQ(cedar.size(), 5U);
+    struct {
+        LedSwitch& clicked;
+        Writes outputs;  ///< the command last; so in the other one, the test time of the other board
+        Writes other;
+    } const rows[] = {{page.SwitchLed1[0],
+                       {{1, 2, 1}, {1, 3, 0}, {1, 4, 0}, {1, 5, 0}, {1, 6, 0}, {1, 1, 2}},
+                       {{2, 285, 60}, {2, 284, 1}}},
+                      {page.SwitchLed3[47], {{2, 285, 32}, {2, 286, 128}, {2, 284, 2}}, {{1, 2, 60}, {1, 1, 1}}}};
+    for (const auto& row : rows) {
+        WriteLog log(world);
+        row.clicked.UserClick();
+        world.run(3000);
+        const Writes writes = log.takeInOrder();
+        for (const Writes* order : {&row.outputs, &row.other})
+            for (const Written& write : *order) {
+                EXPECT_EQ(std::ranges::count(writes, write), 1) << write;
+                EXPECT_LE(std::ranges::find(writes, write), std::ranges::find(writes, order->back())) << write;
+            }
+        EXPECT_EQ(writes.size(), row.outputs.size() + row.other.size());
+    }
 }
 
-TEST(TestMode, OpeningAndClosingThePageDrivesNothing) {
+TEST(TestMode, TheWordOfTheClosedPageWaitsForTheNextSubscriber) {
     World world;
     world.start();
-    Writes writes(world);
-    auto& page = world.open<FrmInOut>("FrmInOut");
-    world.run(60'000);
-    EXPECT_EQ(writes.take(), (Log{"0:368=255"}));
-    page.UserClose();
+    world.open<FrmInOut>("FrmInOut").UserClose();
     world.run(10'000);
-    EXPECT_EQ(writes.take(), (Log{"0:368=0"}))
-        << "the write to a record that is released waits for the next subscriber";
+    WriteLog log(world);
     world.open<FrmInOut>("FrmInOut");
     world.run(10'000);
-    Log again = writes.take();
-    std::ranges::sort(again);
-    EXPECT_EQ(again, (Log{"0:368=255", "0:369=0"}));
+    EXPECT_EQ(log.take(), (Writes{{0, 368, 255}, {0, 369, 0}}));
 }
 
 TEST(TestMode, ABoardThatFallsSilentUnderAClickLeavesThePageUnlockedAfterFiveSecondsWithTheLastEcho) {
@@ -124,7 +108,7 @@ TEST(TestMode, ABoardThatFallsSilentUnderAClickLeavesThePageUnlockedAfterFiveSec
     FrmInOut& page = startTest(world);
     page.SwitchLed1[5].UserClick();
     world.run(3000);
-    world.machine.setBoardSilent(simulator::Board::HotDrink, true);
+    world.machine.setBoardSilent(Board::HotDrink, true);
     page.SwitchLed1[6].UserClick();
     world.run(4990);
     EXPECT_FALSE(page.SwitchLed1[6].usable());
@@ -139,16 +123,16 @@ TEST(TestMode, APairRunsOnTheMachineAndTheMotorsGoToZero) {
     World world;
     world.start();
     auto& page = world.open<FrmTestCedar>("FrmTestCedar");
-    Writes writes(world);
+    WriteLog log(world);
     const std::uint32_t tests = world.board(0, 162);
     page.Label1[2].UserClick();
     page.Label1[1].UserClick();
     world.run(1500);
-    Log pair = writes.take();
+    Writes pair = log.takeInOrder();
     ASSERT_EQ(pair.size(), 3U);
-    EXPECT_EQ(pair.back(), "0:4=2");
+    EXPECT_EQ(pair.back(), (Written{0, 4, 2}));
     std::ranges::sort(pair);
-    EXPECT_EQ(pair, (Log{"0:4=2", "0:5=13", "0:6=48"}));
+    EXPECT_EQ(pair, (Writes{{0, 4, 2}, {0, 5, 13}, {0, 6, 48}}));
     EXPECT_FALSE(page.Command1.usable());
     world.run(20'000);
     EXPECT_TRUE(page.Command1.usable());
@@ -157,10 +141,42 @@ TEST(TestMode, APairRunsOnTheMachineAndTheMotorsGoToZero) {
 
     page.Command1.UserClick();
     world.run(2000);
-    EXPECT_EQ(writes.take(), (Log{"2:284=3"}));
+    EXPECT_EQ(log.take(), (Writes{{2, 284, 3}}));
     EXPECT_FALSE(page.Label1[0].usable());
     world.run(10'000);
     EXPECT_TRUE(page.Label1[0].usable());
+}
+
+TEST(TestMode, ABoardLostUnderTheModelTestLeavesThePageToItsTimerOrToTheBoardsReturn) {
+    struct {
+        bool pair;           ///< or the zeroing
+        double lostAfterMs;  ///< the click
+        bool openWhileLost, openAfterwards;
+    } const cases[] = {
+        {true, 0, true, true}, {true, 2500, false, true}, {false, 0, false, false}, {false, 1500, false, true}};
+    for (const auto& each : cases) {
+        World world;
+        world.start();
+        auto& page = world.open<FrmTestCedar>("FrmTestCedar");
+        const Board lost = each.pair ? Board::Master : Board::Sector;
+        if (each.lostAfterMs == 0) world.machine.setBoardSilent(lost, true);
+        if (each.pair) {
+            page.Label1[2].UserClick();
+            page.Label1[1].UserClick();
+        } else {
+            page.Command1.UserClick();
+        }
+        EXPECT_FALSE(page.Command1.usable());
+        world.run(each.lostAfterMs);
+        world.machine.setBoardSilent(lost, true);
+        world.run(20'000);
+        EXPECT_EQ(page.Command1.usable() && page.Label1[5].usable(), each.openWhileLost) << each.lostAfterMs;
+        WriteLog log(world);
+        world.machine.setBoardSilent(lost, false);
+        world.run(20'000);
+        EXPECT_EQ(page.Command1.usable() && page.Label1[5].usable(), each.openAfterwards) << each.lostAfterMs;
+        for (const Written& write : log.take()) EXPECT_EQ(write, (Written{0, 6, 48})) << "no motor starts late";
+    }
 }
 
 /// What the boards drive, against what clicks have asked them to drive; all off is always allowed.

@@ -199,7 +199,16 @@ TEST_F(FrameWindow, ListsItsPagesAndClosesThemAll) {
     EXPECT_FALSE(action("First").isChecked());
     action("First").trigger();
     EXPECT_NE(platform.activeWindow(), &second);
-    action("Close All").trigger();
+    view().activateWindow();
+    for (const Qt::KeyboardModifiers modifiers :
+         {Qt::KeyboardModifiers(Qt::ControlModifier), Qt::ControlModifier | Qt::ShiftModifier}) {
+        Window* const before = platform.activeWindow();
+        for (const Qt::Key key : {Qt::Key_Tab, Qt::Key_F6}) {
+            QTest::keyClick(&view(), key, modifiers);
+            EXPECT_EQ(platform.activeWindow() == before, key == Qt::Key_F6) << "of two pages the other, and back";
+        }
+    }
+    action("Close all").trigger();
     EXPECT_TRUE(area().subWindowList().isEmpty());
     EXPECT_EQ(platform.activeWindow(), nullptr);
 }

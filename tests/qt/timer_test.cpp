@@ -68,6 +68,24 @@ TEST_F(RealTimer, FiresOnUntilSwitchedOffAndNotAfter) {
     EXPECT_EQ(fired, before);
 }
 
+TEST_F(RealTimer, GoesOnWhileTheHandlerOfAnotherRunsAnEventLoopOfItsOwn) {
+    int inner = 0;
+    int outer = 0;
+    Timer fast(5);
+    fast.OnTimer([&] { ++inner; });
+    auto slow = std::make_unique<Timer>(20);
+    slow->OnTimer([&] {
+        ++outer;
+        pumpUntil([&, from = inner] { return inner >= from + 8; });  // longer than its own interval
+        slow.reset();
+    });
+    fast.Enabled = true;
+    slow->Enabled = true;
+    pumpUntil([&] { return slow == nullptr && inner >= 12; });
+    EXPECT_EQ(outer, 1) << "a handler is not entered anew while it runs, nor after its timer is gone";
+    EXPECT_GE(inner, 12);
+}
+
 TEST_F(RealTimer, FiresNoneWhileTheProgramWaitsBusily) {
     bool fired = false;
     Timer timer(1);

@@ -292,10 +292,11 @@ void Checks::explain(const ReferenceModel::Told& told) {
     const bool said_so = said.frame == line_.framesSent() && said.bank == told.bank && said.write == writing &&
                          said.address == addressOf(told.bank, told.index) &&
                          static_cast<ParamValue>(said.value) == told.value;
+    misfiled_.erase({told.bank, told.index});
+    if (!moved && said_so) return;
+    misfiled_.insert({told.bank, told.index});
     if (moved)
         ++counts.movedBanks;
-    else if (said_so)
-        return;
     else if (line_.lateMayBe())
         ++counts.lateReplies;
     else if (line_.spoiledMayBe())
@@ -305,6 +306,13 @@ void Checks::explain(const ReferenceModel::Told& told) {
                   say(place(told.bank, told.index), " value ", told.value, ", the board said ", place(said.bank, 0),
                       " address ", said.address, " value ", said.value, " to frame ", said.frame, " of ",
                       line_.framesSent()));
+}
+
+bool Checks::repeatsAStrayFrame() const {
+    constexpr unsigned UntilAnswered = 2;
+    const LinkState& link = Link();
+    return !link.LinkIdle && origin_ != std::pair{CurrentBank, link.ScanIndex} &&
+           (ParamTable(CurrentBank, link.ScanIndex).Period & UntilAnswered) != 0;
 }
 
 void Checks::afterEvent() {

@@ -21,6 +21,10 @@ struct CheckFailed {
     std::string check;
     std::string detail;
 };
+/// The rules of the program let the run go no further.
+struct EndedByRules {
+    std::string why;
+};
 [[noreturn]] void failCheck(const std::string& check, const std::string& detail);
 inline void require(bool holds, const char* check) {
     if (!holds) failCheck(check, "");
@@ -67,6 +71,11 @@ class Checks {
     void blocked() { blockedUntil_ = platform_.now(); }
     /// After every event and every act.
     void afterEvent();
+    /// Whether the newest value of the record is one that a board said of another, with its cause.
+    bool isMisfiled(int bank, int index) const { return misfiled_.contains({bank, index}); }
+    /// After a time-out the record at the cursor decides whether the frame goes again, until its board answers. A page
+    /// that moved the cursor may so have a frame repeated to a board that does not know its address.
+    bool repeatsAStrayFrame() const;
     /// Everything, not only what changed.
     void compareAll();
 
@@ -118,6 +127,7 @@ class Checks {
     std::size_t filesWritten_ = 0;
     std::vector<ReferenceModel::Frame> sent_;
     std::vector<Told> told_;
+    std::set<std::pair<int, int>> misfiled_;
     bool telling_ = false;
     int bankLeft_ = 0;  ///< by the last page that was told
 };

@@ -13,7 +13,6 @@ namespace {
 using simulator::Board;
 using simulator::Exchange;
 using simulator::millisecond;
-using simulator::Random;
 using simulator::second;
 
 /// How long a late reply may stay away, and how long spoiled bytes may lie about.
@@ -42,7 +41,7 @@ bool holds(const simulator::Machine& machine, int bank, int index) {
     }
 }
 
-std::uint8_t anyByte(Random& random) { return static_cast<std::uint8_t>(random.between(0, 255)); }
+std::uint8_t anyByte(Dice& random) { return static_cast<std::uint8_t>(random.between(0, 255)); }
 
 bool isWrite(const Bytes& frame) {
     const bool routed = frame.size() >= 7 && frame[0] > 240;
@@ -85,15 +84,15 @@ void FaultLine::begin(Micros now, Fault incident, int number) {
     const auto board = static_cast<Board>(random.between(0, 2));
     if (incident == Fault::Busy) {
         busyUntil_ = now_ + length;
-        lateUntil_ = busyUntil_ + LateSpan;
+        lateUntil_ = std::max(lateUntil_, busyUntil_ + LateSpan);
     } else if (incident == Fault::Stream || incident == Fault::Stray) {
-        spoiledUntil_ = now_ + SpoiledSpan;
+        spoiledIn(0);
         if (incident == Fault::Stray) {
             for (auto count = random.between(1, 12); count > 0; --count) stray_.push_back(anyByte(random));
         } else {
             streamed_ = now_;
             streamUntil_ = now_ + length / 4;
-            spoiledUntil_ += length / 4;
+            spoiledIn(length / 4);
         }
     } else if (incident == Fault::Unplug) {
         machine.portLost();
@@ -113,8 +112,15 @@ void FaultLine::begin(Micros now, Fault incident, int number) {
     }
 }
 
+void FaultLine::spoiledIn(Micros wait) { spoiledUntil_ = std::max(spoiledUntil_, now_ + wait + SpoiledSpan); }
+
+void FaultLine::standStill(Micros now, Micros length) {
+    for (Micros* until : {&lateUntil_, &spoiledUntil_})
+        if (*until >= now) *until += length;
+}
+
 /// Another machine's memory: any values, as far as the boards' files reach.
-void FaultLine::putAll(Random& random) {
+void FaultLine::putAll(Dice& random) {
     tampered_ = true;
     for (const Board board : simulator::allBoards) {
         // The master's first words say which boards are there, and that does not change.
@@ -144,7 +150,7 @@ void FaultLine::send(Micros now, const Bytes& frame) {
     if (strikes(Fault::Request)) {
         auto& byte = onTheWay[static_cast<std::size_t>(of(Fault::Request).between(0, 4))];
         byte = static_cast<std::uint8_t>(byte ^ (1U << of(Fault::Request).between(0, 7)));
-        spoiledUntil_ = now_ + SpoiledSpan;
+        spoiledIn(0);
     }
     if (strikes(Fault::Part)) onTheWay.resize(static_cast<std::size_t>(of(Fault::Part).between(0, 4)));
     machine.send(now, onTheWay);
@@ -153,9 +159,9 @@ void FaultLine::send(Micros now, const Bytes& frame) {
 /// A board has made up its mind about a frame.
 void FaultLine::heard(const Exchange& exchange) {
     if (exchange.note.find("slow") != std::string::npos || exchange.note.find("late") != std::string::npos)
-        lateUntil_ = exchange.time + LateSpan;
+        lateUntil_ = std::max(lateUntil_, exchange.time + LateSpan);
     for (const char* what : {"drop", "extra", "flip", "ack", "echo", "noise"})
-        if (exchange.note.find(what) != std::string::npos) spoiledUntil_ = exchange.time + SpoiledSpan + LateSpan;
+        if (exchange.note.find(what) != std::string::npos) spoiledIn(LateSpan);
     if (exchange.request.verdict != simulator::Frame::Verdict::Good) return;
     said_ = {frames_, static_cast<int>(exchange.request.board), exchange.request.address, exchange.request.write,
              exchange.value};
@@ -186,12 +192,12 @@ void FaultLine::changeReply(const Exchange& exchange) {
             const auto bit = static_cast<std::uint8_t>(1U << of(Fault::Blind).between(0, 7));
             std::fill(changes_.begin(), changes_.end(), bit);
         }
-        spoiledUntil_ = exchange.time + SpoiledSpan + LateSpan;
+        spoiledIn(LateSpan);
     }
     if (strikes(Fault::Collide)) {
         changes_.clear();
         for (std::size_t i = 0; i < exchange.reply.size(); ++i) changes_.push_back(anyByte(of(Fault::Collide)));
-        spoiledUntil_ = exchange.time + SpoiledSpan + LateSpan;
+        spoiledIn(LateSpan);
     }
 }
 
@@ -240,6 +246,7 @@ Bytes FaultLine::take(Micros now) {
         byte ^= changes_.front();
         changes_.pop_front();
     }
+    if (!stray_.empty()) spoiledIn(0);
     bytes.insert(bytes.end(), stray_.begin(), stray_.end());
     stray_.clear();
     addStream(bytes);

@@ -25,6 +25,9 @@ class FaultLine : public Line {
     /// One incident begins. `number` draws its details.
     void begin(Micros now, Fault incident, int number);
 
+    /// The program takes nothing for so long: what was on its way stays so.
+    void standStill(Micros now, Micros length);
+
     /// What a board made of the newest frame; `frame` counts frames from 1 and is 0 before the first.
     struct Said {
         long frame = 0;
@@ -50,16 +53,17 @@ class FaultLine : public Line {
   private:
     bool strikes(Fault fault);
     bool strikesOnce() const;
-    simulator::Random& of(Fault fault) { return chances_[static_cast<std::size_t>(fault)]; }
+    Dice& of(Fault fault) { return chances_[static_cast<std::size_t>(fault)]; }
     void heard(const simulator::Exchange& exchange);
     void lie(const simulator::Exchange& exchange);
     void changeReply(const simulator::Exchange& exchange);
-    void putAll(simulator::Random& random);
+    void putAll(Dice& random);
     void addStream(Bytes& bytes);
+    void spoiledIn(Micros wait);  ///< bytes that are no board's may lie about until then and some time more
     void pass(Micros now) { now_ = std::max(now_, now); }
 
     const Plan& plan_;
-    std::vector<simulator::Random> chances_;
+    std::vector<Dice> chances_;
     simulator::FaultPlan machineFaults_;
     bool striking_ = false;
     bool aimed_ = false;

@@ -1,9 +1,10 @@
 // Plays many simulated runs and tells what was found: of a failure the check and the plan in one line, which plays it
 // again to the letter; and the table of what was counted.
-#include <chrono>
 #include <cstdio>
+#include <ctime>
 #include <exception>
 #include <map>
+#include <numeric>
 #include <string>
 
 #include "simulation/play.h"
@@ -14,11 +15,13 @@ namespace kestrel::testing {
 namespace {
 
 constexpr double MicrosPerDay = 86'400e6;
+constexpr std::uint64_t PlayedTwice = 5;  ///< every fifth seed
 
 struct Options {
     std::uint64_t first = 1, last = 200;
-    double days = 0;  ///< to be played at least; what the trouble leaves is spent with all pages closed
+    double days = 0;  ///< to be played at least; what the trouble leaves passes with the pages left open
     bool smallWorlds = false;
+    int fivePages = 0;  ///< hours that five pages stay open in each run, to measure the speed
     bool keepGoing = false;
     std::string plan;
     bool shorten = false;
@@ -42,10 +45,11 @@ class Report {
         return keepGoing_;
     }
 
-    void print(double wall) const {
-        std::printf("%ld runs, %ld failed, %.2f machine-days in %.1f s: %.0f times life; trace %016llx\n", runs_,
-                    failures_, days(), wall, static_cast<double>(played_) / 1e6 / wall,
-                    static_cast<unsigned long long>(hash_));
+    void print(double seconds) const {
+        std::printf(
+            "%ld runs, %ld failed, %.2f machine-days in %.1f s of a processor: %.0f times life; trace %016llx\n", runs_,
+            failures_, days(), seconds, static_cast<double>(played_) / 1e6 / seconds,
+            static_cast<unsigned long long>(hash_));
         const struct {
             const char* what;
             long count;
@@ -81,19 +85,29 @@ class Report {
 };
 
 int playOne(const Options& options) {
-    Plan plan = Plan::parse(options.plan);
+    const Plan plan = Plan::parse(options.plan);
     const Outcome outcome = play(plan);
     Report report(true);
     report.take(plan, outcome);
     if (options.shorten && outcome.failed())
         std::printf("shortened: %s\n", shorten(plan, outcome.failedCheck).text().c_str());
-    if (play(plan).hash != outcome.hash) std::printf("FAILED: the same plan played otherwise the second time\n");
     report.print(1);
     return report.failed() ? 1 : 0;
 }
 
+/// The five busiest pages, and a user who does something every ten seconds.
+void keepFivePagesOpen(Plan& plan, int hours) {
+    plan.stay = true;
+    plan.seconds = hours * 3600;
+    plan.hotDrinkBoard = plan.sectorBoard = true;
+    plan.pages = {"FrmDosi", "FrmInOut", "FrmPagamento", "FrmTotali", "FrmTempi"};
+    plan.actsPerMinute = 6;
+    plan.acts.resize(static_cast<std::size_t>(hours * 60 * plan.actsPerMinute));
+    std::iota(plan.acts.begin(), plan.acts.end(), 0);
+}
+
 int playMany(const Options& options) {
-    const auto begun = std::chrono::steady_clock::now();
+    const std::clock_t begun = std::clock();
     Report report(options.keepGoing);
     bool goOn = true;
     if (options.smallWorlds)
@@ -101,17 +115,21 @@ int playMany(const Options& options) {
             if (goOn) goOn = report.take(plan, play(plan));
     for (std::uint64_t seed = options.first; goOn && seed <= options.last; ++seed) {
         Plan plan = Plan::draw(seed);
+        if (options.fivePages > 0) keepFivePagesOpen(plan, options.fivePages);
         const auto left = static_cast<double>(options.last - seed + 1);
         const double share = (options.days - report.days()) / left * 86'400 - plan.seconds;
         if (share > 0) plan.quietSeconds = static_cast<int>(share);
-        goOn = report.take(plan, play(plan));
+        Outcome outcome = play(plan);
+        if (seed % PlayedTwice == 0 && play(plan).hash != outcome.hash)
+            outcome.failedCheck = "the same plan plays the same way";
+        goOn = report.take(plan, outcome);
     }
-    report.print(std::chrono::duration<double>(std::chrono::steady_clock::now() - begun).count());
+    report.print(static_cast<double>(std::clock() - begun) / CLOCKS_PER_SEC);
     return report.failed() ? 1 : 0;
 }
 
 constexpr const char* Usage =
-    "Usage: kestrel_simulation [--seeds FIRST-LAST] [--days N] [--small-worlds] [--keep-going]\n"
+    "Usage: kestrel_simulation [--seeds FIRST-LAST] [--days N] [--small-worlds] [--five-pages HOURS] [--keep-going]\n"
     "       kestrel_simulation --plan LINE [--shorten]\n";
 
 Options read(int count, char** arguments) {
@@ -132,6 +150,8 @@ Options read(int count, char** arguments) {
             options.plan = value();
         } else if (name == "--small-worlds") {
             options.smallWorlds = true;
+        } else if (name == "--five-pages") {
+            options.fivePages = std::stoi(value());
         } else if (name == "--keep-going") {
             options.keepGoing = true;
         } else if (name == "--shorten") {

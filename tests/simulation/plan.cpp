@@ -58,7 +58,7 @@ std::size_t placeOf(const Table& table, const std::string& name) {
     return static_cast<std::size_t>(found - table.begin());
 }
 
-void drawFaults(Plan& plan, simulator::Random& random) {
+void drawFaults(Plan& plan, Dice& random) {
     constexpr std::array<double, 4> OfExchanges = {0.002, 0.01, 0.05, 0.25};
     constexpr std::array<double, 3> OfMinutes = {0.5, 2, 8};
     const double density = std::array{0.0, 0.06, 0.15, 0.3, 0.5}[static_cast<std::size_t>(random.between(0, 4))];
@@ -69,7 +69,7 @@ void drawFaults(Plan& plan, simulator::Random& random) {
     }
 }
 
-void drawPages(Plan& plan, simulator::Random& random) {
+void drawPages(Plan& plan, Dice& random) {
     std::vector<std::string> all;
     for (const auto& [name, factory] : AllPages()) all.push_back(name);
     const auto count = static_cast<std::size_t>(random.between(1, 5));
@@ -84,9 +84,9 @@ void drawPages(Plan& plan, simulator::Random& random) {
 
 std::string_view nameOf(Fault fault) { return Names[static_cast<std::size_t>(fault)]; }
 
-simulator::Random chanceOf(std::uint64_t seed, Chance subject, std::uint32_t part) {
-    constexpr std::uint32_t Ours = 1000;  // behind the machine's own subjects
-    return {seed, static_cast<simulator::Stream>(Ours + static_cast<std::uint32_t>(subject)), part};
+Dice chanceOf(std::uint64_t seed, Chance subject, std::uint32_t part) {
+    Dice ofSeed(seed);
+    return Dice(ofSeed.next() ^ Dice((std::uint64_t{static_cast<std::uint32_t>(subject)} << 32) | part).next());
 }
 
 Plan Plan::draw(std::uint64_t seed) {
@@ -114,7 +114,7 @@ std::string Plan::text() const {
     out << "seed=" << seed << " seconds=" << seconds << " quiet=" << quietSeconds << " boards=M"
         << (hotDrinkBoard ? "H" : "") << (sectorBoard ? "S" : "") << " moving=" << moving << " rough=" << rough
         << " strange=" << strange << " chunk=" << chunk << " aim=" << Aims[static_cast<std::size_t>(aim)]
-        << " pace=" << actsPerMinute << " faults=";
+        << " pace=" << actsPerMinute << " stay=" << stay << " faults=";
     for (std::size_t i = 0, many = 0; i < FaultCount; ++i)
         if (strength[i] > 0) out << (many++ ? "," : "") << Names[i] << ':' << strength[i];
     out << " pages=";
@@ -148,6 +148,7 @@ Plan Plan::parse(const std::string& line) {
     if (given.contains("script")) plan.script = given["script"];
     number("chunk", plan.chunk);
     number("pace", plan.actsPerMinute);
+    number("stay", plan.stay);
     if (given.contains("boards")) {
         plan.hotDrinkBoard = given["boards"].find('H') != std::string::npos;
         plan.sectorBoard = given["boards"].find('S') != std::string::npos;

@@ -8,7 +8,6 @@
 #include <string_view>
 #include <vector>
 
-#include "simulator/random.h"
 #include "support/line.h"
 
 namespace kestrel::testing {
@@ -49,16 +48,36 @@ inline constexpr std::size_t FaultCount = static_cast<std::size_t>(Fault::Disk) 
 inline constexpr std::size_t FirstIncident = static_cast<std::size_t>(Fault::Busy);
 std::string_view nameOf(Fault fault);
 
+/// Chance that costs nothing to begin anew: a run has a thousand beginnings.
+class Dice {
+  public:
+    explicit Dice(std::uint64_t seed) : state_(seed) {}
+    std::uint64_t next() {
+        std::uint64_t mixed = state_ += 0x9E3779B97F4A7C15;
+        mixed = (mixed ^ (mixed >> 30)) * 0xBF58476D1CE4E5B9;
+        mixed = (mixed ^ (mixed >> 27)) * 0x94D049BB133111EB;
+        return mixed ^ (mixed >> 31);
+    }
+    /// A whole number from low to high, both included.
+    std::int64_t between(std::int64_t low, std::int64_t high) {
+        return low + static_cast<std::int64_t>(next() % (static_cast<std::uint64_t>(high - low) + 1));
+    }
+    bool chance(double probability) { return static_cast<double>(next() >> 11) * 0x1p-53 < probability; }
+
+  private:
+    std::uint64_t state_;
+};
+
 /// Subjects of chance: each has a generator of its own, so that dropping one leaves the others as they were.
 enum class Chance : std::uint32_t { Plan, Line, Incident, Act, Answer, Heal };
-simulator::Random chanceOf(std::uint64_t seed, Chance subject, std::uint32_t part = 0);
+Dice chanceOf(std::uint64_t seed, Chance subject, std::uint32_t part = 0);
 
 struct Plan {
     enum class Aim { All, Reads, Writes, Slaves };
 
     std::uint64_t seed = 1;
     int seconds = 60;      ///< of trouble, before the line heals
-    int quietSeconds = 0;  ///< after that, with every page closed
+    int quietSeconds = 0;  ///< after that, with the pages left open
     bool hotDrinkBoard = true;
     bool sectorBoard = true;
     bool moving = false;  ///< the machine does things by itself
@@ -66,6 +85,7 @@ struct Plan {
     int chunk = 0;        ///< milliseconds: bytes arrive at multiples of this
     Aim aim = Aim::All;   ///< which requests the faults of the line strike
     int actsPerMinute = 20;
+    bool stay = false;     ///< all pages of the plan are open from the start, and the user closes none
     bool strange = false;  ///< the index files name other refresh bytes than those of the installation
     std::array<double, FaultCount> strength{};  ///< chance an exchange, or incidents a minute; 0: does not exist
     std::vector<std::string> pages;             ///< that the user may open

@@ -53,6 +53,8 @@ class Player {
         } catch (const CheckFailed& failure) {
             result.failedCheck = failure.check;
             result.detail = failure.detail;
+        } catch (const EndedByRules& rule) {
+            result.ended = rule.why;
         } catch (const ProcessEnded&) {
             if (!quitting_) result.ended = stage_.lastBox;
         } catch (const std::exception& error) {
@@ -75,6 +77,8 @@ class Player {
         line_.strike(stage_.now(), true);
         stage_.chunk = plan_.chunk * Micros{1000};
         begun_ = checks_.counts.events;
+        for (std::size_t i = 0; plan_.stay && i < plan_.pages.size(); ++i) RandomUser::open(plan_.pages[i]);
+        checks_.afterEvent();
         trouble();
         begun_ = -1;
         rest_.comeRight();
@@ -82,10 +86,13 @@ class Player {
         rest_.compareWithBoards();
         rest_.nothingWaits();
         rest_.comparePagesWithNewOnes();
+        stage_.runUntil(stage_.now() + plan_.quietSeconds * Second);
+        checks_.compareAll();
+        rest_.compareWithBoards();
         ClosePages();
         checks_.afterEvent();
         rest_.onlyUnlikeListsAreLeft();
-        stage_.runUntil(stage_.now() + plan_.quietSeconds * Second);
+        stage_.runUntil(stage_.now() + 10 * Second);
         checks_.compareAll();
         quitting_ = true;
         MDIForm_Unload();
@@ -135,7 +142,7 @@ class Player {
     }
 
     /// Incidents are aimed: at any moment, while the program waits for a reply, or when half of one has come.
-    void awaitItsState(const simulator::Random& chance) {
+    void awaitItsState(const Dice& chance) {
         auto random = chance;
         const auto aim = random.between(0, 2);
         const Micros limit = stage_.now() + Second;
@@ -149,7 +156,9 @@ class Player {
         auto random = chanceOf(plan_.seed, Chance::Incident, static_cast<std::uint32_t>(incident.number));
         if (plan_.singleAt == 0) awaitItsState(random);
         if (incident.fault == Fault::Block) {
-            stage_.letPass(random.between(500, 30'000) * 1000);
+            const Micros length = random.between(500, 30'000) * 1000;
+            line_.standStill(stage_.now(), length);
+            stage_.letPass(length);
             checks_.blocked();
         } else if (incident.fault == Fault::Denied) {
             constexpr std::array<int, 3> Reasons = {error_number::SerialBadPort, error_number::SerialPortInUse,

@@ -14,19 +14,17 @@ namespace kestrel::testing {
 
 namespace {
 
-using simulator::Random;
-
 void collect(const Layout& layout, std::vector<Control*>& into) {
     if (layout.control) into.push_back(layout.control);
     for (const Layout& child : layout.children) collect(child, into);
 }
 
 template <class T>
-T& anyOf(std::vector<T>& items, Random& random) {
+T& anyOf(std::vector<T>& items, Dice& random) {
     return items[static_cast<std::size_t>(random.between(0, static_cast<std::int64_t>(items.size()) - 1))];
 }
 
-int within(Random& random, int low, int high, int now) {
+int within(Dice& random, int low, int high, int now) {
     const auto kind = random.between(0, 5);
     if (kind == 0) return low;
     if (kind == 1) return high;
@@ -34,14 +32,14 @@ int within(Random& random, int low, int high, int now) {
     return static_cast<int>(random.between(low, high));
 }
 
-std::string typed(Random& random) {
+std::string typed(Dice& random) {
     static const std::vector<std::string> odd = {"", "-1", "99999999999", "abc", "1.5", "12,5", " 7 ", "0"};
     if (random.chance(0.3)) return odd[static_cast<std::size_t>(random.between(0, 7))];
     return std::to_string(random.between(0, 70'000));
 }
 
 /// One gesture on the control. False where it is of no kind that a user acts on.
-bool use(Control& control, Random& random) {
+bool use(Control& control, Dice& random) {
     if (auto* bar = dynamic_cast<ScrollBar*>(&control)) {
         bar->UserMove(within(random, bar->Min, bar->Max, bar->Value));
     } else if (auto* stepped = dynamic_cast<SteppedSwitch*>(&control)) {
@@ -90,21 +88,25 @@ std::vector<Control*> controlsOf(Window& window) {
 std::vector<std::string> shownBy(Window& window) {
     std::vector<std::string> shown;
     for (const Control* control : controlsOf(window))
-        shown.push_back(control->isSelector || !control->usable() ? "" : stateOf(*control));
+        shown.push_back(control->isSelector || control->waiting() ? "" : stateOf(*control));
     return shown;
 }
 
 SelectorPositions::SelectorPositions(Window& window) {
-    for (Control* control : controlsOf(window))
-        if (auto* stepped = dynamic_cast<SteppedSwitch*>(control); stepped && stepped->isSelector)
-            positions_.push_back(stepped->Position);
+    for (Control* control : controlsOf(window)) {
+        if (!control->isSelector) continue;
+        if (auto* stepped = dynamic_cast<SteppedSwitch*>(control)) positions_.push_back(stepped->Position);
+        if (auto* bar = dynamic_cast<ScrollBar*>(control)) positions_.push_back(bar->Value);
+    }
 }
 
 void SelectorPositions::chooseIn(Window& window) const {
     std::size_t next = 0;
-    for (Control* control : controlsOf(window))
-        if (auto* stepped = dynamic_cast<SteppedSwitch*>(control); stepped && stepped->isSelector)
-            stepped->UserMove(positions_.at(next++));
+    for (Control* control : controlsOf(window)) {
+        if (!control->isSelector) continue;
+        if (auto* stepped = dynamic_cast<SteppedSwitch*>(control)) stepped->UserMove(positions_.at(next++));
+        if (auto* bar = dynamic_cast<ScrollBar*>(control)) bar->UserMove(positions_.at(next++));
+    }
 }
 
 void RandomUser::open(const std::string& page) {
@@ -113,7 +115,7 @@ void RandomUser::open(const std::string& page) {
     ShowPage(page);
 }
 
-void RandomUser::moveAnything(Random& random) const {
+void RandomUser::moveAnything(Dice& random) const {
     std::vector<Page*> pages = LoadedPages();
     if (pages.empty()) return;
     std::vector<Control*> controls = controlsOf(*anyOf(pages, random));
@@ -126,7 +128,7 @@ void RandomUser::act(int number) {
     auto random = chanceOf(plan_.seed, Chance::Act, static_cast<std::uint32_t>(number));
     std::vector<std::string> names = plan_.pages;
     std::vector<Page*> pages = LoadedPages();
-    const auto kind = random.between(0, 99);
+    const auto kind = plan_.stay ? random.between(34, 87) : random.between(0, 99);
     if (kind < 22 || pages.empty()) {
         open(anyOf(names, random));
     } else if (kind < 34) {

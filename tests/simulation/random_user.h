@@ -18,6 +18,7 @@ std::vector<std::string> shownBy(Window& window);
 struct SelectorPositions {
     explicit SelectorPositions(Window& window);
     void chooseIn(Window& window) const;
+    bool operator==(const SelectorPositions&) const = default;
 
   private:
     std::vector<int> positions_;
@@ -33,7 +34,7 @@ class RandomUser {
     static void open(const std::string& page);
 
   private:
-    void moveAnything(simulator::Random& random) const;
+    void moveAnything(Dice& random) const;
     const Plan& plan_;
 };
 

@@ -12,7 +12,7 @@ class Rest {
   public:
     Rest(const Plan& plan, Stage& stage, FaultLine& line) : plan_(plan), stage_(stage), line_(line) {}
 
-    /// The line is well again: lets what is late come in, has all that is watched read once more, and waits for it.
+    /// The line is well again: lets what is late come in, and all that is watched be read.
     void comeRight();
     void compareWithBoards() const;
     void nothingWaits() const;
@@ -24,7 +24,8 @@ class Rest {
     void onlyUnlikeListsAreLeft() const;
 
   private:
-    void waitForValues();
+    /// Has all that is watched read, and waits for it. Throws EndedByRules where the link can never come that far.
+    void readAll();
 
     const Plan& plan_;
     Stage& stage_;

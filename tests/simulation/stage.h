@@ -24,7 +24,7 @@ class Stage : public VirtualPlatform {
   private:
     void changeRefreshBytes(std::uint64_t seed);
 
-    simulator::Random answers_;
+    Dice answers_;
     std::array<bool, 5> known_{};  ///< the link's timers that have been made
     bool boxOpen_ = false;
 };

@@ -48,8 +48,13 @@ class Doses {
 
     /// Lets time pass until the keys are live, a minute at most, and says how long that was.
     double msUntilOpen(const FrmDosi& page) {
+        return msUntil([&] { return page.HScroll7.usable(); });
+    }
+    /// The same for anything that is asked every millisecond.
+    template <class Condition>
+    double msUntil(Condition holds) {
         const Micros from = world.platform.now();
-        while (!page.HScroll7.usable() && world.platform.now() - from < 60'000'000) world.run(1);
+        while (!holds() && world.platform.now() - from < 60'000'000) world.run(1);
         return static_cast<double>(world.platform.now() - from) / 1000;
     }
 

@@ -41,8 +41,10 @@ class WriteLog {
     /// on where it stands.
     Writes take() {
         std::sort(writes_.begin(), writes_.end());
-        return std::exchange(writes_, {});
+        return takeInOrder();
     }
+    /// The same in the order of the line.
+    Writes takeInOrder() { return std::exchange(writes_, {}); }
 
   private:
     simulator::Machine& machine_;

@@ -171,7 +171,7 @@ TEST(ShippedBoards, IdentityRecordsAreThereAndApartFromTheParameters) {
             EXPECT_TRUE(taken.insert(record.address).second) << boards[bank].identity << ' ' << record.number;
             EXPECT_EQ(record.width(), 1) << "an identity is asked for as one byte";
         }
-        for (const std::size_t number : {1, 11, 12, 13, 14, 17, 18}) {
+        for (const std::size_t number : {1U, 11U, 12U, 13U, 14U, 17U, 18U}) {
             EXPECT_FALSE(identity.records[number - 1].name.empty()) << boards[bank].identity << ' ' << number;
         }
     }

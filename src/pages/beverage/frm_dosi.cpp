@@ -57,6 +57,7 @@ FrmDosi::FrmDosi() : Page("FrmDosi") {
     HScroll5.design(1, 99, 10);
     Label5[JugCountValue].showsValue("99");
     Label5[FreeCaption].Caption = "bevanda gratis ?";
+    TestLamp.namedBy(&TestLampName);
     SwitchX5[Step2Mask].Visible = false;
     SwitchX5[Step3Mask].Visible = false;
     for (int i = 0; i < RecipeSteps; ++i) {
@@ -107,7 +108,7 @@ Layout FrmDosi::Arrange() {
     return Row{
         Group(Keypad, Grid(1, std::move(keys))),
         Column{
-            Row{Label7, HScroll7, LoadingBar, Gap(), TestLamp, Command4[0], Command4[1]},
+            Row{Label7, HScroll7, LoadingBar, Gap(), TestLamp, TestLampName, Command4[0], Command4[1]},
             Row{arrangeStep(0), arrangeStep(1), arrangeStep(2)},
             arrangeProperties(),
         },
@@ -152,7 +153,7 @@ void FrmDosi::PageCaptions() {
     Label5[ColdCaption].Caption = LanguageTable(ColdLine);
     for (SliderSwitch& slider : SwitchX5) slider.PositionLabels = TwoPositions(OffLine, OnLine);
     lblPres.ToolTip = LanguageTable(PreselectionLine);
-    TestLamp.ToolTip = LanguageTable(PowderTestLine);
+    TestLampName.Caption = LanguageTable(PowderTestLine);
     showPreselection();
     showSelectionNumber();
 }

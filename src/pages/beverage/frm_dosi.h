@@ -31,6 +31,7 @@ class FrmDosi : public Page {
     ControlArray<CommandButton, PowderSolenoids> Command1, Command2, Command3;
     ControlArray<CommandButton, 2> Command4;  ///< the whole selection: water only, complete
     Led TestLamp;                             ///< a test runs
+    Label TestLampName;
 
     ControlArray<SliderSwitch, Masks> SwitchX5;  ///< of step 2 and step 3 hidden
     ControlArray<Label, 10> Label5;              ///< captions of the switches and of the jug count, and its value

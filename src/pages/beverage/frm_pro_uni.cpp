@@ -76,14 +76,16 @@ FrmProUni::FrmProUni() : Page("FrmProUni"), Arrivals(ExpectedArrivals) {
 }
 
 Layout FrmProUni::Arrange() {
-    std::vector<Layout> cells;
-    for (Product& product : products_) {
-        cells.insert(cells.end(), {product.name, product.channel, Gap()});
+    Layout blocks(Layout::Kind::Column, {});
+    for (int i = 0; i < Products; ++i) {
+        Product& product = at(i);
+        std::vector<Layout> cells = {product.name, product.channel, Gap()};
         for (int row = 0; row < product.bars.size(); ++row)
             cells.insert(cells.end(), {product.captions[row], product.bars[row], product.values[row]});
+        blocks.children.push_back(Group(Blocks[i], Grid(3, std::move(cells))));
     }
-    cells.insert(cells.end(), {lblEnRit, swslResto, Gap()});
-    return Grid(3, std::move(cells));
+    blocks.children.push_back(Group(Blocks[Products], Grid(3, {lblEnRit, swslResto, Gap()})));
+    return blocks;
 }
 
 void FrmProUni::Form_Load() {

@@ -12,11 +12,14 @@ namespace kestrel {
 
 class FrmProUni : public Page {
   public:
+    static constexpr int Products = 3;
+
     FrmProUni();
 
-    Label Label1x, Label2x, Label3x;                          ///< names of the products
-    SliderSwitch iSwSliderX1, iSwSliderX2, iSwSliderX3;       ///< product channel, 0: none
-    ControlArray<Label, 2> Label1s, Label2s, Label3s;         ///< captions: time, delay
+    ControlArray<Frame, Products + 1> Blocks;            ///< without titles: a product each, and the delays' switch
+    Label Label1x, Label2x, Label3x;                     ///< names of the products
+    SliderSwitch iSwSliderX1, iSwSliderX2, iSwSliderX3;  ///< product channel, 0: none
+    ControlArray<Label, 2> Label1s, Label2s, Label3s;    ///< captions: time, delay
     ControlArray<ScrollBar, 2> HScroll1, HScroll2, HScroll3;  ///< time and delay, tenths of a second
     ControlArray<Label, 2> Label1, Label2, Label3;
     Label lblEnRit;
@@ -36,8 +39,6 @@ class FrmProUni : public Page {
         ControlArray<ScrollBar, 2>& bars;
         ControlArray<Label, 2>& values;
     };
-    static constexpr int Products = 3;
-
     Product& at(int product) { return products_[static_cast<std::size_t>(product)]; }
     void PageSubscribe();
     void PageRelease();

@@ -4,7 +4,7 @@
 
 #include <span>
 
-#include "link/param_table.h"
+#include "pages/common/bits.h"
 #include "platform/displays.h"
 
 namespace kestrel {
@@ -18,8 +18,6 @@ struct LampRun {
 };
 
 enum class LitBy { SetBits, ClearBits };
-
-constexpr bool HasBit(ParamValue value, int bit) { return ((value >> bit) & 1) != 0; }
 
 /// Writes every lamp that belongs to parameter n; a parameter of no run is passed over.
 template <std::size_t N>

@@ -7,7 +7,7 @@
 #include "link/presence.h"
 #include "link/subscriptions.h"
 #include "link/value_helpers.h"
-#include "pages/common/lamp_runs.h"
+#include "pages/common/bits.h"
 #include "pages/common/mailbox.h"
 #include "pages/test/test_parameters.h"
 #include "shell/language_files.h"

@@ -33,11 +33,17 @@ void drawSign(QPainter& painter, ChartButton::Sign sign, const QColor& color) {
 
 }  // namespace
 
-ChartButton::ChartButton(Sign sign, const QString& words, QWidget* parent) : QToolButton(parent), sign_(sign) {
-    setToolTip(words);
-    setAccessibleName(words);
+ChartButton::ChartButton(Sign sign, Word name, QWidget* parent) : QToolButton(parent), sign_(sign), name_(name) {
+    renamed();
     setCheckable(true);
     setFocusPolicy(Qt::TabFocus);
+}
+
+void ChartButton::renamed() {
+    const QString name = word(name_);
+    if (toolTip() == name) return;
+    setToolTip(name);
+    setAccessibleName(name);
 }
 
 QSize ChartButton::sizeHint() const { return {rowHeight(*this), rowHeight(*this)}; }

@@ -4,20 +4,25 @@
 
 #include <QToolButton>
 
+#include "platform/qt/words.h"
+
 namespace kestrel::qt {
 
 class ChartButton : public QToolButton {
   public:
     enum class Sign { Pause, Fit, Follow };
 
-    ChartButton(Sign sign, const QString& words, QWidget* parent);
+    ChartButton(Sign sign, Word name, QWidget* parent);
     QSize sizeHint() const override;
+    /// The language may have changed.
+    void renamed();
 
   protected:
     void paintEvent(QPaintEvent* event) override;
 
   private:
     Sign sign_;
+    Word name_;
 };
 
 }  // namespace kestrel::qt

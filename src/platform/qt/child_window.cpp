@@ -36,6 +36,12 @@ QSize ChildWindow::fittingSize() const {
     return sizeHint().expandedTo({title, 0}).boundedTo(area_.viewport()->size());
 }
 
+void ChildWindow::settle() {
+    layOut(page_);
+    fit();
+    layOut(page_);
+}
+
 void ChildWindow::dismiss() {
     model_->unbind(this);
     model_ = nullptr;

@@ -21,6 +21,9 @@ class ChildWindow : public QMdiSubWindow, public ControlView {
     Window& model() const { return *model_; }
     /// Width and height that the page takes with its present texts, inside the area.
     QSize fittingSize() const;
+    /// Takes the size that the present texts need and lays them out, before anything is painted: else each level of the
+    /// layout has a turn of the event loop and a painting of its own, with scroll bars that come and go.
+    void settle();
     /// Lets go of the page, which is being unloaded; the window goes with the next event.
     void dismiss();
 

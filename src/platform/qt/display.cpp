@@ -1,4 +1,4 @@
-// Whether there is a display to show windows on.
+// The display that windows are shown on, and the loop that brings its events.
 // See display.h.
 #include "platform/qt/display.h"
 
@@ -45,6 +45,8 @@ bool prepareDisplay(bool isNeeded) {
     std::fprintf(stderr, "kestrel: there is no display (DISPLAY and WAYLAND_DISPLAY are not set)\n");
     return false;
 }
+
+void chooseEventLoop() { qputenv("QT_NO_GLIB", "1"); }
 
 FatalMessagesInOneLine::FatalMessagesInOneLine() { qInstallMessageHandler(showFatal); }
 FatalMessagesInOneLine::~FatalMessagesInOneLine() { qInstallMessageHandler(nullptr); }

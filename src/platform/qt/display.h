@@ -1,5 +1,5 @@
-// Whether there is a display to show windows on.
-// Without this the toolkit would abort the process with a page of words.
+// The display that windows are shown on, and the loop that brings its events.
+// Without a display the toolkit would abort the process with a page of words.
 #pragma once
 
 namespace kestrel::qt {
@@ -7,6 +7,10 @@ namespace kestrel::qt {
 /// Says on standard error what is missing and returns false when windows cannot be shown. Where there is no display and
 /// none is needed, windows are drawn in memory from here on.
 bool prepareDisplay(bool isNeeded);
+
+/// Before the application is made: its events then come straight from the system and not through another library's
+/// loop, which costs less at each byte on the line.
+void chooseEventLoop();
 
 /// From here to the end of its life a fatal message of the toolkit is one line and exit status 1. Its warnings, which
 /// are for developers, are not printed.

@@ -31,13 +31,15 @@ LabelView::LabelView(Label& label) : View(label) {
 }
 
 void LabelView::showState() {
-    const QString text = toQt(model().Caption);
-    const QString widest = toQt(model().widest);
-    const bool renamed = text != text_;
-    if (isFigure() ? widest != widest_ : renamed) updateGeometry();
-    widest_ = widest;
-    text_ = text;
-    if (renamed) valueShown();
+    const bool renamed = shownCaption_ != model().Caption.get();
+    const bool resized = shownWidest_ != model().widest;
+    if (isFigure() ? resized : renamed) updateGeometry();
+    if (resized) shownWidest_ = model().widest;
+    if (renamed) {
+        shownCaption_ = model().Caption;
+        text_ = toQt(shownCaption_);
+        valueShown();
+    }
     if (foreColor_ != model().ForeColor) {
         foreColor_ = model().ForeColor;
         update();
@@ -51,7 +53,8 @@ void LabelView::showState() {
 QSize LabelView::sizeHint() const {
     const QFontMetrics metrics = fontMetrics();
     const int height = canPress() ? rowHeight(*this) : textHeight(*this);
-    if (isFigure()) return {figuresWidth(metrics, widest_.isEmpty() ? QStringLiteral("00000") : widest_) + 2, height};
+    if (isFigure())
+        return {figuresWidth(metrics, shownWidest_.empty() ? QStringLiteral("00000") : toQt(shownWidest_)) + 2, height};
     int width = 0;
     const QStringList lines = text_.split(u'\n');
     for (const QString& line : lines) width = std::max(width, metrics.horizontalAdvance(line));
@@ -104,7 +107,7 @@ void LabelView::paintEvent(QPaintEvent* /*event*/) {
 QString LabelView::spokenName() const { return isFigure() || text_.isEmpty() ? ViewBase::spokenName() : text_; }
 
 QString LabelView::spokenValue() const {
-    if (chosen_) return words::On;
+    if (chosen_) return word(Word::On);
     return isFigure() ? text_ : QString();
 }
 

@@ -41,7 +41,8 @@ class LabelView : public View<Label> {
     void drawKey(Brush& brush) const;
 
     QString text_;
-    QString widest_;
+    std::string shownCaption_;
+    std::string shownWidest_;
     int foreColor_ = Label::DefaultColor;
     bool chosen_ = false;
     bool pressed_ = false;

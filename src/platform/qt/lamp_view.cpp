@@ -29,6 +29,6 @@ void LampView::paintEvent(QPaintEvent* /*event*/) {
              isEnabled());
 }
 
-QString LampView::spokenValue() const { return lit_ ? words::On : words::Off; }
+QString LampView::spokenValue() const { return word(lit_ ? Word::On : Word::Off); }
 
 }  // namespace kestrel::qt

@@ -51,7 +51,7 @@ void LedBarView::paintEvent(QPaintEvent* /*event*/) {
 
 QString LedBarView::spokenValue() const {
     const bool beyond = position_ < 0 || position_ > highest_;
-    return beyond ? words::OutOfRange.arg(position_) : QStringLiteral("%1 / %2").arg(position_).arg(highest_);
+    return beyond ? qt::outOfRange(QString::number(position_)) : QStringLiteral("%1 / %2").arg(position_).arg(highest_);
 }
 
 }  // namespace kestrel::qt

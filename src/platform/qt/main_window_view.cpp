@@ -22,6 +22,8 @@ namespace {
 
 constexpr const char* WindowListEntry = "mnuWL";
 constexpr QSize UsualSize(1366, 768);
+/// Round a window by its title bar and edges; a guess, since a window has none before it is shown.
+constexpr QSize UsualFrame(16, 48);
 /// Screens that take longer show the window a little later; nothing else depends on it.
 constexpr int LongestWaitForScreen = 500;
 
@@ -32,7 +34,7 @@ Extent toTwips(QSize size) { return {size.width() * TwipsPerPixel, size.height()
 MainWindowView::MainWindowView(MainWindow& model)
     : model_(model),
       area_(new PageArea(loadPicture(QStringLiteral("background")))),
-      menu_(model.menuBar(), *menuBar()),
+      menu_(model.menuBar(), *menuBar(), [this] { status_.renamed(); }),
       status_(model.StatusBar1, *statusBar()),
       windowList_(menu_.menuOf(WindowListEntry), *area_, [this] { closePages(); }) {
     setCentralWidget(area_);
@@ -54,7 +56,9 @@ void MainWindowView::controlChanged() {
 
 /// What follows the first appearance may keep the event loop busy for seconds: the window must not stand empty so long.
 void MainWindowView::showPainted() {
-    show();
+    const QSize room = screen()->availableSize();
+    const bool fits = room == room.expandedTo(UsualSize + UsualFrame);
+    fits ? show() : showMaximized();
     const QDeadlineTimer end(LongestWaitForScreen);
     while (!windowHandle()->isExposed() && !end.hasExpired())
         QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents, LongestWaitForScreen);
@@ -82,6 +86,7 @@ void MainWindowView::showWindow(Window& window) {
     isShowingPage_ = false;
     front_ = &window;
     window.Form_Activate();
+    child.settle();
 }
 
 void MainWindowView::closeWindow(Window& window) {

@@ -62,7 +62,9 @@ class MenuEntryView : public ControlView {
     QAction* action_;
 };
 
-MenuView::MenuView(MenuItem& root, QMenuBar& bar) { fill(root, bar); }
+MenuView::MenuView(MenuItem& root, QMenuBar& bar, std::function<void()> renamed) : renamed_(std::move(renamed)) {
+    fill(root, bar);
+}
 MenuView::~MenuView() = default;
 
 QMenu& MenuView::menuOf(const std::string& name) {
@@ -88,7 +90,12 @@ void MenuView::renameLater(Level& level) {
     if (level.isStale) return;
     level.isStale = true;
     QMetaObject::invokeMethod(
-        &context_, [&level] { rename(level); }, Qt::QueuedConnection);
+        &context_,
+        [this, &level] {
+            rename(level);
+            if (&level == levels_.front().get()) renamed_();
+        },
+        Qt::QueuedConnection);
 }
 
 void MenuView::rename(Level& level) {

@@ -18,8 +18,9 @@ class MenuEntryView;
 
 class MenuView {
   public:
-    /// Shows the entries below `root` in the bar. Both outlive the view.
-    MenuView(MenuItem& root, QMenuBar& bar);
+    /// Shows the entries below `root` in the bar. Both outlive the view. `renamed` is called after a change of
+    /// language.
+    MenuView(MenuItem& root, QMenuBar& bar, std::function<void()> renamed);
     ~MenuView();
 
     /// The menu that an entry of the top level opens; made if it has none of its own.
@@ -36,6 +37,7 @@ class MenuView {
     void renameLater(Level& level);
     static void rename(Level& level);
 
+    std::function<void()> renamed_;
     QObject context_;
     std::vector<std::unique_ptr<Level>> levels_;
     std::vector<std::unique_ptr<MenuEntryView>> entries_;

@@ -2,10 +2,13 @@
 // See message_boxes.h.
 #include "platform/qt/message_boxes.h"
 
+#include <QAbstractButton>
 #include <QEventLoop>
 #include <cstdio>
 
+#include "platform/qt/mnemonics.h"
 #include "platform/qt/text.h"
+#include "platform/qt/words.h"
 
 namespace kestrel::qt {
 
@@ -13,6 +16,13 @@ namespace {
 
 QMessageBox::Icon iconOf(const Message& message) {
     return message.icon == Message::Icon::Critical ? QMessageBox::Critical : QMessageBox::Warning;
+}
+
+/// The questions are in the language of the pages, and so are their answers.
+void nameAnswers(const QMessageBox& box) {
+    const QStringList texts = withMnemonics({word(Word::Yes), word(Word::No)});
+    box.button(QMessageBox::Yes)->setText(texts[0]);
+    box.button(QMessageBox::No)->setText(texts[1]);
 }
 
 /// Escape and the window's cross take the answer that changes nothing; so does Enter, where something could be lost.
@@ -29,6 +39,7 @@ void addButtons(QMessageBox& box, Message::Buttons buttons) {
             break;
         case Message::Buttons::YesNo:
             box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
+            nameAnswers(box);
             box.setDefaultButton(QMessageBox::No);
             box.setEscapeButton(QMessageBox::No);
             break;

@@ -2,6 +2,7 @@
 // See page_area.h.
 #include "platform/qt/page_area.h"
 
+#include <QApplication>
 #include <QEvent>
 #include <QMdiSubWindow>
 #include <QPainter>
@@ -12,6 +13,7 @@ namespace kestrel::qt {
 
 PageArea::PageArea(std::unique_ptr<QSvgRenderer> picture) : picture_(std::move(picture)) {
     if (picture_) picture_->setAspectRatioMode(Qt::KeepAspectRatioByExpanding);
+    qApp->removeEventFilter(this);  // its own keys; the entries of the window menu have theirs
     setOption(QMdiArea::DontMaximizeSubWindowOnActivation);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);

@@ -49,16 +49,22 @@ class PageContents : public QWidget {
         }
         return QWidget::event(event);
     }
-    /// On the value right behind a bar: the bar takes a typed one.
+    /// On the value of a bar: the bar takes a typed one.
     void mouseDoubleClickEvent(QMouseEvent* event) override {
         const QWidget* under = childAt(event->position().toPoint());
-        for (std::size_t i = 1; i < views.size(); ++i) {
-            if (&views[i]->widget() != under) continue;
-            const auto* label = dynamic_cast<const LabelView*>(views[i]);
-            auto* bar = dynamic_cast<BarView*>(views[i - 1]);
-            if (label && label->isFigure() && bar) return bar->beginTyping();
-        }
+        for (std::size_t i = 0; i < views.size(); ++i)
+            if (&views[i]->widget() == under)
+                if (BarView* bar = barOfFigure(i)) return bar->beginTyping();
         QWidget::mouseDoubleClickEvent(event);
+    }
+
+  private:
+    /// A page puts the value of a bar right behind the bar, or above it and so right before.
+    BarView* barOfFigure(std::size_t at) const {
+        const auto* label = dynamic_cast<const LabelView*>(views[at]);
+        if (!label || !label->isFigure()) return nullptr;
+        auto* const before = at > 0 ? dynamic_cast<BarView*>(views[at - 1]) : nullptr;
+        return before || at + 1 == views.size() ? before : dynamic_cast<BarView*>(views[at + 1]);
     }
 };
 
@@ -237,6 +243,12 @@ QWidget* buildPage(Window& window) {
 void endGestures(QWidget* page) {
     for (ViewBase* view : static_cast<PageView*>(page)->contents().views)
         if (view->bound()) view->endGesture();
+}
+
+void layOut(QWidget* page) {
+    for (QObject* child : page->children())
+        if (child->isWidgetType()) layOut(static_cast<QWidget*>(child));
+    if (QLayout* layout = page->layout()) layout->activate();
 }
 
 void dismissPage(QWidget* page) {

@@ -15,6 +15,9 @@ QWidget* buildPage(Window& window);
 /// Hands over what the user has begun on the page and not finished. To be called before the page is told to close.
 void endGestures(QWidget* page);
 
+/// Lays the page out at once for the texts that it has now.
+void layOut(QWidget* page);
+
 /// Lets go of the page's models, which may be destroyed from now on, and deletes the widget: not inside an event of a
 /// widget of the page's own.
 void dismissPage(QWidget* page);

@@ -28,11 +28,15 @@ namespace {
 constexpr qint64 WaitSlice = 10;
 }  // namespace
 
-QtPlatform::QtPlatform(Setup setup) : setup_(std::move(setup)), portDevices_(setup_.devices) {}
+QtPlatform::QtPlatform(Setup setup)
+    : setup_(std::move(setup)),
+      portDevices_(setup_.devices),
+      timers_(std::make_shared<TimerQueue>()),
+      decimalSeparator_(QLocale::system().decimalPoint().toStdString()) {}
 QtPlatform::~QtPlatform() = default;
 
 std::unique_ptr<TimerBackend> QtPlatform::makeTimer(std::function<void()> onExpiry) {
-    return std::make_unique<QtTimer>(std::move(onExpiry));
+    return std::make_unique<QtTimer>(timers_, std::move(onExpiry));
 }
 
 void QtPlatform::PumpEvents() { QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents); }
@@ -101,8 +105,6 @@ void QtPlatform::endProcess(int status) {
     std::fflush(nullptr);
     std::_Exit(status);
 }
-
-std::string QtPlatform::decimalSeparator() const { return QLocale::system().decimalPoint().toStdString(); }
 
 std::string QtPlatform::shortDate(int day, int month, int year) const {
     const QLocale locale = QLocale::system();

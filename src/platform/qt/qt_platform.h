@@ -14,6 +14,7 @@ namespace kestrel::qt {
 
 class MainWindowView;
 class QtSerialPort;
+class TimerQueue;
 
 class QtPlatform : public Platform {
   public:
@@ -55,7 +56,7 @@ class QtPlatform : public Platform {
     void startProgram(const std::filesystem::path& program) override;
     [[noreturn]] void endProcess(int status) override;
 
-    std::string decimalSeparator() const override;
+    std::string decimalSeparator() const override { return decimalSeparator_; }
     std::string shortDate(int day, int month, int year) const override;
 
     /// The main window, which exists from the first thing that is asked of it.
@@ -65,7 +66,9 @@ class QtPlatform : public Platform {
     Setup setup_;
     PortDevices portDevices_;
     std::vector<QtSerialPort*> ports_;
+    std::shared_ptr<TimerQueue> timers_;
     MessageBoxes boxes_;
+    std::string decimalSeparator_;
     std::unique_ptr<MainWindowView> mainWindow_;
 };
 

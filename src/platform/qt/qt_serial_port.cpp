@@ -5,6 +5,10 @@
 #include <QFileInfo>
 #include <QThread>
 #include <algorithm>
+#include <array>
+#ifdef Q_OS_UNIX
+#include <unistd.h>
+#endif
 
 #include "platform/qt/deliver.h"
 #include "platform/qt/port_trouble.h"
@@ -18,6 +22,19 @@ namespace {
 QString realName(const std::string& device) {
     const QString real = QFileInfo(toQt(device)).canonicalFilePath();
     return real.isEmpty() ? toQt(device) : real;
+}
+
+/// How many bytes the device takes now. The toolkit's own way wakes the program once more for every frame.
+qint64 writeAtOnce(QSerialPort& port, const char* first, qint64 size) {
+#ifdef Q_OS_UNIX
+    if (port.bytesToWrite() > 0) return 0;
+    return std::max<qint64>(0, ::write(port.handle(), first, static_cast<std::size_t>(size)));
+#else
+    Q_UNUSED(port)
+    Q_UNUSED(first)
+    Q_UNUSED(size)
+    return 0;
+#endif
 }
 
 }  // namespace
@@ -67,7 +84,11 @@ void QtSerialPort::close() {
 void QtSerialPort::write(const Bytes& bytes) {
     if (state_ == State::Closed) throw RunTimeError(error_number::SerialNotOpen, "The port is not open");
     if (state_ == State::Lost) return;
-    port_.write(reinterpret_cast<const char*>(bytes.data()), static_cast<qint64>(bytes.size()));
+    const auto* first = reinterpret_cast<const char*>(bytes.data());
+    const auto size = static_cast<qint64>(bytes.size());
+    const qint64 taken = writeAtOnce(port_, first, size);
+    if (taken == size) return;
+    port_.write(first + taken, size - taken);
     port_.flush();
 }
 
@@ -86,9 +107,11 @@ void QtSerialPort::collect(int milliseconds) {
 }
 
 void QtSerialPort::take() {
-    const QByteArray bytes = port_.readAll();
-    const auto room = std::min(InputBufferSize - received_.size(), static_cast<std::size_t>(bytes.size()));
-    received_.insert(received_.end(), bytes.begin(), bytes.begin() + static_cast<qsizetype>(room));
+    std::array<char, InputBufferSize> bytes;
+    while (const auto count = static_cast<std::size_t>(std::max<qint64>(0, port_.read(bytes.data(), bytes.size())))) {
+        const std::size_t room = std::min(InputBufferSize - received_.size(), count);
+        received_.insert(received_.end(), bytes.begin(), bytes.begin() + room);
+    }
 }
 
 void QtSerialPort::arrived() {

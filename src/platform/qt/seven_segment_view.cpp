@@ -107,7 +107,7 @@ void SevenSegmentView::paintEvent(QPaintEvent* /*event*/) {
     drawText(*this, text_, textColor(*this));
 }
 
-QString SevenSegmentView::spokenValue() const { return overflow_ ? words::OutOfRange.arg(text_) : text_; }
+QString SevenSegmentView::spokenValue() const { return overflow_ ? outOfRange(text_) : text_; }
 
 ClockView::ClockView(ClockDisplay& clock) : View(clock) { setPolicy(QSizePolicy::Fixed, QSizePolicy::Fixed); }
 
@@ -120,7 +120,7 @@ void ClockView::showState() {
 bool ClockView::known() const { return minutes_ >= 0 && minutes_ < MinutesOfDay; }
 
 QString ClockView::spokenValue() const {
-    if (!known()) return words::NoTime;
+    if (!known()) return word(Word::NoTime);
     return QStringLiteral("%1:%2").arg(minutes_ / 60, 2, 10, QChar(u'0')).arg(minutes_ % 60, 2, 10, QChar(u'0'));
 }
 

@@ -17,11 +17,11 @@ namespace {
 constexpr int LampKinds = 3;
 /// Pictures 1 to 3 are the lamps off, 4 to 6 the same lamps on.
 QString lampName(int picture) {
-    const std::array<QString, LampKinds> names = {words::SendLamp, words::ReceiveLamp, words::ErrorLamp};
-    return names[static_cast<std::size_t>((picture - 1) % LampKinds)];
+    constexpr std::array<Word, LampKinds> Names = {Word::SendLamp, Word::ReceiveLamp, Word::ErrorLamp};
+    return word(Names[static_cast<std::size_t>((picture - 1) % LampKinds)]);
 }
 
-QString lampState(int picture) { return picture > LampKinds ? words::On : words::Off; }
+QString lampState(int picture) { return word(picture > LampKinds ? Word::On : Word::Off); }
 
 Qt::Alignment alignmentOf(const StatusPanel& panel) {
     switch (panel.alignment) {
@@ -59,6 +59,13 @@ class StatusPanelView : public ControlView {
             showText();
     }
 
+    void nameLamp() {
+        if (shownPicture_ == 0) return;
+        label_->setToolTip(lampName(shownPicture_));
+        label_->setAccessibleName(lampName(shownPicture_));
+        label_->setAccessibleDescription(lampState(shownPicture_));
+    }
+
   private:
     void showText() {
         const QString text = toQt(model_.Text);
@@ -70,9 +77,7 @@ class StatusPanelView : public ControlView {
         shownPicture_ = picture;
         const int side = label_->fontMetrics().height();
         label_->setPixmap(lampPicture(picture).pixmap(QSize(side, side), label_->devicePixelRatioF()));
-        label_->setToolTip(lampName(picture));
-        label_->setAccessibleName(lampName(picture));
-        label_->setAccessibleDescription(lampState(picture));
+        nameLamp();
     }
 
     StatusPanel& model_;
@@ -91,6 +96,10 @@ StatusBarView::~StatusBarView() { model_.unbind(this); }
 void StatusBarView::controlChanged() {
     QMetaObject::invokeMethod(
         &context_, [this] { rebuild(); }, Qt::QueuedConnection);
+}
+
+void StatusBarView::renamed() {
+    for (const auto& panel : panels_) panel->nameLamp();
 }
 
 void StatusBarView::rebuild() {

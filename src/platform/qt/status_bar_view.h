@@ -20,6 +20,8 @@ class StatusBarView : public ControlView {
     ~StatusBarView() override;
 
     void controlChanged() override;
+    /// The language may have changed.
+    void renamed();
 
   private:
     void rebuild();

@@ -115,7 +115,7 @@ void SteppedView::changeEvent(QEvent* event) {
     View::changeEvent(event);
 }
 
-QString SteppedView::spokenValue() const { return outOfRange() ? words::OutOfRange.arg(position()) : positionText(); }
+QString SteppedView::spokenValue() const { return outOfRange() ? qt::outOfRange(positionText()) : positionText(); }
 
 std::optional<ViewBase::Span> SteppedView::span() const { return Span{0, std::max(0, top()), position(), 1}; }
 

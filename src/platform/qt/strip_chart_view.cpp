@@ -39,9 +39,9 @@ QString timeText(double days) {
 
 StripChartView::StripChartView(StripChart& chart)
     : View(chart),
-      pause_(new ChartButton(ChartButton::Sign::Pause, words::Pause, this)),
-      fit_(new ChartButton(ChartButton::Sign::Fit, words::Fit, this)),
-      follow_(new ChartButton(ChartButton::Sign::Follow, words::Follow, this)) {
+      pause_(new ChartButton(ChartButton::Sign::Pause, Word::Pause, this)),
+      fit_(new ChartButton(ChartButton::Sign::Fit, Word::Fit, this)),
+      follow_(new ChartButton(ChartButton::Sign::Follow, Word::Follow, this)) {
     setFocusPolicy(Qt::StrongFocus);
     setPolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
     connect(pause_, &QToolButton::clicked, this, [this](bool on) { setPaused(on); });
@@ -57,6 +57,7 @@ StripChartView::StripChartView(StripChart& chart)
 }
 
 void StripChartView::showState() {
+    for (ChartButton* button : {pause_, fit_, follow_}) button->renamed();
     if (newestShown_ != model().times().size()) {
         newestShown_ = model().times().size();
         if (!paused_ && newestShown_ > 0) window_.setNewest(model().times().back());
@@ -104,7 +105,7 @@ void StripChartView::resizeEvent(QResizeEvent* event) {
 QRectF StripChartView::plot() const {
     const double line = fontMetrics().height();
     const double left = figuresWidth(fontMetrics(), QStringLiteral("-000")) + GridStep;
-    return QRectF(rect()).adjusted(left, rowHeight(*this) + line + GridStep, -MarkSize, -(line + GridStep));
+    return QRectF(rect()).adjusted(left, rowHeight(*this) + line + GridStep, -MarkSize, -(1.5 * line + 2));
 }
 
 ChartScale StripChartView::scale() const {
@@ -144,7 +145,8 @@ void StripChartView::paintHead(Brush& brush) const {
     bold.setWeight(QFont::DemiBold);
     brush.setFont(bold);
     brush.setPen(textColor(*this));
-    const QString title = paused_ ? toQt(model().Title) + QStringLiteral(" — ") + words::Paused : toQt(model().Title);
+    const QString title =
+        paused_ ? toQt(model().Title) + QStringLiteral(" — ") + word(Word::Paused) : toQt(model().Title);
     brush.drawText(head, static_cast<int>(Qt::AlignLeft | Qt::AlignVCenter), title);
     brush.setFont(font());
     double x = plot().left();
@@ -182,7 +184,7 @@ void StripChartView::paintAxes(Brush& brush, const ChartScale& scale) const {
         const double x = std::round(scale.x(i * timeStep));
         brush.fillRect(QRectF(x, place.top(), 1, place.height()), colors().line);
         const double left = std::min(x - timeWidth / 2, width() - timeWidth + GridStep);
-        brush.drawText(QRectF(left, place.bottom() + 4, timeWidth, line), static_cast<int>(Qt::AlignCenter),
+        brush.drawText(QRectF(left, place.bottom() + line / 2 + 1, timeWidth, line), static_cast<int>(Qt::AlignCenter),
                        timeText(i * timeStep));
     }
 }
@@ -212,7 +214,7 @@ void StripChartView::paintChannels(Brush& brush, const ChartScale& scale) const 
     }
     if (any) return;
     brush.setPen(textColor(*this));
-    brush.drawText(scale.place, static_cast<int>(Qt::AlignCenter), words::NoSamples);
+    brush.drawText(scale.place, static_cast<int>(Qt::AlignCenter), word(Word::NoSamples));
 }
 
 void StripChartView::mousePressEvent(QMouseEvent* event) {
@@ -277,7 +279,7 @@ void StripChartView::keyPressEvent(QKeyEvent* event) {
 
 QString StripChartView::spokenName() const {
     const QString title = ViewBase::spokenName();
-    return title.isEmpty() ? words::Chart : title;
+    return title.isEmpty() ? word(Word::Chart) : title;
 }
 
 QString StripChartView::spokenValue() const {

@@ -80,7 +80,7 @@ void ThermometerView::paintEvent(QPaintEvent* /*event*/) {
 
 QString ThermometerView::spokenValue() const {
     const QString number = QString::number(value_);
-    return beyond() ? words::OutOfRange.arg(number) : number;
+    return beyond() ? outOfRange(number) : number;
 }
 
 }  // namespace kestrel::qt

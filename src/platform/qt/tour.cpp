@@ -28,11 +28,11 @@ constexpr qint64 LongestWaitMs = 30000;
 constexpr qint64 RestMs = 300;
 constexpr QSize WindowSize(1366, 768);
 
-/// Records that the open page subscribes to and that no board has answered yet.
+/// Records that the open page subscribes to and that no board has answered yet, those included that stand in no file.
 int missingRecords() {
     int missing = 0;
     for (int bank = 0; bank < Banks; ++bank)
-        for (int number = 1; number < RecordCount(bank); ++number) {
+        for (int number = 1; number < ParamRecords; ++number) {
             const std::uint8_t flags = ParamFlags(bank, number);
             if ((flags & flag::Watched) && !(flags & flag::Valid)) ++missing;
         }

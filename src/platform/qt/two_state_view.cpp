@@ -22,7 +22,7 @@ void TwoStateView::showState() {
     valueShown();
 }
 
-QString TwoStateView::spokenValue() const { return active_ ? words::On : words::Off; }
+QString TwoStateView::spokenValue() const { return word(active_ ? Word::On : Word::Off); }
 
 void TwoStateView::press() {
     act([](ToggleSwitch& toggle) { toggle.UserClick(); });

@@ -37,9 +37,9 @@ void ViewBase::showFlags() {
         hidden_ = !control_->Visible;
         widget_.setVisible(!hidden_);
     }
-    if (const QString toolTip = toQt(control_->ToolTip); toolTip != shownToolTip_) {
-        shownToolTip_ = toolTip;
-        widget_.setToolTip(toolTip);
+    if (shownToolTip_ != control_->ToolTip.get()) {
+        shownToolTip_ = control_->ToolTip;
+        widget_.setToolTip(toQt(shownToolTip_));
     }
     if (shownWaiting_ != control_->waiting()) {
         shownWaiting_ = control_->waiting();
@@ -56,7 +56,7 @@ QString ViewBase::spokenName() const {
 }
 
 QString ViewBase::spokenDescription() const {
-    if (control_->waiting()) return words::WaitingForTheBoard;
+    if (control_->waiting()) return word(Word::WaitingForTheBoard);
     return toQt(control_->ToolTip);
 }
 

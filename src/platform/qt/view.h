@@ -70,7 +70,7 @@ class ViewBase : public ControlView {
     QWidget& widget_;
     bool hidden_ = false;
     bool shownWaiting_ = false;
-    QString shownToolTip_;
+    std::string shownToolTip_;
 };
 
 /// A view of a Model that is a Base widget.

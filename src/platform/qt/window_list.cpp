@@ -10,27 +10,29 @@
 namespace kestrel::qt {
 
 WindowList::WindowList(QMenu& menu, PageArea& area, const std::function<void()>& closeAll) : menu_(menu), area_(area) {
-    addCommand(words::NextWindow, Qt::CTRL | Qt::Key_F6, [&area] { area.activateNextSubWindow(); });
-    addCommand(words::PreviousWindow, Qt::CTRL | Qt::SHIFT | Qt::Key_F6, [&area] { area.activatePreviousSubWindow(); });
-    addCommand(words::Cascade, {}, [&area] { area.cascadeSubWindows(); });
-    addCommand(words::Tile, {}, [&area] { area.tileSubWindows(); });
-    addCommand(words::CloseAll, {}, closeAll);
+    addCommand(Word::NextWindow, {Qt::CTRL | Qt::Key_F6, Qt::CTRL | Qt::Key_Tab},
+               [&area] { area.activateNextSubWindow(); });
+    addCommand(Word::PreviousWindow, {Qt::CTRL | Qt::SHIFT | Qt::Key_F6, Qt::CTRL | Qt::SHIFT | Qt::Key_Tab},
+               [&area] { area.activatePreviousSubWindow(); });
+    addCommand(Word::Cascade, {}, [&area] { area.cascadeSubWindows(); });
+    addCommand(Word::Tile, {}, [&area] { area.tileSubWindows(); });
+    addCommand(Word::CloseAll, {}, closeAll);
     menu.addSeparator();
     QObject::connect(&menu, &QMenu::aboutToShow, &area, [this] { listWindows(); });
 }
 
-void WindowList::addCommand(const QString& text, const QKeySequence& keys, const std::function<void()>& run) {
-    QAction* action = menu_.addAction(text);
-    action->setShortcut(keys);
+void WindowList::addCommand(Word text, const QList<QKeySequence>& keys, const std::function<void()>& run) {
+    QAction* action = menu_.addAction(word(text));
+    action->setShortcuts(keys);
     QObject::connect(action, &QAction::triggered, &area_, run);
-    commands_ += action;
+    commands_.emplace_back(text, action);
 }
 
 void WindowList::listWindows() {
     qDeleteAll(windows_);
     windows_.clear();
     QStringList captions;
-    for (const QAction* command : commands_) captions += command->text().remove(u'&');
+    for (const auto& [text, action] : commands_) captions += word(text);
     for (QMdiSubWindow* window : area_.subWindowList()) {
         QAction* action = menu_.addAction(window->windowTitle());
         const bool isActive = window == area_.activeSubWindow();
@@ -42,7 +44,7 @@ void WindowList::listWindows() {
     }
     const QStringList texts = withMnemonics(captions);
     for (qsizetype i = 0; i < texts.size(); ++i)
-        (i < commands_.size() ? commands_[i] : windows_[i - commands_.size()])->setText(texts[i]);
+        (i < commands_.size() ? commands_[i].second : windows_[i - commands_.size()])->setText(texts[i]);
 }
 
 }  // namespace kestrel::qt

@@ -4,8 +4,10 @@
 
 #include <QMenu>
 #include <functional>
+#include <utility>
 
 #include "platform/qt/page_area.h"
+#include "platform/qt/words.h"
 
 namespace kestrel::qt {
 
@@ -15,12 +17,12 @@ class WindowList {
     WindowList(QMenu& menu, PageArea& area, const std::function<void()>& closeAll);
 
   private:
-    void addCommand(const QString& text, const QKeySequence& keys, const std::function<void()>& run);
+    void addCommand(Word text, const QList<QKeySequence>& keys, const std::function<void()>& run);
     void listWindows();
 
     QMenu& menu_;
     PageArea& area_;
-    QList<QAction*> commands_;
+    QList<std::pair<Word, QAction*>> commands_;
     QList<QAction*> windows_;
 };
 

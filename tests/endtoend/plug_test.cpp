@@ -1,0 +1,169 @@
+// A plug that is pulled and put back over and over, in every state of the link.
+// One notice a loss, an idle processor meanwhile, work within two seconds of its return, and nothing left behind.
+#include <QElapsedTimer>
+#include <QEvent>
+#include <QMessageBox>
+#include <cstdio>
+#include <fstream>
+
+#include "link/link_engine.h"
+#include "moments.h"
+#include "session.h"
+#include "shell/main_window.h"
+#include "support/processor_time.h"
+
+namespace kestrel::testing {
+namespace {
+
+constexpr int NoticeWithin = 500;
+constexpr int BackWithin = 2000;
+
+int openDescriptors() {
+    const std::filesystem::directory_iterator all("/proc/self/fd");
+    return static_cast<int>(std::distance(begin(all), end(all)));
+}
+
+/// Sees every event of the process: what the user is told, and how often timers fire.
+class Witness : public QObject {
+  public:
+    Witness() { qApp->installEventFilter(this); }
+    int notices = 0;
+    int boxes = 0;
+    int timersFired = 0;
+
+    bool eventFilter(QObject* receiver, QEvent* event) override {
+        if (event->type() == QEvent::Timer) ++timersFired;
+        if (event->type() == QEvent::Show && qobject_cast<QMessageBox*>(receiver)) ++boxes;
+        const bool isOn = Link().statusBar && !Link().statusBar->Panels(1).Text.get().empty();
+        if (isOn && !wasOn_) ++notices;
+        wasOn_ = isOn;
+        return false;
+    }
+
+  private:
+    bool wasOn_ = false;
+};
+
+struct State {
+    const char* name;
+    const char* fault;  ///< of the machine, that brings the state about
+    bool edits;         ///< the user has just changed something
+    bool (*isThere)();
+};
+
+bool isWaiting() { return !Link().LinkIdle; }
+
+constexpr State States[] = {
+    {"idle", "fault", false, [] { return Link().LinkIdle; }},
+    {"waiting for a reply", "fault slow=1", false, isWaiting},
+    {"half a reply", "fault drop=1", false, [] { return isWaiting() && Link().Comm1->InBufferCount() > 0; }},
+    {"waiting for an acknowledgement", "fault slow=1", true,
+     [] { return isWaiting() && !AnswersWithValue(Link().RequestBytes.Command); }},
+    {"after a time-out", "fault silent=1", false, [] { return Link().statusBar->Panels(4).Picture == 6; }},
+};
+
+class Plug : public Session {
+  protected:
+    /// A language file that is refused: choosing it brings up a message box.
+    Plug() { std::ofstream(installation.program() / "English.lng") << "too short\n"; }
+
+    void pull() {
+        witness.notices = 0;
+        board.tell("unplug");
+        EXPECT_TRUE(QTest::qWaitFor([] { return !notice().empty(); }, NoticeWithin)) << "no notice";
+    }
+    void stayAway(int ms) {
+        const double before = processorSeconds();
+        QElapsedTimer clock;
+        clock.start();
+        QTest::qWait(ms);
+        const double share = (processorSeconds() - before) * 1000 / static_cast<double>(clock.elapsed());
+        EXPECT_LT(share, 0.05) << "of a processor while the line is away";
+        mostProcessor = std::max(mostProcessor, share);
+    }
+    void putBack() {
+        board.tell("fault");
+        board.tell("plug");
+        sinceBack.start();
+    }
+    void expectWork(const std::function<bool()>& works) {
+        EXPECT_TRUE(QTest::qWaitFor([&] { return notice().empty() && works(); }, BackWithin)) << "does not work again";
+        longestReturn = std::max(longestReturn, sinceBack.elapsed());
+        EXPECT_EQ(witness.notices, 1);
+    }
+    void pullAndPutBack(FrmTempi& page, int away) {
+        pull();
+        stayAway(away);
+        const auto before = page.arrivals();
+        putBack();
+        expectWork([&] { return page.arrivals() > before; });
+    }
+    /// With the box open nothing but what comes from its own event loop runs.
+    void behindABox(FrmTempi& page, int away) {
+        when(witness, isBoxOpen, [&, away] {
+            pullAndPutBack(page, away);
+            confirmBox();
+        });
+        MDIForm1().smnuLingue(1).UserClick();
+    }
+    void duringIdentification(int away) {
+        stop();
+        when(witness, isIdentifying, [this] {
+            witness.notices = 0;
+            board.tell("unplug");
+        });
+        when(witness, isBoxOpen, [this, away] {
+            stayAway(away);
+            putBack();
+            confirmBox();
+        });
+        start();
+        expectWork(isRunning);
+    }
+    /// While nothing happens, for a little more than the longest interval of the link.
+    int timersFired() {
+        witness.timersFired = 0;
+        QTest::qWait(2200);
+        return witness.timersFired;
+    }
+
+    Witness witness;
+    QElapsedTimer sinceBack;
+    qint64 longestReturn = 0;
+    double mostProcessor = 0;
+};
+
+TEST_F(Plug, MayBePulledInEveryStateOfTheLink) {
+    constexpr int Kinds = static_cast<int>(std::size(States)) + 2;
+    const int rounds = isLongRun() ? 200 : Kinds;
+    FrmTempi* page = &openTimes();
+    const int descriptors = openDescriptors();
+    const int fired = timersFired();
+    for (int round = 0; round < rounds && !HasFailure(); ++round) {
+        const int kind = round % Kinds;
+        const int away = isLongRun() ? 700 + round * 37 % 1000 : 400;
+        const int boxes = witness.boxes;
+        SCOPED_TRACE(std::to_string(round) + ", kind " + std::to_string(kind) + ", away " + std::to_string(away));
+        if (kind == Kinds - 1) {
+            duringIdentification(away);
+            page = &openTimes();
+        } else if (kind == Kinds - 2) {
+            behindABox(*page, away);
+        } else {
+            board.tell(States[kind].fault);
+            if (States[kind].edits) QTest::keyClick(&firstBar(*page), Qt::Key_Right);
+            ASSERT_TRUE(eventually(States[kind].isThere)) << States[kind].name;
+            pullAndPutBack(*page, away);
+        }
+        EXPECT_EQ(witness.boxes - boxes, kind >= Kinds - 2 ? 1 : 0);
+        ASSERT_TRUE(eventually([&] { return !page->HScroll1[0].waiting(); }));
+        EXPECT_TRUE(stepIsConfirmed(*page, round % 2 ? Qt::Key_Left : Qt::Key_Right, round % 2 ? -1 : 1));
+    }
+    EXPECT_EQ(openDescriptors(), descriptors);
+    EXPECT_LT(timersFired(), fired * 1.3) << "a timer that had been left running would add to them at every round";
+    std::printf("%d rounds: back at work within %lld ms, at most %.1f %% of a processor while the line was away\n",
+                rounds, static_cast<long long>(longestReturn), mostProcessor * 100);
+}
+
+}  // namespace
+}  // namespace kestrel::testing

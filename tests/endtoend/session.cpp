@@ -1,0 +1,75 @@
+// A technician's session over a real line.
+// See session.h.
+#include "session.h"
+
+#include <stdexcept>
+
+#include "link/fan_out.h"
+#include "link/link_engine.h"
+#include "pages/registry.h"
+#include "platform/qt/bar_view.h"
+#include "platform/qt/child_window.h"
+#include "platform/qt/main_window_view.h"
+#include "shell/frm_ser.h"
+#include "shell/main_window.h"
+#include "shell/start_up.h"
+
+namespace kestrel::testing {
+
+bool isLongRun() { return qEnvironmentVariableIsSet("KESTREL_LONG"); }
+
+Session::Session() { start(); }
+
+Session::~Session() {
+    stop();
+    std::filesystem::current_path(startedIn);
+}
+
+void Session::start() {
+    platform = std::make_unique<qt::QtPlatform>(
+        qt::QtPlatform::Setup{.directory = installation.program(), .devices = {{1, board.device()}}});
+    setPlatform(platform.get());
+    RegisterPages(AllPages());
+    MDIForm_Load("Kestrel");
+}
+
+void Session::stop() {
+    ClosePages();
+    FrmSer_Unload();
+    ResetLink();
+    platform.reset();  // the window lets go of its model before that goes
+    setPlatform(nullptr);
+    ResetProgram();
+}
+
+std::string Session::notice() { return MDIForm1().StatusBar1.Panels(1).Text; }
+
+FrmTempi& Session::openTimes() {
+    MDIForm1().entry("smnuTempi").UserClick();
+    auto& page = dynamic_cast<FrmTempi&>(*FindLoadedPage("FrmTempi"));
+    EXPECT_TRUE(eventually([&] { return page.arrivals() >= 18; }));
+    return page;
+}
+
+QStringList Session::writes(int parameter) const {
+    return board.exchanges({QStringLiteral("hot-drink"), QStringLiteral("write"), QString::number(parameter)});
+}
+
+QWidget& Session::firstBar(FrmTempi& page) {
+    for (QWidget* widget : platform->mainWindow().childOf(page).findChildren<QWidget*>())
+        if (dynamic_cast<qt::BarView*>(widget)) {
+            widget->setFocus();
+            return *widget;
+        }
+    throw std::runtime_error("no bar");
+}
+
+bool Session::stepIsConfirmed(FrmTempi& page, Qt::Key key, int step) {
+    const int value = page.HScroll1[0].Value + step;
+    QTest::keyClick(&firstBar(page), key);
+    return eventually(
+               [&] { return board.value(HotDrinkBoard, BrewingWater) == value && !page.HScroll1[0].waiting(); }) &&
+           page.HScroll1[0].Value == value;
+}
+
+}  // namespace kestrel::testing

@@ -1,0 +1,50 @@
+// A technician's session over a real line: the program in this process, the machine in a process of its own.
+// The real platform and serial port run here.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <QTest>
+#include <functional>
+#include <memory>
+
+#include "board_process.h"
+#include "installation.h"
+#include "pages/beverage/frm_tempi.h"
+#include "platform/qt/qt_platform.h"
+
+namespace kestrel::testing {
+
+/// Whether KESTREL_LONG stands in the environment: the numbers of a soak test, many minutes instead of seconds.
+bool isLongRun();
+
+class Session : public ::testing::Test {
+  protected:
+    static constexpr int Soon = 5000;  ///< milliseconds
+    static constexpr int HotDrinkBoard = 1;
+    static constexpr int BrewingWater = 1143;  ///< the first bar of the page of times
+    static constexpr int BrewingWaterShadow = 1148;
+
+    Session();
+    ~Session() override;
+    void start();
+    void stop();
+
+    static bool eventually(const std::function<bool()>& holds) { return QTest::qWaitFor(holds, Soon); }
+    /// What the status bar says of the port; empty while all is well.
+    static std::string notice();
+
+    FrmTempi& openTimes();
+    QStringList writes(int parameter) const;
+    /// The widget of the first bar, with the keyboard's focus.
+    QWidget& firstBar(FrmTempi& page);
+    /// Presses a key on the first bar and waits until the board holds the new value and the page shows it.
+    bool stepIsConfirmed(FrmTempi& page, Qt::Key key, int step);
+
+    const std::filesystem::path startedIn = std::filesystem::current_path();
+    Installation installation;
+    BoardProcess board{installation.program()};
+    std::unique_ptr<qt::QtPlatform> platform;
+};
+
+}  // namespace kestrel::testing

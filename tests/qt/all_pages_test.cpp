@@ -1,0 +1,286 @@
+// Every page of the menu in the real frame window, filled by the simulated machine, in every language and both looks:
+// nothing is cut off, nothing overlaps, all fits the smallest screen in use, and all can be used by keys and heard.
+#include <QLabel>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QMenu>
+#include <QMenuBar>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QStatusBar>
+#include <QTest>
+#include <set>
+
+#include "drawn_texts.h"
+#include "link/fan_out.h"
+#include "link/param_table.h"
+#include "pages/registry.h"
+#include "platform/qt/bar_view.h"
+#include "platform/qt/canvas_view.h"
+#include "platform/qt/child_window.h"
+#include "platform/qt/group_view.h"
+#include "platform/qt/label_view.h"
+#include "platform/qt/main_window_view.h"
+#include "platform/qt/pictures.h"
+#include "shell/language_files.h"
+#include "shell/main_window.h"
+#include "shell/start_up.h"
+#include "support/processor_time.h"
+#include "support/world.h"
+#include "view_fixture.h"
+
+namespace kestrel::qt::testing {
+namespace {
+
+constexpr QSize SmallestScreen(1366, 768);
+constexpr int Languages = 5;
+constexpr int German = 0;  ///< in the language menu
+
+/// The virtual machine with a real frame window.
+class ScreenPlatform : public kestrel::testing::VirtualPlatform {
+  public:
+    void showMainWindow() override { view->showPainted(); }
+    Extent mainWindowExtent() override { return view->extent(); }
+    Extent measure(Window& window) override { return view->measure(window); }
+    void showWindow(Window& window) override { view->showWindow(window); }
+    void closeWindow(Window& window) override { view->closeWindow(window); }
+    Window* activeWindow() override { return view->activeWindow(); }
+
+    std::unique_ptr<MainWindowView> view;
+};
+
+class AllPages : public ::testing::Test {
+  protected:
+    AllPages() {
+        ResetProgram();
+        setPictureFolder(QStringLiteral(KESTREL_PICTURES));
+        applyLook(*qApp, Theme::Light);
+        platform.install(kestrel::testing::InstallationDirectory());
+        platform.lines[1] = &line;
+        platform.put("kestrel.ini", "Com=1\r\nLingua=Italiano\r\n");
+        RegisterPages(kestrel::AllPages());
+        platform.view = std::make_unique<MainWindowView>(MDIForm1());
+        MDIForm_Load("Kestrel");
+        platform.view->resize(SmallestScreen);
+        settle();
+    }
+    ~AllPages() override {
+        ClosePages();
+        settle();
+        platform.view.reset();
+        ResetProgram();
+    }
+
+    /// One turn of the event loop: everything must be in its place before it is painted for the first time.
+    static void settle() { QApplication::processEvents(); }
+    static bool missing() {
+        for (int bank = 0; bank < Banks; ++bank)
+            for (int number = 1; number < RecordCount(bank); ++number) {
+                const std::uint8_t flags = ParamFlags(bank, number);
+                if ((flags & flag::Watched) && !(flags & flag::Valid)) return true;
+            }
+        return false;
+    }
+    void fill() {
+        constexpr int LongestWait = 60;  // virtual seconds
+        const double end = static_cast<double>(platform.now()) + LongestWait * 1e6;
+        while (missing() && static_cast<double>(platform.now()) < end) platform.run(20);
+        EXPECT_FALSE(missing());
+        settle();
+    }
+    ChildWindow& open(const MenuRow& row) {
+        MDIForm1().entry(row.name).UserClick();
+        fill();
+        return platform.view->childOf(*FindLoadedPage(row.page));
+    }
+    static std::vector<MenuRow> rows() {
+        std::vector<MenuRow> result;
+        for (const MenuRow& row : MenuTree())
+            if (row.page) result.push_back(row);
+        return result;
+    }
+    static void choose(int language) {
+        MDIForm1().smnuLingue(language).UserClick();
+        settle();
+    }
+
+    QMenu& windowMenu() {
+        for (QAction* entry : platform.view->menuBar()->actions())
+            if (entry->text().remove(u'&') == toQt(MDIForm1().entry("mnuWL").Caption)) return *entry->menu();
+        throw std::logic_error("no menu of windows");
+    }
+
+    ScreenPlatform platform;
+    kestrel::testing::MachineLine line{kestrel::testing::World::still()};
+};
+
+std::vector<ViewBase*> viewsOf(const QWidget& page) {
+    std::vector<ViewBase*> result;
+    for (QWidget* widget : page.findChildren<QWidget*>())
+        if (auto* view = dynamic_cast<ViewBase*>(widget)) result.push_back(view);
+    return result;
+}
+
+/// The part of the widget that nothing round it cuts off.
+QRect uncut(const QWidget& widget) {
+    QRect seen = widget.rect();
+    QPoint at;
+    for (const QWidget* each = &widget; each->parentWidget() && !each->isWindow(); each = each->parentWidget()) {
+        at += each->pos();
+        seen &= each->parentWidget()->rect().translated(-at);
+    }
+    return seen;
+}
+
+std::string inWords(const QWidget& widget) {
+    const auto* view = dynamic_cast<const ViewBase*>(&widget);
+    return std::string(widget.metaObject()->className()) + " " + (view ? view->spokenName().toStdString() : "") +
+           " in " + (widget.parentWidget() ? widget.parentWidget()->metaObject()->className() : "");
+}
+
+void expectTextsWhole(QWidget& widget) {
+    const std::vector<DrawnText> texts = drawnTexts(widget);
+    const QRectF room = QRectF(widget.rect()).adjusted(-0.5, -0.5, 0.5, 0.5);
+    for (std::size_t i = 0; i < texts.size(); ++i) {
+        const QString& text = texts[i].text;
+        EXPECT_FALSE(text.contains(QChar(0x2026))) << "shortened: " << text.toStdString();
+        EXPECT_TRUE(room.contains(texts[i].place)) << "over the edge: " << text.toStdString();
+        for (std::size_t k = 0; k < i; ++k)
+            EXPECT_FALSE(texts[k].place.adjusted(1, 1, -1, -1).intersects(texts[i].place))
+                << "one over the other: " << text.toStdString() << ", " << texts[k].text.toStdString();
+    }
+}
+
+void expectNothingCutOff(ChildWindow& window) {
+    expectTextsWhole(window);
+    for (QWidget* widget : window.findChildren<QWidget*>()) {
+        if (!widget->isVisible() || widget->size().isEmpty()) continue;
+        expectTextsWhole(*widget);
+        EXPECT_TRUE(uncut(*widget) == widget->rect()) << inWords(*widget);
+    }
+    for (const ViewBase* view : viewsOf(window)) {
+        const QSize needed = view->widget().minimumSizeHint().expandedTo({0, 0});
+        const QSize given = view->widget().size();
+        EXPECT_EQ(given.expandedTo(needed), given) << view->spokenName().toStdString();
+    }
+    for (const auto* area : window.findChildren<QScrollArea*>())
+        EXPECT_FALSE(area->verticalScrollBar()->isVisible() || area->horizontalScrollBar()->isVisible());
+}
+
+void expectNothingOverlaps(ChildWindow& window) {
+    struct Standing {
+        const ViewBase* view;
+        QRect place;
+    };
+    std::vector<Standing> placed;
+    for (const ViewBase* view : viewsOf(window)) {
+        QWidget& widget = view->widget();
+        if (!widget.isVisible() || dynamic_cast<GroupView*>(&widget) || dynamic_cast<CanvasView*>(&widget)) continue;
+        const QRect place(widget.mapTo(&window, QPoint(0, 0)), widget.size());
+        for (const Standing& other : placed)
+            EXPECT_FALSE(other.place.intersects(place))
+                << view->spokenName().toStdString() << " and " << other.view->spokenName().toStdString();
+        placed.push_back({view, place});
+    }
+}
+
+/// What can be operated is in the tab order and has a name, and a value where it holds one.
+void expectOperableAndNamed(const ChildWindow& window) {
+    for (const ViewBase* view : viewsOf(window)) {
+        const bool typed = view->widget().inherits("QLineEdit");
+        if (!view->span() && !view->canPress() && !view->checked() && !typed) continue;
+        EXPECT_TRUE(view->widget().focusPolicy() & Qt::TabFocus) << view->spokenName().toStdString();
+        EXPECT_FALSE(view->spokenName().isEmpty()) << view->widget().metaObject()->className();
+        EXPECT_FALSE(view->span() && view->spokenValue().isEmpty()) << view->spokenName().toStdString();
+    }
+}
+
+TEST_F(AllPages, AreWholeInEveryLanguageAndLook) {
+    for (const Theme look : {Theme::Light, Theme::Dark}) {
+        applyLook(*qApp, look);
+        for (const MenuRow& row : rows()) {
+            ChildWindow& window = open(row);
+            for (int language = 0; language < Languages; ++language) {
+                choose(language);
+                SCOPED_TRACE(std::string(row.page) + " " + MDIForm1().smnuLingue(language).Caption.get());
+                expectNothingCutOff(window);
+                expectNothingOverlaps(window);
+                expectOperableAndNamed(window);
+                const QMenuBar& menus = *platform.view->menuBar();
+                for (QAction* entry : menus.actions())
+                    EXPECT_TRUE(menus.rect().contains(menus.actionGeometry(entry))) << entry->text().toStdString();
+                EXPECT_EQ(platform.view->size(), SmallestScreen);
+            }
+            ClosePages();
+        }
+    }
+}
+
+TEST_F(AllPages, AreReachedWholeByTab) {
+    for (const MenuRow& row : rows()) {
+        ChildWindow& window = open(row);
+        platform.view->activateWindow();
+        std::set<const QWidget*> reached;
+        for (int i = 0; i < 200; ++i) {
+            QTest::keyClick(platform.view->windowHandle(), Qt::Key_Tab);
+            const QWidget* focused = QApplication::focusWidget();
+            if (!focused || !reached.insert(focused).second) break;
+        }
+        for (const ViewBase* view : viewsOf(window)) {
+            const QWidget& widget = view->widget();
+            if (!widget.isVisible() || !widget.isEnabled() || !(widget.focusPolicy() & Qt::TabFocus)) continue;
+            EXPECT_TRUE(reached.contains(&widget)) << row.page << " " << view->spokenName().toStdString();
+        }
+        ClosePages();
+    }
+}
+
+TEST_F(AllPages, TakeATypedValueOnADoubleClickOnTheFigureOfEveryBar) {
+    for (const MenuRow& row : rows()) {
+        ChildWindow& window = open(row);
+        platform.view->activateWindow();
+        std::set<const QWidget*> opened;
+        std::set<const QWidget*> bars;
+        for (const ViewBase* view : viewsOf(window)) {
+            if (dynamic_cast<const BarView*>(view) && view->widget().isEnabled()) bars.insert(&view->widget());
+            const auto* label = dynamic_cast<const LabelView*>(view);
+            if (!label || !label->isFigure()) continue;
+            QTest::mouseDClick(&view->widget(), Qt::LeftButton);
+            const auto* typing = dynamic_cast<const BarView*>(QApplication::focusWidget());
+            if (typing) opened.insert(typing);
+        }
+        const bool hasABarThatChooses = row.page == std::string("FrmDosi");
+        EXPECT_EQ(opened.size() + (hasABarThatChooses ? 1 : 0), bars.size()) << row.page;
+        ClosePages();
+    }
+}
+
+TEST_F(AllPages, FollowTheLanguageTogetherAndAtOnce) {
+    constexpr std::size_t Open = 10;
+    constexpr double LongestChange = 0.050;  // seconds of the processor, until all is painted
+    constexpr int Changes = 10;
+    std::vector<MenuRow> pages = rows();
+    pages.resize(Open);
+    for (const MenuRow& row : pages) open(row);
+    const double before = kestrel::testing::processorSeconds();
+    for (int i = 0; i < Changes; ++i) choose(i % Languages);
+    EXPECT_LT(kestrel::testing::processorSeconds() - before, Changes * LongestChange);
+    choose(German);
+    for (const MenuRow& row : pages)
+        EXPECT_EQ(platform.view->childOf(*FindLoadedPage(row.page)).windowTitle(), toQt(LanguageTable(row.line)));
+    Q_EMIT windowMenu().aboutToShow();
+    EXPECT_EQ(windowMenu().actions().at(4)->text().remove(u'&'), QStringLiteral("Alle schließen"));
+    EXPECT_EQ(platform.view->statusBar()->findChildren<QLabel*>().last()->accessibleName(), QStringLiteral("Fehler"));
+}
+
+TEST_F(AllPages, SpeakEnglishOfThemselvesWithALanguageFileThatHasNoWordsForIt) {
+    std::string lines;
+    for (int i = 1; i <= LanguageLines; ++i) lines += "another text\n";
+    platform.put("Other.lng", lines);
+    LoadLanguage("Other.lng");
+    Q_EMIT windowMenu().aboutToShow();
+    EXPECT_EQ(windowMenu().actions().at(4)->text().remove(u'&'), QStringLiteral("Close all"));
+}
+
+}  // namespace
+}  // namespace kestrel::qt::testing

@@ -1,0 +1,74 @@
+// A paint device that keeps the texts and forgets all else.
+// See drawn_texts.h.
+#include "drawn_texts.h"
+
+#include <QPaintDevice>
+#include <QPaintEngine>
+
+namespace kestrel::qt::testing {
+
+namespace {
+
+class TextEngine : public QPaintEngine {
+  public:
+    TextEngine() : QPaintEngine(AllFeatures) {}
+    bool begin(QPaintDevice* /*device*/) override { return true; }
+    bool end() override { return true; }
+    Type type() const override { return User; }
+    void updateState(const QPaintEngineState& now) override {
+        if (now.state() & DirtyTransform) transform_ = now.transform();
+    }
+    void drawPixmap(const QRectF& /*to*/, const QPixmap& /*pixmap*/, const QRectF& /*from*/) override {}
+    void drawPath(const QPainterPath& /*path*/) override {}
+    void drawPolygon(const QPointF* /*points*/, int /*count*/, PolygonDrawMode /*mode*/) override {}
+    void drawTextItem(const QPointF& at, const QTextItem& item) override {
+        const QRectF box(at.x(), at.y() - item.ascent(), item.width(), item.ascent() + item.descent());
+        if (!item.text().trimmed().isEmpty()) texts.push_back({item.text(), transform_.mapRect(box)});
+    }
+
+    std::vector<DrawnText> texts;
+
+  private:
+    QTransform transform_;
+};
+
+class TextDevice : public QPaintDevice {
+  public:
+    explicit TextDevice(const QWidget& like) : like_(like) {}
+    QPaintEngine* paintEngine() const override { return &engine_; }
+    const std::vector<DrawnText>& texts() const { return engine_.texts; }
+
+  protected:
+    int metric(PaintDeviceMetric which) const override {
+        switch (which) {
+            case PdmWidth:
+                return like_.width();
+            case PdmHeight:
+                return like_.height();
+            case PdmDpiX:
+            case PdmPhysicalDpiX:
+                return like_.logicalDpiX();
+            case PdmDpiY:
+            case PdmPhysicalDpiY:
+                return like_.logicalDpiY();
+            case PdmDevicePixelRatio:
+                return 1;
+            default:
+                return QPaintDevice::metric(which);
+        }
+    }
+
+  private:
+    const QWidget& like_;
+    mutable TextEngine engine_;
+};
+
+}  // namespace
+
+std::vector<DrawnText> drawnTexts(QWidget& widget) {
+    TextDevice device(widget);
+    widget.render(&device, QPoint(), QRegion(), QWidget::RenderFlags());
+    return device.texts();
+}
+
+}  // namespace kestrel::qt::testing
