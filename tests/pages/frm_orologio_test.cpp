@@ -152,6 +152,8 @@ TEST_F(FrmOrologioTest, DatesAreShownWithFourDigitsOfTheYearAndTheirFallbacks) {
         EXPECT_EQ(page.Label6.Caption.get(), c.shown);
         EXPECT_EQ(page.HScroll5[0].Value, c.dayBar) << c.shown;
         EXPECT_EQ(page.HScroll5[1].Value, c.monthBar) << c.shown;
+        EXPECT_EQ(page.Label5[0].Caption.get(), std::to_string(c.dayBar));
+        EXPECT_EQ(page.Label5[1].Caption.get(), std::to_string(c.monthBar));
     }
 }
 

@@ -88,27 +88,6 @@ TEST(VendCounters, OtherBanksAndNeighboursChangeNothing) {
     }
 }
 
-TEST(VendCounters, NineCoinsOfSixteenCount) {
-    World world;
-    world.start();
-    for (int i = 0; i < 16; ++i) world.setBoard(0, 177 + i, 100);
-    auto& page = world.open<VendCounters>("FrmMonete");
-    for (int i = 0; i < 16; ++i) {
-        EXPECT_EQ(page.Label2[i].Caption.get(), i < 9 ? "100" : "") << i;
-        EXPECT_EQ(ParamTable(0, 177 + i).Watchers, i < 9 ? 1 : 0) << i;
-    }
-}
-
-TEST(VendCounters, PlusPreselectionsAreKeptFreshAndNotShown) {
-    World world;
-    world.start();
-    for (int n = 173; n <= 176; ++n) world.setBoard(0, n, 9'173);
-    auto& page = world.open<VendCounters>("FrmBattute");
-    for (int n = 173; n <= 176; ++n) EXPECT_TRUE(ParamIsFresh(n, 0)) << n;
-    for (Labels VendCounters::*labels : {&VendCounters::Label1, &VendCounters::Label3, &VendCounters::Label4})
-        for (Label& label : page.*labels) EXPECT_NE(label.Caption.get(), "9173");
-}
-
 bool anyLabelSays(const Layout& layout, const std::string& text) {
     const auto* label = dynamic_cast<const Label*>(layout.control);
     return (label && label->Caption.get() == text) ||
