@@ -4,7 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include "support/watches.h"
 #include "support/world.h"
 #include "support/writes.h"
 
@@ -118,17 +117,6 @@ TEST_F(FrmTemperaturaTest, AWordOfPresenceThatIsNotNewTouchesNothing) {
     world.run(5000);  // the words are read again and again
     EXPECT_FALSE(page.Frame1.Enabled);
     EXPECT_FALSE(page.Frame2.Enabled);
-}
-
-TEST_F(FrmTemperaturaTest, SubscribesToItsListAndGivesItBack) {
-    world.start();
-    FrmTemperatura& page = open();
-    EXPECT_EQ(
-        testing::watches(),
-        testing::watchesOf(
-            {{1, 1199, 1200}, {1, 1153, 1153}, {1, 376, 376}, {1, 1202, 1202}, {2, 51, 57}, {2, 266, 272}, {0, 1, 2}}));
-    page.UserClose();
-    EXPECT_EQ(testing::watches(), testing::Watches{});
 }
 
 }  // namespace
