@@ -169,6 +169,7 @@ Options read(int count, char** arguments) {
 
 int main(int count, char** arguments) {
     using namespace kestrel::testing;
+    std::setvbuf(stdout, nullptr, _IOLBF, BUFSIZ);
     try {
         const Options options = read(count, arguments);
         return options.plan.empty() ? playMany(options) : playOne(options);
