@@ -1,6 +1,8 @@
-// What a bar itself says of its value, in its preview and where one is typed, against the value that stands beside it.
+// Where the controls of the pages stand: each in one place, and a bar beside the figure that it sets.
 // A bar in another scale than its figure would take 15 for 1.5.
 #include <gtest/gtest.h>
+
+#include <map>
 
 #include "support/world.h"
 
@@ -20,7 +22,23 @@ void collect(const Layout& layout, std::vector<std::pair<const ScrollBar*, const
     }
 }
 
-TEST(BarTexts, EveryBarSpeaksInTheScaleOfTheFigureBesideIt) {
+void count(const Layout& layout, std::map<const Control*, int>& places) {
+    if (layout.control) ++places[layout.control];
+    for (const Layout& child : layout.children) count(child, places);
+}
+
+TEST(PageLayouts, EveryControlStandsInOnePlace) {
+    World world;
+    world.start();
+    for (const auto& [name, make] : AllPages()) {
+        std::map<const Control*, int> places;
+        count(ShowPage(name).Arrange(), places);
+        EXPECT_FALSE(places.empty()) << name;
+        for (const auto& [control, times] : places) EXPECT_EQ(times, 1) << name << ": " << control->accessibleName();
+    }
+}
+
+TEST(PageLayouts, EveryBarSpeaksInTheScaleOfTheFigureBesideIt) {
     const std::pair<const char*, std::size_t> pages[] = {{"FrmPagamento", 15},  {"FrmPrezzi", 38},  {"FrmSconti", 35},
                                                          {"FrmAssSel", 18},     {"FrmAssSet", 48},  {"FrmConMac", 21},
                                                          {"FrmOpzioni", 4},     {"FrmAzione", 6},   {"FrmTempi", 8},
