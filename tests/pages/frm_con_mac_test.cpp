@@ -230,6 +230,7 @@ TEST_F(FrmConMacTest, AMoveBeyondTheLimitIsRefusedInSilenceAndTheBoardsValueRead
             if (!exchange.request.write && exchange.request.board == simulator::Board::HotDrink)
                 reads.insert(exchange.parameter);
         };
+        CurrentBank = 0;  // where the scan may stand when the user acts
         page.iSwSliderX1[c.slider].UserMove(c.allowed + 1);
         EXPECT_EQ(live(page), liveWith(4, 5, c.cold == 1));
         ASSERT_TRUE(world.settle());

@@ -220,6 +220,7 @@ TEST_F(FrmOpzioniTest, NumbersAreCutLimitedAndWrittenOnce) {
             testing::WriteLog log(world);
             TextBox& box = page.Text1[c.field];
             box.UserType(c.typed);
+            CurrentBank = 1;  // where the scan may stand when the user acts
             byEnter ? box.UserEnter() : box.UserLeave();
             EXPECT_EQ(box.Text.get(), c.shown);
             ASSERT_TRUE(world.settle());

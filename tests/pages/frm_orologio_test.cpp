@@ -93,6 +93,7 @@ TEST_F(FrmOrologioTest, AMovedSettingIsWrittenOnceAndTheMachineTakesItOver) {
     for (const auto& c : cases) {
         testing::WriteLog log(world);
         EXPECT_FALSE(page.Editing);
+        CurrentBank = 1;  // where the scan may stand when the user acts
         c.bar.UserMove(c.to);
         EXPECT_TRUE(page.Editing);
         ASSERT_TRUE(world.settle());
