@@ -139,19 +139,6 @@ std::string inWords(const QWidget& widget) {
            " in " + (widget.parentWidget() ? widget.parentWidget()->metaObject()->className() : "");
 }
 
-void expectTextsWhole(QWidget& widget) {
-    const std::vector<DrawnText> texts = drawnTexts(widget);
-    const QRectF room = QRectF(widget.rect()).adjusted(-0.5, -0.5, 0.5, 0.5);
-    for (std::size_t i = 0; i < texts.size(); ++i) {
-        const QString& text = texts[i].text;
-        EXPECT_FALSE(text.contains(QChar(0x2026))) << "shortened: " << text.toStdString();
-        EXPECT_TRUE(room.contains(texts[i].place)) << "over the edge: " << text.toStdString();
-        for (std::size_t k = 0; k < i; ++k)
-            EXPECT_FALSE(texts[k].place.adjusted(1, 1, -1, -1).intersects(texts[i].place))
-                << "one over the other: " << text.toStdString() << ", " << texts[k].text.toStdString();
-    }
-}
-
 void expectNothingCutOff(ChildWindow& window) {
     expectTextsWhole(window);
     for (QWidget* widget : window.findChildren<QWidget*>()) {
