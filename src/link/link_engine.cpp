@@ -253,8 +253,7 @@ void LinkAcceptReply() {
         if (record.Period == 0) flags &= notPending;
         stored = flags;
         const std::size_t padded = std::max<std::size_t>(link.ReplyData.size(), WrittenBytes);
-        for (std::size_t i = 0; i < padded && i < record.Value.size(); ++i)
-            record.Value[i] = i < link.ReplyData.size() ? link.ReplyData[i] : 0;
+        for (std::size_t i = 0; i < padded; ++i) record.Value[i] = i < link.ReplyData.size() ? link.ReplyData[i] : 0;
         NotifyPages(link.ScanIndex, link.ReplyData, link.RequestBytes.n);
     }
     ++link.ScanIndex;

@@ -6,6 +6,7 @@
 #include <cstring>
 #include <limits>
 #include <string>
+#include <type_traits>
 #include <vector>
 
 #include "platform/trouble.h"
@@ -128,9 +129,10 @@ int NextPending(int bank, int index, int end) {
 }
 
 void ResetParamTable() {
+    static_assert(std::is_trivially_copyable_v<ParamRecord>, "an empty record is all zeros");
     ParamState& table = state();  // emptied where it stands: new memory would cost more than the whole reset
-    table.records.assign(TableSize, {});
-    table.flags.assign(TableSize, 0);
+    std::memset(static_cast<void*>(table.records.data()), 0, TableSize * sizeof(ParamRecord));
+    std::fill(table.flags.begin(), table.flags.end(), std::uint8_t{0});
     table.present = {};
     table.recordCount = {};
     CurrentBank = 0;

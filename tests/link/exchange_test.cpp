@@ -168,6 +168,31 @@ TEST_F(ExchangeTest, BytesThatNobodyAskedForAreDroppedAndOpenNothing) {
     EXPECT_EQ(ParamRead(1, 0), 1000);
 }
 
+TEST_F(ExchangeTest, AnEventThatChangesWhileItIsLookedAtCostsNoMoreThanATimeOut) {
+    struct Row {
+        std::deque<int> events;
+        int opened;  ///< by the time-out alone, or by the event too
+        const char* notice;
+    };
+    for (const Row& row : {Row{{CommEventCarrier}, 1, ""}, Row{{CommEventReceive, CommEventCarrier}, 1, ""},
+                           Row{{CommEventReceive, 4}, 1, ""},
+                           Row{{CommEventReceive, CommEventClearToSend}, 2, "Check serial interface "}}) {
+        LinkBench::reset();
+        bench.board[{0, 1}] = 321;
+        bench.start();
+        const int before = bench.platform.opened;
+        bench.platform.commEvents = row.events;
+        Watch(0, 1);
+        bench.run(900);
+        EXPECT_FALSE(ParamIsFresh(1, 0));
+        EXPECT_EQ(LinkBench::notice(), row.notice);
+        bench.run(400);
+        EXPECT_EQ(bench.platform.opened - before, row.opened);
+        EXPECT_EQ(ParamRead(1, 0), 321);
+        EXPECT_EQ(LinkBench::notice(), "");
+    }
+}
+
 TEST_F(ExchangeTest, AReplyIsFiledUnderTheBankThatAPageMovedTo) {
     for (const bool pendingThere : {true, false}) {
         LinkBench::reset();

@@ -41,7 +41,7 @@ class FanOutTest : public ::testing::Test {
 };
 
 TEST_F(FanOutTest, EveryAcceptedReplyReachesEveryPageInOrderAndSameValuesCountAgain) {
-    open("A");
+    const Page& first = open("A");
     open("B");
     bench.rows[2][0] = {0, 3, 0};
     bench.board = {{{2, 1}, 4000000000}};
@@ -54,6 +54,7 @@ TEST_F(FanOutTest, EveryAcceptedReplyReachesEveryPageInOrderAndSameValuesCountAg
     bench.run(200);
     EXPECT_EQ(log, (Log{"A 2.1=4000000000", "B 2.1=4000000000", "A 2.1=4000000000", "B 2.1=4000000000", "A 1.2=4464",
                         "B 1.2=4464"}));
+    EXPECT_EQ(first.arrivals(), 3);
 }
 
 TEST_F(FanOutTest, NothingIsToldOfRepliesThatAreNotAccepted) {

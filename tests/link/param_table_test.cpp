@@ -5,7 +5,10 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <limits>
 
+#include "link/frames.h"
+#include "link/index_files.h"
 #include "platform/trouble.h"
 
 namespace kestrel {
@@ -93,7 +96,10 @@ TEST_F(ParamTableTest, NothingOutsideTheTableIsTouched) {
                  [](int i) { ParamIsFresh(i, 0); }})
             EXPECT_THROW(use(index), RunTimeError) << index;
     }
+    EXPECT_THROW(IdentTable(0, -1), RunTimeError);
     for (const int bank : {-1, 3}) {
+        EXPECT_THROW(IdentTable(bank, 1), RunTimeError);
+        EXPECT_THROW(BoardAddress(bank), RunTimeError);
         EXPECT_THROW(ParamRead(1, bank), RunTimeError);
         EXPECT_THROW(ParamIsFresh(1, bank), RunTimeError);
         CurrentBank = bank;
@@ -104,6 +110,9 @@ TEST_F(ParamTableTest, NothingOutsideTheTableIsTouched) {
     ParamTable(2, 33000).Command = 3;
     ParamWrite(33000, 0xFFFFFFFF);
     EXPECT_EQ(ParamRead(33000, 2), 4294967295) << "the last record of the last bank";
+    SetBoardPresent(2, true);
+    ParamTable(2, 1).Watchers = 255;
+    EXPECT_THROW(ParamWatch(1), RunTimeError) << "one more would count as none";
 }
 
 TEST_F(ParamTableTest, AWriteFillsFourBytesAndARecordShowsItsOwnWidth) {
@@ -122,6 +131,10 @@ TEST_F(ParamTableTest, AWriteFillsFourBytesAndARecordShowsItsOwnWidth) {
     ParamRelease(7);
     EXPECT_EQ(ParamRead(7, 0), 70000) << "the last value stays readable";
     EXPECT_FALSE(ParamIsFresh(7, 0));
+    ParamTable(0, 7).Value.fill(255);
+    ParamTable(0, 7).Command = 0x0F;
+    EXPECT_EQ(ParamRead(7, 0), std::numeric_limits<ParamValue>::max())
+        << "sixteen bytes are more than any number holds";
 }
 
 TEST_F(ParamTableTest, TheScanFindsTheNextPendingRecordWhereverItStands) {

@@ -4,6 +4,7 @@
 
 #include "link/link_engine.h"
 #include "link/param_table.h"
+#include "link/port_search.h"
 #include "link_bench.h"
 #include "shell/main_window.h"
 
@@ -78,6 +79,40 @@ TEST_F(PortLossTest, AnIdleLinkTakesTheNoticeAwayWhenThePortIsBack) {
     EXPECT_EQ(LinkBench::notice(), "");
     EXPECT_TRUE(bench.platform.portOpen());
     EXPECT_TRUE(bench.line.sent.empty());
+}
+
+TEST_F(PortLossTest, APortChosenAnewEndsTheWaitForTheLostOne) {
+    for (const bool exchangeIsOpen : {false, true}) {
+        LinkBench::reset();
+        bench.start();
+        bench.unplug();
+        bench.run(100);
+        bench.plug();
+        OpenPort(1);
+        const int opened = bench.platform.opened;
+        bench.silent = {"0.1?"};
+        if (exchangeIsOpen) Watch(0, 1);
+        bench.run(900);  // the lost port would have been tried again by now
+        EXPECT_EQ(bench.platform.opened, opened);
+        EXPECT_EQ(LinkBench::notice(), exchangeIsOpen ? CheckInterface : "");
+        bench.silent.clear();
+        bench.run(1100);
+        EXPECT_EQ(LinkBench::notice(), "");
+        EXPECT_EQ(ParamIsFresh(1, 0), exchangeIsOpen);
+    }
+}
+
+TEST_F(PortLossTest, AFrameThatThePortDoesNotTakeIsATimeOut) {
+    bench.start();
+    bench.line.there = false;  // and nothing has told of it
+    Watch(0, 1);
+    bench.run(3000);
+    EXPECT_EQ(LinkBench::notice(), CheckInterface);
+    EXPECT_TRUE(bench.line.sent.empty());
+    bench.plug();
+    bench.run(1200);
+    EXPECT_TRUE(ParamIsFresh(1, 0));
+    EXPECT_EQ(LinkBench::notice(), "");
 }
 
 TEST_F(PortLossTest, APortLostDuringIdentificationIsAskedForAndTakenUpAgain) {

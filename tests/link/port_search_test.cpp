@@ -106,6 +106,10 @@ TEST_F(PortSearchTest, WithoutAnyPortEachIsTriedTwiceAndTheReasonsAreShown) {
     bench.platform.lines = {{1, &bench.line}};
     EXPECT_THROW(search(1), ProcessEnded);
     EXPECT_EQ(bench.platform.messages.back().title, "ERROR  68") << "devices without boards";
+
+    bench.platform.openFailures[1] = {8022, "no trouble of a port"};
+    LinkBench::reset();
+    EXPECT_THROW(search(1), RunTimeError) << "what is no trouble of a port ends the search";
 }
 
 TEST_F(PortSearchTest, TheConfiguredPortIsTheLastCharacterOfTheFirstLine) {

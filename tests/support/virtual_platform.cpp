@@ -75,7 +75,12 @@ class VirtualSerial : public SerialControl {
         if (!open_) throw RunTimeError(error_number::SerialNotOpen, "The port is not open");
         return std::exchange(buffer_, {});
     }
-    int CommEvent() const override { return CommEventReceive; }
+    int CommEvent() const override {
+        if (owner_.commEvents.empty()) return CommEventReceive;
+        const int event = owner_.commEvents.front();
+        owner_.commEvents.pop_front();
+        return event;
+    }
 
     Line* line() const {
         const auto found = owner_.lines.find(port_);

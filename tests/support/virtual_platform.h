@@ -51,7 +51,8 @@ class VirtualPlatform : public Platform {
     std::map<int, std::pair<int, std::string>> openFailures;  ///< error number and text of ports that cannot be opened
     Micros chunk = 0;  ///< bytes arrive at multiples of this, as through an adapter
     bool portOpen() const;
-    int opened = 0;  ///< how often a port was opened
+    int opened = 0;              ///< how often a port was opened
+    std::deque<int> commEvents;  ///< what the coming looks at the port's event find; without one, that bytes came
 
     // People.
     std::deque<Message::Answer> answers;  ///< to the coming message boxes; without one a box is answered OK
