@@ -5,10 +5,13 @@
 #include <QMdiSubWindow>
 #include <QMenu>
 #include <QMenuBar>
+#include <QMessageBox>
+#include <QPushButton>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QStatusBar>
 #include <QTest>
+#include <QTimer>
 #include <set>
 
 #include "drawn_texts.h"
@@ -21,6 +24,7 @@
 #include "platform/qt/group_view.h"
 #include "platform/qt/label_view.h"
 #include "platform/qt/main_window_view.h"
+#include "platform/qt/message_boxes.h"
 #include "platform/qt/pictures.h"
 #include "shell/language_files.h"
 #include "shell/main_window.h"
@@ -139,19 +143,6 @@ std::string inWords(const QWidget& widget) {
            " in " + (widget.parentWidget() ? widget.parentWidget()->metaObject()->className() : "");
 }
 
-void expectTextsWhole(QWidget& widget) {
-    const std::vector<DrawnText> texts = drawnTexts(widget);
-    const QRectF room = QRectF(widget.rect()).adjusted(-0.5, -0.5, 0.5, 0.5);
-    for (std::size_t i = 0; i < texts.size(); ++i) {
-        const QString& text = texts[i].text;
-        EXPECT_FALSE(text.contains(QChar(0x2026))) << "shortened: " << text.toStdString();
-        EXPECT_TRUE(room.contains(texts[i].place)) << "over the edge: " << text.toStdString();
-        for (std::size_t k = 0; k < i; ++k)
-            EXPECT_FALSE(texts[k].place.adjusted(1, 1, -1, -1).intersects(texts[i].place))
-                << "one over the other: " << text.toStdString() << ", " << texts[k].text.toStdString();
-    }
-}
-
 void expectNothingCutOff(ChildWindow& window) {
     expectTextsWhole(window);
     for (QWidget* widget : window.findChildren<QWidget*>()) {
@@ -264,6 +255,18 @@ TEST_F(AllPages, FollowTheLanguageTogetherAndAtOnce) {
     Q_EMIT windowMenu().aboutToShow();
     EXPECT_EQ(windowMenu().actions().at(4)->text().remove(u'&'), QStringLiteral("Alle schließen"));
     EXPECT_EQ(platform.view->statusBar()->findChildren<QLabel*>().last()->accessibleName(), QStringLiteral("Fehler"));
+}
+
+TEST_F(AllPages, AskInTheirLanguage) {
+    choose(German);
+    QStringList answers;
+    QTimer::singleShot(0, qApp, [&answers] {
+        auto& box = dynamic_cast<QMessageBox&>(*QApplication::activeModalWidget());
+        for (const auto which : {QMessageBox::Yes, QMessageBox::No}) answers += box.button(which)->text().remove(u'&');
+        box.reject();
+    });
+    MessageBoxes().ask({.text = LanguageTable(476), .title = "", .buttons = Message::Buttons::YesNo}, nullptr);
+    EXPECT_EQ(answers, QStringList({QStringLiteral("Ja"), QStringLiteral("Nein")}));
 }
 
 TEST_F(AllPages, SpeakEnglishOfThemselvesWithALanguageFileThatHasNoWordsForIt) {

@@ -122,7 +122,6 @@ int LookStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const
             return 2 * GridStep;
         case PM_LayoutHorizontalSpacing:
         case PM_LayoutVerticalSpacing:
-            return GridStep;
         case PM_HeaderMargin:
             return GridStep;
         case PM_FocusFrameHMargin:
