@@ -136,6 +136,10 @@ void Rest::comeRight() {
     stage_.chunk = std::min(stage_.chunk, LongestChunk);
     stage_.runUntil(stage_.now() + Ebb);
     readAll();
+    const Micros limit = stage_.now() + Hang;
+    const auto carriesOutAnOrder = [this] { return (line_.machine.value(simulator::Board::Master, 7) & 2) != 0; };
+    while (carriesOutAnOrder() && stage_.now() < limit) stage_.runUntil(stage_.now() + Second);
+    readAll();
 }
 
 void Rest::readAll() {
