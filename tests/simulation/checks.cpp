@@ -287,7 +287,8 @@ void Checks::afterEvent() {
         for (const auto& place : model_.outputs().touched) compareRecord(place.bank, place.index);
     }
     trace(static_cast<std::uint64_t>(now));
-    trace(static_cast<std::uint64_t>(Link().ScanIndex * 4 + CurrentBank));
+    trace(static_cast<std::uint64_t>(Link().ScanIndex));
+    trace(static_cast<std::uint64_t>(CurrentBank));
     for (const Told& told : told_) trace(static_cast<std::uint64_t>(told.value));
     opened_ = platform_.opened;
     model_.clearOutputs();
