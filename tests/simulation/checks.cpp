@@ -20,12 +20,6 @@ constexpr int SendsAllowed = 5;
 constexpr int TimersOfProgram = 8;
 constexpr std::size_t InputLimit = 1024;
 constexpr std::uint8_t FirstWithData = 127;
-constexpr std::array<const char*, Banks> ParameterFiles = {"W0256AP03.inx", "W0292AP07.inx", "W0245AB04.inx"};
-constexpr std::array<const char*, Banks> IdentityFiles = {"W0256.inx", "W0292.inx", "W0245.inx"};
-constexpr std::size_t ParameterSize = 9;
-constexpr std::size_t IdentitySize = 5;
-
-std::uint8_t byteOf(const std::string& text, std::size_t at) { return static_cast<std::uint8_t>(text[at]); }
 
 /// The pages whose rules have them write a record when they are told of it.
 bool correctsItself(const Page& page) { return page.name() == "FrmConMac" || page.name() == "FrmProUni"; }
@@ -125,51 +119,6 @@ void Checks::sending(const Bytes& frame) {
     sent.when = platform_.now();
     sent.count = std::min(frame.size(), sent.bytes.size());
     std::copy_n(frame.begin(), sent.count, sent.bytes.begin());
-}
-
-void Checks::started() {
-    linkEvent_ = false;
-    for (int bank = 0; bank < Banks; ++bank) load(bank);
-    model_.setCurrentBank(CurrentBank);
-    model_.setLinkSetup(false);
-    model_.startScan(platform_.now());
-    loaded_ = true;
-    compareAll();
-}
-
-void Checks::load(int bank) {
-    const auto at = static_cast<std::size_t>(bank);
-    const bool there = BoardPresent(bank);
-    const std::string& file = platform_.file(there ? ParameterFiles[at] : IdentityFiles[at]);
-    const std::size_t count = file.size() / (there ? ParameterSize : IdentitySize);
-    for (std::size_t i = 0; there && i < count; ++i) {
-        const std::size_t from = i * ParameterSize;
-        records_[at].push_back(
-            {byteOf(file, from),
-             byteOf(file, from + 1),
-             byteOf(file, from + 2),
-             byteOf(file, from + 3),
-             byteOf(file, from + 4),
-             {byteOf(file, from + 5), byteOf(file, from + 6), byteOf(file, from + 7), byteOf(file, from + 8)}});
-    }
-    model_.load(bank, there, static_cast<int>(count), records_[at]);
-    if (RecordCount(bank) != static_cast<int>(count)) failCheck("a bank has the records of its file", say(bank));
-}
-
-std::uint32_t Checks::addressOf(int bank, int index) const {
-    const auto& records = records_[static_cast<std::size_t>(bank)];
-    const auto at = static_cast<std::size_t>(index) - 1;
-    if (index < 1 || at >= records.size()) return 0;
-    return records[at].addr0 | records[at].addr1 * 256U | records[at].addr2 * 65536U;
-}
-
-void Checks::searched() {
-    searching_ = false;
-    blocked();
-    if (!following_) return;
-    opened_ = platform_.opened;
-    model_.setPortThere(true);
-    model_.portSearched(Link().ReplyData.at(0));
 }
 
 // ---- What pages do.
@@ -338,7 +287,8 @@ void Checks::afterEvent() {
         for (const auto& place : model_.outputs().touched) compareRecord(place.bank, place.index);
     }
     trace(static_cast<std::uint64_t>(now));
-    trace(static_cast<std::uint64_t>(Link().ScanIndex * 4 + CurrentBank));
+    trace(static_cast<std::uint64_t>(Link().ScanIndex));
+    trace(static_cast<std::uint64_t>(CurrentBank));
     for (const Told& told : told_) trace(static_cast<std::uint64_t>(told.value));
     opened_ = platform_.opened;
     model_.clearOutputs();

@@ -105,7 +105,7 @@ void keepFivePagesOpen(Plan& plan, int hours) {
     plan.hotDrinkBoard = plan.sectorBoard = true;
     plan.pages = {"FrmDosi", "FrmInOut", "FrmPagamento", "FrmTotali", "FrmTempi"};
     plan.actsPerMinute = 6;
-    plan.acts.resize(static_cast<std::size_t>(hours * 60 * plan.actsPerMinute));
+    plan.acts.resize(static_cast<std::size_t>(hours) * 60 * static_cast<std::size_t>(plan.actsPerMinute));
     std::iota(plan.acts.begin(), plan.acts.end(), 0);
 }
 
