@@ -30,7 +30,7 @@ TEST_F(Session, FindsThreeBoardsAndFillsAPage) {
     EXPECT_TRUE(platform->mainWindow().childOf(page).isVisible());
 }
 
-TEST_F(Session, ShowsAChangeOnlyWhenTheBoardHasConfirmedIt) {
+TEST_F(Session, WritesAChangeOnceAndShowsItOnlyWhenTheBoardHasConfirmedIt) {
     FrmTempi& page = openTimes();
     const std::string before = page.Label1[0].Caption;
     const int value = page.HScroll1[0].Value;
@@ -46,20 +46,11 @@ TEST_F(Session, ShowsAChangeOnlyWhenTheBoardHasConfirmedIt) {
     ASSERT_TRUE(eventually([&] { return page.Label1[0].Caption.get() != before; }));
     EXPECT_GE(clock.elapsed(), 100) << "the least that a slow board takes";
     EXPECT_FALSE(page.HScroll1[0].waiting());
-    EXPECT_TRUE(eventually([&] { return writes(BrewingWater).size() == 1; }));
-    EXPECT_EQ(board.value(HotDrinkBoard, BrewingWater), value + 2);
-}
-
-TEST_F(Session, WritesAChangeOnceToTheSettingAndOnceToItsShadow) {
-    FrmTempi& page = openTimes();
-    const int value = page.HScroll1[0].Value;
-    QTest::keyClick(&firstBar(page), Qt::Key_Right);
     ASSERT_TRUE(eventually([&] { return !writes(BrewingWaterShadow).isEmpty(); }));
-    EXPECT_TRUE(eventually([&] { return !page.HScroll1[0].waiting(); }));
     EXPECT_EQ(writes(BrewingWater).size(), 1);
     EXPECT_EQ(writes(BrewingWaterShadow).size(), 1);
-    EXPECT_EQ(board.value(HotDrinkBoard, BrewingWater), value + 1);
-    EXPECT_EQ(board.value(HotDrinkBoard, BrewingWaterShadow), value + 1);
+    EXPECT_EQ(board.value(HotDrinkBoard, BrewingWater), value + 2);
+    EXPECT_EQ(board.value(HotDrinkBoard, BrewingWaterShadow), value + 2);
 }
 
 /// Faults of the line and of the boards, and how long their last effects may take once they are off.
