@@ -30,7 +30,7 @@ TEST_F(Session, FindsThreeBoardsAndFillsAPage) {
     EXPECT_TRUE(platform->mainWindow().childOf(page).isVisible());
 }
 
-TEST_F(Session, ShowsAChangeOnlyWhenTheBoardHasConfirmedIt) {
+TEST_F(Session, WritesAChangeOnceAndShowsItOnlyWhenTheBoardHasConfirmedIt) {
     FrmTempi& page = openTimes();
     const std::string before = page.Label1[0].Caption;
     const int value = page.HScroll1[0].Value;
@@ -46,20 +46,11 @@ TEST_F(Session, ShowsAChangeOnlyWhenTheBoardHasConfirmedIt) {
     ASSERT_TRUE(eventually([&] { return page.Label1[0].Caption.get() != before; }));
     EXPECT_GE(clock.elapsed(), 100) << "the least that a slow board takes";
     EXPECT_FALSE(page.HScroll1[0].waiting());
-    EXPECT_TRUE(eventually([&] { return writes(BrewingWater).size() == 1; }));
-    EXPECT_EQ(board.value(HotDrinkBoard, BrewingWater), value + 2);
-}
-
-TEST_F(Session, WritesAChangeOnceToTheSettingAndOnceToItsShadow) {
-    FrmTempi& page = openTimes();
-    const int value = page.HScroll1[0].Value;
-    QTest::keyClick(&firstBar(page), Qt::Key_Right);
     ASSERT_TRUE(eventually([&] { return !writes(BrewingWaterShadow).isEmpty(); }));
-    EXPECT_TRUE(eventually([&] { return !page.HScroll1[0].waiting(); }));
     EXPECT_EQ(writes(BrewingWater).size(), 1);
     EXPECT_EQ(writes(BrewingWaterShadow).size(), 1);
-    EXPECT_EQ(board.value(HotDrinkBoard, BrewingWater), value + 1);
-    EXPECT_EQ(board.value(HotDrinkBoard, BrewingWaterShadow), value + 1);
+    EXPECT_EQ(board.value(HotDrinkBoard, BrewingWater), value + 2);
+    EXPECT_EQ(board.value(HotDrinkBoard, BrewingWaterShadow), value + 2);
 }
 
 /// Faults of the line and of the boards, and how long their last effects may take once they are off.
@@ -119,10 +110,17 @@ std::string contentOf(const std::filesystem::path& file) {
     return {std::istreambuf_iterator<char>(in), {}};
 }
 
-/// A copy of this process goes from one language to the other and back, saving its choice each time, until it is
-/// killed.
+/// A copy of this process that goes from one language to the other and back and saves its choice each time; nearly all
+/// of its time goes into bringing the file to the disk.
+pid_t startSaving() {
+    const pid_t saver = fork();
+    if (saver == 0)
+        for (int language = 0;; language = 1 - language) MDIForm1().smnuLingue(language).UserClick();
+    return saver;
+}
+
 TEST_F(Session, KilledWhileItSavesLeavesAWholeConfiguration) {
-    const auto file = installation.configuration("kestrel_endtoend_tests");
+    const auto file = installation.configuration(platform->programName());
     std::set<std::string> whole;
     for (const int language : {0, 1}) {
         MDIForm1().smnuLingue(language).UserClick();
@@ -131,17 +129,14 @@ TEST_F(Session, KilledWhileItSavesLeavesAWholeConfiguration) {
     ASSERT_EQ(whole.size(), 2U);
     std::minstd_rand chance(1);
     std::set<std::string> seen;
-    const int kills = isLongRun() ? 1000 : 50;
-    for (int i = 0; i < kills; ++i) {
-        const pid_t saver = fork();
-        if (saver == 0)
-            for (int language = 0;; language = 1 - language) MDIForm1().smnuLingue(language).UserClick();
-        usleep(static_cast<useconds_t>(1000 + chance() % 20'000));
-        kill(saver, SIGKILL);
-        waitpid(saver, nullptr, 0);
-        ASSERT_TRUE(whole.contains(contentOf(file))) << "kill " << i << " left: " << contentOf(file);
-        seen.insert(contentOf(file));
-    }
+    for (int i = 0, kills = isLongRun() ? 1000 : 50; i < kills; i += 2)
+        for (const pid_t saver : {startSaving(), startSaving()}) {
+            usleep(static_cast<useconds_t>(1000 + chance() % 20'000));
+            kill(saver, SIGKILL);
+            waitpid(saver, nullptr, 0);
+            ASSERT_TRUE(whole.contains(contentOf(file))) << "kill " << i << " left: " << contentOf(file);
+            seen.insert(contentOf(file));
+        }
     EXPECT_EQ(seen, whole) << "the copies did save";
 }
 
