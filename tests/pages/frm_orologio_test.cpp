@@ -143,16 +143,18 @@ TEST_F(FrmOrologioTest, DatesAreShownWithFourDigitsOfTheYearAndTheirFallbacks) {
         std::uint32_t day, month, year;
         const char* shown;
         int dayBar, monthBar;
-    } cases[] = {{14, 5, 24, "14/05/2024", 14, 5},   {0, 5, 24, "12/05/2024", 12, 5}, {32, 5, 24, "12/05/2024", 12, 5},
-                 {31, 12, 99, "31/12/2099", 31, 12}, {3, 0, 24, "03/08/2024", 3, 8},  {3, 13, 24, "03/08/2024", 3, 8},
-                 {29, 2, 0, "29/02/2000", 29, 2},    {29, 2, 4, "29/02/2004", 29, 2}, {31, 2, 23, "03/03/2023", 31, 2},
-                 {255, 255, 7, "12/08/2007", 12, 8}};
+    } cases[] = {
+        {14, 5, 24, "14/05/2024", 14, 5},   {0, 5, 24, "12/05/2024", 12, 5},   {32, 5, 24, "12/05/2024", 12, 5},
+        {31, 12, 99, "31/12/2099", 31, 12}, {3, 0, 24, "03/08/2024", 3, 8},    {3, 13, 24, "03/08/2024", 3, 8},
+        {1, 1, 0, "01/01/2000", 1, 1},      {29, 2, 0, "29/02/2000", 29, 2},   {29, 2, 4, "29/02/2004", 29, 2},
+        {31, 2, 23, "03/03/2023", 31, 2},   {255, 255, 7, "12/08/2007", 12, 8}};
     for (const auto& c : cases) {
         FrmOrologio& page = openOn(c.day, c.month, c.year);
         world.run(2000);
         EXPECT_EQ(page.Label6.Caption.get(), c.shown);
         EXPECT_EQ(page.HScroll5[0].Value, c.dayBar) << c.shown;
         EXPECT_EQ(page.HScroll5[1].Value, c.monthBar) << c.shown;
+        EXPECT_EQ(page.HScroll5[2].Value, static_cast<int>(c.year)) << c.shown;
         EXPECT_EQ(page.Label5[0].Caption.get(), std::to_string(c.dayBar));
         EXPECT_EQ(page.Label5[1].Caption.get(), std::to_string(c.monthBar));
     }
