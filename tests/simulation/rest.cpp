@@ -187,8 +187,10 @@ void Rest::nothingWaits() const {
 
 void Rest::comparePagesWithNewOnes() {
     if (plan_.moving) return;
-    const long moved = Checks::present()->counts.movedBanks;
+    Counts& counts = Checks::present()->counts;
+    const long moved = counts.movedBanks;
     for (Page* page : LoadedPages()) {
+        ++counts.pagesExcused;
         if (showsTheUsersDoings(*page) || showsARunningTest(*page)) continue;
         readAll();  // once more: some values are shown within limits that come behind them
         const std::string name = page->name();
@@ -203,8 +205,10 @@ void Rest::comparePagesWithNewOnes() {
         Checks::present()->afterEvent();
         readAll();
         readAll();
-        if (watchedOfTheTwiceReleased() != watched || Checks::present()->counts.movedBanks > moved) continue;
+        if (watchedOfTheTwiceReleased() != watched || counts.movedBanks > moved) continue;
         if (selected != SelectorPositions(*FindLoadedPage(name))) continue;  // its frame is closed
+        --counts.pagesExcused;
+        ++counts.pagesCompared;
         const std::vector<std::string> anew = shownBy(*FindLoadedPage(name));
         for (std::size_t i = 0; i < shown.size(); ++i)
             if (!shown[i].empty() && shown[i] != anew.at(i))
