@@ -29,9 +29,10 @@ bool correctsItself(const Page& page) { return page.name() == "FrmConMac" || pag
 void failCheck(const std::string& check, const std::string& detail) { throw CheckFailed{check, detail}; }
 
 void Counts::add(const Counts& other) {
-    for (auto field : {&Counts::events, &Counts::frames, &Counts::accepted, &Counts::timeouts, &Counts::repeats,
-                       &Counts::boxes, &Counts::acts, &Counts::overwrittenEdits, &Counts::movedBanks,
-                       &Counts::lateReplies, &Counts::blindReplies, &Counts::orphanWrites})
+    for (auto field :
+         {&Counts::events, &Counts::frames, &Counts::accepted, &Counts::timeouts, &Counts::repeats, &Counts::boxes,
+          &Counts::acts, &Counts::overwrittenEdits, &Counts::movedBanks, &Counts::lateReplies, &Counts::blindReplies,
+          &Counts::orphanWrites, &Counts::pagesCompared, &Counts::pagesExcused})
         this->*field += other.*field;
 }
 

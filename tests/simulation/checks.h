@@ -38,6 +38,8 @@ struct Counts {
     long lateReplies = 0;       ///< (c) a late reply met another request
     long blindReplies = 0;      ///< (d) spoiled bytes passed for a good reply
     long orphanWrites = 0;      ///< a page closed before its write went out
+    long pagesCompared = 0;     ///< at rest, with a new one of their class
+    long pagesExcused = 0;      ///< not compared, for one of the known causes
     void add(const Counts& other);
 };
 

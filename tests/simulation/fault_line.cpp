@@ -41,6 +41,9 @@ bool holds(const simulator::Machine& machine, int bank, int index) {
     }
 }
 
+/// The master's word on the order that it carries out is no memory: a false one would never end.
+bool saysWhatItDoes(int bank, int index) { return bank == 0 && index == 7; }
+
 std::uint8_t anyByte(Dice& random) { return static_cast<std::uint8_t>(random.between(0, 255)); }
 
 bool isWrite(const Bytes& frame) {
@@ -105,7 +108,7 @@ void FaultLine::begin(Micros now, Fault incident, int number) {
     } else if (incident == Fault::Change) {
         const auto [bank, index] = target();
         tampered_ = true;
-        if (holds(machine, bank, index))
+        if (holds(machine, bank, index) && !saysWhatItDoes(bank, index))
             machine.setValue(static_cast<Board>(bank), index, static_cast<std::uint32_t>(random.between(0, 255)));
     } else if (incident == Fault::Swap) {
         putAll(random);
@@ -124,8 +127,10 @@ void FaultLine::putAll(Dice& random) {
     tampered_ = true;
     for (const Board board : simulator::allBoards) {
         // The master's first words say which boards are there, and that does not change.
-        for (int index = board == Board::Master ? 3 : 1; holds(machine, static_cast<int>(board), index); ++index)
-            machine.setValue(board, index, static_cast<std::uint32_t>(random.between(0, 0xFFFFFFFF)));
+        for (int index = board == Board::Master ? 3 : 1; holds(machine, static_cast<int>(board), index); ++index) {
+            const auto value = static_cast<std::uint32_t>(random.between(0, 0xFFFFFFFF));
+            if (!saysWhatItDoes(static_cast<int>(board), index)) machine.setValue(board, index, value);
+        }
     }
 }
 

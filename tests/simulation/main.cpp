@@ -67,7 +67,9 @@ class Report {
                     {"(b) replies filed after a page moved the bank", counts_.movedBanks},
                     {"(c) late replies taken for another's", counts_.lateReplies},
                     {"(d) spoiled bytes taken for a reply", counts_.blindReplies},
-                    {"writes left behind by a closed page", counts_.orphanWrites}};
+                    {"writes left behind by a closed page", counts_.orphanWrites},
+                    {"pages compared at rest with new ones", counts_.pagesCompared},
+                    {"pages at rest that a known cause excused", counts_.pagesExcused}};
         for (const auto& row : rows)
             std::printf(
                 "  %-48s %12ld  %10.1f per million frames\n", row.what, row.count,

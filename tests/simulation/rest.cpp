@@ -25,7 +25,8 @@ constexpr Micros FreshWithin = 5 * Second;
 constexpr Micros PerRecord = Second / 20;
 constexpr Micros LongestChunk = Second / 60;
 constexpr Micros Hang = 60 * Second;
-constexpr int LongestGate = 16;  ///< passes, where the index files name any refresh bytes
+constexpr Micros LongestOrder = 1200 * Second;  ///< where every time of a recipe is the highest
+constexpr int LongestGate = 16;                 ///< passes, where the index files name any refresh bytes
 
 using Place = std::pair<int, int>;
 
@@ -136,7 +137,7 @@ void Rest::comeRight() {
     stage_.chunk = std::min(stage_.chunk, LongestChunk);
     stage_.runUntil(stage_.now() + Ebb);
     // The page of doses gives its order again whenever its argument is read, until it saw the order carried out.
-    const Micros limit = stage_.now() + Hang;
+    const Micros limit = stage_.now() + LongestOrder;
     const auto carriesOutAnOrder = [this] { return (line_.machine.value(simulator::Board::Master, 7) & 2) != 0; };
     while (carriesOutAnOrder() && stage_.now() < limit) stage_.runUntil(stage_.now() + Second);
     stage_.runUntil(stage_.now() + FreshWithin);
@@ -187,8 +188,10 @@ void Rest::nothingWaits() const {
 
 void Rest::comparePagesWithNewOnes() {
     if (plan_.moving) return;
-    const long moved = Checks::present()->counts.movedBanks;
+    Counts& counts = Checks::present()->counts;
+    const long moved = counts.movedBanks;
     for (Page* page : LoadedPages()) {
+        ++counts.pagesExcused;
         if (showsTheUsersDoings(*page) || showsARunningTest(*page)) continue;
         readAll();  // once more: some values are shown within limits that come behind them
         const std::string name = page->name();
@@ -203,8 +206,10 @@ void Rest::comparePagesWithNewOnes() {
         Checks::present()->afterEvent();
         readAll();
         readAll();
-        if (watchedOfTheTwiceReleased() != watched || Checks::present()->counts.movedBanks > moved) continue;
+        if (watchedOfTheTwiceReleased() != watched || counts.movedBanks > moved) continue;
         if (selected != SelectorPositions(*FindLoadedPage(name))) continue;  // its frame is closed
+        --counts.pagesExcused;
+        ++counts.pagesCompared;
         const std::vector<std::string> anew = shownBy(*FindLoadedPage(name));
         for (std::size_t i = 0; i < shown.size(); ++i)
             if (!shown[i].empty() && shown[i] != anew.at(i))
