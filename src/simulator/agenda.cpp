@@ -8,19 +8,21 @@
 namespace kestrel::simulator {
 
 void Agenda::at(Micros when, std::function<void()> action) {
-    entries_.push({std::max(when, now_), sequence_++, std::move(action)});
+    entries_.push_back({std::max(when, now_), sequence_++, std::move(action)});
+    std::push_heap(entries_.begin(), entries_.end(), Later());
 }
 
 std::optional<Micros> Agenda::next() const {
     if (entries_.empty()) return std::nullopt;
-    return entries_.top().when;
+    return entries_.front().when;
 }
 
 void Agenda::runUntil(Micros now) {
-    while (!entries_.empty() && entries_.top().when <= now) {
-        now_ = entries_.top().when;
-        const auto action = entries_.top().action;
-        entries_.pop();
+    while (!entries_.empty() && entries_.front().when <= now) {
+        now_ = entries_.front().when;
+        std::pop_heap(entries_.begin(), entries_.end(), Later());
+        const auto action = std::move(entries_.back().action);
+        entries_.pop_back();
         action();
     }
     now_ = std::max(now_, now);

@@ -4,7 +4,6 @@
 
 #include <functional>
 #include <optional>
-#include <queue>
 #include <vector>
 
 #include "simulator/types.h"
@@ -35,7 +34,7 @@ class Agenda {
             return a.when != b.when ? a.when > b.when : a.sequence > b.sequence;
         }
     };
-    std::priority_queue<Entry, std::vector<Entry>, Later> entries_;
+    std::vector<Entry> entries_;  // a heap, the next action on top
     std::uint64_t sequence_ = 0;
     Micros now_ = 0;
 };

@@ -10,7 +10,7 @@
 namespace kestrel::simulator {
 
 struct BoardOptions {
-    MachineOptions machine;  // an empty directory: where the program is
+    MachineOptions machine;      // an empty directory: where the program is
     std::filesystem::path link;  // empty: none wanted
     bool quiet = false;
     bool help = false;

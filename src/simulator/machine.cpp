@@ -57,7 +57,7 @@ struct Machine::State {
     Micros inputFreeAt = 0;
     bool unplugged = false;
     Micros portAwayUntil = 0;
-    std::uint64_t plugging = 0;  // bytes that were under way when the port was lost belong to an earlier plugging
+    std::uint32_t plugging = 0;  // bytes that were under way when the port was lost belong to an earlier plugging
     std::array<bool, boardCount> silent{};
     std::array<Micros, boardCount> awayUntil{};
     std::array<std::uint64_t, boardCount> life{};  // a restart takes the replies that were not yet sent with it
@@ -73,7 +73,7 @@ void Machine::send(Micros now, const Bytes& bytes) {
     s.inputFreeAt = std::max(s.inputFreeAt, s.world.agenda.now());
     for (const std::uint8_t byte : bytes) {
         s.inputFreeAt += byteTime;
-        s.world.agenda.at(s.inputFreeAt, [this, byte, plugging = s.plugging] {
+        s.world.agenda.at(s.inputFreeAt, [this, plugging = s.plugging, byte] {
             if (plugging == state_->plugging) receive(byte);
         });
     }

@@ -58,6 +58,9 @@ TEST(FrmCancella, YesOrdersTheClearingAndTheBarTakesTwoSeconds) {
         world.machine.onExchange = [&](const simulator::Exchange& exchange) {
             if (exchange.request.write) writes.push_back({0, exchange.parameter, exchange.value});
         };
+        EXPECT_EQ(page.cmdCancella[0].Caption.get(), "Cancella dati");
+        EXPECT_EQ(page.cmdCancella[1].Caption.get(), "cancella dati non azzerabili");
+        CurrentBank = 1;  // where the scan may stand when the user acts
         page.cmdCancella[button].UserClick();
         EXPECT_TRUE(page.lbrInfo.Visible);
         EXPECT_FALSE(page.cmdCancella[button].Enabled);

@@ -151,6 +151,9 @@ TEST(TestDispensing, TheMachinesEndOfWorkDoesNotEndAPowderTest) {
     say(page, 0, 1, 0x14);
     EXPECT_FALSE(page.HScroll7.usable()) << "nor does a status of readiness";
     EXPECT_NEAR(doses.msUntilOpen(page), 10'500, 2);
+    doses.world.machine.setBoardSilent(simulator::Board::Master, true);
+    page.Command4[0].UserClick();
+    EXPECT_NEAR(doses.msUntilOpen(page), 2000, 2) << "what the powder test saw of the machine is forgotten";
 }
 
 TEST(TestDispensing, EveryEchoOfTheFirstArgumentReleasesTheCommandInWaiting) {

@@ -321,6 +321,9 @@ TEST(FrmDosi, OnlyAChangedStatusLocksOrUnlocks) {
     page.Label11[1].UserClick();
     say(page, 0, 1, 4);
     EXPECT_EQ(openParts(page), "123") << "a repeated status opens no page that is loading";
+    say(page, 0, 7, 2);
+    say(page, 0, 7, 0);
+    EXPECT_EQ(openParts(page), "123") << "nor does a vend of the machine's own that ends";
     ASSERT_TRUE(doses.settle(page));
     doses.world.setBoard(0, 1, 0x1B);
     doses.world.run(2000);

@@ -5,7 +5,6 @@
 #include <gtest/gtest.h>
 
 #include "platform/trouble.h"
-#include "support/watches.h"
 #include "support/world.h"
 
 namespace kestrel {
@@ -109,14 +108,6 @@ TEST_F(FrmGraficoTest, The32768thSampleIsTheLastAndEndsTheRunByARunTimeError) {
     EXPECT_EQ(page.iStripChartX1.times().size(), 32768U);
     EXPECT_EQ(boiler(page).samples.back().index, 32767);
     EXPECT_NEAR(page.iStripChartX1.times().back(), 32767 * FourSeconds, 1e-6);
-}
-
-TEST_F(FrmGraficoTest, GivesBackAllItTook) {
-    world.start();
-    FrmGrafico& page = open();
-    EXPECT_EQ(testing::watches(), testing::watchesOf({{2, 52, 52}, {2, 287, 287}, {0, 1, 2}, {1, 1288, 1288}}));
-    page.UserClose();
-    EXPECT_EQ(testing::watches(), testing::Watches{});
 }
 
 }  // namespace

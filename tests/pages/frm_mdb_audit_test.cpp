@@ -39,6 +39,7 @@ TEST(FrmMDBaudit, ClearsOnYesAloneAndAsksInTheOneBox) {
         world.platform.messages.clear();
         world.platform.answers = {answer};
         const Writes writes = writesOf(world, [&] {
+            CurrentBank = 1;  // where the scan may stand when the user acts
             page.Command1.UserClick();
             EXPECT_EQ(page.Command1.Enabled, answer != Yes);
         });

@@ -16,11 +16,14 @@ struct Total {
     bool clearable;
     int index;
     bool money;
+    const char* caption;
 };
 
-constexpr Total Totals[] = {{164, true, 0, true},  {165, true, 1, true},  {166, true, 2, true},  {160, true, 3, false},
-                            {161, true, 4, false}, {167, true, 5, false}, {162, true, 6, false}, {168, true, 7, false},
-                            {169, true, 8, false}, {163, false, 0, true}, {159, false, 1, false}};
+constexpr Total Totals[] = {
+    {164, true, 0, true, "incasso"},  {165, true, 1, true, "sconto"},     {166, true, 2, true, "overpay"},
+    {160, true, 3, false, "battute"}, {161, true, 4, false, "gratis"},    {167, true, 5, false, "bricco"},
+    {162, true, 6, false, "prova"},   {168, true, 7, false, "presel. 1"}, {169, true, 8, false, "presel. 2"},
+    {163, false, 0, true, "incasso"}, {159, false, 1, false, "battute"}};
 
 std::string shown(FrmTotali& page, const Total& total) {
     return total.clearable ? page.Label3[total.index].Caption : page.Label4[total.index].Caption;
@@ -36,9 +39,12 @@ TEST(FrmTotali, ShowsEveryTotalInItsRowAndMoneyInTheBoardsDecimals) {
         for (const Total& total : Totals)
             world.setBoard(0, total.parameter, total.money ? 123456U : 1000U + static_cast<unsigned>(total.parameter));
         auto& page = world.open<FrmTotali>("FrmTotali");
-        for (const Total& total : Totals)
+        for (const Total& total : Totals) {
             EXPECT_EQ(shown(page, total), total.money ? money : std::to_string(1000 + total.parameter))
                 << total.parameter;
+            EXPECT_EQ((total.clearable ? page.Label2[total.index] : page.Label1[total.index]).Caption.get(),
+                      total.caption);
+        }
     }
 }
 

@@ -60,8 +60,6 @@ TEST_P(PriceAssignmentTest, EveryRowLandsOnItsOwnParameterAndItsCopyOnly) {
             << k;
         EXPECT_EQ(page.Label1[k].Caption.get(), std::to_string(number));
     }
-    page.UserClose();
-    EXPECT_EQ(testing::watchersLeft(), 0);
 }
 
 TEST_P(PriceAssignmentTest, ShowsPriceNumbersFromOneAndWhatTheBoardSaysBeyondThirty) {

@@ -92,8 +92,6 @@ TYPED_TEST(PriceLists, EveryRowShowsAndWritesItsOwnParameterAndItsCopyOnly) {
         EXPECT_EQ(page.Label1[row].Caption.get(), written(raw, 2));
         EXPECT_FALSE(page.HScroll1[row].waiting());
     }
-    page.UserClose();
-    EXPECT_EQ(testing::watchersLeft(), 0);
 }
 
 TYPED_TEST(PriceLists, AmountsWaitForTheDecimalsAndFollowTheirChange) {

@@ -5,6 +5,7 @@
 
 #include "pages/controls/frm_controls.h"
 #include "platform/qt/words.h"
+#include "spoken_tree.h"
 #include "view_fixture.h"
 
 namespace kestrel::qt::testing {
@@ -26,29 +27,8 @@ class Accessibility : public ViewTest {
     QWidget* page;
 };
 
-void collect(QAccessibleInterface* from, std::vector<QAccessibleInterface*>& into) {
-    into.push_back(from);
-    for (int i = 0; i < from->childCount(); ++i)
-        if (QAccessibleInterface* child = from->child(i)) collect(child, into);
-}
-
 TEST_F(Accessibility, NamesEverythingThatCanBeOperatedAndGivesItsValue) {
-    std::vector<QAccessibleInterface*> all;
-    collect(QAccessible::queryAccessibleInterface(page), all);
-    int operated = 0;
-    for (QAccessibleInterface* each : all) {
-        const auto role = each->role();
-        const bool shows = role == QAccessible::Indicator || role == QAccessible::Clock || role == QAccessible::Chart;
-        if (!each->state().focusable && !shows) continue;
-        if (role == QAccessible::Client || role == QAccessible::Cell || role == QAccessible::TreeItem) continue;
-        ++operated;
-        const std::string about = "role " + std::to_string(role) + " in " +
-                                  (each->parent() ? each->parent()->text(QAccessible::Name).toStdString() : "");
-        EXPECT_FALSE(each->text(QAccessible::Name).isEmpty()) << about;
-        const bool valued = role != QAccessible::Button && role != QAccessible::Tree && !each->state().checkable;
-        EXPECT_FALSE(valued && each->text(QAccessible::Value).isEmpty()) << about;
-    }
-    EXPECT_GT(operated, 50);
+    EXPECT_GT(expectNamesAndValues(*QAccessible::queryAccessibleInterface(page)), 50);
 }
 
 TEST_F(Accessibility, FollowsTheCaptionsOfTheLanguage) {

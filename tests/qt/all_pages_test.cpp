@@ -5,10 +5,13 @@
 #include <QMdiSubWindow>
 #include <QMenu>
 #include <QMenuBar>
+#include <QMessageBox>
+#include <QPushButton>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QStatusBar>
 #include <QTest>
+#include <QTimer>
 #include <set>
 
 #include "drawn_texts.h"
@@ -21,10 +24,12 @@
 #include "platform/qt/group_view.h"
 #include "platform/qt/label_view.h"
 #include "platform/qt/main_window_view.h"
+#include "platform/qt/message_boxes.h"
 #include "platform/qt/pictures.h"
 #include "shell/language_files.h"
 #include "shell/main_window.h"
 #include "shell/start_up.h"
+#include "spoken_tree.h"
 #include "support/processor_time.h"
 #include "support/world.h"
 #include "view_fixture.h"
@@ -138,19 +143,6 @@ std::string inWords(const QWidget& widget) {
            " in " + (widget.parentWidget() ? widget.parentWidget()->metaObject()->className() : "");
 }
 
-void expectTextsWhole(QWidget& widget) {
-    const std::vector<DrawnText> texts = drawnTexts(widget);
-    const QRectF room = QRectF(widget.rect()).adjusted(-0.5, -0.5, 0.5, 0.5);
-    for (std::size_t i = 0; i < texts.size(); ++i) {
-        const QString& text = texts[i].text;
-        EXPECT_FALSE(text.contains(QChar(0x2026))) << "shortened: " << text.toStdString();
-        EXPECT_TRUE(room.contains(texts[i].place)) << "over the edge: " << text.toStdString();
-        for (std::size_t k = 0; k < i; ++k)
-            EXPECT_FALSE(texts[k].place.adjusted(1, 1, -1, -1).intersects(texts[i].place))
-                << "one over the other: " << text.toStdString() << ", " << texts[k].text.toStdString();
-    }
-}
-
 void expectNothingCutOff(ChildWindow& window) {
     expectTextsWhole(window);
     for (QWidget* widget : window.findChildren<QWidget*>()) {
@@ -184,18 +176,8 @@ void expectNothingOverlaps(ChildWindow& window) {
     }
 }
 
-/// What can be operated is in the tab order and has a name, and a value where it holds one.
-void expectOperableAndNamed(const ChildWindow& window) {
-    for (const ViewBase* view : viewsOf(window)) {
-        const bool typed = view->widget().inherits("QLineEdit");
-        if (!view->span() && !view->canPress() && !view->checked() && !typed) continue;
-        EXPECT_TRUE(view->widget().focusPolicy() & Qt::TabFocus) << view->spokenName().toStdString();
-        EXPECT_FALSE(view->spokenName().isEmpty()) << view->widget().metaObject()->className();
-        EXPECT_FALSE(view->span() && view->spokenValue().isEmpty()) << view->spokenName().toStdString();
-    }
-}
-
 TEST_F(AllPages, AreWholeInEveryLanguageAndLook) {
+    int spoken = 0;
     for (const Theme look : {Theme::Light, Theme::Dark}) {
         applyLook(*qApp, look);
         for (const MenuRow& row : rows()) {
@@ -205,7 +187,7 @@ TEST_F(AllPages, AreWholeInEveryLanguageAndLook) {
                 SCOPED_TRACE(std::string(row.page) + " " + MDIForm1().smnuLingue(language).Caption.get());
                 expectNothingCutOff(window);
                 expectNothingOverlaps(window);
-                expectOperableAndNamed(window);
+                spoken += expectNamesAndValues(*QAccessible::queryAccessibleInterface(platform.view.get()));
                 const QMenuBar& menus = *platform.view->menuBar();
                 for (QAction* entry : menus.actions())
                     EXPECT_TRUE(menus.rect().contains(menus.actionGeometry(entry))) << entry->text().toStdString();
@@ -214,6 +196,7 @@ TEST_F(AllPages, AreWholeInEveryLanguageAndLook) {
             ClosePages();
         }
     }
+    EXPECT_GT(spoken, 5000) << "so much is there to be heard on all pages, languages and looks together";
 }
 
 TEST_F(AllPages, AreReachedWholeByTab) {
@@ -228,7 +211,8 @@ TEST_F(AllPages, AreReachedWholeByTab) {
         }
         for (const ViewBase* view : viewsOf(window)) {
             const QWidget& widget = view->widget();
-            if (!widget.isVisible() || !widget.isEnabled() || !(widget.focusPolicy() & Qt::TabFocus)) continue;
+            const bool operated = view->span() || view->canPress() || widget.inherits("QLineEdit");
+            if (!operated || !widget.isVisible() || !widget.isEnabled()) continue;
             EXPECT_TRUE(reached.contains(&widget)) << row.page << " " << view->spokenName().toStdString();
         }
         ClosePages();
@@ -271,6 +255,18 @@ TEST_F(AllPages, FollowTheLanguageTogetherAndAtOnce) {
     Q_EMIT windowMenu().aboutToShow();
     EXPECT_EQ(windowMenu().actions().at(4)->text().remove(u'&'), QStringLiteral("Alle schließen"));
     EXPECT_EQ(platform.view->statusBar()->findChildren<QLabel*>().last()->accessibleName(), QStringLiteral("Fehler"));
+}
+
+TEST_F(AllPages, AskInTheirLanguage) {
+    choose(German);
+    QStringList answers;
+    QTimer::singleShot(0, qApp, [&answers] {
+        auto& box = dynamic_cast<QMessageBox&>(*QApplication::activeModalWidget());
+        for (const auto which : {QMessageBox::Yes, QMessageBox::No}) answers += box.button(which)->text().remove(u'&');
+        box.reject();
+    });
+    MessageBoxes().ask({.text = LanguageTable(476), .title = "", .buttons = Message::Buttons::YesNo}, nullptr);
+    EXPECT_EQ(answers, QStringList({QStringLiteral("Ja"), QStringLiteral("Nein")}));
 }
 
 TEST_F(AllPages, SpeakEnglishOfThemselvesWithALanguageFileThatHasNoWordsForIt) {

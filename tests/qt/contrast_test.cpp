@@ -50,9 +50,13 @@ TEST(Contrast, OfShapesIsEnoughInBothPalettes) {
 }
 
 TEST(Contrast, OfAnyAskedColourIsMadeEnough) {
-    for (const auto& [name, theme, c] : Looks)
-        for (const int asked : {0x000000, 0xffffff, 0xff0000, 0x00ff00, 0x0000ff, 0xffff00, 0x808080})
-            EXPECT_GE(contrast(readable(QColor(asked), c.panel, TextContrast), c.panel), TextContrast) << name << asked;
+    for (const auto& [name, theme, c] : Looks) {
+        applyLook(*qApp, theme);
+        for (const QColor& asked : {c.lit, c.alarm, QColor(Qt::black), QColor(0xffffff), QColor(0xff0000),
+                                    QColor(0x00ff00), QColor(0x0000ff), QColor(0xffff00), QColor(0x808080)})
+            for (const QColor& ground : {c.window, c.panel})
+                EXPECT_GE(contrast(readableText(asked), ground), TextContrast) << name << asked.name().toStdString();
+    }
 }
 
 /// What is drawn in a control's place, three times as large as on the screen.

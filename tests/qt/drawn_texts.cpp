@@ -2,12 +2,20 @@
 // See drawn_texts.h.
 #include "drawn_texts.h"
 
+#include <gtest/gtest.h>
+
 #include <QPaintDevice>
 #include <QPaintEngine>
+#include <vector>
 
 namespace kestrel::qt::testing {
 
 namespace {
+
+struct DrawnText {
+    QString text;
+    QRectF place;  ///< in the widget's own pixels
+};
 
 class TextEngine : public QPaintEngine {
   public:
@@ -65,10 +73,19 @@ class TextDevice : public QPaintDevice {
 
 }  // namespace
 
-std::vector<DrawnText> drawnTexts(QWidget& widget) {
+void expectTextsWhole(QWidget& widget) {
     TextDevice device(widget);
     widget.render(&device, QPoint(), QRegion(), QWidget::RenderFlags());
-    return device.texts();
+    const std::vector<DrawnText>& texts = device.texts();
+    const QRectF room = QRectF(widget.rect()).adjusted(-0.5, -0.5, 0.5, 0.5);
+    for (std::size_t i = 0; i < texts.size(); ++i) {
+        const QString& text = texts[i].text;
+        EXPECT_FALSE(text.contains(QChar(0x2026))) << "shortened: " << text.toStdString();
+        EXPECT_TRUE(room.contains(texts[i].place)) << "over the edge: " << text.toStdString();
+        for (std::size_t k = 0; k < i; ++k)
+            EXPECT_FALSE(texts[k].place.adjusted(1, 1, -1, -1).intersects(texts[i].place))
+                << "one over the other: " << text.toStdString() << ", " << texts[k].text.toStdString();
+    }
 }
 
 }  // namespace kestrel::qt::testing

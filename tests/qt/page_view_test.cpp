@@ -3,14 +3,13 @@
 #include "platform/qt/page_view.h"
 
 #include <QLineEdit>
-#include <QPushButton>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <map>
 #include <set>
 
+#include "drawn_texts.h"
 #include "pages/controls/frm_controls.h"
-#include "platform/qt/label_view.h"
 #include "platform/qt/pictures.h"
 #include "view_fixture.h"
 
@@ -97,17 +96,9 @@ TEST_F(PageOfAll, IsUsableWithTheMouseUnplugged) {
 
 TEST_F(PageOfAll, CutsNoTextOff) {
     for (ViewBase* view : views()) {
-        const QWidget& widget = view->widget();
-        const QSize needed = widget.minimumSizeHint().expandedTo({0, 0});
-        EXPECT_GE(widget.width(), needed.width()) << view->spokenName().toStdString();
-        EXPECT_GE(widget.height(), needed.height()) << view->spokenName().toStdString();
-        const QRect inParent = widget.geometry();
-        EXPECT_TRUE(widget.parentWidget()->rect().contains(inParent)) << view->spokenName().toStdString();
-        const QFontMetrics metrics = widget.fontMetrics();
-        if (const auto* label = dynamic_cast<const LabelView*>(&widget)) {
-            EXPECT_GE(widget.width(), metrics.horizontalAdvance(label->text())) << label->text().toStdString();
-            EXPECT_GE(widget.height(), metrics.height()) << label->text().toStdString();
-        }
+        QWidget& widget = view->widget();
+        expectTextsWhole(widget);
+        EXPECT_TRUE(widget.parentWidget()->rect().contains(widget.geometry())) << view->spokenName().toStdString();
     }
 }
 

@@ -1,4 +1,4 @@
-// Equality of the program with the reference model, after every event.
+// Equality of the program with the reference model, which is given the same files, after every event.
 // See checks.h.
 #include <algorithm>
 #include <cstring>
@@ -14,6 +14,12 @@ namespace kestrel::testing {
 namespace {
 
 constexpr std::uint8_t UnusedBits = 8 | 16 | 32 | 64;
+constexpr std::array<const char*, Banks> ParameterFiles = {"W0256AP03.inx", "W0292AP07.inx", "W0245AB04.inx"};
+constexpr std::array<const char*, Banks> IdentityFiles = {"W0256.inx", "W0292.inx", "W0245.inx"};
+constexpr std::size_t ParameterSize = 9;
+constexpr std::size_t IdentitySize = 5;
+
+std::uint8_t byteOf(const std::string& text, std::size_t at) { return static_cast<std::uint8_t>(text[at]); }
 
 std::string textOf(const std::vector<ReferenceModel::Frame>& frames) {
     std::string all;
@@ -32,6 +38,51 @@ bool sameFrame(const ReferenceModel::Frame& one, const ReferenceModel::Frame& ot
 }
 
 }  // namespace
+
+void Checks::started() {
+    linkEvent_ = false;
+    for (int bank = 0; bank < Banks; ++bank) load(bank);
+    model_.setCurrentBank(CurrentBank);
+    model_.setLinkSetup(false);
+    model_.startScan(platform_.now());
+    loaded_ = true;
+    compareAll();
+}
+
+void Checks::load(int bank) {
+    const auto at = static_cast<std::size_t>(bank);
+    const bool there = BoardPresent(bank);
+    const std::string& file = platform_.file(there ? ParameterFiles[at] : IdentityFiles[at]);
+    const std::size_t count = file.size() / (there ? ParameterSize : IdentitySize);
+    for (std::size_t i = 0; there && i < count; ++i) {
+        const std::size_t from = i * ParameterSize;
+        records_[at].push_back(
+            {byteOf(file, from),
+             byteOf(file, from + 1),
+             byteOf(file, from + 2),
+             byteOf(file, from + 3),
+             byteOf(file, from + 4),
+             {byteOf(file, from + 5), byteOf(file, from + 6), byteOf(file, from + 7), byteOf(file, from + 8)}});
+    }
+    model_.load(bank, there, static_cast<int>(count), records_[at]);
+    if (RecordCount(bank) != static_cast<int>(count)) failCheck("a bank has the records of its file", say(bank));
+}
+
+std::uint32_t Checks::addressOf(int bank, int index) const {
+    const auto& records = records_[static_cast<std::size_t>(bank)];
+    const auto at = static_cast<std::size_t>(index) - 1;
+    if (index < 1 || at >= records.size()) return 0;
+    return records[at].addr0 | records[at].addr1 * 256U | records[at].addr2 * 65536U;
+}
+
+void Checks::searched() {
+    searching_ = false;
+    blocked();
+    if (!following_) return;
+    opened_ = platform_.opened;
+    model_.setPortThere(true);
+    model_.portSearched(Link().ReplyData.at(0));
+}
 
 void Checks::compareState() const {
     const LinkState& link = Link();

@@ -1,5 +1,6 @@
 // Plays many simulated runs and tells what was found: of a failure the check and the plan in one line, which plays it
 // again to the letter; and the table of what was counted.
+#include <csignal>
 #include <cstdio>
 #include <ctime>
 #include <exception>
@@ -16,6 +17,8 @@ namespace {
 
 constexpr double MicrosPerDay = 86'400e6;
 constexpr std::uint64_t PlayedTwice = 5;  ///< every fifth seed
+
+volatile std::sig_atomic_t stopped = 0;
 
 struct Options {
     std::uint64_t first = 1, last = 200;
@@ -102,7 +105,7 @@ void keepFivePagesOpen(Plan& plan, int hours) {
     plan.hotDrinkBoard = plan.sectorBoard = true;
     plan.pages = {"FrmDosi", "FrmInOut", "FrmPagamento", "FrmTotali", "FrmTempi"};
     plan.actsPerMinute = 6;
-    plan.acts.resize(static_cast<std::size_t>(hours * 60 * plan.actsPerMinute));
+    plan.acts.resize(static_cast<std::size_t>(hours) * 60 * static_cast<std::size_t>(plan.actsPerMinute));
     std::iota(plan.acts.begin(), plan.acts.end(), 0);
 }
 
@@ -113,7 +116,8 @@ int playMany(const Options& options) {
     if (options.smallWorlds)
         for (const Plan& plan : smallWorlds())
             if (goOn) goOn = report.take(plan, play(plan));
-    for (std::uint64_t seed = options.first; goOn && seed <= options.last; ++seed) {
+    for (const int signal : {SIGINT, SIGTERM}) std::signal(signal, [](int) { stopped = 1; });
+    for (std::uint64_t seed = options.first; goOn && !stopped && seed <= options.last; ++seed) {
         Plan plan = Plan::draw(seed);
         if (options.fivePages > 0) keepFivePagesOpen(plan, options.fivePages);
         const auto left = static_cast<double>(options.last - seed + 1);
@@ -130,7 +134,8 @@ int playMany(const Options& options) {
 
 constexpr const char* Usage =
     "Usage: kestrel_simulation [--seeds FIRST-LAST] [--days N] [--small-worlds] [--five-pages HOURS] [--keep-going]\n"
-    "       kestrel_simulation --plan LINE [--shorten]\n";
+    "       kestrel_simulation --plan LINE [--shorten]\n"
+    "A long run can be stopped by SIGINT or SIGTERM, and tells then what was played.\n";
 
 Options read(int count, char** arguments) {
     Options options;
@@ -169,6 +174,7 @@ Options read(int count, char** arguments) {
 
 int main(int count, char** arguments) {
     using namespace kestrel::testing;
+    std::setvbuf(stdout, nullptr, _IOLBF, BUFSIZ);
     try {
         const Options options = read(count, arguments);
         return options.plan.empty() ? playMany(options) : playOne(options);

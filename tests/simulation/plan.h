@@ -86,7 +86,7 @@ struct Plan {
     Aim aim = Aim::All;   ///< which requests the faults of the line strike
     int actsPerMinute = 20;
     bool stay = false;     ///< all pages of the plan are open from the start, and the user closes none
-    bool strange = false;  ///< the index files name other refresh bytes than those of the installation
+    bool strange = false;  ///< the index files name other refresh and preload bytes than the installation's
     std::array<double, FaultCount> strength{};  ///< chance an exchange, or incidents a minute; 0: does not exist
     std::vector<std::string> pages;             ///< that the user may open
     std::vector<int> acts;                      ///< numbers of the acts that are done, of those that the seed draws

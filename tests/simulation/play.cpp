@@ -191,7 +191,13 @@ class Player {
 }  // namespace
 
 Outcome play(const Plan& plan) {
-    Rest::learn();
+    try {
+        Rest::learn();
+    } catch (const ProcessEnded&) {
+        Outcome result;
+        result.failedCheck = "the program starts on a line without faults";
+        return result;
+    }
     return std::make_unique<Player>(plan)->outcome();
 }
 

@@ -135,6 +135,11 @@ void Rest::comeRight() {
     stage_.unwritable.clear();
     stage_.chunk = std::min(stage_.chunk, LongestChunk);
     stage_.runUntil(stage_.now() + Ebb);
+    // The page of doses gives its order again whenever its argument is read, until it saw the order carried out.
+    const Micros limit = stage_.now() + Hang;
+    const auto carriesOutAnOrder = [this] { return (line_.machine.value(simulator::Board::Master, 7) & 2) != 0; };
+    while (carriesOutAnOrder() && stage_.now() < limit) stage_.runUntil(stage_.now() + Second);
+    stage_.runUntil(stage_.now() + FreshWithin);
     readAll();
 }
 

@@ -37,17 +37,17 @@ Stage::Stage(const Plan& plan) : answers_(chanceOf(plan.seed, Chance::Answer)) {
     files = installation();
     setPlatform(this);
     put("kestrel.ini", "Com=1\r\nLingua=Italiano\r\n");
-    if (plan.strange) changeRefreshBytes(plan.seed);
+    if (plan.strange) changeIndexFiles(plan.seed);
 }
 
 /// Any of the 256 refresh bytes for one record in five, so that countdowns under way, long ones, and records that are
-/// repeated until their board answers all occur.
-void Stage::changeRefreshBytes(std::uint64_t seed) {
+/// repeated until their board answers all occur; and a highest preloaded byte that only a reply clears.
+void Stage::changeIndexFiles(std::uint64_t seed) {
     auto random = chanceOf(seed, Chance::Plan, 1);
     for (auto& [path, content] : files) {
         if (!path.ends_with(".inx") || content.size() % ParameterSize != 0) continue;
         for (std::size_t at = RefreshOffset; at < content.size(); at += ParameterSize)
-            if (random.chance(0.2)) content[at] = static_cast<char>(random.between(0, 255));
+            if (random.chance(0.2)) content[at] = content[at + 5] = static_cast<char>(random.between(0, 255));
     }
 }
 

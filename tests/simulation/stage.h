@@ -22,7 +22,7 @@ class Stage : public VirtualPlatform {
     std::string lastBox;
 
   private:
-    void changeRefreshBytes(std::uint64_t seed);
+    void changeIndexFiles(std::uint64_t seed);
 
     Dice answers_;
     std::array<bool, 5> known_{};  ///< the link's timers that have been made

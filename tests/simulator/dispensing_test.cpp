@@ -99,17 +99,6 @@ TEST_F(DispensingTest, LastsAsLongAsTheRecipeSays) {
     EXPECT_LT(timeOf(2), second / 2) << "a selection that is off";
 }
 
-TEST_F(DispensingTest, OneOrderAtATime) {
-    Machine machine(options);
-    Pc pc(machine);
-    order(pc, 2, 1, 0);
-    EXPECT_TRUE(busy(pc));
-    order(pc, 2, 12, 16);
-    busyTime(pc);
-    EXPECT_EQ(pc.read(master, 162), 1U);
-    EXPECT_EQ(pc.read(sector, 167), 0U);
-}
-
 TEST_F(DispensingTest, DiagramShowsTheWaterRunning) {
     Machine machine(options);
     Pc pc(machine);
@@ -179,16 +168,6 @@ TEST_F(DispensingTest, ClearingTakesWhatItShouldAndNoMore) {
         expectAll(lifetime, command == 7 ? 0 : 77);
         expectAll(kept, 77);
     }
-}
-
-TEST_F(DispensingTest, DecimalsFollowTheirSetting) {
-    Machine machine(options);
-    Pc pc(machine);
-    machine.setValue(master, 3, 0x42);
-    pc.write(master, 359, 1);
-    EXPECT_EQ(pc.read(master, 3), 0x41U);
-    pc.write(master, 359, 3);
-    EXPECT_EQ(pc.read(master, 3), 0x43U);
 }
 
 }  // namespace

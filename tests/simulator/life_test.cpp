@@ -161,30 +161,6 @@ TEST_F(LifeTest, NewAlarmsGoRoundTheRingWithTheirTime) {
     EXPECT_EQ(slots.size(), 10U);
 }
 
-TEST_F(LifeTest, InputsMoveOnEveryBoardThatHasSome) {
-    Machine machine(installation.options());
-    std::set<std::uint32_t> inputs[4];
-    for (int tick = 1; tick < 1200; ++tick) {
-        machine.advance(tick * second / 2);
-        inputs[0].insert(machine.value(master, 249));
-        for (int n = 0; n < 3; ++n) inputs[n + 1].insert(machine.value(hotDrink, 1289 + n));
-    }
-    for (const auto& values : inputs) EXPECT_GT(values.size(), 2U);
-}
-
-TEST_F(LifeTest, BoilerFollowsItsSetPointWithALag) {
-    Machine machine(installation.options());
-    const auto wanted = machine.value(hotDrink, 1199);
-    EXPECT_LT(machine.value(hotDrink, 1288), wanted - 5);
-    machine.advance(hour);
-    EXPECT_NEAR(machine.value(hotDrink, 1288), wanted, 2);
-    machine.setValue(hotDrink, 1199, 80);
-    machine.advance(hour + 4 * second);
-    EXPECT_GT(machine.value(hotDrink, 1288), 85U) << "it takes time";
-    machine.advance(2 * hour);
-    EXPECT_NEAR(machine.value(hotDrink, 1288), 80, 2);
-}
-
 // As the program shows it: a signed high byte, plus the correction, which counts from 5.
 TEST_F(LifeTest, TankIsKeptBetweenSetPointAndDelta) {
     Machine machine(installation.options());

@@ -72,21 +72,6 @@ TEST_F(MachineTest, TakesItsTimeByteByByte) {
     EXPECT_EQ(machine.takeOutput(first + 521).size(), 1U);
 }
 
-TEST_F(MachineTest, OwnerWhoFollowsNextEventMissesNothing) {
-    Machine machine(still());
-    const Bytes request = readFrame(master, Installation::address(master, 7), 1);
-    machine.send(0, request);
-    Bytes got;
-    while (got.size() < 2) {
-        const auto next = machine.nextEvent();
-        ASSERT_TRUE(next);
-        ASSERT_LT(*next, second);
-        machine.advance(*next);
-        for (const auto byte : machine.takeOutput(*next)) got.push_back(byte);
-    }
-    EXPECT_EQ(got[0], got[1]);
-}
-
 // Half a frame, a frame cut in two, noise: after 50 ms of silence a board listens afresh.
 TEST_F(MachineTest, FindsTheNextFrameAfterSilence) {
     const Bytes good = readFrame(master, Installation::address(master, 7), 1);
@@ -141,21 +126,6 @@ TEST_F(MachineTest, IdentityFollowsFromTheLastFileOfTheBoard) {
     EXPECT_EQ(pc.readIdentity(hotDrink, 17), 7U);
 }
 
-TEST_F(MachineTest, IdentityCanBeGiven) {
-    installation.writeParameters("W0256AP02.inx", {{0x77, 1, 5}});
-    MachineOptions options = still();
-    options.identities[0].revision = 22;
-    options.identities[0].release = 2;
-    options.identities[1].release = 99;  // no such file: only the report changes
-    Machine machine(options);
-    Pc pc(machine);
-    EXPECT_EQ(pc.readIdentity(master, 18), 22U);
-    EXPECT_EQ(pc.readIdentity(master, 17), 2U);
-    EXPECT_THROW(machine.value(master, 2), std::out_of_range) << "the file of release 2 has one record";
-    EXPECT_EQ(pc.readIdentity(hotDrink, 17), 99U);
-    EXPECT_NO_THROW(machine.value(hotDrink, 1402));
-}
-
 TEST_F(MachineTest, RefusesInstallationsThatItCannotServe) {
     const struct {
         const char* what;
@@ -197,13 +167,6 @@ TEST_F(MachineTest, BoardsThatAreNotFittedNeedNoFilesAndAreSilent) {
     EXPECT_THROW(machine.value(hotDrink, 1), std::out_of_range);
     EXPECT_THROW(machine.value(master, 0), std::out_of_range);
     EXPECT_THROW(machine.setValue(master, 401, 0), std::out_of_range);
-}
-
-TEST_F(MachineTest, ParametersWithoutAMeaningStartWithTheirPreload) {
-    std::vector<Entry> entries;
-    for (int n = 1; n <= 70; ++n) entries.push_back({0x5000U + static_cast<std::uint32_t>(4 * n), 4, 0x01020304});
-    installation.writeParameters("W0245AB04.inx", entries);
-    EXPECT_EQ(Machine(still()).value(sector, 65), 0x01020304U);
 }
 
 TEST_F(MachineTest, OverlappingParametersShareBytesAndOthersDoNot) {
@@ -323,21 +286,6 @@ TEST_F(MachineTest, ReportsEveryExchange) {
     for (const char* part : {"sector", "write", "51 ", "= 12", "0C"}) {
         EXPECT_NE(describe(seen[0]).find(part), std::string::npos) << describe(seen[0]);
     }
-}
-
-TEST_F(MachineTest, SameSeedSameDayOtherSeedOtherDay) {
-    const auto day = [&](std::uint64_t seed) {
-        MachineOptions options = installation.options();
-        options.seed = seed;
-        Machine machine(options);
-        for (int n = 16; n < 46; ++n) machine.setValue(master, n, 60);
-        std::vector<std::uint32_t> counters;
-        machine.advance(3600 * second);
-        for (int n = 71; n < 119; ++n) counters.push_back(machine.value(sector, n));
-        return counters;
-    };
-    EXPECT_EQ(day(1), day(1));
-    EXPECT_NE(day(1), day(2));
 }
 
 }  // namespace

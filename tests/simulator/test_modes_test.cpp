@@ -38,25 +38,6 @@ class TestModesTest : public testing::Test {
     Pc pc{machine};
 };
 
-TEST_F(TestModesTest, TimeRunsOutAndSwitchesTheOutputsOff) {
-    startHotDrink(60);
-    startSector(60);
-    EXPECT_TRUE(hotDrinkInTest());
-    EXPECT_TRUE(sectorInTest());
-    for (int n = 2; n <= 6; ++n) pc.write(hotDrink, n, 0x81);
-    pc.write(hotDrink, 1, 2);
-    sectorOutput(0x02, 0x10);
-    pc.wait(58 * second);
-    EXPECT_TRUE(hotDrinkInTest());
-    EXPECT_EQ(pc.read(hotDrink, 1296), 0x81U);
-    pc.wait(3 * second);
-    EXPECT_FALSE(hotDrinkInTest());
-    EXPECT_FALSE(sectorInTest());
-    for (int n = 1292; n <= 1296; ++n) EXPECT_EQ(pc.read(hotDrink, n), 0U) << n;
-    EXPECT_EQ(pc.read(sector, 288), 0U);
-    EXPECT_EQ(pc.read(sector, 289), 0U);
-}
-
 TEST_F(TestModesTest, EveryOrderStartsTheTimeAnew) {
     startHotDrink(60);
     startSector(60);
@@ -110,15 +91,6 @@ TEST_F(TestModesTest, SectorBoardDrivesOneOutputAndTheCompressor) {
         EXPECT_EQ(pc.read(sector, 288), c.groupEcho) << c.what;
         EXPECT_EQ(pc.read(sector, 289), c.bitEcho) << c.what;
     }
-}
-
-TEST_F(TestModesTest, MotorsGoToZeroForAWhile) {
-    pc.write(sector, 284, 3);
-    EXPECT_EQ(pc.read(sector, 290), 2U);
-    pc.wait(2 * second);
-    EXPECT_EQ(pc.read(sector, 290), 2U);
-    pc.wait(10 * second);
-    EXPECT_EQ(pc.read(sector, 290), 0U);
 }
 
 TEST_F(TestModesTest, RestartEndsTheTestOfThatBoard) {

@@ -185,52 +185,6 @@ TEST(ShippedBoards, AlarmPointerAndRingKeepStep) {
     }
 }
 
-/// Plays the scan over what the options page watches: a frame or the end of a bank costs a tick of 40 ms, a record
-/// with refresh L goes out on every (L + 1)-th pass. Returns the milliseconds until the page has taken 21 values.
-int millisecondsToFillOptions(bool hotDrink, bool sector) {
-    struct Watched {
-        int bank;
-        std::vector<int> counted;
-        std::vector<int> quiet;      // watched, but taken by no control
-        std::set<int> countedIfNew;  // taken only when the value is not the one before
-    };
-    const Watched watched[] = {{0, {84, 85, 350, 356, 357, 358, 361, 354, 1, 3, 2, 158, 7}, {355}, {1, 2, 7}},
-                               {1, {1298, 1299, 1302, 1153, 1443, 1444, 1203}, {1205, 1303, 1445, 1446}, {}},
-                               {2, {59, 283}, {274}, {}}};
-    const bool present[] = {true, hotDrink, sector};
-    int ticks = 0;
-    int taken = 0;
-    for (int pass = 0; pass < 1000; ++pass) {
-        for (const Watched& page : watched) {
-            if (present[page.bank]) {
-                const auto due = [&](int number) {
-                    const int reload = parametersOf(page.bank)[static_cast<std::size_t>(number - 1)].refresh;
-                    return pass == 0 || (reload != 0 && pass % (reload + 1) == 0);
-                };
-                for (const int number : page.quiet) ticks += due(number) ? 1 : 0;
-                for (const int number : page.counted) {
-                    if (!due(number)) continue;
-                    ++ticks;
-                    if (pass == 0 || !page.countedIfNew.contains(number)) ++taken;
-                    if (taken > 20) return 40 * ticks;
-                }
-            }
-            ++ticks;
-        }
-    }
-    return 1000000;
-}
-
-TEST(ShippedBoards, FillTheOptionsPageOnEveryMachine) {
-    for (const bool hotDrink : {true, false}) {
-        for (const bool sector : {true, false}) {
-            const int milliseconds = millisecondsToFillOptions(hotDrink, sector);
-            EXPECT_LT(milliseconds, 4000) << "hot-drink board " << hotDrink << ", sector board " << sector;
-            RecordProperty("hot" + std::to_string(hotDrink) + "sector" + std::to_string(sector), milliseconds);
-        }
-    }
-}
-
 // The files that the build laid out are the tables, byte for byte.
 TEST(ShippedBoards, AreInTheInstallation) {
     for (const BoardFiles& board : boards) {
@@ -239,13 +193,6 @@ TEST(ShippedBoards, AreInTheInstallation) {
             std::ifstream in(std::string(KESTREL_INSTALLATION) + "/" + stem + ".inx", std::ios::binary);
             const std::string bytes{std::istreambuf_iterator<char>(in), {}};
             EXPECT_EQ(bytes, encode(shipped(stem, layout).records, layout)) << stem;
-            const auto read = decode(bytes, layout);
-            const auto made = shipped(stem, layout).records;
-            ASSERT_EQ(read.size(), made.size()) << stem;
-            for (std::size_t i = 0; i < read.size(); ++i) {
-                EXPECT_EQ(read[i].address, made[i].address) << stem << ' ' << i + 1;
-                EXPECT_EQ(read[i].preload, made[i].preload) << stem << ' ' << i + 1;
-            }
         }
     }
 }

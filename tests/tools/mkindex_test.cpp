@@ -116,13 +116,6 @@ INSTANTIATE_TEST_SUITE_P(
         BadTable{"nothing below the header", params, "# to come\n", "3: the table has no rows\n"}),
     [](const auto& tested) { return "case" + std::to_string(tested.index); });
 
-TEST(MkindexTable, NeedsTheHeaderOfItsLayout) {
-    EXPECT_EQ(tableOf("").problems.size(), 1U);
-    EXPECT_EQ(tableOf("# a comment alone\n").problems.size(), 1U);
-    EXPECT_FALSE(tableOf(identityHeader + "1\ta\t1\t0\t000010\tm\n", Layout::Parameters).problems.empty());
-    EXPECT_FALSE(tableOf(parameterHeader + "1\ta\t1\t0\t000010\t0\tm\n", Layout::Identity).problems.empty());
-}
-
 TEST(MkindexTable, RangesBecomeParametersOneBehindAnother) {
     const Table table = tableOf("# made on another system\r\n\r\n" + parameterHeader +
                                 "2..4\tcoin[1..3]\t2\t0\t0A20FE\t5,10,65535\tvalues\r\n"
@@ -169,13 +162,6 @@ TEST(MkindexFile, HasTheBytesOfItsLayout) {
     const std::string bytes = encode(identity.records, Layout::Identity);
     EXPECT_EQ(bytes.size(), 20U * 5);
     EXPECT_EQ(bytes.substr(95), std::string("\x12\x34\x00\x00\x56", 5));
-}
-
-TEST(MkindexFile, TellsTheLayoutByTheName) {
-    for (const char* name : {"W0256.inx", "W0000.inx"}) EXPECT_EQ(layoutOfName(name), Layout::Identity) << name;
-    for (const char* name : {"W0256AP03.inx", "W256.inx", "X0256.inx", "W025x.inx", "W02567.inx", "W0256.tsv", ""}) {
-        EXPECT_EQ(layoutOfName(name), Layout::Parameters) << name;
-    }
 }
 
 TEST(MkindexPrint, RemarksOnWhatNoTableCanSay) {

@@ -63,14 +63,6 @@ TEST(MklangSource, BadRowsAreComplainedOfWithTheirPlace) {
     }
 }
 
-TEST(MklangSource, OneBadRowHidesNoOther) {
-    const auto [texts, complaints] = read(header + "1\t\ta\t\n800\tc\td\t\n3\te\t\t\n");
-    ASSERT_EQ(complaints.size(), 2U);
-    EXPECT_EQ(complaints[1].line, 4);
-    EXPECT_EQ(texts.rows.size(), 1U);
-    EXPECT_EQ(texts.rows.at(800), (std::vector<std::string>{"c", "d"}));
-}
-
 TEST(MklangSource, SourcesJoinOnlyWithTheSameLanguages) {
     auto [texts, complaints] = read(header + "1\ta\tb\t\n");
     for (const std::string languages : {"Due\tUno", "Uno", "Uno\tDue\tTre"}) {
@@ -102,12 +94,6 @@ TEST(MklangFile, TextOfRowNIsLineN) {
     EXPECT_EQ(languageFileBytes(texts, 0), "\r\n;-- A\r\nuno\r\n\r\n\xE8\r\n");
     EXPECT_EQ(languageFileBytes(texts, 1), "\r\n;-- A\r\ndue\r\n\r\n\x80\r\n");
     EXPECT_EQ(printLanguageFile(languageFileBytes(texts, 0)), "1\t\n2\t;-- A\n3\tuno\n4\t\n5\tè\n");
-}
-
-TEST(MklangFile, PrintsForeignFilesToo) {
-    EXPECT_EQ(printLanguageFile(""), "");
-    EXPECT_EQ(printLanguageFile("a\nb"), "1\ta\n2\tb\n");
-    EXPECT_EQ(printLanguageFile("\x81\r\n"), "1\t\uFFFD\n");
 }
 
 TEST(MklangCodePage, EveryByteWithAMeaningComesBack) {

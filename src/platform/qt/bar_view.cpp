@@ -88,11 +88,10 @@ QString BarView::handleText() const {
 }
 
 void BarView::drawEnds(Brush& brush) const {
-    const QColor still = isEnabled() ? colors().quietText : colors().disabledText;
     const double end = trough().left();
     const auto color = [&](Part part, bool dead) {
-        if (dead) return colors().line;
-        return isEnabled() && pressed_ == part ? colors().accent : still;
+        if (dead || !isEnabled()) return colors().line;
+        return pressed_ == part ? colors().accent : colors().quietText;
     };
     drawArrow(brush, {0, 0, end, static_cast<double>(height())}, Arrow::Left,
               color(Part::Less, shownValue() <= lowest_));

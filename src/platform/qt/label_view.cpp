@@ -67,10 +67,10 @@ QColor LabelView::ink() const {
     if (chosen_ && isEnabled()) return colors().onAccent;
     if (!isEnabled() || foreColor_ == Label::DefaultColor) return textColor(*this);
     // The pure colours of lamps and warnings are the look's own ones.
-    if (foreColor_ == PureRed) return readable(colors().alarm, colors().panel, TextContrast);
-    if (foreColor_ == PureGreen) return readable(colors().lit, colors().panel, TextContrast);
+    if (foreColor_ == PureRed) return readableText(colors().alarm);
+    if (foreColor_ == PureGreen) return readableText(colors().lit);
     const QColor asked(foreColor_ & 0xff, (foreColor_ >> 8) & 0xff, (foreColor_ >> 16) & 0xff);
-    return readable(asked, colors().panel, TextContrast);
+    return readableText(asked);
 }
 
 QRectF LabelView::keyShape() const { return QRectF(rect()).adjusted(3, 3, -3, -3); }

@@ -122,7 +122,10 @@ int LookStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const
             return 2 * GridStep;
         case PM_LayoutHorizontalSpacing:
         case PM_LayoutVerticalSpacing:
+        case PM_HeaderMargin:
             return GridStep;
+        case PM_FocusFrameHMargin:
+            return GridStep - 1;  // the toolkit adds one: the cells of a list stand below their heads
         case PM_TitleBarHeight:
             return TargetHeight;
         case PM_ScrollBarExtent:
@@ -143,7 +146,6 @@ QSize LookStyle::sizeFromContents(ContentsType type, const QStyleOption* option,
         const auto* item = qstyleoption_cast<const QStyleOptionMenuItem*>(option);
         if (item && item->menuItemType == QStyleOptionMenuItem::Separator) return result;
     }
-    if (type == CT_HeaderSection) result.setHeight(result.height() + GridStep);
     if (type == CT_MenuItem || type == CT_MenuBarItem || type == CT_PushButton || type == CT_LineEdit)
         result.setHeight(std::max(result.height(), TargetHeight));
     return result;

@@ -25,7 +25,8 @@ namespace kestrel::qt {
 namespace {
 
 constexpr int Spacing = GridStep;
-constexpr int ListSpacing = 3 * GridStep;  ///< so that a figure is not read with the caption to its right
+constexpr int FieldSpacing = 2 * GridStep;  ///< between fields whose bar stands below their caption and figure
+constexpr int ListSpacing = 3 * GridStep;   ///< so that a figure is not read with the caption to its right
 
 /// What stands in the page: as wide and high as its window, or as its contents when the window is smaller.
 class PageContents : public QWidget {
@@ -191,8 +192,11 @@ class Builder {
         auto* widget = new QWidget;
         auto* cells = new AlignedGrid(widget, stack);
         cells->setContentsMargins(0, 0, 0, 0);
-        const bool composed = std::any_of(layout.children.begin(), layout.children.end(), isColumn);
-        cells->setHorizontalSpacing(composed ? ListSpacing : Spacing);
+        const auto any = [&layout](bool (*is)(const Layout&)) {
+            return std::any_of(layout.children.begin(), layout.children.end(), is);
+        };
+        const bool composed = any(isColumn);
+        cells->setHorizontalSpacing(composed ? ListSpacing : any(isGrid) ? FieldSpacing : Spacing);
         cells->setVerticalSpacing(composed ? Spacing : 0);
         for (std::size_t i = 0; i < layout.children.size(); ++i) {
             if (layout.children[i].kind == Layout::Kind::Gap) continue;

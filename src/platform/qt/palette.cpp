@@ -85,4 +85,8 @@ QColor readable(const QColor& color, const QColor& ground, double least) {
     return result;
 }
 
+QColor readableText(const QColor& color) {
+    return readable(readable(color, colors().panel, TextContrast), colors().window, TextContrast);
+}
+
 }  // namespace kestrel::qt

@@ -39,6 +39,8 @@ void setColors(const Colors& chosen);
 double contrast(const QColor& one, const QColor& other);
 /// The colour, made lighter or darker until its contrast with the ground is at least this.
 QColor readable(const QColor& color, const QColor& ground, double least);
+/// The colour as that of a text which can be read on a panel and on the window itself.
+QColor readableText(const QColor& color);
 
 inline constexpr double TextContrast = 4.5;
 inline constexpr double ShapeContrast = 3.0;
