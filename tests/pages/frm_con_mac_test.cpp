@@ -78,15 +78,20 @@ TEST_F(FrmConMacTest, EachControlShowsItsParameter) {
     EXPECT_EQ(page.iSwSliderX2.Position, 4);
     for (int i = 0; i < 4; ++i) {
         EXPECT_EQ(page.iSwRotaryX3[i].Position, 3 - i);
-        EXPECT_EQ(page.HScroll4[i].Value, i + 1);
-        EXPECT_EQ(page.HScroll5[i].Value, 5 - i);
+        EXPECT_EQ(page.Label4s[i].Caption.get(), std::to_string(i + 1));
+        EXPECT_EQ(page.Label5s[i].Caption.get(), std::to_string(5 - i));
         EXPECT_EQ(page.Label6s[i].Caption.get(), std::to_string(i));
         EXPECT_EQ(page.Label7s[i].Caption.get(), "10." + std::to_string(i));
         EXPECT_EQ(page.Labelx3[i].Caption.get(), "mixer abbinato all'ev.  " + std::to_string(i + 1));
     }
     for (int i = 0; i < 5; ++i) EXPECT_EQ(page.Label8s[i].Caption.get(), std::to_string(i));
     EXPECT_EQ(page.lblAbb[1].Caption.get(), "abbinamento ev. freddo 3 elettrovalvola");
-    EXPECT_EQ(page.Frame8.Caption.get(), "doppio prodotto polvere");
+    const std::pair<const Frame*, const char*> frames[] = {{&page.Frame4, "1°  polvere abbinata all'ev."},
+                                                           {&page.Frame5, "2°  polvere abbinata all'ev."},
+                                                           {&page.Frame6, "3°  polvere abbinata all'ev."},
+                                                           {&page.Frame7, "tempo sgocciolamento ev."},
+                                                           {&page.Frame8, "doppio prodotto polvere"}};
+    for (const auto& [frame, text] : frames) EXPECT_EQ(frame->Caption.get(), text);
 }
 
 TEST_F(FrmConMacTest, EveryMoveIsWrittenToParameterAndShadow) {
