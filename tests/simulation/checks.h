@@ -125,6 +125,7 @@ class Checks {
     int sentBank_ = 0;              ///< under which the newest frame was built
     std::pair<int, int> origin_{};  ///< the record that the newest request was copied from
     int bankBefore_ = 0;            ///< the cursor when the event began
+    int indexBefore_ = 0;           ///< and where the scan stood
     int opened_ = 0;
     std::size_t filesWritten_ = 0;
     std::vector<ReferenceModel::Frame> sent_;
