@@ -31,8 +31,8 @@ void failCheck(const std::string& check, const std::string& detail) { throw Chec
 void Counts::add(const Counts& other) {
     for (auto field :
          {&Counts::events, &Counts::frames, &Counts::accepted, &Counts::timeouts, &Counts::repeats, &Counts::boxes,
-          &Counts::acts, &Counts::overwrittenEdits, &Counts::movedBanks, &Counts::lateReplies, &Counts::blindReplies,
-          &Counts::orphanWrites, &Counts::pagesCompared, &Counts::pagesExcused})
+          &Counts::acts, &Counts::overwrittenEdits, &Counts::movedBanks, &Counts::leftFrames, &Counts::lateReplies,
+          &Counts::blindReplies, &Counts::orphanWrites, &Counts::pagesCompared, &Counts::pagesExcused})
         this->*field += other.*field;
 }
 
@@ -117,6 +117,7 @@ void Checks::sending(const Bytes& frame) {
     if (++sends_ > 1) ++counts.repeats;
     require(sends_ <= SendsAllowed, "at most five sends of a frame");
     sentBank_ = CurrentBank;
+    left_ = false;
     auto& sent = sent_.emplace_back();
     sent.when = platform_.now();
     sent.count = std::min(frame.size(), sent.bytes.size());
@@ -281,6 +282,10 @@ void Checks::afterEvent() {
         model_.pagesTold();
     } else {
         model_.setCurrentBank(CurrentBank);
+    }
+    if (!Link().LinkIdle && !left_ && CurrentBank != sentBank_) {
+        left_ = true;
+        ++counts.leftFrames;
     }
     checkExchange();
     checkTold();

@@ -34,7 +34,8 @@ inline void require(bool holds, const char* check) {
 struct Counts {
     long events = 0, frames = 0, accepted = 0, timeouts = 0, repeats = 0, boxes = 0, acts = 0;
     long overwrittenEdits = 0;  ///< (a) an edit overwritten by a reply for the same record that was under way
-    long movedBanks = 0;        ///< (b) a page moved the cursor between a frame and its reply
+    long movedBanks = 0;        ///< (b) a reply filed after a page moved the cursor behind its frame
+    long leftFrames = 0;        ///< (b) frames behind which a page moved the cursor, so that the reply may be dropped
     long lateReplies = 0;       ///< (c) a late reply met another request
     long blindReplies = 0;      ///< (d) spoiled bytes passed for a good reply
     long orphanWrites = 0;      ///< a page closed before its write went out
@@ -122,6 +123,7 @@ class Checks {
     Micros lastTick_ = -1'000'000;
     Micros blockedUntil_ = -1;
     int sends_ = 0;                 ///< of the open exchange, since it began or last ran out of time
+    bool left_ = false;             ///< a page has moved the bank since the newest frame
     int sentBank_ = 0;              ///< under which the newest frame was built
     std::pair<int, int> origin_{};  ///< the record that the newest request was copied from
     int bankBefore_ = 0;            ///< the cursor when the event began

@@ -65,6 +65,7 @@ class Report {
                     {"repeats", counts_.repeats},
                     {"(a) edits overwritten by a reply under way", counts_.overwrittenEdits},
                     {"(b) replies filed after a page moved the bank", counts_.movedBanks},
+                    {"(b) frames behind which a page moved the bank", counts_.leftFrames},
                     {"(c) late replies taken for another's", counts_.lateReplies},
                     {"(d) spoiled bytes taken for a reply", counts_.blindReplies},
                     {"writes left behind by a closed page", counts_.orphanWrites},

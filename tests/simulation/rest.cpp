@@ -150,9 +150,13 @@ void Rest::readAll() {
     std::vector<Place> stale = subscribeAnew();
     Checks::present()->afterEvent();
     const Micros each = PerRecord + stage_.chunk;
-    const Micros limit = (FreshWithin + static_cast<Micros>(stale.size()) * each) * (plan_.strange ? LongestGate : 1);
+    const Micros plain = FreshWithin + static_cast<Micros>(stale.size()) * each;
     const Micros begun = stage_.now();
+    const long left = Checks::present()->counts.leftFrames;
     for (bool wasIdle = false; !stale.empty() || !wasIdle; wasIdle = wasIdle || Link().LinkIdle) {
+        // A record whose reply was dropped, since a page moved the bank under it, is sent again when its gate opens.
+        const bool waitsForItsGate = plan_.strange || Checks::present()->counts.leftFrames > left;
+        const Micros limit = waitsForItsGate ? plain * LongestGate : plain;
         if (scanWaitsForAbsentBoard()) throw EndedByRules{"a write waits for a board that is not there"};
         if (stage_.now() - begun > limit && Checks::present()->repeatsAStrayFrame())
             throw EndedByRules{"a request is repeated for another bank, to which a page moved"};
