@@ -8,6 +8,11 @@
 #include "simulator/commands.h"
 
 namespace kestrel::simulator {
+namespace {
+
+constexpr std::uint64_t highestLatency = 1000;
+
+}  // namespace
 
 BoardOptions parseBoardOptions(const std::vector<std::string>& arguments) {
     BoardOptions options;
@@ -26,6 +31,11 @@ BoardOptions parseBoardOptions(const std::vector<std::string>& arguments) {
             options.machine.seed = *seed;
         } else if (name == "--fault") {
             options.machine.faults = parseFaults(value());
+        } else if (name == "--latency") {
+            const std::string& text = value();
+            const auto milliseconds = parseNumber(text, highestLatency);
+            if (!milliseconds) throw std::invalid_argument("--latency takes 0 to 1000 ms, not \"" + text + "\"");
+            options.machine.latency = static_cast<Micros>(*milliseconds) * millisecond;
         } else if (name == "--link") {
             options.link = value();
         } else if (name == "--no-hot-drink") {
@@ -54,9 +64,8 @@ std::string boardHelp() {
            "  --link PATH       keep a symbolic link to the pseudo-terminal at PATH\n"
            "  --seed N          seed of everything that is left to chance (default: 1)\n"
            "  --fault LIST      faults with their probability per exchange, as drop=0.01,flip=0.02\n"
-           "                    (" +
-           faultNames() +
-           ")\n"
+           "                    (their names stand below)\n"
+           "  --latency MS      hand bytes over at multiples of this time, as an adapter does\n"
            "  --no-hot-drink    leave out the hot-drink board\n"
            "  --no-sector       leave out the sector board\n"
            "  --still           no sales, alarms or drifting readings\n"
@@ -66,9 +75,13 @@ std::string boardHelp() {
            "The first line printed is the path of the pseudo-terminal, then a line an exchange.\n"
            "Commands, a line each on standard input (BOARD is 0 master, 1 hot-drink, 2 sector):\n"
            "  set BOARD PARAM VALUE   get BOARD PARAM   silent BOARD on|off\n"
-           "  unplug   plug   fault LIST   quit\n"
+           "  unplug   plug   fault LIST   strike FAULT   quit\n"
+           "strike lets one of noise, reset, lost, port, busy, stream, change and swap happen at once.\n"
            "The program ends at quit, at SIGTERM or SIGINT, and when a pipe or terminal on its\n"
-           "standard input is closed.\n";
+           "standard input is closed.\n"
+           "\n"
+           "Faults:\n" +
+           faultHelp();
 }
 
 }  // namespace kestrel::simulator

@@ -65,18 +65,24 @@ std::string fault(Machine& machine, const Words& words) {
     return {};
 }
 
+std::string strike(Machine& machine, const Words& words) {
+    machine.strike(kindNamed(words[1]));
+    return {};
+}
+
 struct Command {
     std::string_view form;
     std::size_t fewestWords;
     std::size_t mostWords;
     std::string (*run)(Machine&, const Words&);
 };
-constexpr std::array<Command, 6> commands{{{"set BOARD PARAM VALUE", 4, 4, set},
+constexpr std::array<Command, 7> commands{{{"set BOARD PARAM VALUE", 4, 4, set},
                                            {"get BOARD PARAM", 3, 3, get},
                                            {"silent BOARD on|off", 3, 3, silent},
                                            {"unplug", 1, 1, unplug},
                                            {"plug", 1, 1, plug},
-                                           {"fault LIST", 1, 2, fault}}};
+                                           {"fault LIST", 1, 2, fault},
+                                           {"strike FAULT", 2, 2, strike}}};
 
 }  // namespace
 

@@ -8,15 +8,34 @@
 namespace kestrel::simulator {
 namespace {
 
-constexpr std::array<std::string_view, faultKindCount> names{"silent", "slow", "late",  "drop",  "extra", "flip",
-                                                             "ack",    "echo", "noise", "reset", "lost",  "port"};
-
-FaultKind kindNamed(std::string_view name) {
-    for (std::size_t i = 0; i < names.size(); ++i) {
-        if (names[i] == name) return static_cast<FaultKind>(i);
-    }
-    throw std::invalid_argument("unknown fault \"" + std::string(name) + "\" (known: " + faultNames() + ")");
-}
+struct Kind {
+    std::string_view name;
+    std::string_view what;
+};
+constexpr std::array<Kind, faultKindCount> kinds{{
+    {"silent", "the request was not heard, or the reply was lost"},
+    {"slow", "the reply comes 100 to 900 ms late"},
+    {"late", "the reply comes 1 to 5 s late"},
+    {"drop", "a byte of the reply is missing"},
+    {"extra", "a byte too many stands in the reply"},
+    {"flip", "one bit of the reply is wrong"},
+    {"ack", "a write is acknowledged with a wrong byte"},
+    {"echo", "the request comes back before the reply"},
+    {"noise", "some bytes arrive while the line is idle"},
+    {"reset", "the board restarts"},
+    {"lost", "the board is away for some seconds"},
+    {"port", "the whole port is away for some seconds"},
+    {"request", "one bit of the request is wrong"},
+    {"part", "the boards get only a part of the request, or none"},
+    {"noeffect", "a write is acknowledged and forgotten"},
+    {"clamp", "a write is acknowledged, half of it is stored"},
+    {"blind", "the reply is wrong, and its sum does not show it"},
+    {"collide", "two boards speak at once"},
+    {"busy", "the boards are busy for seconds, then answer all"},
+    {"stream", "bytes without end, for up to 1.5 s"},
+    {"change", "the parameter last asked for changes by itself"},
+    {"swap", "all memories become those of another machine"},
+}};
 
 double parseRate(std::string_view name, std::string_view text) {
     double rate = 0;
@@ -31,11 +50,23 @@ double parseRate(std::string_view name, std::string_view text) {
 
 }  // namespace
 
-std::string_view nameOf(FaultKind kind) { return names[static_cast<std::size_t>(kind)]; }
+std::string_view nameOf(FaultKind kind) { return kinds[static_cast<std::size_t>(kind)].name; }
 
-std::string faultNames() {
+FaultKind kindNamed(std::string_view name) {
+    std::string known;
+    for (std::size_t i = 0; i < kinds.size(); ++i) {
+        if (kinds[i].name == name) return static_cast<FaultKind>(i);
+        known.append(i == 0 ? "" : ", ").append(kinds[i].name);
+    }
+    throw std::invalid_argument("unknown fault \"" + std::string(name) + "\" (known: " + known + ")");
+}
+
+std::string faultHelp() {
+    constexpr std::size_t nameWidth = 10;
     std::string all;
-    for (const std::string_view name : names) all.append(all.empty() ? "" : ", ").append(name);
+    for (const Kind& kind : kinds) {
+        all.append("  ").append(kind.name).append(nameWidth - kind.name.size(), ' ').append(kind.what).append("\n");
+    }
     return all;
 }
 

@@ -23,9 +23,19 @@ enum class FaultKind {
     Noise,      // some bytes arrive after the exchange, while the line is idle
     Reset,      // the board restarts and does not reply to this request, nor for a while
     BoardLost,  // the board is away for some seconds
-    PortLost    // the whole port is away for some seconds
+    PortLost,   // the whole port is away for some seconds
+    Request,    // one bit of the request is wrong when it reaches the boards
+    Part,       // the boards get the first bytes of the request only, or none
+    NoEffect,   // a write is acknowledged and forgotten
+    Clamp,      // a write is acknowledged and half of it is stored
+    Blind,      // the reply to a read is wrong in a way that its sum does not show
+    Collide,    // two boards speak at once, and the reply is neither's
+    Busy,       // the boards are busy for some seconds, and then answer everything
+    Stream,     // bytes without end for up to 1.5 s
+    Change,     // the parameter that was asked for last changes by itself
+    Swap        // the memories of the boards become those of another machine
 };
-inline constexpr std::size_t faultKindCount = 12;
+inline constexpr std::size_t faultKindCount = 22;
 
 class FaultPlan {
   public:
@@ -37,12 +47,14 @@ class FaultPlan {
 };
 
 std::string_view nameOf(FaultKind kind);
+// Throws std::invalid_argument for a name that no kind has.
+FaultKind kindNamed(std::string_view name);
 
 // "drop=0.01,flip=0.02"; an empty text is a plan without faults. The names are those of nameOf().
 // Throws std::invalid_argument that says what is wrong.
 FaultPlan parseFaults(std::string_view text);
-// All names, for help texts: "silent, slow, ...".
-std::string faultNames();
+// A line each, name and meaning.
+std::string faultHelp();
 
 // One generator a kind: asking for one kind more leaves what the others do as it was.
 class FaultSource {

@@ -16,11 +16,13 @@ void OutgoingLine::transmit(Micros from, const Bytes& bytes) {
 
 std::optional<Micros> OutgoingLine::next() const {
     if (bytes_.empty()) return std::nullopt;
-    return bytes_.front().first;
+    const Micros arrived = bytes_.front().first;
+    return latency_ > 0 ? (arrived + latency_ - 1) / latency_ * latency_ : arrived;
 }
 
 Bytes OutgoingLine::take(Micros now) {
     Bytes due;
+    if (latency_ > 0) now = now / latency_ * latency_;
     for (; !bytes_.empty() && bytes_.front().first <= now; bytes_.pop_front()) due.push_back(bytes_.front().second);
     return due;
 }

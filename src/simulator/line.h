@@ -15,7 +15,10 @@ class OutgoingLine {
     // Puts the bytes on the line from `from` on, or as soon as it is free.
     void transmit(Micros from, const Bytes& bytes);
 
-    std::optional<Micros> next() const;  // when the next byte has arrived at the PC
+    // The adapter of the PC hands over what it has at multiples of this time only; 0: each byte at once.
+    void setLatency(Micros latency) { latency_ = latency; }
+
+    std::optional<Micros> next() const;  // when the next byte is there for the PC
     Micros freeAt() const { return freeAt_; }
     Bytes take(Micros now);
     void drop();  // what has not arrived by now never will
@@ -23,6 +26,7 @@ class OutgoingLine {
   private:
     std::deque<std::pair<Micros, std::uint8_t>> bytes_;
     Micros freeAt_ = 0;
+    Micros latency_ = 0;
 };
 
 }  // namespace kestrel::simulator

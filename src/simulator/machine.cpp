@@ -15,6 +15,11 @@ namespace kestrel::simulator {
 namespace {
 
 constexpr Micros restartTime = 1'500 * millisecond;
+constexpr std::size_t streamPiece = 10;  // bytes
+
+// Faults that need no exchange to strike.
+constexpr std::array incidents{FaultKind::PortLost, FaultKind::BoardLost, FaultKind::Reset, FaultKind::Busy,
+                               FaultKind::Stream,   FaultKind::Change,    FaultKind::Swap};
 
 std::uint32_t valueOf(const Bytes& data) {
     std::uint32_t value = 0;
@@ -61,9 +66,16 @@ struct Machine::State {
     std::array<bool, boardCount> silent{};
     std::array<Micros, boardCount> awayUntil{};
     std::array<std::uint64_t, boardCount> life{};  // a restart takes the replies that were not yet sent with it
+    Micros busyUntil = 0;
+    Micros streamUntil = 0;
+    std::string onTheWay;  // what happened to the newest request before a board got it
+    Board askedBoard = Board::Master;
+    int askedParameter = 0;  // by the newest good request; 0: none
 };
 
-Machine::Machine(const MachineOptions& options) : state_(std::make_unique<State>(options)) {}
+Machine::Machine(const MachineOptions& options) : state_(std::make_unique<State>(options)) {
+    setLatency(options.latency);
+}
 Machine::~Machine() = default;
 
 void Machine::send(Micros now, const Bytes& bytes) {
@@ -71,7 +83,10 @@ void Machine::send(Micros now, const Bytes& bytes) {
     if (!portOpen()) return;
     State& s = *state_;
     s.inputFreeAt = std::max(s.inputFreeAt, s.world.agenda.now());
-    for (const std::uint8_t byte : bytes) {
+    Bytes arriving = bytes;
+    s.onTheWay.clear();
+    spoilRequest(arriving, s.faults, s.onTheWay);
+    for (const std::uint8_t byte : arriving) {
         s.inputFreeAt += byteTime;
         s.world.agenda.at(s.inputFreeAt, [this, plugging = s.plugging, byte] {
             if (plugging == state_->plugging) receive(byte);
@@ -140,6 +155,84 @@ void Machine::setBoardSilent(Board board, bool silent) { state_->silent[indexOf(
 
 void Machine::setFaults(const FaultPlan& plan) { state_->faults.setPlan(plan); }
 
+void Machine::setLatency(Micros latency) { state_->line.setLatency(latency); }
+
+void Machine::strike(FaultKind kind) {
+    State& s = *state_;
+    if (kind == FaultKind::Noise) {
+        if (portOpen()) s.line.transmit(s.world.agenda.now(), someNoise(s.faults.of(kind)));
+        return;
+    }
+    if (std::find(incidents.begin(), incidents.end(), kind) == incidents.end()) {
+        throw std::invalid_argument("fault \"" + std::string(nameOf(kind)) + "\" strikes in an exchange only");
+    }
+    Board board = allBoards[static_cast<std::size_t>(s.faults.of(kind).between(0, boardCount - 1))];
+    if (!fitted(board)) board = Board::Master;
+    begin(kind, board);
+}
+
+// One of the incidents begins, at this board if it is a matter of one. False when a board may go on with its exchange.
+bool Machine::begin(FaultKind kind, Board board) {
+    State& s = *state_;
+    const Micros now = s.world.agenda.now();
+    const auto draw = [&](Micros low, Micros high) { return s.faults.of(kind).between(low, high); };
+    switch (kind) {
+        case FaultKind::PortLost:
+            losePort(draw(2 * second, 6 * second));
+            return true;
+        case FaultKind::BoardLost:
+            loseBoard(board, draw(3 * second, 10 * second));
+            return true;
+        case FaultKind::Reset:
+            boardReset(board);
+            return true;
+        case FaultKind::Busy:
+            s.busyUntil = std::max(s.busyUntil, now + draw(second / 5, 6 * second));
+            return false;
+        case FaultKind::Stream:
+            s.streamUntil = std::max(s.streamUntil, now + draw(second / 20, 3 * second / 2));
+            stream();
+            return false;
+        case FaultKind::Change:
+            if (s.askedParameter != 0 && (s.askedBoard != Board::Master || s.askedParameter != master::state)) {
+                s.world.set(s.askedBoard, s.askedParameter, static_cast<std::uint32_t>(draw(0, 255)));
+            }
+            return false;
+        default:
+            swapMemories();
+            return false;
+    }
+}
+
+// Piece by piece, so that replies find their way in between.
+void Machine::stream() {
+    State& s = *state_;
+    if (s.world.agenda.now() >= s.streamUntil || !portOpen()) return;
+    Bytes piece;
+    while (piece.size() < streamPiece) piece.push_back(s.faults.of(FaultKind::Stream).byte());
+    s.line.transmit(s.world.agenda.now(), piece);
+    s.world.agenda.after(streamPiece * byteTime, [this] { stream(); });
+}
+
+// Any values, as far as the boards' files reach, but for what the master says of the boards that are there, and of the
+// order that it carries out: a false one would never end.
+void Machine::swapMemories() {
+    State& s = *state_;
+    for (const Board board : allBoards) {
+        const bool isMaster = board == Board::Master;
+        for (int parameter = isMaster ? master::decimals : 1; s.world.at(board).has(parameter); ++parameter) {
+            const auto value = static_cast<std::uint32_t>(s.faults.of(FaultKind::Swap).between(0, 0xFFFFFFFF));
+            if (!isMaster || parameter != master::state) s.world.set(board, parameter, value);
+        }
+    }
+}
+
+bool Machine::strikes(FaultKind kind, Exchange& exchange) {
+    if (!state_->faults.strikes(kind)) return false;
+    remark(exchange.note, nameOf(kind));
+    return true;
+}
+
 // The master sees that a board behind it is gone, and says so in its presence word until the board is back.
 void Machine::loseBoard(Board board, Micros away) {
     State& s = *state_;
@@ -167,6 +260,7 @@ void Machine::receive(std::uint8_t byte) {
 
 void Machine::serve(Exchange exchange) {
     const Frame& request = exchange.request;
+    exchange.note = std::exchange(state_->onTheWay, {});
     if (request.verdict != Frame::Verdict::Good) {
         remark(exchange.note, whyNoReply(request.verdict));
     } else {
@@ -174,6 +268,8 @@ void Machine::serve(Exchange exchange) {
         exchange.parameter = memory.parameterAt(request.address);
         exchange.identity = exchange.parameter == 0 ? memory.identityAt(request.address) : 0;
         if (hears(exchange)) answer(exchange);
+        state_->askedBoard = request.board;
+        state_->askedParameter = exchange.parameter;
     }
     report(exchange);
 }
@@ -192,24 +288,12 @@ bool Machine::hears(Exchange& exchange) {
         remark(exchange.note, why);
         return false;
     }
-    const auto strikes = [&](FaultKind kind) {
-        if (!s.faults.strikes(kind)) return false;
-        remark(exchange.note, nameOf(kind));
-        return true;
-    };
-    const auto drawSeconds = [&](FaultKind kind, int low, int high) {
-        return s.faults.of(kind).between(low * second, high * second);
-    };
     // Every kind draws for every exchange, whatever the others have done.
-    const bool port = strikes(FaultKind::PortLost);
-    const bool lost = strikes(FaultKind::BoardLost);
-    const bool reset = strikes(FaultKind::Reset);
-    const bool silenced = strikes(FaultKind::Silent);
-    if (port) losePort(drawSeconds(FaultKind::PortLost, 2, 6));
-    if (lost) loseBoard(board, drawSeconds(FaultKind::BoardLost, 3, 10));
-    if (reset) boardReset(board);
+    const bool silenced = strikes(FaultKind::Silent, exchange);
+    bool taken = silenced;
+    for (const FaultKind kind : incidents) taken = (strikes(kind, exchange) && begin(kind, board)) || taken;
     if (silenced && s.faults.of(FaultKind::Silent).chance(0.5)) obey(exchange);
-    return !(port || lost || reset || silenced);
+    return !taken;
 }
 
 // What the board does with the request, and what it has to say to it. Empty when it does not know the address.
@@ -226,8 +310,15 @@ Bytes Machine::obey(Exchange& exchange) {
         return reply;
     }
     exchange.value = valueOf(request.data);
-    if (!memory.write(request.address, request.data)) return {};
-    if (exchange.parameter != 0) s.behaviours.written(request.board, exchange.parameter);
+    const bool forgets = strikes(FaultKind::NoEffect, exchange);
+    Bytes stored = request.data;
+    if (strikes(FaultKind::Clamp, exchange)) {
+        for (std::size_t i = 0; i < stored.size(); ++i) {
+            stored[i] = static_cast<std::uint8_t>(exchange.value / 2 >> 8 * i);
+        }
+    }
+    if (forgets ? !memory.read(request.address, request.width) : !memory.write(request.address, stored)) return {};
+    if (exchange.parameter != 0 && !forgets) s.behaviours.written(request.board, exchange.parameter);
     return {static_cast<std::uint8_t>(request.sum * 2)};
 }
 
@@ -240,6 +331,7 @@ void Machine::answer(Exchange& exchange) {
         return;
     }
     reply.delay = s.replyTimes.between(2 * millisecond, 6 * millisecond);
+    reply.delay = std::max(reply.delay, s.busyUntil - s.world.agenda.now());
     spoil(reply, exchange.request, s.faults, exchange.note);
     exchange.reply = reply.bytes;
 

@@ -39,6 +39,7 @@ struct MachineOptions {
     bool moving = true;  // false: no sales, alarms, drifting inputs or temperatures, for tests that compare values
     DateTime clock;
     FaultPlan faults;
+    Micros latency = 0;  // of the adapter: what has arrived at the PC is handed over at multiples of it
     // The parameter file that an identity names lays out its board; if there is none, the board keeps the layout of
     // the alphabetically last file of its number and only reports the identity.
     std::array<Identity, boardCount> identities;
@@ -56,10 +57,10 @@ class Machine {
     // times later.
     void send(Micros now, const Bytes& bytes);
 
-    // When the next byte that is on its way to the PC arrives there. A reply that a board has yet to begin does not
+    // When the next byte that is on its way to the PC is there for it. A reply that a board has yet to begin does not
     // count: whoever waits asks nextEvent().
     std::optional<Micros> nextOutput() const;
-    // All bytes that have arrived at the PC by `now`.
+    // All bytes that are there for the PC by `now`.
     Bytes takeOutput(Micros now);
 
     // Lets everything happen that is due by `now`. Time never goes back: an earlier `now` changes nothing.
@@ -80,6 +81,10 @@ class Machine {
     void boardReset(Board board);
     void setBoardSilent(Board board, bool silent);
     void setFaults(const FaultPlan& plan);
+    void setLatency(Micros latency);
+    // A fault that needs no exchange strikes at the time that was last passed: Noise, Reset, BoardLost, PortLost, Busy,
+    // Stream, Change or Swap; where it strikes one board, chance says which. Throws std::invalid_argument for another.
+    void strike(FaultKind kind);
 
     // Called for every frame and every piece of garbage, when the board has made up its mind about it.
     std::function<void(const Exchange&)> onExchange;
@@ -89,10 +94,14 @@ class Machine {
     void receive(std::uint8_t byte);
     void serve(Exchange exchange);
     bool hears(Exchange& exchange);
+    bool begin(FaultKind kind, Board board);
+    bool strikes(FaultKind kind, Exchange& exchange);
     Bytes obey(Exchange& exchange);
     void answer(Exchange& exchange);
     void loseBoard(Board board, Micros away);
     void losePort(Micros away);
+    void stream();
+    void swapMemories();
     void report(const Exchange& exchange) const;
 
     std::unique_ptr<State> state_;

@@ -25,6 +25,8 @@ class Random {
         return low + static_cast<std::int64_t>(generator_() % range);
     }
 
+    std::uint8_t byte() { return static_cast<std::uint8_t>(between(0, 255)); }
+
     // True with the given probability, 0 to 1.
     bool chance(double probability) {
         constexpr double unit = 1.0 / 9007199254740992.0;  // 2^-53

@@ -2,14 +2,14 @@
 // Every detail is drawn from the generator of its own kind.
 #include "simulator/spoiling.h"
 
+#include <utility>
+
 namespace kestrel::simulator {
 namespace {
 
 std::size_t placeIn(std::size_t size, Random& random) {
     return static_cast<std::size_t>(random.between(0, static_cast<std::int64_t>(size) - 1));
 }
-
-std::uint8_t anyByte(Random& random) { return static_cast<std::uint8_t>(random.between(0, 255)); }
 
 void flipBit(Bytes& bytes, Random& random) {
     const std::size_t at = placeIn(bytes.size(), random);
@@ -19,7 +19,7 @@ void flipBit(Bytes& bytes, Random& random) {
 // Doubled or foreign, anywhere in the reply, its two ends included.
 void insertByte(Bytes& bytes, Random& random) {
     const std::size_t at = placeIn(bytes.size() + 1, random);
-    const std::uint8_t byte = at > 0 && random.chance(0.5) ? bytes[at - 1] : anyByte(random);
+    const std::uint8_t byte = at > 0 && random.chance(0.5) ? bytes[at - 1] : random.byte();
     bytes.insert(bytes.begin() + static_cast<std::ptrdiff_t>(at), byte);
 }
 
@@ -27,25 +27,49 @@ void removeByte(Bytes& bytes, Random& random) {
     bytes.erase(bytes.begin() + static_cast<std::ptrdiff_t>(placeIn(bytes.size(), random)));
 }
 
-Bytes someNoise(Random& random) {
-    Bytes noise(static_cast<std::size_t>(random.between(1, 4)));
-    for (std::uint8_t& byte : noise) byte = anyByte(random);
-    return noise;
+// Two bytes of the value change places; where there is but one, the same bit of it and of the sum is wrong.
+void spoilUnseen(Bytes& bytes, Random& random) {
+    if (bytes.size() > 2) {
+        std::swap(bytes[0], bytes[1]);
+        return;
+    }
+    const auto bit = static_cast<std::uint8_t>(1U << random.between(0, 7));
+    for (std::uint8_t& byte : bytes) byte ^= bit;
 }
 
-}  // namespace
-
-void remark(std::string& note, std::string_view what) { note.append(note.empty() ? "" : ", ").append(what); }
-
-void spoil(Reply& reply, const Frame& request, FaultSource& faults, std::string& note) {
-    const auto strikes = [&](FaultKind kind) {
+auto noting(FaultSource& faults, std::string& note) {
+    return [&](FaultKind kind) {
         if (!faults.strikes(kind)) return false;
         remark(note, nameOf(kind));
         return true;
     };
+}
+
+}  // namespace
+
+Bytes someNoise(Random& random) {
+    Bytes noise(static_cast<std::size_t>(random.between(1, 4)));
+    for (std::uint8_t& byte : noise) byte = random.byte();
+    return noise;
+}
+
+void remark(std::string& note, std::string_view what) { note.append(note.empty() ? "" : ", ").append(what); }
+
+void spoilRequest(Bytes& request, FaultSource& faults, std::string& note) {
+    const auto strikes = noting(faults, note);
+    if (strikes(FaultKind::Request)) flipBit(request, faults.of(FaultKind::Request));
+    if (strikes(FaultKind::Part)) request.resize(placeIn(request.size(), faults.of(FaultKind::Part)));
+}
+
+void spoil(Reply& reply, const Frame& request, FaultSource& faults, std::string& note) {
+    const auto strikes = noting(faults, note);
     if (request.write && strikes(FaultKind::WrongAck)) {
         const auto error = faults.of(FaultKind::WrongAck).between(1, 255);
         reply.bytes[0] = static_cast<std::uint8_t>(reply.bytes[0] + error);
+    }
+    if (!request.write && strikes(FaultKind::Blind)) spoilUnseen(reply.bytes, faults.of(FaultKind::Blind));
+    if (strikes(FaultKind::Collide)) {
+        for (std::uint8_t& byte : reply.bytes) byte ^= faults.of(FaultKind::Collide).byte();
     }
     if (strikes(FaultKind::Slow)) reply.delay += faults.of(FaultKind::Slow).between(100, 900) * millisecond;
     if (strikes(FaultKind::Late)) reply.delay += faults.of(FaultKind::Late).between(1'000, 5'000) * millisecond;

@@ -19,7 +19,11 @@ struct Reply {
 // Adds a name to a list of remarks.
 void remark(std::string& note, std::string_view what);
 
-// Lets each kind of fault strike as its rate says, and notes those that did.
+Bytes someNoise(Random& random);
+
+// Lets each kind of fault strike as its rate says, and notes those that did: on a request on its way to the boards, and
+// on a reply.
+void spoilRequest(Bytes& request, FaultSource& faults, std::string& note);
 void spoil(Reply& reply, const Frame& request, FaultSource& faults, std::string& note);
 
 }  // namespace kestrel::simulator
