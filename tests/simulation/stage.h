@@ -6,6 +6,7 @@
 #include <memory>
 #include <string>
 
+#include "simulation/checks.h"
 #include "simulation/plan.h"
 #include "support/virtual_platform.h"
 
@@ -25,7 +26,7 @@ class Stage : public VirtualPlatform {
     void changeIndexFiles(std::uint64_t seed);
 
     Dice answers_;
-    std::array<bool, 5> known_{};  ///< the link's timers that have been made
+    std::array<bool, ReferenceModel::ClockCount> known_{};  ///< the link's timers that have been made
     bool boxOpen_ = false;
 };
 
