@@ -20,13 +20,10 @@ constexpr int SendsAllowed = 5;
 constexpr int TimersOfProgram = 8;
 constexpr int TimersOfPage = 4;
 constexpr int InputLimit = 1024;
+constexpr int WriteBit = 128;
 
 /// The pages whose rules have them write a record when they are told of it.
 bool correctsItself(const Page& page) { return page.name() == "FrmConMac" || page.name() == "FrmProUni"; }
-
-auto& at(auto& tables, int bank, int index) {
-    return tables[static_cast<std::size_t>(bank)][static_cast<std::size_t>(index)];
-}
 
 /// A frame as a board hears it.
 simulator::Frame heard(const Bytes& frame) {
@@ -42,18 +39,12 @@ simulator::Frame heard(const Bytes& frame) {
 
 }  // namespace
 
-std::array<const Timer*, ReferenceModel::ClockCount> linkTimers() {
+std::array<const Timer*, reference::Model::ClockCount> linkTimers() {
     const LinkState& link = Link();
     return {&link.Timer1, &link.Timer2, &link.Timer3, &link.Timer4, &link.ReopenTimer};
 }
 
-Checks::Checks(VirtualPlatform& platform, FaultLine& line)
-    : platform_(platform),
-      line_(line),
-      flags_(Banks, std::vector<std::uint8_t>(ParamRecords)),
-      watchers_(Banks, std::vector<std::uint8_t>(ParamRecords)) {
-    listening = this;
-}
+Checks::Checks(VirtualPlatform& platform, FaultLine& line) : platform_(platform), line_(line) { listening = this; }
 
 Checks::~Checks() { listening = nullptr; }
 
@@ -133,19 +124,15 @@ void Checks::sending(const Bytes& frame) {
 void Checks::watched(int index) {
     model_.currentBank = CurrentBank;
     model_.watch(index);
-    auto& count = at(watchers_, CurrentBank, index);
-    if (BoardPresent(CurrentBank)) ++count;
-    require(ParamTable(CurrentBank, index).Watchers == count, "watch counts equal the subscriptions");
+    compareRecord(CurrentBank, index);
 }
 
 void Checks::released(int index) {
     model_.currentBank = CurrentBank;
     model_.release(index);
-    auto& count = at(watchers_, CurrentBank, index);
-    if (BoardPresent(CurrentBank) && count > 0) --count;
-    require(ParamTable(CurrentBank, index).Watchers == count, "watch counts equal the subscriptions");
+    compareRecord(CurrentBank, index);
     const std::uint8_t flags = ParamFlags(CurrentBank, index);
-    if ((flags & flag::WriteDue) && !(flags & flag::Pending) && count == 0) ++counts[OrphanWrites];
+    if ((flags & flag::WriteDue) && !(flags & flag::Pending)) ++counts[OrphanWrites];
 }
 
 void Checks::written(int index, std::uint32_t value) {
@@ -156,6 +143,8 @@ void Checks::written(int index, std::uint32_t value) {
 }
 
 void Checks::telling(const Page& page, int index, ParamValue value) {
+    const bool reading = (Link().RequestBytes.Command & WriteBit) == 0;
+    if (told_.empty() && reading && (ParamFlags(CurrentBank, index) & flag::WriteDue)) ++counts[OverwrittenEdits];
     told_.push_back({&page, index, value});
     telling_ = true;
 }
@@ -167,17 +156,14 @@ void Checks::told() {
 
 // ---- The hard rules.
 
-std::uint8_t Checks::flagsBefore(int bank, int index) const { return at(flags_, bank, index); }
-
 void Checks::checkOrigin(const simulator::Frame& frame) {
     origin_ = {CurrentBank, Link().ScanIndex};
     const auto [bank, index] = origin_;
     // Where a page moved the cursor, the scan may stand beyond the end of the bank, and looks there first.
     if (index == indexBefore_ && index >= RecordCount(bank)) return;
     require(index > 0 && index < RecordCount(bank), "the first and the last record never go out", index);
-    const std::uint8_t before = flagsBefore(bank, index);
-    require((before & flag::Pending) && (before & flag::Watched), "a frame has a record that is wanted");
-    require(frame.write == ((before & flag::WriteDue) != 0), "a record that is due is written, others are read");
+    const std::uint8_t flags = ParamFlags(bank, index);
+    require((flags & flag::Pending) && (flags & flag::Watched), "a frame has a record that is wanted");
     same("a frame has the address of its record", frame.address, addressOf(bank, index));
     require(std::equal(frame.data.begin(), frame.data.end(), ParamTable(bank, index).Value.begin()),
             "what is written stood in the mirror");
@@ -221,8 +207,7 @@ void Checks::checkTold() {
 /// A value that the board did not say in answer to this very request must have a cause.
 void Checks::explain(int bank, int index, ParamValue value) {
     const auto& said = line_.said();
-    const bool writing = (Link().RequestBytes.Command & 128) != 0;
-    if (!writing && (flagsBefore(bank, index) & flag::WriteDue)) ++counts[OverwrittenEdits];
+    const bool writing = (Link().RequestBytes.Command & WriteBit) != 0;
     const bool moved = sentBank_ != bank || origin_ != std::pair{bank, index};
     const bool right = said.frame == line_.framesSent() && said.bank == bank && said.write == writing &&
                        said.address == addressOf(bank, index) && static_cast<ParamValue>(said.value) == value;

@@ -39,9 +39,9 @@ enum Count : std::size_t {
 };
 using Counts = std::array<long, CountKinds>;
 
-using Clock = ReferenceModel::Clock;
+using Clock = reference::Model::Clock;
 /// The timers of the link that the model has too.
-std::array<const Timer*, ReferenceModel::ClockCount> linkTimers();
+std::array<const Timer*, reference::Model::ClockCount> linkTimers();
 
 class Checks {
   public:
@@ -88,7 +88,6 @@ class Checks {
     };
 
     bool beginLinkEvent();
-    std::uint8_t flagsBefore(int bank, int index) const;
     std::uint32_t addressOf(int bank, int index) const;
     void checkOrigin(const simulator::Frame& frame);
     void checkExchange() const;
@@ -97,17 +96,15 @@ class Checks {
     void explain(int bank, int index, ParamValue value);
     void compareState() const;
     void compareFrames();
-    void compareFlags();
+    void compareFlags() const;
     void compareRecord(int bank, int index) const;
     void load(int bank);
     void trace(std::int64_t value);
 
     VirtualPlatform& platform_;
     FaultLine& line_;
-    ReferenceModel model_;
-    std::vector<std::vector<std::uint8_t>> flags_;     ///< as they were after the last event
-    std::vector<std::vector<std::uint8_t>> watchers_;  ///< counted here
-    bool following_ = false;                           ///< the model runs beside the program
+    reference::Model model_;
+    bool following_ = false;  ///< the model runs beside the program
     bool loaded_ = false;
     bool searching_ = false;
     bool linkEvent_ = false;
@@ -122,7 +119,7 @@ class Checks {
     int indexBefore_ = 0;           ///< where the scan stood when the event began
     int opened_ = 0;
     std::size_t filesWritten_ = 0;
-    std::vector<ReferenceModel::Frame> sent_;
+    std::vector<reference::Model::Frame> sent_;
     std::vector<Told> told_;
     std::set<std::pair<int, int>> misfiled_;
     bool telling_ = false;

@@ -16,10 +16,9 @@ namespace kestrel::testing {
 namespace {
 
 constexpr const char* Usage =
-    "Usage: kestrel_simulation [--seeds FIRST-LAST] [--days N] [--small-worlds] [--five-pages HOURS] [--keep-going]\n"
+    "Usage: kestrel_simulation [--seeds FIRST-LAST] [--days N] [--small-worlds] [--keep-going]\n"
     "       kestrel_simulation --plan LINE [--shorten]\n"
     "--days: machine-days to be played at least; what the trouble leaves passes with the pages left open.\n"
-    "--five-pages: as long five pages stay open in each run, to measure the speed.\n"
     "A long run can be stopped by SIGINT or SIGTERM, and tells then what was played.\n";
 
 constexpr double MicrosPerDay = 86'400e6;
@@ -81,57 +80,42 @@ class Report {
     std::map<std::string, long> ended_;
 };
 
-/// The command line: each name with its value, or with nothing.
-class Options {
-  public:
+/// The command line: each name with its value, or with nothing. Throws std::invalid_argument for what is not known.
+struct Options : std::map<std::string, std::string> {
     Options(int count, char** arguments) {
-        const std::map<std::string, bool> known = {
-            {"--seeds", true},       {"--days", true}, {"--small-worlds", false}, {"--five-pages", true},
-            {"--keep-going", false}, {"--plan", true}, {"--shorten", false}};
+        const std::map<std::string, bool> known = {{"--seeds", true},       {"--days", true},
+                                                   {"--plan", true},        {"--small-worlds", false},
+                                                   {"--keep-going", false}, {"--shorten", false}};
         for (int i = 1; i < count; ++i) {
-            const auto option = known.find(arguments[i]);
-            if (option == known.end()) throw std::invalid_argument(std::string("unknown option ") + arguments[i]);
-            if (option->second && i + 1 == count) throw std::invalid_argument(option->first + " needs a value");
-            given_[option->first] = option->second ? arguments[++i] : "";
+            const std::string name = arguments[i];
+            const bool takesValue = known.contains(name) && known.at(name);
+            if (!known.contains(name) || (takesValue && i + 1 == count)) throw std::invalid_argument(name + "?");
+            (*this)[name] = takesValue ? arguments[++i] : "";
         }
     }
-    bool has(const std::string& name) const { return given_.contains(name); }
     std::string value(const std::string& name, const char* otherwise) const {
-        return has(name) ? given_.at(name) : otherwise;
+        return contains(name) ? at(name) : otherwise;
     }
-
-  private:
-    std::map<std::string, std::string> given_;
 };
-
-/// The five busiest pages, and a user who does something every ten seconds.
-void keepFivePagesOpen(Plan& plan, int hours) {
-    plan.stay = plan.hot = plan.sector = 1;
-    plan.seconds = hours * 3600;
-    plan.pages = {"FrmDosi", "FrmInOut", "FrmPagamento", "FrmTotali", "FrmTempi"};
-    plan.pace = 6;
-    plan.drawActs();
-}
 
 void playPlan(const Options& options, Report& report) {
     const Plan plan = Plan::parse(options.value("--plan", ""));
     const Outcome outcome = play(plan);
     report.take(plan, outcome);
-    if (options.has("--shorten") && !outcome.failedCheck.empty())
+    if (options.contains("--shorten") && !outcome.failedCheck.empty())
         std::printf("shortened: %s\n", shorten(plan, outcome.failedCheck).text().c_str());
 }
 
 void playSeeds(const Options& options, Report& report) {
-    const auto goesOn = [&] { return !stopped && (options.has("--keep-going") || !report.failed()); };
+    const auto goesOn = [&] { return !stopped && (options.contains("--keep-going") || !report.failed()); };
     const std::string seeds = options.value("--seeds", "1-200");
     const std::uint64_t last = std::stoull(seeds.substr(seeds.find('-') + 1));
     const double days = std::stod(options.value("--days", "0"));
-    if (options.has("--small-worlds"))
+    if (options.contains("--small-worlds"))
         for (const Plan& plan : smallWorlds())
             if (goesOn()) report.take(plan, play(plan));
     for (std::uint64_t seed = std::stoull(seeds); seed <= last && goesOn(); ++seed) {
         Plan plan = Plan::draw(seed);
-        if (options.has("--five-pages")) keepFivePagesOpen(plan, std::stoi(options.value("--five-pages", "1")));
         const double share = (days - report.days()) / static_cast<double>(last - seed + 1) * 86'400 - plan.seconds;
         plan.quiet = static_cast<int>(std::max(share, 0.0));
         Outcome outcome = play(plan);
@@ -152,7 +136,7 @@ int main(int count, char** arguments) {
     try {
         const Options options(count, arguments);
         Report report;
-        options.has("--plan") ? playPlan(options, report) : playSeeds(options, report);
+        options.contains("--plan") ? playPlan(options, report) : playSeeds(options, report);
         report.print();
         return report.failed() ? 1 : 0;
     } catch (const std::exception& trouble) {

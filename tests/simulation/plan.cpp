@@ -30,42 +30,35 @@ std::vector<std::string> split(const std::string& text, char mark) {
     return parts;
 }
 
-std::string textOf(const Strengths& strengths) {
-    std::ostringstream out;
-    for (const auto& [name, strength] : strengths) out << (out.tellp() > 0 ? "," : "") << name << ':' << strength;
-    return out.str();
+int numberOf(const std::string& text) {
+    std::size_t length = 0;
+    const int number = text.empty() ? 0 : std::stoi(text, &length);
+    if (length != text.size() || text.empty()) throw std::invalid_argument("\"" + text + "\" is no number");
+    return number;
+}
+
+const std::string& checked(const std::string& name, const std::vector<std::string>& known) {
+    if (std::find(known.begin(), known.end(), name) != known.end()) return name;
+    throw std::invalid_argument("a plan knows no \"" + name + "\"");
 }
 
 Strengths strengthsOf(const std::string& text, const std::vector<std::string>& known) {
     Strengths strengths;
     for (const std::string& item : split(text, ',')) {
         const std::string name = item.substr(0, item.find(':'));
-        if (name == item || std::find(known.begin(), known.end(), name) == known.end())
-            throw std::invalid_argument("a plan knows no \"" + item + "\"");
-        strengths[name] = std::stod(item.substr(name.size() + 1));
+        strengths[checked(name, known)] = std::stod(item.substr(std::min(name.size() + 1, item.size())));
     }
     return strengths;
 }
 
-/// "0-4,7,9-11".
-std::string rangesOf(const std::vector<int>& numbers) {
-    std::string text;
-    for (std::size_t i = 0; i < numbers.size(); ++i) {
-        const std::size_t first = i;
-        while (i + 1 < numbers.size() && numbers[i + 1] == numbers[i] + 1) ++i;
-        text += (text.empty() ? "" : ",") + std::to_string(numbers[first]);
-        if (i > first) text += "-" + std::to_string(numbers[i]);
-    }
-    return text;
+std::ostream& operator<<(std::ostream& out, const Strengths::value_type& strength) {
+    return out << strength.first << ':' << strength.second;
 }
 
-std::vector<int> numbersOf(const std::string& ranges) {
-    std::vector<int> numbers;
-    for (const std::string& range : split(ranges, ',')) {
-        const int last = std::stoi(range.substr(range.find('-') + 1));
-        for (int i = std::stoi(range); i <= last; ++i) numbers.push_back(i);
-    }
-    return numbers;
+std::string joined(const auto& items) {
+    std::ostringstream out;
+    for (const auto& item : items) out << (out.tellp() > 0 ? "," : "") << item;
+    return out.str();
 }
 
 }  // namespace
@@ -137,10 +130,11 @@ std::string Plan::text() const {
     std::ostringstream out;
     out << "seed=" << seed;
     eachNumber(*this, [&](const char* name, int value) { out << ' ' << name << '=' << value; });
-    out << " single=" << single << " script=" << script << " faults=" << textOf(faults)
-        << " incidents=" << textOf(incidents) << " pages=";
-    for (std::size_t i = 0; i < pages.size(); ++i) out << (i ? "," : "") << pages[i];
-    out << " acts=" << rangesOf(acts);
+    out << " single=" << single << " script=" << script << " faults=" << joined(faults)
+        << " incidents=" << joined(incidents) << " pages=" << joined(pages);
+    Plan whole = *this;
+    whole.drawActs();
+    if (acts != whole.acts) out << " acts=" << joined(acts);
     return out.str();
 }
 
@@ -156,14 +150,20 @@ Plan Plan::parse(const std::string& line) {
         if (found) use(found.mapped());
     };
     eachNumber(plan, [&](const char* name, int& value) {
-        take(name, [&](const std::string& text) { value = std::stoi(text); });
+        take(name, [&](const std::string& text) { value = numberOf(text); });
     });
-    take("single", [&](const std::string& text) { plan.single = text; });
+    take("single", [&](const std::string& text) {
+        if (!text.empty()) plan.single = checked(text, plan.event > 0 ? allIncidents() : allFaults());
+    });
     take("script", [&](const std::string& text) { plan.script = text; });
     take("faults", [&](const std::string& text) { plan.faults = strengthsOf(text, allFaults()); });
     take("incidents", [&](const std::string& text) { plan.incidents = strengthsOf(text, allIncidents()); });
     take("pages", [&](const std::string& text) { plan.pages = split(text, ','); });
-    take("acts", [&](const std::string& text) { plan.acts = numbersOf(text); });
+    plan.drawActs();
+    take("acts", [&](const std::string& text) {
+        plan.acts.clear();
+        for (const std::string& number : split(text, ',')) plan.acts.push_back(numberOf(number));
+    });
     if (!given.empty()) throw std::invalid_argument("a plan knows no \"" + given.begin()->first + "\"");
     return plan;
 }

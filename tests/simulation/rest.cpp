@@ -207,12 +207,12 @@ void Rest::comparePagesWithNewOnes() {
 
 /// False where the two cannot be compared.
 bool Rest::showsWhatANewOneShows(Page& page) {
+    const long moved = checks_.counts[MovedBanks];
     readAll();  // once more: some values are shown within limits that come behind them
     const std::string name = page.name();
     const std::vector<std::string> shown = shownBy(page);
     const SelectorPositions selected(page);
     const auto watched = watchedOfTheTwiceReleased();
-    const long moved = checks_.counts[MovedBanks];
     page.UserClose();
     Page& fresh = ShowPage(name);
     checks_.afterEvent();

@@ -26,7 +26,7 @@ class Stage : public VirtualPlatform {
     void changeIndexFiles(std::uint64_t seed);
 
     Dice answers_;
-    std::array<bool, ReferenceModel::ClockCount> known_{};  ///< the link's timers that have been made
+    std::array<bool, reference::Model::ClockCount> known_{};  ///< the link's timers that have been made
     bool boxOpen_ = false;
 };
 
