@@ -15,7 +15,6 @@ namespace {
 
 Checks* listening = nullptr;
 
-constexpr Micros TickLength = 40'000;
 constexpr int SendsAllowed = 5;
 constexpr int TimersOfProgram = 8;
 constexpr int TimersOfPage = 4;
@@ -75,22 +74,16 @@ void Checks::beforeTimer(Clock clock) {
     const Micros due = model_.due[clock].value_or(-1);
     require(due >= 0 && due <= now && (due == now || due <= blockedUntil_), "a timer runs out when it is due", "timer ",
             clock, " at ", now, " due ", due);
-    if (clock == Clock::Tick) {
-        require(now - lastTick_ >= TickLength, "ticks are 40 ms apart");
-        lastTick_ = now;
-    }
     if (clock == Clock::Reply) ++counts[TimeOuts];
     if (clock == Clock::Reply || (clock == Clock::Tick && Link().LinkIdle)) sends_ = 0;
     model_.runOut(clock, now);
 }
 
 void Checks::beforeArrival(const Bytes& bytes) {
-    clock_ = Clock::ClockCount;
     if (beginLinkEvent()) model_.arrived(platform_.now(), bytes.data(), bytes.size());
 }
 
 void Checks::beforeLoss() {
-    clock_ = Clock::ClockCount;
     if (beginLinkEvent()) model_.portLost();
 }
 
@@ -139,7 +132,7 @@ void Checks::written(int index, std::uint32_t value) {
     model_.currentBank = CurrentBank;
     model_.write(index, value);
     require(!telling_ || told_.back().index != index || correctsItself(*told_.back().page),
-            "showing a value writes nothing back", place(CurrentBank, index));
+            "showing a value writes nothing back", Place{CurrentBank, index});
 }
 
 void Checks::telling(const Page& page, int index, ParamValue value) {
@@ -174,8 +167,6 @@ void Checks::checkExchange() const {
     if (loaded_ || !link.LinkIdle)
         require(link.LinkIdle != link.Timer2.Enabled, "an exchange is open while its time runs");
     require(link.Comm1->InBufferCount() <= InputLimit, "what stands unread is bounded");
-    if (clock_ == Clock::Reply && linkEvent_)
-        require(link.Comm1->InBufferCount() == 0, "nothing stands unread after a time-out");
     const int ofPages = platform_.timersRunning() - TimersOfProgram;
     require(ofPages <= 0 || ofPages <= TimersOfPage * static_cast<int>(LoadedPages().size()), "timers are bounded");
 }
@@ -216,8 +207,8 @@ void Checks::explain(int bank, int index, ParamValue value) {
         return;
     }
     misfiled_.insert({bank, index});
-    require(moved || line_.lateMayBe() || line_.spoiledMayBe(), "a wrong value has a cause", place{bank, index},
-            " value ", value, ", the board said ", place{said.bank, 0}, " address ", said.address, " value ",
+    require(moved || line_.lateMayBe() || line_.spoiledMayBe(), "a wrong value has a cause", Place{bank, index},
+            " value ", value, ", the board said ", Place{said.bank, 0}, " address ", said.address, " value ",
             said.value, " to frame ", said.frame, " of ", line_.framesSent());
     ++counts[moved ? MovedBanks : line_.lateMayBe() ? LateReplies : BlindReplies];
 }

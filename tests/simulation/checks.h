@@ -18,7 +18,7 @@
 
 namespace kestrel::testing {
 
-/// What was counted in a run; the hazards (a) to (d) are those that the rules of the link themselves contain.
+/// What is counted in a run; words for each stand where they are printed.
 enum Count : std::size_t {
     Events,
     Acts,
@@ -27,14 +27,14 @@ enum Count : std::size_t {
     Accepted,
     TimeOuts,
     Repeats,
-    OverwrittenEdits,  ///< (a) an edit overwritten by a reply for the same record that was under way
-    MovedBanks,        ///< (b) a reply filed after a page moved the cursor behind its frame
-    LeftFrames,        ///< (b) frames behind which a page moved the cursor, so that the reply may be dropped
-    LateReplies,       ///< (c) a late reply met another request
-    BlindReplies,      ///< (d) spoiled bytes passed for a good reply
-    OrphanWrites,      ///< a page closed before its write went out
-    PagesCompared,     ///< at rest, with a new one of their class
-    PagesExcused,      ///< not compared, for one of the known causes
+    OverwrittenEdits,
+    MovedBanks,
+    LeftFrames,
+    LateReplies,
+    BlindReplies,
+    OrphanWrites,
+    PagesCompared,
+    PagesExcused,
     CountKinds
 };
 using Counts = std::array<long, CountKinds>;
@@ -56,7 +56,8 @@ class Checks {
     void beforeLoss();
     void beforeQuestion();  ///< of identification
     void sending(const Bytes& frame);
-    // Round the program's own calls.
+    // Round the program's own calls; here() is where nothing is to be done.
+    void here() const {}
     void watched(int index);
     void released(int index);
     void written(int index, std::uint32_t value);
@@ -110,7 +111,6 @@ class Checks {
     bool linkEvent_ = false;
     Clock clock_ = Clock::ClockCount;  ///< of this event
     Micros last_ = 0;
-    Micros lastTick_ = -1'000'000;
     Micros blockedUntil_ = -1;
     int sends_ = 0;                 ///< of the open exchange, since it began or last ran out of time
     bool left_ = false;             ///< a page has moved the bank since the newest frame

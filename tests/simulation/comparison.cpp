@@ -80,12 +80,7 @@ void Checks::compareState() const {
 
 void Checks::compareFrames() {
     const auto& expected = model_.outputs.frames;
-    const auto sameFrame = [](const auto& one, const auto& other) {
-        return one.when == other.when && one.count == other.count &&
-               std::memcmp(one.bytes.data(), other.bytes.data(), one.count) == 0;
-    };
-    if (!std::equal(sent_.begin(), sent_.end(), expected.begin(), expected.end(), sameFrame))
-        same("frames are the model's", textOf(sent_), textOf(expected));
+    if (sent_ != expected) same("frames are the model's", textOf(sent_), textOf(expected));
     for (const auto& frame : sent_)
         for (std::size_t i = 0; i < frame.count; ++i) trace(frame.bytes[i]);
 }
@@ -106,10 +101,10 @@ void Checks::compareRecord(int bank, int index) const {
     const int flags = model.flags[static_cast<std::size_t>(index)];
     const int now = ParamFlags(bank, index);
     const bool possible = (!(now & flag::Pending) || (now & flag::Watched)) && !(now & UnusedBits);
-    require(possible, "flags have one of their states", place{bank, index}, " flags ", now);
+    require(possible, "flags have one of their states", Place{bank, index}, " flags ", now);
     const bool equal = std::equal(value.begin(), value.end(), record.Value.begin()) && record.Period == period &&
                        record.Watchers == watchers && now == flags;
-    require(equal, "the mirror is the model's", place{bank, index}, " value ", int{record.Value[0]}, "/", int{value[0]},
+    require(equal, "the mirror is the model's", Place{bank, index}, " value ", int{record.Value[0]}, "/", int{value[0]},
             " period ", int{record.Period}, "/", int{period}, " watchers ", int{record.Watchers}, "/", int{watchers},
             " flags ", now, "/", flags);
 }

@@ -3,11 +3,13 @@
 #include "simulation/plan.h"
 
 #include <algorithm>
+#include <limits>
 #include <numeric>
 #include <sstream>
 #include <stdexcept>
 
 #include "pages/registry.h"
+#include "simulator/commands.h"
 #include "simulator/faults.h"
 
 namespace kestrel::testing {
@@ -31,10 +33,9 @@ std::vector<std::string> split(const std::string& text, char mark) {
 }
 
 int numberOf(const std::string& text) {
-    std::size_t length = 0;
-    const int number = text.empty() ? 0 : std::stoi(text, &length);
-    if (length != text.size() || text.empty()) throw std::invalid_argument("\"" + text + "\" is no number");
-    return number;
+    const auto number = simulator::parseNumber(text, std::numeric_limits<int>::max());
+    if (!number) throw std::invalid_argument("\"" + text + "\" is no number");
+    return static_cast<int>(*number);
 }
 
 const std::string& checked(const std::string& name, const std::vector<std::string>& known) {

@@ -2,7 +2,7 @@
 // See play.h.
 #include "simulation/play.h"
 
-#include <algorithm>
+#include <map>
 #include <memory>
 
 #include "link/fan_out.h"
@@ -23,13 +23,8 @@ namespace {
 constexpr Micros Second = 1'000'000;
 constexpr Micros ScriptStep = Second / 4;
 
-/// An act of the user, or an incident with its name.
-struct Happening {
-    Micros when;
-    int number;
-    std::string incident;
-    bool operator<(const Happening& other) const { return when < other.when; }
-};
+/// What happens when: an act of the user, or an incident with its name; and its number.
+using Agenda = std::multimap<Micros, std::pair<std::string, int>>;
 
 class Player {
   public:
@@ -95,37 +90,35 @@ class Player {
         if (begun_ > 0 && checks_.counts[Events] == begun_ + plan_.event) happen(plan_.single, 0);
     }
 
-    /// The user's acts and the incidents, in order of time.
-    std::vector<Happening> agenda() const {
-        std::vector<Happening> all;
+    Agenda agenda() const {
+        Agenda all;
         const auto add = [&](std::uint32_t part, int number, const std::string& incident) {
             auto random = chanceOf(plan_.seed, Chance::When, part * 1'000'000 + static_cast<std::uint32_t>(number));
-            all.push_back({stage_.now() + random.between(0, plan_.seconds * Second), number, incident});
+            all.insert({stage_.now() + random.between(0, plan_.seconds * Second), {incident, number}});
         };
-        for (std::size_t i = 0; i < plan_.script.size(); ++i)
-            all.push_back({stage_.now() + static_cast<Micros>(i) * ScriptStep, static_cast<int>(i), ""});
+        for (int i = 0; i < std::ssize(plan_.script); ++i) all.insert({stage_.now() + i * ScriptStep, {"", i}});
         for (const int number : plan_.acts) add(0, number, "");
         for (std::uint32_t kind = 0; kind < allIncidents().size(); ++kind) {
             const auto found = plan_.incidents.find(allIncidents()[kind]);
             if (found == plan_.incidents.end()) continue;
             for (int n = 0; n < found->second * plan_.seconds / 60; ++n) add(kind + 1, n, found->first);
         }
-        std::stable_sort(all.begin(), all.end());
         return all;
     }
 
     void trouble() {
         const Micros end = stage_.now() + plan_.seconds * Second;
         if (plan_.event > 0) begun_ = checks_.counts[Events];
-        for (const Happening& next : agenda()) {
-            stage_.runUntil(next.when);
-            if (!next.incident.empty()) {
-                awaitItsState(next.number);
-                happen(next.incident, next.number);
+        for (const auto& [when, what] : agenda()) {
+            const auto& [incident, number] = what;
+            stage_.runUntil(when);
+            if (!incident.empty()) {
+                awaitItsState(number);
+                happen(incident, number);
             } else if (!plan_.script.empty()) {
-                actInSmallWorld(plan_.script[static_cast<std::size_t>(next.number)]);
+                actInSmallWorld(plan_.script[static_cast<std::size_t>(number)]);
             } else {
-                user_.act(next.number);
+                user_.act(number);
             }
             ++checks_.counts[Acts];
             checks_.afterEvent();
@@ -179,7 +172,11 @@ class Player {
 }  // namespace
 
 Outcome play(const Plan& plan) {
-    Rest::learn();
+    try {
+        Rest::learn();
+    } catch (const ProcessEnded&) {
+        return {.failedCheck = "the program starts on a line without faults", .detail = "", .ended = ""};
+    }
     return std::make_unique<Player>(plan)->outcome();
 }
 
@@ -188,20 +185,12 @@ Plan shorten(const Plan& plan, const std::string& failedCheck) {
     const auto tryWithout = [&](auto&& drop) {
         Plan less = best;
         drop(less);
-        const bool fails = play(less).failedCheck == failedCheck;
-        if (fails) best = less;
-        return fails;
+        if (play(less).failedCheck == failedCheck) best = less;
     };
     for (const auto& [name, strength] : plan.faults) tryWithout([&](Plan& less) { less.faults.erase(name); });
     for (const auto& [name, strength] : plan.incidents) tryWithout([&](Plan& less) { less.incidents.erase(name); });
-    for (std::size_t piece = plan.acts.size(); piece > 0; piece /= 2)
-        for (std::size_t from = 0; from < best.acts.size();) {
-            const auto drop = [&](Plan& less) {
-                const auto first = less.acts.begin() + static_cast<std::ptrdiff_t>(from);
-                less.acts.erase(first, first + static_cast<std::ptrdiff_t>(std::min(piece, less.acts.size() - from)));
-            };
-            if (!tryWithout(drop)) from += piece;
-        }
+    for (auto i = std::ssize(plan.acts) - 1; i >= 0; --i)
+        tryWithout([i](Plan& less) { less.acts.erase(less.acts.begin() + i); });
     return best;
 }
 

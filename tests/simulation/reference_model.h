@@ -11,6 +11,7 @@
 #include <cstring>
 #include <numeric>
 #include <optional>
+#include <ostream>
 #include <string>
 #include <vector>
 
@@ -209,25 +210,27 @@ class Model {
         std::uint8_t period = 0, watchers = 0;
     };
     /// One place more than a bank has: the scan may come to stand just behind the last, where nothing is ever pending.
-    template <class T>
-    using Places = std::vector<T>;
     struct Bank {
         bool present = false;
         int recordCount = 0;
-        Places<std::uint8_t> flags = Places<std::uint8_t>(PlaceCount + 1);
-        Places<IndexRecord> file = Places<IndexRecord>(PlaceCount + 1);
-        Places<Record> records = Places<Record>(PlaceCount + 1);
+        std::vector<std::uint8_t> flags = std::vector<std::uint8_t>(PlaceCount + 1);
+        std::vector<IndexRecord> file = std::vector<IndexRecord>(PlaceCount + 1);
+        std::vector<Record> records = std::vector<Record>(PlaceCount + 1);
     };
     std::array<Bank, BankCount> banks;
 
     /// What happened since clear(), in order.
     struct Frame {
         Micros when;
-        std::array<std::uint8_t, 12> bytes;  ///< the first `count`
+        std::array<std::uint8_t, 12> bytes;  ///< the first `count`, then zeros
         std::size_t count;
+        bool operator==(const Frame&) const = default;
     };
     struct Place {
         int bank, index;
+        friend std::ostream& operator<<(std::ostream& out, const Place& at) {
+            return out << "bank " << at.bank << " record " << at.index;
+        }
     };
     struct Outputs {
         std::vector<Frame> frames;
@@ -236,10 +239,8 @@ class Model {
         std::vector<Place> touched;  ///< records of which anything was set, perhaps to what it was; may repeat
         int opened = 0;              ///< how often the port was opened
         void clear() {               // keeps the memory of the lists
-            frames.clear();
-            told.reset();
-            touched.clear();
-            opened = 0;
+            frames.clear(), touched.clear();
+            told.reset(), opened = 0;
         }
     } outputs;
 

@@ -4,6 +4,8 @@
 #include <sstream>
 #include <string>
 
+#include "simulation/reference_model.h"
+
 namespace kestrel::testing {
 
 /// A check that did not hold. Not to be caught by the program.
@@ -23,13 +25,7 @@ std::string say(const Parts&... parts) {
     return out.str();
 }
 
-/// A record by its place; words are made of it only when they are needed.
-struct place {
-    int bank, index;
-};
-inline std::ostream& operator<<(std::ostream& out, const place& at) {
-    return out << "bank " << at.bank << " record " << at.index;
-}
+using Place = reference::Model::Place;
 
 template <class... Parts>
 void require(bool holds, const char* check, const Parts&... detail) {

@@ -130,42 +130,42 @@ void Rest::learn() { leftByUnlikeLists(); }
 void Rest::comeRight() {
     letTheTroubleEbb();
     readAll();
-    checks_.compareAll();
+    checks.compareAll();
     compareWithBoards();
     nothingWaits();
-    if (!plan_.moving) comparePagesWithNewOnes();
+    if (!plan.moving) comparePagesWithNewOnes();
 }
 
 void Rest::letTheTroubleEbb() {
-    line_.strike(false);
-    stage_.openFailures.clear();
-    stage_.unwritable.clear();
-    line_.machine.setLatency(std::min(plan_.chunk, LongestChunk) * simulator::millisecond);
-    stage_.runUntil(stage_.now() + Ebb);
+    line.strike(false);
+    stage.openFailures.clear();
+    stage.unwritable.clear();
+    line.machine.setLatency(std::min(plan.chunk, LongestChunk) * simulator::millisecond);
+    stage.runUntil(stage.now() + Ebb);
     // The page of doses gives its order again whenever its argument is read, until it saw the order carried out.
-    const Micros limit = stage_.now() + LongestOrder;
-    const auto carriesOutAnOrder = [this] { return (line_.machine.value(simulator::Board::Master, 7) & 2) != 0; };
-    while (carriesOutAnOrder() && stage_.now() < limit) stage_.runUntil(stage_.now() + Second);
-    stage_.runUntil(stage_.now() + FreshWithin);
+    const Micros limit = stage.now() + LongestOrder;
+    const auto carriesOutAnOrder = [this] { return (line.machine.value(simulator::Board::Master, 7) & 2) != 0; };
+    while (carriesOutAnOrder() && stage.now() < limit) stage.runUntil(stage.now() + Second);
+    stage.runUntil(stage.now() + FreshWithin);
 }
 
 void Rest::readAll() {
-    const Micros hang = stage_.now() + Hang;
-    while (!Link().LinkIdle && stage_.stepUntil(hang)) continue;  // no cursor moves under an open exchange
+    const Micros hang = stage.now() + Hang;
+    while (!Link().LinkIdle && stage.stepUntil(hang)) continue;  // no cursor moves under an open exchange
     Records stale = subscribeAnew();
-    checks_.afterEvent();
+    checks.afterEvent();
     const Micros each = PerRecord + LongestChunk * simulator::millisecond;
-    const Micros plain = stage_.now() + FreshWithin + std::ssize(stale) * each;
-    const Micros gated = plain + (plain - stage_.now()) * (LongestGate - 1);
-    const long left = checks_.counts[LeftFrames];
+    const Micros plain = stage.now() + FreshWithin + std::ssize(stale) * each;
+    const Micros gated = plain + (plain - stage.now()) * (LongestGate - 1);
+    const long left = checks.counts[LeftFrames];
     for (bool wasIdle = false; !stale.empty() || !wasIdle; wasIdle = wasIdle || Link().LinkIdle) {
         // A record whose reply was dropped, since a page moved the bank under it, is sent again when its gate opens.
-        const bool waitsForItsGate = plan_.strange || checks_.counts[LeftFrames] > left;
-        const bool tooLate = stage_.now() > (waitsForItsGate ? gated : plain);
+        const bool waitsForItsGate = plan.strange || checks.counts[LeftFrames] > left;
+        const bool tooLate = stage.now() > (waitsForItsGate ? gated : plain);
         giveUpWhereTheRulesDo(tooLate);
         require(!tooLate, "everything comes right after healing", stale.size(), " records; the scan is at ",
-                place{CurrentBank, Link().ScanIndex}, Link().LinkIdle ? ", idle" : ", waiting");
-        stage_.runUntil(stage_.now() + Second / 50);
+                Place{CurrentBank, Link().ScanIndex}, Link().LinkIdle ? ", idle" : ", waiting");
+        stage.runUntil(stage.now() + Second / 50);
         dropFresh(stale);
     }
 }
@@ -175,18 +175,18 @@ void Rest::giveUpWhereTheRulesDo(bool tooLate) const {
     // After a time-out the record at the cursor decides whether the frame goes again, until its board answers. A page
     // that moved the cursor may so have a frame repeated to a board that does not know its address.
     const int at = Link().ScanIndex;
-    const bool stray = !Link().LinkIdle && checks_.asked() != std::pair{CurrentBank, at} &&
+    const bool stray = !Link().LinkIdle && checks.asked() != std::pair{CurrentBank, at} &&
                        (ParamTable(CurrentBank, at).Period & RepeatedUntilAnswered);
     if (tooLate && stray) throw EndedByRules{"a request is repeated for another bank, to which a page moved"};
 }
 
 void Rest::compareWithBoards() const {
-    if (plan_.moving) return;
+    if (plan.moving) return;
     eachRecord([this](int bank, int index) {
         if (movesByItself(bank, index) || !ParamIsFresh(index, bank) || ParamTable(bank, index).Watchers == 0) return;
-        const ParamValue board = line_.machine.value(static_cast<simulator::Board>(bank), index);
-        require(ParamRead(index, bank) == board || checks_.isMisfiled(bank, index),
-                "at rest the mirror holds what the boards hold", place{bank, index}, " mirror ", ParamRead(index, bank),
+        const ParamValue board = line.machine.value(static_cast<simulator::Board>(bank), index);
+        require(ParamRead(index, bank) == board || checks.isMisfiled(bank, index),
+                "at rest the mirror holds what the boards hold", Place{bank, index}, " mirror ", ParamRead(index, bank),
                 " board ", board);
     });
 }
@@ -202,12 +202,12 @@ void Rest::nothingWaits() const {
 
 void Rest::comparePagesWithNewOnes() {
     for (Page* page : LoadedPages())
-        ++checks_.counts[!showsMoreThanTheBoards(*page) && showsWhatANewOneShows(*page) ? PagesCompared : PagesExcused];
+        ++checks.counts[!showsMoreThanTheBoards(*page) && showsWhatANewOneShows(*page) ? PagesCompared : PagesExcused];
 }
 
 /// False where the two cannot be compared.
 bool Rest::showsWhatANewOneShows(Page& page) {
-    const long moved = checks_.counts[MovedBanks];
+    const long moved = checks.counts[MovedBanks];
     readAll();  // once more: some values are shown within limits that come behind them
     const std::string name = page.name();
     const std::vector<std::string> shown = shownBy(page);
@@ -215,13 +215,13 @@ bool Rest::showsWhatANewOneShows(Page& page) {
     const auto watched = watchedOfTheTwiceReleased();
     page.UserClose();
     Page& fresh = ShowPage(name);
-    checks_.afterEvent();
+    checks.afterEvent();
     readAll();
     selected.chooseIn(fresh);
-    checks_.afterEvent();
+    checks.afterEvent();
     readAll();
     readAll();
-    if (watchedOfTheTwiceReleased() != watched || checks_.counts[MovedBanks] > moved) return false;
+    if (watchedOfTheTwiceReleased() != watched || checks.counts[MovedBanks] > moved) return false;
     if (selected != SelectorPositions(fresh)) return false;  // its frame is closed
     const std::vector<std::string> anew = shownBy(fresh);
     for (std::size_t i = 0; i < shown.size(); ++i)
@@ -235,7 +235,7 @@ void Rest::onlyUnlikeListsAreLeft() const {
     addWatched(left);
     for (const auto& record : left)
         require(leftByUnlikeLists().contains(record), "closed pages leave no subscription",
-                place{record.first, record.second});
+                Place{record.first, record.second});
 }
 
 }  // namespace kestrel::testing

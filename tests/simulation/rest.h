@@ -7,10 +7,11 @@
 
 namespace kestrel::testing {
 
-class Rest {
-  public:
-    Rest(const Plan& plan, Stage& stage, FaultLine& line, Checks& checks)
-        : plan_(plan), stage_(stage), line_(line), checks_(checks) {}
+struct Rest {
+    const Plan& plan;
+    Stage& stage;
+    FaultLine& line;
+    Checks& checks;
 
     /// To be called before a run: learns which subscriptions the pages leave behind in any case.
     static void learn();
@@ -21,7 +22,7 @@ class Rest {
     /// All pages are closed: no other subscription is left.
     void onlyUnlikeListsAreLeft() const;
 
-  private:
+    // The steps of coming right.
     void letTheTroubleEbb();
     /// Has all that is watched read, and waits for it. Throws EndedByRules where the link can never come that far.
     void readAll();
@@ -29,11 +30,6 @@ class Rest {
     void nothingWaits() const;
     void comparePagesWithNewOnes();
     bool showsWhatANewOneShows(Page& page);
-
-    const Plan& plan_;
-    Stage& stage_;
-    FaultLine& line_;
-    Checks& checks_;
 };
 
 }  // namespace kestrel::testing
