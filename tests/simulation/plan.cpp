@@ -87,8 +87,9 @@ const std::vector<std::string>& allFaults() {
 }
 
 const std::vector<std::string>& allIncidents() {
-    static const std::vector<std::string> names = {"noise",  "reset", "lost",     "port",      "busy",     "stream",
-                                                   "change", "swap",  PortDenied, LoopBlocked, DiskTrouble};
+    static const std::vector<std::string> names = {"noise",    "reset",     "lost",      "port",
+                                                   "busy",     "stream",    "change",    "swap",
+                                                   PortDenied, LoopBlocked, DiskTrouble, WindowClosed};
     return names;
 }
 
@@ -112,7 +113,7 @@ Plan Plan::draw(std::uint64_t seed) {
     }
     for (const std::string& name : allIncidents()) {
         const double aMinute = random.of(std::array{0.5, 2.0, 8.0});
-        if (random.chance(density)) plan.incidents[name] = aMinute;
+        if (random.chance(name == WindowClosed ? density / 10 : density)) plan.incidents[name] = aMinute;
     }
     for (auto count = random.between(1, 5); count > 0; --count) {
         const std::string name = random.of(AllPages()).first;

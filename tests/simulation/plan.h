@@ -33,11 +33,12 @@ class Dice {
 enum class Chance : std::uint32_t { Plan, Files, When, Incident, Act, Answer };
 Dice chanceOf(std::uint64_t seed, Chance subject, std::uint32_t part = 0);
 
-/// Faults by name, those of the simulated machine and three of the computer, each with its strength.
+/// Faults by name, those of the simulated machine and those of the computer, each with its strength.
 using Strengths = std::map<std::string, double>;
 inline constexpr const char* PortDenied = "denied";  ///< the port cannot be opened for a while
 inline constexpr const char* LoopBlocked = "block";  ///< the program's loop stands still
 inline constexpr const char* DiskTrouble = "disk";   ///< nothing can be written, or a language file is spoiled
+inline constexpr const char* WindowClosed = "quit";  ///< the user has enough
 
 struct Plan {
     enum Aim { All, Reads, Writes, Slaves };

@@ -50,8 +50,9 @@ class Player {
             result.ended = rule.why;
         } catch (const ProcessEnded&) {
             if (!quitting_) result.ended = stage_.lastBox;
+            if (quitting_ && stage_.portOpen()) result.failedCheck = "the port is closed at the end";
         } catch (const std::exception& error) {
-            const bool byTheRules = spoiledDisk_ && dynamic_cast<const RunTimeError*>(&error);
+            const bool byTheRules = stage_.diskIsSpoiled() && dynamic_cast<const RunTimeError*>(&error);
             (byTheRules ? result.ended : result.failedCheck) = byTheRules ? error.what() : "no error leaves an event";
             result.detail = error.what();
         }
@@ -143,17 +144,10 @@ class Player {
             line_.standStill(stage_.now(), length);
             stage_.letPass(length);
             checks_.blocked();
-        } else if (incident == PortDenied) {
-            const int reason = random.of(std::array{error_number::SerialBadPort, error_number::SerialPortInUse,
-                                                    error_number::SerialNoPermission});
-            if (!stage_.openFailures.erase(Link().ComPort))
-                stage_.openFailures = {{Link().ComPort, {reason, "denied"}}};
-        } else if (incident == DiskTrouble) {
-            spoiledDisk_ = true;
-            stage_.unwritable = {stage_.directory.string()};
-            if (random.chance(0.5)) stage_.put("English.lng", "a\r\n");
-            if (random.chance(0.2)) stage_.unreadable.insert((stage_.directory / "Deutsch.lng").string());
-        } else {
+        } else if (incident == WindowClosed) {
+            quitting_ = true;
+            MDIForm_Unload();
+        } else if (!stage_.begin(incident, random)) {
             line_.begin(stage_.now(), incident);
         }
     }
@@ -165,7 +159,6 @@ class Player {
     RandomUser user_;
     Rest rest_{plan_, stage_, line_, checks_};
     long begun_ = 0;  ///< events before the trouble, where one incident strikes at an event
-    bool spoiledDisk_ = false;
     bool quitting_ = false;
 };
 

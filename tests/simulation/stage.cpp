@@ -4,6 +4,9 @@
 
 #include <set>
 
+#include "link/link_engine.h"
+#include "platform/trouble.h"
+
 namespace kestrel::testing {
 
 namespace {
@@ -60,6 +63,20 @@ std::unique_ptr<TimerBackend> Stage::makeTimer(std::function<void()> onExpiry) {
         if (Checks::present()) Checks::present()->beforeTimer(static_cast<Clock>(clock));
         onExpiry();
     });
+}
+
+bool Stage::begin(const std::string& incident, Dice& random) {
+    if (incident == PortDenied) {
+        const int reason = random.of(
+            std::array{error_number::SerialBadPort, error_number::SerialPortInUse, error_number::SerialNoPermission});
+        if (!openFailures.erase(Link().ComPort)) openFailures = {{Link().ComPort, {reason, "denied"}}};
+    } else if (incident == DiskTrouble) {
+        diskIsSpoiled_ = true;
+        unwritable = {directory.string()};
+        if (random.chance(0.5)) put("English.lng", "a\r\n");
+        if (random.chance(0.2)) unreadable.insert((directory / "Deutsch.lng").string());
+    }
+    return incident == PortDenied || incident == DiskTrouble;
 }
 
 Message::Answer Stage::showMessage(const Message& message) {
