@@ -24,21 +24,23 @@ constexpr double MicrosPerDay = 86'400e6;
 constexpr std::uint64_t PlayedTwice = 5;  ///< every fifth seed
 
 /// By Count. The hazards (a) to (d) are those that the rules of the link themselves contain.
-constexpr std::array<const char*, CountKinds> NamesOfCounts = {"events",
-                                                               "acts of the user and incidents",
-                                                               "message boxes",
-                                                               "frames",
-                                                               "accepted replies",
-                                                               "time-outs",
-                                                               "repeats",
-                                                               "(a) edits overwritten by a reply under way",
-                                                               "(b) replies filed after a page moved the bank",
-                                                               "(b) frames behind which a page moved the bank",
-                                                               "(c) late replies taken for another's",
-                                                               "(d) spoiled bytes taken for a reply",
-                                                               "writes left behind by a closed page",
-                                                               "pages compared at rest with new ones",
-                                                               "pages at rest that a known cause excused"};
+constexpr std::array<const char*, CountKinds> NamesOfCounts = {
+    "events",
+    "acts of the user and incidents",
+    "message boxes",
+    "frames",
+    "accepted replies",
+    "time-outs",
+    "repeats",
+    "(a) edits overwritten by a reply under way",
+    "(b) replies filed after a page moved the bank",
+    "(b) frames behind which a page moved the bank",
+    "(c) late replies taken for another's",
+    "(d) spoiled bytes taken for a reply",
+    "writes left behind by a closed page",
+    "pages compared at rest with new ones",
+    "pages at rest that a known cause excused",
+};
 
 volatile std::sig_atomic_t stopped = 0;
 
@@ -89,7 +91,8 @@ struct Options : std::map<std::string, std::string> {
         for (int i = 1; i < count; ++i) {
             const std::string name = arguments[i];
             const bool takesValue = known.contains(name) && known.at(name);
-            if (!known.contains(name) || (takesValue && i + 1 == count)) throw std::invalid_argument(name + "?");
+            if (!known.contains(name) || (takesValue && i + 1 == count))
+                throw std::invalid_argument(name + " is unknown or lacks its value");
             (*this)[name] = takesValue ? arguments[++i] : "";
         }
     }
