@@ -180,8 +180,8 @@ Plan shorten(const Plan& plan, const std::string& failedCheck) {
         drop(less);
         if (play(less).failedCheck == failedCheck) best = less;
     };
-    for (const auto& [name, strength] : plan.faults) tryWithout([&](Plan& less) { less.faults.erase(name); });
-    for (const auto& [name, strength] : plan.incidents) tryWithout([&](Plan& less) { less.incidents.erase(name); });
+    for (const auto& fault : plan.faults) tryWithout([&](Plan& less) { less.faults.erase(fault.first); });
+    for (const auto& fault : plan.incidents) tryWithout([&](Plan& less) { less.incidents.erase(fault.first); });
     for (auto i = std::ssize(plan.acts) - 1; i >= 0; --i)
         tryWithout([i](Plan& less) { less.acts.erase(less.acts.begin() + i); });
     return best;
