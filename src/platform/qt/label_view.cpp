@@ -38,6 +38,9 @@ void LabelView::showState() {
     if (renamed) {
         shownCaption_ = model().Caption;
         text_ = toQt(shownCaption_);
+        // A value that no board should have may be too long for its place, where it is drawn cut off.
+        const bool isCutOff = isFigure() && figuresWidth(fontMetrics(), text_) > widestFigures();
+        if (isFigure()) setToolTip(isCutOff ? text_ : QString());
         valueShown();
     }
     if (foreColor_ != model().ForeColor) {
@@ -50,11 +53,14 @@ void LabelView::showState() {
     }
 }
 
+int LabelView::widestFigures() const {
+    return figuresWidth(fontMetrics(), shownWidest_.empty() ? QStringLiteral("00000") : toQt(shownWidest_));
+}
+
 QSize LabelView::sizeHint() const {
     const QFontMetrics metrics = fontMetrics();
     const int height = canPress() ? rowHeight(*this) : textHeight(*this);
-    if (isFigure())
-        return {figuresWidth(metrics, shownWidest_.empty() ? QStringLiteral("00000") : toQt(shownWidest_)) + 2, height};
+    if (isFigure()) return {widestFigures() + 2, height};
     int width = 0;
     const QStringList lines = text_.split(u'\n');
     for (const QString& line : lines) width = std::max(width, metrics.horizontalAdvance(line));

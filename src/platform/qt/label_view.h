@@ -36,6 +36,7 @@ class LabelView : public View<Label> {
 
   private:
     bool isKey() const { return model().role == Label::Role::Key; }
+    int widestFigures() const;
     QColor ink() const;
     QRectF keyShape() const;
     void drawKey(Brush& brush) const;
