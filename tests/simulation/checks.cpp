@@ -2,11 +2,8 @@
 // See checks.h.
 #include "simulation/checks.h"
 
-#include <algorithm>
-
 #include "link/fan_out.h"
 #include "link/link_engine.h"
-#include "link/param_table.h"
 #include "simulator/receiver.h"
 
 namespace kestrel::testing {

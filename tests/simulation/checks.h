@@ -2,14 +2,15 @@
 // for every value that a board did not say.
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <set>
-#include <string>
 #include <utility>
 #include <vector>
 
 #include "link/page.h"
+#include "link/param_table.h"
 #include "platform/timer.h"
 #include "simulation/fault_line.h"
 #include "simulation/reference_model.h"
@@ -75,6 +76,10 @@ class Checks {
     const std::pair<int, int>& asked() const { return origin_; }
     /// Whether the newest value of the record is one that a board said of another, with its cause.
     bool isMisfiled(int bank, int index) const { return misfiled_.contains({bank, index}); }
+    /// A reply that was filed under a board that is not there is not followed by a better one.
+    bool isMisfiledForGood() const {
+        return std::any_of(misfiled_.begin(), misfiled_.end(), [](const auto& at) { return !BoardPresent(at.first); });
+    }
     /// Everything, not only what changed.
     void compareAll() const;
 

@@ -1,10 +1,8 @@
 // Equality of the program with the reference model, which is given the same files, after every event.
 // See checks.h.
-#include <algorithm>
 #include <cstring>
 
 #include "link/link_engine.h"
-#include "link/param_table.h"
 #include "simulation/checks.h"
 #include "simulator/exchange.h"
 

@@ -5,7 +5,6 @@
 #include <map>
 #include <memory>
 
-#include "link/fan_out.h"
 #include "link/link_engine.h"
 #include "pages/registry.h"
 #include "platform/trouble.h"

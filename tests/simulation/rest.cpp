@@ -27,6 +27,9 @@ constexpr Micros LongestOrder = 1200 * Second;  ///< where every time of a recip
 constexpr int LongestGate = 16;                 ///< passes, where the index files name any refresh bytes
 constexpr std::uint8_t RepeatedUntilAnswered = 2;
 
+/// The payment page releases these twice, and so takes them from other pages.
+constexpr std::array<int, 3> TwiceReleased = {84, 85, 330};
+
 using Records = std::set<std::pair<int, int>>;
 
 /// Pages that by their rules show what the user did there, and not only what the boards hold; and a running test, whose
@@ -84,8 +87,11 @@ bool writeWaitsForAbsentBoard(int bank, int upTo) {
     return false;
 }
 
-bool someWriteWaitsForAbsentBoard() {
-    return writeWaitsForAbsentBoard(1, ParamRecords) || writeWaitsForAbsentBoard(2, ParamRecords);
+/// Or nobody watches the record that was written: the payment page takes it from other pages, and from itself.
+bool someWriteNeverGoesOut() {
+    return writeWaitsForAbsentBoard(1, ParamRecords) || writeWaitsForAbsentBoard(2, ParamRecords) ||
+           std::any_of(TwiceReleased.begin(), TwiceReleased.end(),
+                       [](int index) { return ParamFlags(0, index) == flag::WriteDue; });
 }
 
 /// The scan walks as many empty records of a board that is not there as its identity file has, and stays at one that
@@ -116,9 +122,7 @@ const Records& leftByUnlikeLists() {
     return records;
 }
 
-/// How many of these are watched: the payment page releases them twice, and so takes them from other pages.
 std::ptrdiff_t watchedOfTheTwiceReleased() {
-    constexpr std::array<int, 3> TwiceReleased = {84, 85, 330};
     return std::count_if(TwiceReleased.begin(), TwiceReleased.end(),
                          [](int index) { return ParamTable(0, index).Watchers > 0; });
 }
@@ -195,8 +199,8 @@ void Rest::nothingWaits() const {
     for (Page* page : LoadedPages()) {
         if (page->name() == "FrmControls") continue;  // which shows the mark
         for (const Control* control : controlsOf(*page))
-            require(!control->waiting() || !control->usable() || someWriteWaitsForAbsentBoard(),
-                    "no control waits at rest", page->name(), " ", control->accessibleName());
+            require(!control->waiting() || !control->usable() || someWriteNeverGoesOut(), "no control waits at rest",
+                    page->name(), " ", control->accessibleName());
     }
 }
 
@@ -222,6 +226,7 @@ bool Rest::showsWhatANewOneShows(Page& page) {
     readAll();
     readAll();
     if (watchedOfTheTwiceReleased() != watched || checks.counts[MovedBanks] > moved) return false;
+    if (checks.isMisfiledForGood()) return false;
     if (selected != SelectorPositions(fresh)) return false;  // its frame is closed
     const std::vector<std::string> anew = shownBy(fresh);
     for (std::size_t i = 0; i < shown.size(); ++i)
