@@ -53,11 +53,12 @@ class LineFaults : public Session {
     using Session::Session;
 
     static bool works() { return notice().empty() && Link().Comm1->PortOpen(); }
-    /// A step of the first bar, made when what was changed before is settled.
+    /// A step of the first bar, made when what was changed before is settled and the board is said to be there.
     bool stepIsConfirmedIn(FrmTempi& page, int within = BackWithin) {
         QElapsedTimer clock;
         clock.start();
-        if (!QTest::qWaitFor([&] { return !page.HScroll1[0].waiting(); }, within)) return false;
+        const auto isAtRest = [&] { return !page.HScroll1[0].waiting() && page.HScroll1[0].Enabled; };
+        if (!QTest::qWaitFor(isAtRest, within)) return false;
         const bool up = page.HScroll1[0].Value < 100;
         return stepIsConfirmed(page, up ? Qt::Key_Right : Qt::Key_Left, up ? 1 : -1,
                                within - static_cast<int>(clock.elapsed()));

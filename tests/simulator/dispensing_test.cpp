@@ -1,5 +1,7 @@
 // Orders to the master: test dispenses, sector pairs, clearing of data, and the decimals of money.
 // The pages lock themselves by the busy bit, so it must come, last a plausible time, and go.
+#include <sstream>
+
 #include "simulator/installation.h"
 
 namespace kestrel::simulator::tests {
@@ -91,41 +93,33 @@ TEST_F(DispensingTest, DiagramShowsTheWaterRunning) {
 }
 
 TEST_F(DispensingTest, RestartCutsItShort) {
-    Bench bench(options);
-    bench.play("M5=1 M6=0 M4=2 +4 M! +2 H1292?0");
-    EXPECT_FALSE(busy(bench));
-    bench.play("+60 M162?0 M4?0");
+    Bench(options).play("M5=1 M6=0 M4=2 M7&2 +4 M! +2 H1292?0 M7~2 +60 M162?0 M4?0");
 }
 
 TEST_F(DispensingTest, NeedsTheBoardThatDispenses) {
     options.hotDrinkBoard = false;
     options.sectorBoard = false;
-    Bench bench(options);
-    for (const char* steps : {"M370=20 M5=1 M6=0 M4=2", "M5=0 M6=0 M4=18", "M5=12 M6=16 M4=2"}) {
-        bench.play(steps);
-        EXPECT_FALSE(busy(bench)) << steps;
-    }
+    Bench(options).play("M370=20 M5=1 M6=0 M4=2 M7~2 M5=0 M6=0 M4=18 M7~2 M5=12 M6=16 M4=2 M7~2");
+}
+
+std::string each(const std::string& parameters, const std::string& does) {
+    std::istringstream in(parameters);
+    std::string steps;
+    for (std::string parameter; in >> parameter;) steps += parameter + does + ' ';
+    return steps;
 }
 
 TEST_F(DispensingTest, ClearingTakesWhatItShouldAndNoMore) {
-    const struct {
-        Board board;
-        std::vector<int> parameters;
-        std::uint32_t clearedBy;  // 0: kept
-    } cases[] = {{Master, {160, 161, 162, 164, 169, 176, 177, 192}, 1},
-                 {Sector, {71, 214}, 1},
-                 {HotDrink, {1216, 1287}, 1},
-                 {Master, {159, 163}, 7},
-                 {Master, {158, 193, 198, 199}, 0},
-                 {HotDrink, {1215, 1288}, 0},
-                 {Sector, {58, 216}, 0}};
-    for (const std::uint32_t command : {1U, 7U}) {
+    const std::pair<std::string, std::string> cases[] = {
+        {"M160 M161 M162 M164 M169 M176 M177 M192 S71 S214 H1216 H1287", "1"},
+        {"M159 M163", "7"},
+        {"M158 M193 M198 M199 H1215 H1288 S58 S216", "never"}};
+    for (const std::string command : {"1", "7"}) {
         Bench bench(options);
-        for (const auto& c : cases)
-            for (const int n : c.parameters) bench.setValue(c.board, n, 77);
-        bench.write(Master, 4, command);
-        for (const auto& c : cases)
-            for (const int n : c.parameters) EXPECT_EQ(bench.value(c.board, n), c.clearedBy == command ? 0U : 77U) << n;
+        for (const auto& [parameters, clearedBy] : cases) bench.play(each(parameters, "=77"));
+        bench.play("M4=" + command);
+        for (const auto& [parameters, clearedBy] : cases)
+            bench.play(each(parameters, clearedBy == command ? "?0" : "?77"));
     }
 }
 

@@ -130,12 +130,6 @@ std::uint32_t Bench::read(Board board, int parameter) {
     return value;
 }
 
-std::uint32_t Bench::readIdentity(Board board, int record) {
-    const Bytes reply = exchange(frameOf(board, identityAddressOf(board, record), 0, 241), 100 * millisecond);
-    EXPECT_TRUE(reply.size() == 2 && reply[0] == reply[1]) << hexOf(reply);
-    return reply.empty() ? 0 : reply[0];
-}
-
 bool Bench::write(Board board, int parameter, std::uint32_t value) {
     const Bytes frame = writeFrame(board, parameter, value);
     return exchange(frame, 100 * millisecond) == goodAck(frame);
@@ -149,22 +143,25 @@ void Bench::wait(Micros time) {
 void Bench::play(const std::string& steps) {
     std::istringstream in(steps);
     for (std::string step; in >> step;) {
-        const std::size_t sign = step.find_first_of("+!=?");
+        const std::size_t sign = step.find_first_of("+!=?&~");
         const Board board = step[0] == 'M' ? Master : step[0] == 'H' ? HotDrink : Sector;
         const auto number = [&](std::size_t from) { return std::stoi(step.substr(from)); };
-        switch (step[sign]) {
-            case '+':
-                wait(number(1) * second);
-                break;
-            case '!':
-                boardReset(board);
-                break;
-            case '=':
-                EXPECT_TRUE(write(board, number(1), static_cast<std::uint32_t>(number(sign + 1)))) << step;
-                break;
-            default:
-                EXPECT_EQ(read(board, number(1)), static_cast<std::uint32_t>(number(sign + 1))) << step;
+        const auto value = [&] { return static_cast<std::uint32_t>(number(sign + 1)); };
+        bool holds = true;
+        if (step[sign] == '+') {
+            wait(number(1) * second);
+        } else if (step[sign] == '!') {
+            boardReset(board);
+        } else if (step[sign] == '=') {
+            holds = write(board, number(1), value());
+        } else if (step[1] == '#') {
+            const auto byte = static_cast<std::uint8_t>(value());
+            holds = exchange(frameOf(board, identityAddressOf(board, number(2)), 0, 241)) == Bytes{byte, byte};
+        } else {
+            const std::uint32_t held = read(board, number(1));
+            holds = step[sign] == '?' ? held == value() : ((held & value()) != 0) == (step[sign] == '&');
         }
+        EXPECT_TRUE(holds) << step;
     }
 }
 

@@ -44,9 +44,8 @@ class Bench : public Machine {
 
     // What came back within the time.
     Bytes exchange(const Bytes& frame, Micros wait = second);
-    // The value of a parameter, or of an identity record, as read over the line; fails the test on a bad reply.
+    // The value of a parameter as read over the line; fails the test on a bad reply.
     std::uint32_t read(Board board, int parameter);
-    std::uint32_t readIdentity(Board board, int record);
     bool write(Board board, int parameter, std::uint32_t value);  // true when rightly acknowledged
     void wait(Micros time);
     // Steps, a word each: "H2=60" writes parameter 2 of the hot-drink board (M: master, S: sector), "H2?60" reads it

@@ -88,15 +88,7 @@ TEST_F(MachineTest, TellsFramesApartBySilence) {
 
 TEST_F(MachineTest, IdentityFollowsFromTheLastFileOfTheBoard) {
     for (const char* other : {"W0256AP02.inx", "W0256AO99.inx", "W0299AP09.inx"}) writeParameters(other, {});
-    Bench bench(options);
-    const struct {
-        Board board;
-        int record;
-        std::uint32_t value;
-    } cases[] = {{Master, 17, 3}, {Master, 11, 15}, {Master, 12, 18},  {Master, 13, 0},
-                 {Master, 14, 1}, {Sector, 11, 1},  {Sector, 13, 245}, {HotDrink, 17, 7}};
-    for (const auto& c : cases) EXPECT_EQ(bench.readIdentity(c.board, c.record), c.value) << c.record;
-    EXPECT_GE(bench.readIdentity(Master, 18), 27U);
+    Bench(options).play("M#17?3 M#11?15 M#12?18 M#13?0 M#14?1 M#18?27 S#11?1 S#13?245 H#17?7");
 }
 
 // One damage upon the other; the boards are set up in their order, so that each hides those before it.
@@ -210,7 +202,7 @@ TEST_F(MachineTest, ReportsEveryExchange) {
     std::vector<Exchange> seen;
     bench.onExchange = [&](const Exchange& e) { seen.push_back(e); };
     bench.write(Sector, 51, 12);
-    bench.readIdentity(HotDrink, 17);
+    bench.play("H#17?7");
     bench.exchange({0x01, 0x34, 0x12, 0x00, 0x48});
     ASSERT_EQ(seen.size(), 3U);
     EXPECT_EQ(seen[0].parameter, 51);
