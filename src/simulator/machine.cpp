@@ -82,7 +82,7 @@ struct Machine::State {
     std::array<std::uint64_t, boardCount> life{};
     Micros busyUntil = 0;
     Micros streamUntil = 0;
-    bool streaming = false;
+    bool streams = false;
     std::string onTheWay;  // what happened to the newest request before a board got it
     Board askedBoard = Board::Master;
     int askedParameter = 0;  // by the newest good request; 0: none
@@ -209,7 +209,7 @@ bool Machine::begin(FaultKind kind, Board board) {
             return false;
         case FaultKind::Stream:
             s.streamUntil = std::max(s.streamUntil, now + draw(second / 20, 3 * second / 2));
-            if (!s.streaming) stream();
+            if (!s.streams) stream();
             return false;
         case FaultKind::Change:
             if (s.askedParameter != 0 && !isReport(s.askedBoard, s.askedParameter)) {
@@ -222,14 +222,14 @@ bool Machine::begin(FaultKind kind, Board board) {
     }
 }
 
-// Piece by piece, so that replies find their way in between.
+// Piece by piece, so that replies find their way in between; never ahead of the line.
 void Machine::stream() {
     State& s = *state_;
-    s.streaming = s.world.agenda.now() < s.streamUntil && portOpen();
-    if (!s.streaming) return;
+    s.streams = s.world.agenda.now() < s.streamUntil && portOpen();
+    if (!s.streams) return;
     Bytes piece;
     while (piece.size() < streamPiece) piece.push_back(s.faults.of(FaultKind::Stream).byte());
-    s.line.transmit(s.world.agenda.now(), piece);
+    if (s.line.freeAt() <= s.world.agenda.now()) s.line.transmit(s.world.agenda.now(), piece);
     s.world.agenda.after(streamPiece * byteTime, [this] { stream(); });
 }
 

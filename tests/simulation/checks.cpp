@@ -7,7 +7,7 @@
 #include "link/fan_out.h"
 #include "link/link_engine.h"
 #include "link/param_table.h"
-#include "simulation/say.h"
+#include "simulator/receiver.h"
 
 namespace kestrel::testing {
 
@@ -15,89 +15,76 @@ namespace {
 
 Checks* listening = nullptr;
 
-constexpr Micros Tick = 40'000;
 constexpr int SendsAllowed = 5;
 constexpr int TimersOfProgram = 8;
-constexpr std::size_t InputLimit = 1024;
-constexpr std::uint8_t FirstWithData = 127;
+constexpr int TimersOfPage = 4;
+constexpr int InputLimit = 1024;
+constexpr int WriteBit = 128;
 
 /// The pages whose rules have them write a record when they are told of it.
 bool correctsItself(const Page& page) { return page.name() == "FrmConMac" || page.name() == "FrmProUni"; }
 
+/// A frame as a board hears it.
+simulator::Frame heard(const Bytes& frame) {
+    simulator::Receiver board;
+    std::optional<simulator::Frame> whole;
+    for (std::size_t i = 0; i < frame.size(); ++i) {
+        whole = board.take(simulator::resyncSilence, frame[i]);
+        require(whole.has_value() == (i + 1 == frame.size()), "a frame has its form");
+    }
+    require(whole->verdict == simulator::Frame::Verdict::Good, "a frame has its form, its sum and a known board");
+    return *whole;
+}
+
 }  // namespace
 
-void failCheck(const std::string& check, const std::string& detail) { throw CheckFailed{check, detail}; }
-
-void Counts::add(const Counts& other) {
-    for (auto field :
-         {&Counts::events, &Counts::frames, &Counts::accepted, &Counts::timeouts, &Counts::repeats, &Counts::boxes,
-          &Counts::acts, &Counts::overwrittenEdits, &Counts::movedBanks, &Counts::leftFrames, &Counts::lateReplies,
-          &Counts::blindReplies, &Counts::orphanWrites, &Counts::pagesCompared, &Counts::pagesExcused})
-        this->*field += other.*field;
+std::array<const Timer*, reference::Model::ClockCount> linkTimers() {
+    const LinkState& link = Link();
+    return {&link.Timer1, &link.Timer2, &link.Timer3, &link.Timer4, &link.ReopenTimer};
 }
 
-Checks::Checks(VirtualPlatform& platform, FaultLine& line) : platform_(platform), line_(line) {
-    listening = this;
-    for (auto& bank : watchers_) bank.assign(ParamRecords, 0);
-    for (auto& bank : flags_) bank.assign(ParamRecords, 0);
-}
+Checks::Checks(VirtualPlatform& platform, FaultLine& line) : platform_(platform), line_(line) { listening = this; }
 
 Checks::~Checks() { listening = nullptr; }
 
 Checks* Checks::present() { return listening; }
 
-void Checks::trace(std::uint64_t value) { traceHash = (traceHash ^ value) * 1099511628211ULL; }
+void Checks::trace(std::int64_t value) {
+    traceHash = (traceHash ^ static_cast<std::uint64_t>(value)) * 1099511628211ULL;
+}
 
 // ---- Events.
 
-void Checks::beginLinkEvent() {
+/// False where the model does not follow yet.
+bool Checks::beginLinkEvent() {
+    if (!following_) return false;
     linkEvent_ = true;
-    bankBefore_ = CurrentBank;
     indexBefore_ = Link().ScanIndex;
-    model_.setCurrentBank(CurrentBank);
-    const bool opens = role_ == Role::Reply || role_ == Role::Reopen || !Link().Comm1->PortOpen();
-    model_.setPortThere(line_.present() && !(opens && platform_.openFailures.contains(Link().ComPort)));
-    model_.setLinkSetup(Link().LinkSetup);
+    model_.currentBank = CurrentBank;
+    const bool opens = clock_ == Clock::Reply || clock_ == Clock::Reopen || !Link().Comm1->PortOpen();
+    model_.portThere = line_.present() && !(opens && platform_.openFailures.contains(Link().ComPort));
+    model_.setup = Link().LinkSetup;
+    return true;
 }
 
-void Checks::beforeTimer(Role role) {
-    role_ = role;
-    if (role == Role::Other || !following_) return;
-    beginLinkEvent();
+void Checks::beforeTimer(Clock clock) {
+    clock_ = clock;
+    if (clock == Clock::ClockCount || !beginLinkEvent()) return;
     const Micros now = platform_.now();
-    const auto due = model_.due(static_cast<Clock>(role));
-    if (!due || *due > now || (*due<now&& * due> blockedUntil_))
-        failCheck("a timer runs out when it is due",
-                  say("timer ", static_cast<int>(role), " at ", now, " due ", due.value_or(-1)));
-    if (role == Role::Tick) {
-        require(now - lastTick_ >= Tick, "ticks are 40 ms apart");
-        lastTick_ = now;
-        model_.tick(now);
-    } else if (role == Role::Reply) {
-        ++counts.timeouts;
-        sends_ = 0;
-        model_.replyTimeout(now);
-    } else if (role == Role::SendLamp) {
-        model_.sendLampTimeout(now);
-    } else if (role == Role::ReceiveLamp) {
-        model_.receiveLampTimeout(now);
-    } else {
-        model_.reopenTimeout(now);
-    }
+    const Micros due = model_.due[clock].value_or(-1);
+    require(due >= 0 && due <= now && (due == now || due <= blockedUntil_), "a timer runs out when it is due", "timer ",
+            clock, " at ", now, " due ", due);
+    if (clock == Clock::Reply) ++counts[TimeOuts];
+    if (clock == Clock::Reply || (clock == Clock::Tick && Link().LinkIdle)) sends_ = 0;
+    model_.runOut(clock, now);
 }
 
 void Checks::beforeArrival(const Bytes& bytes) {
-    role_ = Role::Other;
-    if (!following_) return;
-    beginLinkEvent();
-    model_.arrived(platform_.now(), bytes.data(), bytes.size());
+    if (beginLinkEvent()) model_.arrived(platform_.now(), bytes.data(), bytes.size());
 }
 
 void Checks::beforeLoss() {
-    role_ = Role::Other;
-    if (!following_) return;
-    beginLinkEvent();
-    model_.portLost();
+    if (beginLinkEvent()) model_.portLost();
 }
 
 void Checks::beforeQuestion() {
@@ -111,10 +98,11 @@ void Checks::beforeQuestion() {
 
 void Checks::sending(const Bytes& frame) {
     if (!following_ || searching_) return;
-    checkForm(frame);
-    ++counts.frames;
-    if (role_ == Role::Tick) checkOrigin(frame);
-    if (++sends_ > 1) ++counts.repeats;
+    const simulator::Frame asBoardsHearIt = heard(frame);
+    same("a frame goes to the board of its bank", static_cast<int>(asBoardsHearIt.board), CurrentBank);
+    ++counts[Frames];
+    if (clock_ == Clock::Tick) checkOrigin(asBoardsHearIt);
+    if (++sends_ > 1) ++counts[Repeats];
     require(sends_ <= SendsAllowed, "at most five sends of a frame");
     sentBank_ = CurrentBank;
     left_ = false;
@@ -127,31 +115,29 @@ void Checks::sending(const Bytes& frame) {
 // ---- What pages do.
 
 void Checks::watched(int index) {
-    model_.setCurrentBank(CurrentBank);
+    model_.currentBank = CurrentBank;
     model_.watch(index);
-    auto& count = watchers_[static_cast<std::size_t>(CurrentBank)][static_cast<std::size_t>(index)];
-    if (BoardPresent(CurrentBank)) ++count;
-    require(ParamTable(CurrentBank, index).Watchers == count, "watch counts equal the subscriptions");
+    compareRecord(CurrentBank, index);
 }
 
 void Checks::released(int index) {
-    model_.setCurrentBank(CurrentBank);
+    model_.currentBank = CurrentBank;
     model_.release(index);
-    auto& count = watchers_[static_cast<std::size_t>(CurrentBank)][static_cast<std::size_t>(index)];
-    if (BoardPresent(CurrentBank) && count > 0) --count;
-    require(ParamTable(CurrentBank, index).Watchers == count, "watch counts equal the subscriptions");
+    compareRecord(CurrentBank, index);
     const std::uint8_t flags = ParamFlags(CurrentBank, index);
-    if ((flags & flag::WriteDue) && !(flags & flag::Pending) && count == 0) ++counts.orphanWrites;
+    if ((flags & flag::WriteDue) && !(flags & flag::Pending)) ++counts[OrphanWrites];
 }
 
 void Checks::written(int index, std::uint32_t value) {
-    model_.setCurrentBank(CurrentBank);
+    model_.currentBank = CurrentBank;
     model_.write(index, value);
-    if (telling_ && told_.back().index == index && !correctsItself(*told_.back().page))
-        failCheck("showing a value writes nothing back", told_.back().page->name() + " " + place(CurrentBank, index));
+    require(!telling_ || told_.back().index != index || correctsItself(*told_.back().page),
+            "showing a value writes nothing back", Place{CurrentBank, index});
 }
 
 void Checks::telling(const Page& page, int index, ParamValue value) {
+    const bool reading = (Link().RequestBytes.Command & WriteBit) == 0;
+    if (told_.empty() && reading && (ParamFlags(CurrentBank, index) & flag::WriteDue)) ++counts[OverwrittenEdits];
     told_.push_back({&page, index, value});
     telling_ = true;
 }
@@ -163,39 +149,16 @@ void Checks::told() {
 
 // ---- The hard rules.
 
-void Checks::checkForm(const Bytes& frame) const {
-    const bool routed = CurrentBank != 0;
-    const std::size_t header = routed ? 6 : 4;
-    require(frame.size() > header, "a frame has its form");
-    const std::uint8_t command = frame[routed ? 4 : 0];
-    const bool data = command >= FirstWithData;
-    const std::size_t width = static_cast<std::size_t>(command & 15) + 1;
-    require(frame.size() == header + 1 + (data ? width : 0), "a frame has its form");
-    unsigned sum = 0;
-    for (std::size_t i = 0; i + 1 < frame.size(); ++i) sum += frame[i];
-    require(frame.back() == sum % 256, "a frame has its sum");
-    if (!routed) return;
-    require(frame[0] == (data ? 241 + width : 241), "a routed frame begins as its kind does");
-    require(frame[5] == (CurrentBank == 1 ? 0x49 : 0x56), "a routed frame names its board");
-}
-
-void Checks::checkOrigin(const Bytes& frame) {
-    sends_ = 0;
+void Checks::checkOrigin(const simulator::Frame& frame) {
     origin_ = {CurrentBank, Link().ScanIndex};
     const auto [bank, index] = origin_;
     // Where a page moved the cursor, the scan may stand beyond the end of the bank, and looks there first.
     if (index == indexBefore_ && index >= RecordCount(bank)) return;
-    if (index == 0 || index >= RecordCount(bank))
-        failCheck("the first and the last record never go out", say(place(bank, index), " of ", RecordCount(bank)));
-    const std::uint8_t before = flags_[static_cast<std::size_t>(bank)][static_cast<std::size_t>(index)];
-    require((before & flag::Pending) && (before & flag::Watched), "a frame has a record that is wanted");
-    const std::uint8_t command = frame[bank == 0 ? 0 : 4];
-    require((command >= 128) == ((before & flag::WriteDue) != 0), "a record that is due is written, others are read");
-    if (command < FirstWithData) return;
-    const auto& value = ParamTable(bank, index).Value;
-    const std::size_t width = static_cast<std::size_t>(command & 15) + 1;
-    require(std::equal(value.begin(), value.begin() + static_cast<std::ptrdiff_t>(width),
-                       frame.end() - 1 - static_cast<std::ptrdiff_t>(width)),
+    require(index > 0 && index < RecordCount(bank), "the first and the last record never go out", index);
+    const std::uint8_t flags = ParamFlags(bank, index);
+    require((flags & flag::Pending) && (flags & flag::Watched), "a frame has a record that is wanted");
+    same("a frame has the address of its record", frame.address, addressOf(bank, index));
+    require(std::equal(frame.data.begin(), frame.data.end(), ParamTable(bank, index).Value.begin()),
             "what is written stood in the mirror");
 }
 
@@ -203,89 +166,66 @@ void Checks::checkExchange() const {
     const LinkState& link = Link();
     if (loaded_ || !link.LinkIdle)
         require(link.LinkIdle != link.Timer2.Enabled, "an exchange is open while its time runs");
-    require(link.Comm1->InBufferCount() <= static_cast<int>(InputLimit), "what stands unread is bounded");
-    if (role_ == Role::Reply && linkEvent_)
-        require(link.Comm1->InBufferCount() == 0, "nothing stands unread after a time-out");
+    require(link.Comm1->InBufferCount() <= InputLimit, "what stands unread is bounded");
     const int ofPages = platform_.timersRunning() - TimersOfProgram;
-    require(ofPages <= 0 || ofPages <= 4 * static_cast<int>(LoadedPages().size()), "timers are bounded");
+    require(ofPages <= 0 || ofPages <= TimersOfPage * static_cast<int>(LoadedPages().size()), "timers are bounded");
 }
 
 void Checks::checkClocks() const {
-    const LinkState& link = Link();
-    const Timer* const timers[] = {&link.Timer1, &link.Timer2, &link.Timer3, &link.Timer4, &link.ReopenTimer};
-    for (int i = 0; i < 5; ++i) {
-        const auto due = model_.due(static_cast<Clock>(i));
-        if (due.has_value() != timers[i]->Enabled || (due && *due<last_&& * due> blockedUntil_))
-            failCheck("timers run as they should", say("timer ", i, " due ", due.value_or(-1), " now ", last_));
+    const auto timers = linkTimers();
+    for (std::size_t i = 0; i < timers.size(); ++i) {
+        const auto due = model_.due[i];
+        const bool overdue = due && *due<last_&& * due> blockedUntil_;
+        require(due.has_value() == timers[i]->Enabled && !overdue, "timers run as they should", "timer ", i, " due ",
+                due.value_or(-1), " now ", last_);
     }
 }
 
 void Checks::checkTold() {
-    const auto& expected = model_.outputs().told;
-    if (expected.empty()) return require(told_.empty(), "only an accepted reply is told");
+    const auto& expected = model_.outputs.told;
+    if (!expected) return require(told_.empty(), "only an accepted reply is told");
     const std::vector<Page*> loaded = LoadedPages();
-    require(expected.size() == 1, "one notification a reply");
     require(told_.size() >= loaded.size() || told_.empty() == loaded.empty(), "every loaded page is told");
-    for (const Told& told : told_)
-        if (told.index != expected[0].index || told.value != expected[0].value)
-            failCheck("pages are told what came", say("record ", told.index, " value ", told.value, " not ",
-                                                      expected[0].index, " value ", expected[0].value));
-    for (std::size_t i = 0; i < std::min(told_.size(), loaded.size()); ++i)
+    for (std::size_t i = 0; i < told_.size(); ++i) {
+        same("pages are told of the record that came", told_[i].index, expected->index);
+        same("pages are told what came", told_[i].value, model_.outputs.toldValue);
         require(told_.size() != loaded.size() || told_[i].page == loaded[i], "pages are told in their order");
-    ++counts.accepted;
-    explain(expected[0]);
+    }
+    ++counts[Accepted];
+    explain(expected->bank, expected->index, model_.outputs.toldValue);
 }
 
 /// A value that the board did not say in answer to this very request must have a cause.
-void Checks::explain(const ReferenceModel::Told& told) {
+void Checks::explain(int bank, int index, ParamValue value) {
     const auto& said = line_.said();
-    const std::uint8_t before = flags_[static_cast<std::size_t>(told.bank)][static_cast<std::size_t>(told.index)];
-    const bool writing = (Link().RequestBytes.Command & 128) != 0;
-    if (!writing && (before & flag::WriteDue)) ++counts.overwrittenEdits;
-    const bool moved = sentBank_ != told.bank || origin_ != std::pair{told.bank, told.index};
-    const bool said_so = said.frame == line_.framesSent() && said.bank == told.bank && said.write == writing &&
-                         said.address == addressOf(told.bank, told.index) &&
-                         static_cast<ParamValue>(said.value) == told.value;
-    misfiled_.erase({told.bank, told.index});
-    if (!moved && said_so) return;
-    misfiled_.insert({told.bank, told.index});
-    if (moved)
-        ++counts.movedBanks;
-    else if (line_.lateMayBe())
-        ++counts.lateReplies;
-    else if (line_.spoiledMayBe())
-        ++counts.blindReplies;
-    else
-        failCheck("a wrong value has a cause",
-                  say(place(told.bank, told.index), " value ", told.value, ", the board said ", place(said.bank, 0),
-                      " address ", said.address, " value ", said.value, " to frame ", said.frame, " of ",
-                      line_.framesSent()));
-}
-
-bool Checks::repeatsAStrayFrame() const {
-    constexpr unsigned UntilAnswered = 2;
-    const LinkState& link = Link();
-    return !link.LinkIdle && origin_ != std::pair{CurrentBank, link.ScanIndex} &&
-           (ParamTable(CurrentBank, link.ScanIndex).Period & UntilAnswered) != 0;
+    const bool writing = (Link().RequestBytes.Command & WriteBit) != 0;
+    const bool moved = sentBank_ != bank || origin_ != std::pair{bank, index};
+    const bool right = said.frame == line_.framesSent() && said.bank == bank && said.write == writing &&
+                       said.address == addressOf(bank, index) && static_cast<ParamValue>(said.value) == value;
+    if (!moved && right) {
+        misfiled_.erase({bank, index});
+        return;
+    }
+    misfiled_.insert({bank, index});
+    require(moved || line_.lateMayBe() || line_.spoiledMayBe(), "a wrong value has a cause", Place{bank, index},
+            " value ", value, ", the board said ", Place{said.bank, 0}, " address ", said.address, " value ",
+            said.value, " to frame ", said.frame, " of ", line_.framesSent());
+    ++counts[moved ? MovedBanks : line_.lateMayBe() ? LateReplies : BlindReplies];
 }
 
 void Checks::afterEvent() {
     const Micros now = platform_.now();
     require(now >= last_, "time never goes back");
     last_ = now;
-    ++counts.events;
+    ++counts[Events];
     for (; filesWritten_ < platform_.written.size(); ++filesWritten_)
         require(platform_.written[filesWritten_].ends_with("/kestrel.ini"), "no file but the configuration is written");
     if (!following_) return;
-    if (linkEvent_) {
-        if (!told_.empty()) model_.setCurrentBank(bankLeft_);
-        model_.pagesTold();
-    } else {
-        model_.setCurrentBank(CurrentBank);
-    }
+    model_.currentBank = linkEvent_ ? (told_.empty() ? model_.currentBank : bankLeft_) : CurrentBank;
+    if (linkEvent_) model_.pagesTold();
     if (!Link().LinkIdle && !left_ && CurrentBank != sentBank_) {
         left_ = true;
-        ++counts.leftFrames;
+        ++counts[LeftFrames];
     }
     checkExchange();
     checkTold();
@@ -294,18 +234,16 @@ void Checks::afterEvent() {
     checkClocks();
     if (loaded_) {
         compareFlags();
-        for (const auto& place : model_.outputs().touched) compareRecord(place.bank, place.index);
+        for (const auto& [bank, index] : model_.outputs.touched) compareRecord(bank, index);
     }
-    trace(static_cast<std::uint64_t>(now));
-    trace(static_cast<std::uint64_t>(Link().ScanIndex));
-    trace(static_cast<std::uint64_t>(CurrentBank));
-    for (const Told& told : told_) trace(static_cast<std::uint64_t>(told.value));
+    for (const std::int64_t value : {now, std::int64_t{Link().ScanIndex}, std::int64_t{CurrentBank}}) trace(value);
+    for (const Told& told : told_) trace(told.value);
     opened_ = platform_.opened;
-    model_.clearOutputs();
+    model_.outputs.clear();
     sent_.clear();
     told_.clear();
     linkEvent_ = false;
-    role_ = Role::Other;
+    clock_ = Clock::ClockCount;
 }
 
 }  // namespace kestrel::testing

@@ -13,7 +13,7 @@ for compiler in g++ "$clang"; do
     build=build/compilers/$(basename "$compiler")
     cmake -G Ninja -B "$build" -DCMAKE_BUILD_TYPE=Release -DKESTREL_QT=OFF -DCMAKE_CXX_COMPILER="$compiler" \
         "${launcher[@]}" >/dev/null
-    cmake --build "$build" --target kestrel_simulation >/dev/null
+    log=$(cmake --build "$build" --target kestrel_simulation 2>&1) || { echo "$log" >&2 && exit 1; }
     played=$("$build/tests/kestrel_simulation" "$@" | grep ' runs, ')
     echo "$(basename "$compiler"): $played"
     traces+=("${played##*trace }")

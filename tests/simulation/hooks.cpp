@@ -2,51 +2,26 @@
 // So the program itself has no hook.
 #include "simulation/checks.h"
 
-// What the linker calls them: the program's own functions, and those here that every call of them reaches.
-#define KESTREL_WRAPPED(result, name, mangled, ...)            \
-    result real##name(__VA_ARGS__) __asm__("__real_" mangled); \
-    result wrap##name(__VA_ARGS__) __asm__("__wrap_" mangled)
+/// Names of the linker: the program's own function, and the one here that every call of it from elsewhere reaches.
+#define KESTREL_AROUND(name, mangled, parameters, arguments, before, after) \
+    void real##name parameters __asm__("__real_" mangled);                  \
+    void wrap##name parameters __asm__("__wrap_" mangled);                  \
+    void wrap##name parameters {                                            \
+        if (Checks* checks = Checks::present()) checks->before;             \
+        real##name arguments;                                               \
+        if (Checks* checks = Checks::present()) checks->after;              \
+    }
 
 namespace kestrel::testing {
 
-KESTREL_WRAPPED(void, OpenPort, "_ZN7kestrel8OpenPortEi", int port);
-KESTREL_WRAPPED(void, ParamWatch, "_ZN7kestrel10ParamWatchEi", int index);
-KESTREL_WRAPPED(void, ParamRelease, "_ZN7kestrel12ParamReleaseEi", int index);
-KESTREL_WRAPPED(void, ParamWrite, "_ZN7kestrel10ParamWriteEij", int index, std::uint32_t value);
-KESTREL_WRAPPED(void, SendFrame, "_ZN7kestrel13LinkSendFrameEv", void);
-KESTREL_WRAPPED(void, Notify, "_ZN7kestrel4Page6notifyEil", Page* page, int index, ParamValue value);
-
-void wrapOpenPort(int port) {
-    if (Checks::present()) Checks::present()->searching();
-    realOpenPort(port);
-    if (Checks::present()) Checks::present()->searched();
-}
-
-void wrapParamWatch(int index) {
-    realParamWatch(index);
-    if (Checks::present()) Checks::present()->watched(index);
-}
-
-void wrapParamRelease(int index) {
-    realParamRelease(index);
-    if (Checks::present()) Checks::present()->released(index);
-}
-
-void wrapParamWrite(int index, std::uint32_t value) {
-    realParamWrite(index, value);
-    if (Checks::present()) Checks::present()->written(index, value);
-}
-
-/// Reached by identification alone: the engine's own calls stay inside it.
-void wrapSendFrame() {
-    if (Checks::present()) Checks::present()->beforeQuestion();
-    realSendFrame();
-}
-
-void wrapNotify(Page* page, int index, ParamValue value) {
-    if (Checks::present()) Checks::present()->telling(*page, index, value);
-    realNotify(page, index, value);
-    if (Checks::present()) Checks::present()->told();
-}
+KESTREL_AROUND(OpenPort, "_ZN7kestrel8OpenPortEi", (int port), (port), searching(), searched())
+KESTREL_AROUND(Watch, "_ZN7kestrel10ParamWatchEi", (int index), (index), here(), watched(index))
+KESTREL_AROUND(Release, "_ZN7kestrel12ParamReleaseEi", (int index), (index), here(), released(index))
+KESTREL_AROUND(Write, "_ZN7kestrel10ParamWriteEij", (int index, std::uint32_t value), (index, value), here(),
+               written(index, value))
+// Reached by identification alone: the engine's own calls stay inside it.
+KESTREL_AROUND(SendFrame, "_ZN7kestrel13LinkSendFrameEv", (), (), beforeQuestion(), here())
+KESTREL_AROUND(Notify, "_ZN7kestrel4Page6notifyEil", (Page * page, int index, ParamValue value), (page, index, value),
+               telling(*page, index, value), told())
 
 }  // namespace kestrel::testing

@@ -3,22 +3,27 @@
 #include "simulation/plan.h"
 
 #include <algorithm>
-#include <map>
+#include <limits>
 #include <numeric>
 #include <sstream>
 #include <stdexcept>
 
 #include "pages/registry.h"
+#include "simulator/commands.h"
+#include "simulator/faults.h"
 
 namespace kestrel::testing {
 
 namespace {
 
-constexpr std::array<std::string_view, FaultCount> Names = {
-    "silent", "slow",   "late",    "drop",   "extra",    "flip",    "ack",   "echo",    "noise", "reset",
-    "lost",   "port",   "request", "part",   "noeffect", "clamp",   "blind", "collide", "busy",  "stream",
-    "unplug", "denied", "stray",   "change", "block",    "restart", "hush",  "swap",    "disk"};
-constexpr std::array<std::string_view, 4> Aims = {"all", "reads", "writes", "slaves"};
+/// The numbers of a plan and their names.
+template <class AnyPlan, class Visit>
+void eachNumber(AnyPlan& plan, Visit&& visit) {
+    visit("seconds", plan.seconds), visit("quiet", plan.quiet), visit("hot", plan.hot), visit("sector", plan.sector);
+    visit("moving", plan.moving), visit("rough", plan.rough), visit("strange", plan.strange);
+    visit("chunk", plan.chunk), visit("aim", plan.aim), visit("pace", plan.pace), visit("stay", plan.stay);
+    visit("frame", plan.frame), visit("event", plan.event);
+}
 
 std::vector<std::string> split(const std::string& text, char mark) {
     std::vector<std::string> parts;
@@ -27,66 +32,65 @@ std::vector<std::string> split(const std::string& text, char mark) {
     return parts;
 }
 
-/// "0-4,7,9-11".
-std::string rangesOf(const std::vector<int>& numbers) {
-    std::string text;
-    for (std::size_t i = 0; i < numbers.size(); ++i) {
-        std::size_t last = i;
-        while (last + 1 < numbers.size() && numbers[last + 1] == numbers[last] + 1) ++last;
-        text += (text.empty() ? "" : ",") + std::to_string(numbers[i]);
-        if (last > i) text += "-" + std::to_string(numbers[last]);
-        i = last;
-    }
-    return text;
+int numberOf(const std::string& text) {
+    const auto number = simulator::parseNumber(text, std::numeric_limits<int>::max());
+    if (!number) throw std::invalid_argument("\"" + text + "\" is no number");
+    return static_cast<int>(*number);
 }
 
-std::vector<int> numbersOf(const std::string& ranges) {
-    std::vector<int> numbers;
-    for (const std::string& range : split(ranges, ',')) {
-        const auto dash = range.find('-');
-        const int first = std::stoi(range);
-        const int last = dash == std::string::npos ? first : std::stoi(range.substr(dash + 1));
-        for (int i = first; i <= last; ++i) numbers.push_back(i);
-    }
-    return numbers;
+const std::string& checked(const std::string& name, const std::vector<std::string>& known) {
+    if (std::find(known.begin(), known.end(), name) != known.end()) return name;
+    throw std::invalid_argument("a plan knows no \"" + name + "\"");
 }
 
-template <class Table>
-std::size_t placeOf(const Table& table, const std::string& name) {
-    const auto found = std::find(table.begin(), table.end(), name);
-    if (found == table.end()) throw std::invalid_argument("a plan knows no \"" + name + "\"");
-    return static_cast<std::size_t>(found - table.begin());
+Strengths strengthsOf(const std::string& text, const std::vector<std::string>& known) {
+    Strengths strengths;
+    for (const std::string& item : split(text, ',')) {
+        const std::string name = item.substr(0, item.find(':'));
+        strengths[checked(name, known)] = std::stod(item.substr(std::min(name.size() + 1, item.size())));
+    }
+    return strengths;
 }
 
-void drawFaults(Plan& plan, Dice& random) {
-    constexpr std::array<double, 4> OfExchanges = {0.002, 0.01, 0.05, 0.25};
-    constexpr std::array<double, 3> OfMinutes = {0.5, 2, 8};
-    const double density = std::array{0.0, 0.06, 0.15, 0.3, 0.5}[static_cast<std::size_t>(random.between(0, 4))];
-    for (std::size_t i = 0; i < FaultCount; ++i) {
-        const bool exists = random.chance(density);
-        const auto strength = static_cast<std::size_t>(random.between(0, 11));
-        if (exists) plan.strength[i] = i < FirstIncident ? OfExchanges[strength % 4] : OfMinutes[strength % 3];
-    }
+std::ostream& operator<<(std::ostream& out, const Strengths::value_type& strength) {
+    return out << strength.first << ':' << strength.second;
 }
 
-void drawPages(Plan& plan, Dice& random) {
-    std::vector<std::string> all;
-    for (const auto& [name, factory] : AllPages()) all.push_back(name);
-    const auto count = static_cast<std::size_t>(random.between(1, 5));
-    while (plan.pages.size() < count && !all.empty()) {
-        const auto at = all.begin() + random.between(0, static_cast<std::int64_t>(all.size()) - 1);
-        plan.pages.push_back(*at);
-        all.erase(at);
-    }
+std::string joined(const auto& items) {
+    std::ostringstream out;
+    for (const auto& item : items) out << (out.tellp() > 0 ? "," : "") << item;
+    return out.str();
 }
 
 }  // namespace
 
-std::string_view nameOf(Fault fault) { return Names[static_cast<std::size_t>(fault)]; }
+std::uint64_t Dice::next() {
+    std::uint64_t mixed = state_ += 0x9E3779B97F4A7C15;
+    mixed = (mixed ^ (mixed >> 30)) * 0xBF58476D1CE4E5B9;
+    mixed = (mixed ^ (mixed >> 27)) * 0x94D049BB133111EB;
+    return mixed ^ (mixed >> 31);
+}
 
 Dice chanceOf(std::uint64_t seed, Chance subject, std::uint32_t part) {
     Dice ofSeed(seed);
     return Dice(ofSeed.next() ^ Dice((std::uint64_t{static_cast<std::uint32_t>(subject)} << 32) | part).next());
+}
+
+const std::vector<std::string>& allFaults() {
+    static const std::vector<std::string> names = [] {
+        std::vector<std::string> all;
+        for (std::size_t i = 0; i < simulator::faultKindCount; ++i)
+            all.emplace_back(nameOf(static_cast<simulator::FaultKind>(i)));
+        return all;
+    }();
+    return names;
+}
+
+const std::vector<std::string>& allIncidents() {
+    static const std::vector<std::string> names = {"noise",    "reset",     "lost",      "port",
+                                                   "busy",     "stream",    "change",    "swap",
+                                                   PortDenied, LoopBlocked, DiskTrouble, WindowClosed};
+    return names;
 }
 
 Plan Plan::draw(std::uint64_t seed) {
@@ -94,75 +98,75 @@ Plan Plan::draw(std::uint64_t seed) {
     Plan plan;
     plan.seed = seed;
     plan.seconds = static_cast<int>(random.between(20, 200));
-    plan.hotDrinkBoard = random.chance(0.85);
-    plan.sectorBoard = random.chance(0.85);
+    plan.hot = random.chance(0.85);
+    plan.sector = random.chance(0.85);
     plan.moving = random.chance(0.5);
     plan.rough = random.chance(0.15);
     plan.strange = random.chance(0.25);
-    plan.chunk = std::array{0, 1, 16, 16, 16, 250}[static_cast<std::size_t>(random.between(0, 5))];
-    plan.aim = static_cast<Aim>(std::max<std::int64_t>(random.between(-4, 3), 0));
-    plan.actsPerMinute = static_cast<int>(random.between(2, 60));
-    drawFaults(plan, random);
-    drawPages(plan, random);
-    plan.acts.resize(static_cast<std::size_t>(plan.seconds * plan.actsPerMinute / 60));
-    std::iota(plan.acts.begin(), plan.acts.end(), 0);
+    plan.chunk = random.of(std::array{0, 1, 16, 16, 16, 250});
+    plan.aim = random.of(std::array{All, All, All, All, All, Reads, Writes, Slaves});
+    plan.pace = static_cast<int>(random.between(2, 60));
+    const double density = random.of(std::array{0.0, 0.06, 0.15, 0.3, 0.5});
+    for (const std::string& name : allFaults()) {
+        const double rate = random.of(std::array{0.002, 0.01, 0.05, 0.25});
+        if (random.chance(density)) plan.faults[name] = rate;
+    }
+    for (const std::string& name : allIncidents()) {
+        const double aMinute = random.of(std::array{0.5, 2.0, 8.0});
+        if (random.chance(name == WindowClosed ? density / 10 : density)) plan.incidents[name] = aMinute;
+    }
+    for (auto count = random.between(1, 5); count > 0; --count) {
+        const std::string name = random.of(AllPages()).first;
+        if (std::find(plan.pages.begin(), plan.pages.end(), name) == plan.pages.end()) plan.pages.push_back(name);
+    }
+    plan.drawActs();
     return plan;
+}
+
+void Plan::drawActs() {
+    acts.resize(static_cast<std::size_t>(seconds * pace / 60));
+    std::iota(acts.begin(), acts.end(), 0);
 }
 
 std::string Plan::text() const {
     std::ostringstream out;
-    out << "seed=" << seed << " seconds=" << seconds << " quiet=" << quietSeconds << " boards=M"
-        << (hotDrinkBoard ? "H" : "") << (sectorBoard ? "S" : "") << " moving=" << moving << " rough=" << rough
-        << " strange=" << strange << " chunk=" << chunk << " aim=" << Aims[static_cast<std::size_t>(aim)]
-        << " pace=" << actsPerMinute << " stay=" << stay << " faults=";
-    for (std::size_t i = 0, many = 0; i < FaultCount; ++i)
-        if (strength[i] > 0) out << (many++ ? "," : "") << Names[i] << ':' << strength[i];
-    out << " pages=";
-    for (std::size_t i = 0; i < pages.size(); ++i) out << (i ? "," : "") << pages[i];
-    out << " acts=" << rangesOf(acts);
-    if (!script.empty()) out << " script=" << script;
-    if (singleAt > 0) out << " single=" << nameOf(single) << " at=" << singleAt;
+    out << "seed=" << seed;
+    eachNumber(*this, [&](const char* name, int value) { out << ' ' << name << '=' << value; });
+    out << " single=" << single << " script=" << script << " faults=" << joined(faults)
+        << " incidents=" << joined(incidents) << " pages=" << joined(pages);
+    Plan whole = *this;
+    whole.drawActs();
+    if (acts != whole.acts) out << " acts=" << joined(acts);
     return out.str();
 }
 
 Plan Plan::parse(const std::string& line) {
     std::map<std::string, std::string> given;
-    for (const std::string& item : split(line, ' ')) {
-        const auto sign = item.find('=');
-        if (sign == std::string::npos)
-            throw std::invalid_argument("a plan is written NAME=VALUE, not \"" + item + "\"");
-        given[item.substr(0, sign)] = item.substr(sign + 1);
-    }
+    for (const std::string& item : split(line, ' '))
+        given[item.substr(0, item.find('='))] = item.substr(item.find('=') + 1);
     if (!given.contains("seed")) throw std::invalid_argument("a plan needs a seed");
     Plan plan = draw(std::stoull(given["seed"]));
-    const auto number = [&](const char* name, auto& into) {
-        if (given.contains(name)) into = static_cast<std::remove_reference_t<decltype(into)>>(std::stoi(given[name]));
+    given.erase("seed");
+    const auto take = [&](const char* name, auto&& use) {
+        const auto found = given.extract(name);
+        if (found) use(found.mapped());
     };
-    number("seconds", plan.seconds);
-    number("quiet", plan.quietSeconds);
-    number("moving", plan.moving);
-    number("rough", plan.rough);
-    number("strange", plan.strange);
-    number("at", plan.singleAt);
-    if (given.contains("single")) plan.single = static_cast<Fault>(placeOf(Names, given["single"]));
-    if (given.contains("script")) plan.script = given["script"];
-    number("chunk", plan.chunk);
-    number("pace", plan.actsPerMinute);
-    number("stay", plan.stay);
-    if (given.contains("boards")) {
-        plan.hotDrinkBoard = given["boards"].find('H') != std::string::npos;
-        plan.sectorBoard = given["boards"].find('S') != std::string::npos;
-    }
-    if (given.contains("aim")) plan.aim = static_cast<Aim>(placeOf(Aims, given["aim"]));
-    if (given.contains("pages")) plan.pages = split(given["pages"], ',');
-    if (given.contains("acts")) plan.acts = numbersOf(given["acts"]);
-    if (given.contains("faults")) {
-        plan.strength.fill(0);
-        for (const std::string& fault : split(given["faults"], ',')) {
-            const std::vector<std::string> parts = split(fault, ':');
-            plan.strength[placeOf(Names, parts[0])] = parts.size() > 1 ? std::stod(parts[1]) : 1;
-        }
-    }
+    eachNumber(plan, [&](const char* name, int& value) {
+        take(name, [&](const std::string& text) { value = numberOf(text); });
+    });
+    take("single", [&](const std::string& text) {
+        if (!text.empty()) plan.single = checked(text, plan.event > 0 ? allIncidents() : allFaults());
+    });
+    take("script", [&](const std::string& text) { plan.script = text; });
+    take("faults", [&](const std::string& text) { plan.faults = strengthsOf(text, allFaults()); });
+    take("incidents", [&](const std::string& text) { plan.incidents = strengthsOf(text, allIncidents()); });
+    take("pages", [&](const std::string& text) { plan.pages = split(text, ','); });
+    plan.drawActs();
+    take("acts", [&](const std::string& text) {
+        plan.acts.clear();
+        for (const std::string& number : split(text, ',')) plan.acts.push_back(numberOf(number));
+    });
+    if (!given.empty()) throw std::invalid_argument("a plan knows no \"" + given.begin()->first + "\"");
     return plan;
 }
 

@@ -2,12 +2,11 @@
 // See play.h.
 #include "simulation/play.h"
 
-#include <algorithm>
+#include <map>
 #include <memory>
 
 #include "link/fan_out.h"
 #include "link/link_engine.h"
-#include "link/param_table.h"
 #include "pages/registry.h"
 #include "platform/trouble.h"
 #include "shell/start_up.h"
@@ -24,13 +23,8 @@ namespace {
 constexpr Micros Second = 1'000'000;
 constexpr Micros ScriptStep = Second / 4;
 
-struct Happening {
-    Micros when;
-    int number;  ///< of the act, or of the incident
-    Fault fault;
-    bool isAct;
-    bool operator<(const Happening& other) const { return when < other.when; }
-};
+/// What happens when: an act of the user, or an incident with its name; and its number.
+using Agenda = std::multimap<Micros, std::pair<std::string, int>>;
 
 class Player {
   public:
@@ -39,7 +33,6 @@ class Player {
         RegisterPages(withSmallPage(AllPages()));
         stage_.lines[1] = stage_.lines[2] = &line_;
         line_.onSend = [this](const Bytes& frame) { checks_.sending(frame); };
-        line_.target = [] { return std::pair{CurrentBank, Link().ScanIndex}; };
         stage_.beforeArrival = [this](const Bytes& bytes) { checks_.beforeArrival(bytes); };
         stage_.beforeLoss = [this] { checks_.beforeLoss(); };
         stage_.afterEvent = [this] { afterEvent(); };
@@ -57,8 +50,9 @@ class Player {
             result.ended = rule.why;
         } catch (const ProcessEnded&) {
             if (!quitting_) result.ended = stage_.lastBox;
+            if (quitting_ && stage_.portOpen()) result.failedCheck = "the port is closed at the end";
         } catch (const std::exception& error) {
-            const bool byTheRules = spoiledDisk_ && dynamic_cast<const RunTimeError*>(&error);
+            const bool byTheRules = stage_.diskIsSpoiled() && dynamic_cast<const RunTimeError*>(&error);
             (byTheRules ? result.ended : result.failedCheck) = byTheRules ? error.what() : "no error leaves an event";
             result.detail = error.what();
         }
@@ -70,23 +64,17 @@ class Player {
 
   private:
     void playAll() {
-        if (plan_.rough) line_.strike(0, true);
+        if (plan_.rough) line_.strike(true);
         MDIForm_Load("Kestrel");
         checks_.started();
         stage_.started = true;
-        line_.strike(stage_.now(), true);
-        stage_.chunk = plan_.chunk * Micros{1000};
-        begun_ = checks_.counts.events;
+        line_.strike(true);
+        line_.machine.setLatency(plan_.chunk * simulator::millisecond);
         for (std::size_t i = 0; plan_.stay && i < plan_.pages.size(); ++i) RandomUser::open(plan_.pages[i]);
         checks_.afterEvent();
         trouble();
-        begun_ = -1;
         rest_.comeRight();
-        checks_.compareAll();
-        rest_.compareWithBoards();
-        rest_.nothingWaits();
-        rest_.comparePagesWithNewOnes();
-        stage_.runUntil(stage_.now() + plan_.quietSeconds * Second);
+        stage_.runUntil(stage_.now() + plan_.quiet * Second);
         checks_.compareAll();
         rest_.compareWithBoards();
         ClosePages();
@@ -100,80 +88,67 @@ class Player {
 
     void afterEvent() {
         checks_.afterEvent();
-        if (plan_.singleAt == 0 || plan_.single < Fault::Busy || begun_ < 0) return;
-        if (checks_.counts.events - begun_ == plan_.singleAt) happen({stage_.now(), 1, plan_.single, false});
+        if (begun_ > 0 && checks_.counts[Events] == begun_ + plan_.event) happen(plan_.single, 0);
     }
 
-    /// The user's acts and the incidents, in order of time.
-    std::vector<Happening> agenda() const {
-        std::vector<Happening> all;
-        const Micros from = stage_.now();
-        for (std::size_t i = 0; i < plan_.script.size(); ++i)
-            all.push_back({from + static_cast<Micros>(i) * ScriptStep, static_cast<int>(i), Fault::Silent, true});
-        for (const int number : plan_.acts) {
-            auto random = chanceOf(plan_.seed, Chance::Act, static_cast<std::uint32_t>(number) + 1'000'000);
-            all.push_back({from + random.between(0, plan_.seconds * Second), number, Fault::Silent, true});
+    Agenda agenda() const {
+        Agenda all;
+        const auto add = [&](std::uint32_t part, int number, const std::string& incident) {
+            auto random = chanceOf(plan_.seed, Chance::When, part * 1'000'000 + static_cast<std::uint32_t>(number));
+            all.insert({stage_.now() + random.between(0, plan_.seconds * Second), {incident, number}});
+        };
+        for (int i = 0; i < std::ssize(plan_.script); ++i) all.insert({stage_.now() + i * ScriptStep, {"", i}});
+        for (const int number : plan_.acts) add(0, number, "");
+        for (std::uint32_t kind = 0; kind < allIncidents().size(); ++kind) {
+            const auto found = plan_.incidents.find(allIncidents()[kind]);
+            if (found == plan_.incidents.end()) continue;
+            for (int n = 0; n < found->second * plan_.seconds / 60; ++n) add(kind + 1, n, found->first);
         }
-        for (std::size_t i = FirstIncident; i < FaultCount; ++i) {
-            auto random = chanceOf(plan_.seed, Chance::Incident, static_cast<std::uint32_t>(i));
-            const auto count = static_cast<int>(plan_.strength[i] * plan_.seconds / 60 + 0.9);
-            for (int n = 0; n < count; ++n)
-                all.push_back({from + random.between(0, plan_.seconds * Second), static_cast<int>(i) * 1000 + n,
-                               static_cast<Fault>(i), false});
-        }
-        std::stable_sort(all.begin(), all.end());
         return all;
     }
 
     void trouble() {
         const Micros end = stage_.now() + plan_.seconds * Second;
-        for (const Happening& next : agenda()) {
-            stage_.runUntil(next.when);
-            if (!next.isAct)
-                happen(next);
-            else if (!plan_.script.empty())
-                actInSmallWorld(plan_.script[static_cast<std::size_t>(next.number)]);
-            else
-                user_.act(next.number);
-            ++checks_.counts.acts;
+        if (plan_.event > 0) begun_ = checks_.counts[Events];
+        for (const auto& [when, what] : agenda()) {
+            const auto& [incident, number] = what;
+            stage_.runUntil(when);
+            if (!incident.empty()) {
+                awaitItsState(number);
+                happen(incident, number);
+            } else if (!plan_.script.empty()) {
+                actInSmallWorld(plan_.script[static_cast<std::size_t>(number)]);
+            } else {
+                user_.act(number);
+            }
+            ++checks_.counts[Acts];
             checks_.afterEvent();
         }
         stage_.runUntil(end);
+        begun_ = 0;
     }
 
     /// Incidents are aimed: at any moment, while the program waits for a reply, or when half of one has come.
-    void awaitItsState(const Dice& chance) {
-        auto random = chance;
-        const auto aim = random.between(0, 2);
+    void awaitItsState(int number) {
         const Micros limit = stage_.now() + Second;
-        const auto reached = [aim] {
+        const auto reached = [aim = number % 3] {
             return aim == 0 || (!Link().LinkIdle && (aim == 1 || Link().Comm1->InBufferCount() > 0));
         };
         while (!reached() && stage_.stepUntil(limit)) continue;
     }
 
-    void happen(const Happening& incident) {
-        auto random = chanceOf(plan_.seed, Chance::Incident, static_cast<std::uint32_t>(incident.number));
-        if (plan_.singleAt == 0) awaitItsState(random);
-        if (incident.fault == Fault::Block) {
+    void happen(const std::string& incident, int number) {
+        auto random = chanceOf(plan_.seed, Chance::Incident, static_cast<std::uint32_t>(number));
+        if (incident == LoopBlocked) {
             const Micros length = random.between(500, 30'000) * 1000;
             line_.standStill(stage_.now(), length);
             stage_.letPass(length);
             checks_.blocked();
-        } else if (incident.fault == Fault::Denied) {
-            constexpr std::array<int, 3> Reasons = {error_number::SerialBadPort, error_number::SerialPortInUse,
-                                                    error_number::SerialNoPermission};
-            const bool denied = !stage_.openFailures.empty();
-            stage_.openFailures.clear();
-            const int reason = Reasons[static_cast<std::size_t>(random.between(0, 2))];
-            if (!denied) stage_.openFailures[Link().ComPort] = {reason, "denied"};
-        } else if (incident.fault == Fault::Disk) {
-            spoiledDisk_ = true;
-            stage_.unwritable = {stage_.directory.string()};
-            if (random.chance(0.5)) stage_.put("English.lng", "a\r\n");
-            if (random.chance(0.2)) stage_.unreadable.insert((stage_.directory / "Deutsch.lng").string());
-        } else {
-            line_.begin(stage_.now(), incident.fault, incident.number);
+        } else if (incident == WindowClosed) {
+            quitting_ = true;
+            MDIForm_Unload();
+        } else if (!stage_.begin(incident, random)) {
+            line_.begin(stage_.now(), incident);
         }
     }
 
@@ -182,9 +157,8 @@ class Player {
     FaultLine line_;
     Checks checks_{stage_, line_};
     RandomUser user_;
-    Rest rest_{plan_, stage_, line_};
-    long begun_ = -1;  ///< events before the trouble
-    bool spoiledDisk_ = false;
+    Rest rest_{plan_, stage_, line_, checks_};
+    long begun_ = 0;  ///< events before the trouble, where one incident strikes at an event
     bool quitting_ = false;
 };
 
@@ -194,33 +168,22 @@ Outcome play(const Plan& plan) {
     try {
         Rest::learn();
     } catch (const ProcessEnded&) {
-        Outcome result;
-        result.failedCheck = "the program starts on a line without faults";
-        return result;
+        return {.failedCheck = "the program starts on a line without faults", .detail = "", .ended = ""};
     }
     return std::make_unique<Player>(plan)->outcome();
 }
 
 Plan shorten(const Plan& plan, const std::string& failedCheck) {
     Plan best = plan;
-    const auto tryThis = [&](const Plan& candidate) {
-        if (play(candidate).failedCheck != failedCheck) return false;
-        best = candidate;
-        return true;
-    };
-    for (std::size_t i = 0; i < FaultCount; ++i) {
-        if (best.strength[i] == 0) continue;
+    const auto tryWithout = [&](auto&& drop) {
         Plan less = best;
-        less.strength[i] = 0;
-        tryThis(less);
-    }
-    for (std::size_t piece = best.acts.size(); piece > 0; piece /= 2)
-        for (std::size_t from = 0; from < best.acts.size();) {
-            Plan less = best;
-            const auto first = less.acts.begin() + static_cast<std::ptrdiff_t>(from);
-            less.acts.erase(first, first + static_cast<std::ptrdiff_t>(std::min(piece, less.acts.size() - from)));
-            if (!tryThis(less)) from += piece;
-        }
+        drop(less);
+        if (play(less).failedCheck == failedCheck) best = less;
+    };
+    for (const auto& fault : plan.faults) tryWithout([&](Plan& less) { less.faults.erase(fault.first); });
+    for (const auto& fault : plan.incidents) tryWithout([&](Plan& less) { less.incidents.erase(fault.first); });
+    for (auto i = std::ssize(plan.acts) - 1; i >= 0; --i)
+        tryWithout([i](Plan& less) { less.acts.erase(less.acts.begin() + i); });
     return best;
 }
 

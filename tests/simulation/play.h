@@ -2,7 +2,6 @@
 // After the trouble the line heals, and everything must come right.
 #pragma once
 
-#include <set>
 #include <string>
 
 #include "simulation/checks.h"
@@ -16,13 +15,12 @@ struct Outcome {
     std::string ended;  ///< why the run ended early, where it did, by the rules of the program
     std::uint64_t hash = 0;
     Micros played = 0;
-    Counts counts;
-    bool failed() const { return !failedCheck.empty(); }
+    Counts counts{};
 };
 
 Outcome play(const Plan& plan);
 
-/// The same failure with less: faults, acts and pages are dropped as long as the same check fails.
+/// The same failure with less: faults, incidents and acts are dropped as long as the same check fails.
 Plan shorten(const Plan& plan, const std::string& failedCheck);
 
 }  // namespace kestrel::testing

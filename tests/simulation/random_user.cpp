@@ -2,7 +2,7 @@
 // See random_user.h.
 #include "simulation/random_user.h"
 
-#include <algorithm>
+#include <array>
 
 #include "link/fan_out.h"
 #include "platform/displays.h"
@@ -19,11 +19,6 @@ void collect(const Layout& layout, std::vector<Control*>& into) {
     for (const Layout& child : layout.children) collect(child, into);
 }
 
-template <class T>
-T& anyOf(std::vector<T>& items, Dice& random) {
-    return items[static_cast<std::size_t>(random.between(0, static_cast<std::int64_t>(items.size()) - 1))];
-}
-
 int within(Dice& random, int low, int high, int now) {
     const auto kind = random.between(0, 5);
     if (kind == 0) return low;
@@ -33,8 +28,7 @@ int within(Dice& random, int low, int high, int now) {
 }
 
 std::string typed(Dice& random) {
-    static const std::vector<std::string> odd = {"", "-1", "99999999999", "abc", "1.5", "12,5", " 7 ", "0"};
-    if (random.chance(0.3)) return odd[static_cast<std::size_t>(random.between(0, 7))];
+    if (random.chance(0.3)) return random.of(std::array{"", "-1", "99999999999", "abc", "1.5", "12,5", " 7 ", "0"});
     return std::to_string(random.between(0, 70'000));
 }
 
@@ -116,30 +110,25 @@ void RandomUser::open(const std::string& page) {
 }
 
 void RandomUser::moveAnything(Dice& random) const {
-    std::vector<Page*> pages = LoadedPages();
-    if (pages.empty()) return;
-    std::vector<Control*> controls = controlsOf(*anyOf(pages, random));
+    const std::vector<Control*> controls = controlsOf(*random.of(LoadedPages()));
     constexpr int Tries = 8;
     for (int i = 0; i < Tries && !controls.empty(); ++i)
-        if (use(*anyOf(controls, random), random)) return;
+        if (use(*random.of(controls), random)) return;
 }
 
 void RandomUser::act(int number) {
     auto random = chanceOf(plan_.seed, Chance::Act, static_cast<std::uint32_t>(number));
-    std::vector<std::string> names = plan_.pages;
-    std::vector<Page*> pages = LoadedPages();
     const auto kind = plan_.stay ? random.between(34, 87) : random.between(0, 99);
-    if (kind < 22 || pages.empty()) {
-        open(anyOf(names, random));
+    if (kind < 22 || LoadedPages().empty()) {
+        open(random.of(plan_.pages));
     } else if (kind < 34) {
-        anyOf(pages, random)->UserClose();
+        random.of(LoadedPages())->UserClose();
     } else if (kind < 88) {
         moveAnything(random);
     } else if (kind < 92) {  // a storm of opening and closing
         for (int i = 0; i < 10; ++i) {
-            open(anyOf(names, random));
-            if (std::vector<Page*> open = LoadedPages(); !open.empty() && random.chance(0.7))
-                anyOf(open, random)->UserClose();
+            open(random.of(plan_.pages));
+            if (!LoadedPages().empty() && random.chance(0.7)) random.of(LoadedPages())->UserClose();
         }
     } else if (kind < 98 || random.chance(0.8)) {
         MDIForm1().smnuLingue(static_cast<int>(random.between(0, 4))).UserClick();

@@ -1,16 +1,21 @@
 // The rules of the link as a small model that touches no port and no page: it is fed what the program is fed, and says
-// what must go out, when, what the mirror then holds, what the pages are told and what the status bar shows.
+// what must go out, when, what the mirror then holds, what the pages are told and what the status bar shows. It shares
+// nothing with the program, so that an error on one side shows as a difference.
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <memory>
+#include <cstdlib>
+#include <cstring>
+#include <numeric>
 #include <optional>
+#include <ostream>
 #include <string>
 #include <vector>
 
-namespace kestrel::testing {
+namespace kestrel::testing::reference {
 
 /// Nine bytes of a parameter file, or the first five of an identity record.
 struct IndexRecord {
@@ -18,15 +23,51 @@ struct IndexRecord {
     std::array<std::uint8_t, 4> preload{};
 };
 
+enum Flag : unsigned { Valid = 1, Pending = 2, Watched = 4, AlsoOneShot = 32 + 64, WriteDue = 128 };
+
+inline constexpr std::array<std::int64_t, 5> intervals{40'000, 1'000'000, 500'000, 500'000, 1'000'000};  ///< by Clock
+inline constexpr std::array<unsigned, 3> boardAddresses{0, 0x49, 0x56};  ///< by bank; bank 0 is on the line itself
+
+/// Lamp states, which are the numbers of their pictures as well. Those with the same rest by 3 share a panel.
+enum Lamp : int { SendOff = 1, ReceiveOff = 2, ErrorOff = 3, SendOn = 4, ReceiveOn = 5, ErrorOn = 6 };
+
+inline constexpr unsigned firstFrameWithData = 127;   ///< commands from here on go out with their data
+inline constexpr unsigned writeBit = 128;             ///< of a command: an acknowledgement answers it, not a value
+inline constexpr unsigned routedRead = 241;           ///< first byte of a routed frame
+inline constexpr unsigned routedWrite = 242;          ///< the same, n to be added
+inline constexpr unsigned silentRepeatPeriodBit = 2;  ///< of Period: a silent board is asked again without end
+inline constexpr int repeats = 4;
+inline constexpr std::size_t unreadLimit = 1024;
+inline constexpr char checkSerial[] = "Check serial interface ";
+
+inline std::uint8_t low8(unsigned value) { return static_cast<std::uint8_t>(value & 255U); }
+
+inline std::uint8_t sum(const std::uint8_t* bytes, std::size_t count) {
+    return low8(std::accumulate(bytes, bytes + count, 0U));
+}
+
+inline auto& at(auto& table, int index) { return table[static_cast<std::size_t>(index)]; }
+
+inline void light(std::array<int, 3>& pictures, Lamp state) { at(pictures, (state - 1) % 3) = state; }
+
+/// The first place from `from` whose record is pending, or `end`.
+inline int nextPending(const std::uint8_t* flags, int from, int end) {
+    constexpr std::uint64_t pendingInEach = Pending * 0x0101010101010101ULL;
+    for (std::uint64_t eight = 0; end - from >= 8; from += 8) {
+        std::memcpy(&eight, flags + from, sizeof eight);
+        if ((eight & pendingInEach) != 0) break;
+    }
+    while (from < end && (flags[from] & Pending) == 0) ++from;
+    return from;
+}
+
 /// A model of one run of the program. Whoever drives it calls one input a time, in the order in which the program meets
 /// them, and compares state and outputs after each event. An input is carried out at once and completely, but for
-/// arrived(); nothing happens by itself, timers included. Times are microseconds and never go back. A run goes through
-/// many millions of events: none allocates memory once the lists have grown, and a tick that finds nothing costs a look
-/// at one flag byte a record.
+/// arrived(); nothing happens by itself, timers included. Times are microseconds and never go back. None of many
+/// millions of events allocates memory once the lists have grown.
 ///
 /// What the model stands for begins when the port has been opened and the first identity question is asked, with all
-/// records empty, all counts 0, no board present, the link idle, ScanIndex and CurrentBank 0, the three lamps off
-/// (their pictures 1, 2 and 3), no text, no timer running, and the port open and there.
+/// records empty, no board present, the lamps off, no timer running, and the port open and there.
 ///
 /// The house has four rules of its own beside those of the link:
 /// - Sending drops what stands unread. Bytes that arrive while no exchange is open are dropped; the bytes of an arrival
@@ -39,111 +80,329 @@ struct IndexRecord {
 /// - A tick with the link idle and the port closed does not scan but starts the reopen timer (1000 ms; one that runs is
 ///   left as it is). That timer on expiry: if an exchange is open, it stops; else if the port is closed, it tries to
 ///   open it, and on failure shows the text and stays on; when the port is open, it stops and the text goes.
-class ReferenceModel {
+class Model {
   public:
     using Micros = std::int64_t;
     static constexpr int BankCount = 3;
     static constexpr int PlaceCount = 33001;  ///< indexes 0 to 33000 of a bank; those beyond its file are empty records
 
-    // ---- What stands round the link. None of these is an event; they hold until they are set again.
+    // ---- What stands round the link: none of these is an event, and they hold until they are set again.
 
+    int currentBank = 0;    ///< a page moves it
+    bool setup = false;     ///< while set, replies close the exchange and are not stored
+    bool portThere = true;  ///< whether the device can be opened and takes what is sent; unsetting it closes nothing
     /// The bank's board was identified (`present`) and its parameter file read, or it is absent and `recordCount` is
-    /// that of its identity file while `records` is empty. records[0] is parameter 1. Period, value and flags start
-    /// afresh.
-    void load(int bank, bool present, int recordCount, const std::vector<IndexRecord>& records);
-    /// While set, replies close the exchange and are not stored.
-    void setLinkSetup(bool setup);
-    /// A page moved the cursor.
-    void setCurrentBank(int bank);
-    /// Whether the device answers to an opening, and takes what is sent. Unsetting it closes nothing: see portLost().
-    void setPortThere(bool there);
+    /// that of its identity file while `records` is empty. records[0] is parameter 1.
+    void load(int bank, bool present, int recordCount, const std::vector<IndexRecord>& records) {
+        Bank& loaded = at(banks, bank) = Bank{};
+        loaded.present = present;
+        loaded.recordCount = recordCount;
+        for (std::size_t i = 0; i < records.size(); ++i) {
+            loaded.file.at(i + 1) = records[i];
+            loaded.records.at(i + 1) = {records[i].preload, records[i].period, 0};
+        }
+    }
 
     // ---- Events of the link.
 
     /// The program asks identity record `record`: one byte, whatever width its command names (n = 0).
-    void askIdentity(Micros now, const IndexRecord& record);
-    /// The start is over: the link is idle, the reply timer off, the error lamp off, ScanIndex as it is, and the tick
-    /// timer begins.
-    void startScan(Micros now);
-    /// Timers ran out. The driver calls these when the program's own timer fires; `now` may be later than due().
-    void tick(Micros now);
-    void replyTimeout(Micros now);
-    void sendLampTimeout(Micros now);
-    void receiveLampTimeout(Micros now);
-    void reopenTimeout(Micros now);
+    void askIdentity(Micros now, const IndexRecord& record) {
+        request_ = Request{record, {record.addr0}, 1, 0, 0};
+        send(now);
+    }
+    /// The start is over: the link is idle, the reply timer off, the error lamp off, and the tick timer begins.
+    void startScan(Micros now) {
+        stop(Reply);
+        currentBank = 0;
+        light(pictures, ErrorOff);
+        idle = true;
+        restart(Tick, now);
+    }
+    /// A timer that runs out and is not switched off runs again from that moment; switching on one that runs leaves it
+    /// as it is; off and on starts it anew. `now` may be later than due.
+    enum Clock { Tick, Reply, SendLamp, ReceiveLamp, Reopen, ClockCount };
+    void runOut(Clock clock, Micros now) {
+        if (clock == Reply) return replyTimeout(now);
+        if (clock == Reopen) return reopenTimeout(now);
+        if (clock == Tick) {
+            if (idle && !portOpen && !due[Reopen]) restart(Reopen, now);
+            if (idle && portOpen) scan(now);
+            return restart(Tick, now);
+        }
+        light(pictures, clock == SendLamp ? SendOff : ReceiveOff);
+        if (clock == ReceiveLamp) light(pictures, ErrorOff);
+        stop(clock);
+    }
     /// These bytes came in and the serial event was raised. If a reply is accepted, the work stops where the pages
-    /// are told: the driver then passes on what they do (watch, release, write, setCurrentBank) and calls
+    /// are told: the driver then passes on what they do (watch, release, write, currentBank) and calls
     /// pagesTold(), which finishes the event. pagesTold() after an arrival that told nobody does nothing.
-    void arrived(Micros now, const std::uint8_t* bytes, std::size_t count);
-    void pagesTold();
+    void arrived(Micros now, const std::uint8_t* bytes, std::size_t count) {
+        if (idle || !portOpen) return;
+        unread.insert(unread.end(), bytes, bytes + std::min(count, unreadLimit - unread.size()));
+        if (unread.size() <= (request_.isRead() ? request_.n + 1 : 0)) return;
+
+        stop(Reply);
+        restart(ReceiveLamp, now);
+        light(pictures, ReceiveOn);
+        light(pictures, ErrorOff);
+        panelText.clear();
+        const bool passes = judge();
+        if (retryCount == repeats) {
+            replyData_.clear();
+        } else if (!passes) {
+            light(pictures, ErrorOn);
+            ++retryCount;
+            return send(now);
+        }
+        retryCount = 0;
+        if (!setup) return accept();
+        idle = true;
+    }
+    void pagesTold() {
+        if (telling_) finishReply();
+    }
     /// The device went away under an open port, which is closed now; unread bytes are gone, and panel 1 says so.
-    void portLost();
-    /// The user chose a port and the search found a board: the port is open with nothing unread, and the reply data
-    /// are this one byte. An exchange that was open stays open and its time-out goes on.
-    void portSearched(std::uint8_t probeReply);
+    void portLost() {
+        closePort();
+        panelText = checkSerial;
+    }
+    /// The user chose a port and the search found a board: the port is open with nothing unread. An exchange that was
+    /// open stays open and its time-out goes on.
+    void portSearched() {
+        portOpen = true;
+        unread.clear();
+    }
 
-    // ---- What pages do, in CurrentBank. Never with index 0.
+    // ---- What pages do, in currentBank. Never with index 0.
 
-    void watch(int index);
-    void release(int index);
-    void write(int index, std::uint32_t value);
+    void watch(int index) {
+        if (!bank().present) return;
+        flags(index) = low8(flags(index) | Pending | Watched);
+        ++record(index).watchers;
+        touch(index);
+    }
+    void release(int index) {
+        if (!bank().present) return;
+        if (record(index).watchers == 1) {
+            flags(index) = low8(flags(index) & ~(Valid | Pending | Watched));
+            record(index).period = low8(record(index).period & 15U);
+        }
+        if (record(index).watchers > 0) --record(index).watchers;
+        touch(index);
+    }
+    void write(int index, std::uint32_t value) {
+        record(index).value = {low8(value), low8(value >> 8), low8(value >> 16), low8(value >> 24)};
+        flags(index) = low8((flags(index) | Pending | Watched | WriteDue) & ~unsigned{Valid});
+        touch(index);
+    }
 
     // ---- What must now be so.
 
-    /// What happened since clearOutputs(), in order.
-    struct Frame {
-        Micros when;
-        std::array<std::uint8_t, 12> bytes;  ///< the first `count`
-        std::size_t count;
-    };
-    struct Told {  ///< one notification, which goes to every page
-        int bank;
-        int index;
-        std::int64_t value;
-    };
-    struct Place {
-        int bank;
-        int index;
-    };
-    struct Outputs {
-        std::vector<Frame> frames;
-        std::vector<Told> told;
-        std::vector<Place> touched;  ///< records of which anything was set, perhaps to what it was; may repeat
-        int opened = 0;              ///< how often the port was opened
-    };
-    const Outputs& outputs() const;
-    void clearOutputs();  ///< keeps the memory of the lists: it is called after every event
+    int scanIndex = 0, retryCount = 0;
+    bool idle = true, portOpen = true;
+    std::vector<std::uint8_t> unread;
+    std::array<int, 3> pictures{1, 2, 3};  ///< of the lamp panels 2, 3 and 4
+    std::string panelText;                 ///< of panel 1
+    std::array<std::optional<Micros>, ClockCount> due;
 
     struct Record {
         std::array<std::uint8_t, 4> value{};
-        std::uint8_t period = 0;
-        std::uint8_t watchers = 0;
+        std::uint8_t period = 0, watchers = 0;
     };
-    const Record& record(int bank, int index) const;
-    /// The flag bytes of a bank, PlaceCount of them one behind another.
-    const std::uint8_t* flags(int bank) const;
+    /// One place more than a bank has: the scan may come to stand just behind the last, where nothing is ever pending.
+    struct Bank {
+        bool present = false;
+        int recordCount = 0;
+        std::vector<std::uint8_t> flags = std::vector<std::uint8_t>(PlaceCount + 1);
+        std::vector<IndexRecord> file = std::vector<IndexRecord>(PlaceCount + 1);
+        std::vector<Record> records = std::vector<Record>(PlaceCount + 1);
+    };
+    std::array<Bank, BankCount> banks;
 
-    int currentBank() const;
-    int scanIndex() const;
-    int retryCount() const;
-    bool idle() const;
-    bool portOpen() const;
-    const std::vector<std::uint8_t>& replyData() const;
-    std::size_t unread() const;            ///< bytes that stand unread
-    int picture(int panel) const;          ///< lamp panels 2, 3 and 4: the number of the picture on show
-    const std::string& panelText() const;  ///< of panel 1
-
-    enum class Clock { Tick, Reply, SendLamp, ReceiveLamp, Reopen };
-    /// When the timer runs out next, or nothing while it is off. A timer that runs out and is not switched off runs
-    /// again from that moment; switching on one that runs leaves it as it is; off and on starts it anew.
-    std::optional<Micros> due(Clock clock) const;
-
-    ReferenceModel();
-    ~ReferenceModel();
+    /// What happened since clear(), in order.
+    struct Frame {
+        Micros when;
+        std::array<std::uint8_t, 12> bytes;  ///< the first `count`, then zeros
+        std::size_t count;
+        bool operator==(const Frame&) const = default;
+    };
+    struct Place {
+        int bank, index;
+        friend std::ostream& operator<<(std::ostream& out, const Place& at) {
+            return out << "bank " << at.bank << " record " << at.index;
+        }
+    };
+    struct Outputs {
+        std::vector<Frame> frames;
+        std::optional<Place> told;   ///< the record of which every page is notified ...
+        std::int64_t toldValue = 0;  ///< ... and its value
+        std::vector<Place> touched;  ///< records of which anything was set, perhaps to what it was; may repeat
+        int opened = 0;              ///< how often the port was opened
+        void clear() {               // keeps the memory of the lists
+            frames.clear(), touched.clear();
+            told.reset(), opened = 0;
+        }
+    } outputs;
 
   private:
-    struct State;
-    std::unique_ptr<State> state_;
+    struct Request {
+        IndexRecord record;  ///< its address, and its command with the write bit
+        std::array<std::uint8_t, 4> data{};
+        std::size_t dataCount = 0;
+        unsigned n = 0;  ///< value bytes minus 1
+        unsigned checksum = 0;
+        bool isRead() const { return (record.command & writeBit) == 0; }
+    };
+
+    Bank& bank() { return at(banks, currentBank); }
+    std::uint8_t& flags(int index) { return at(bank().flags, index); }
+    Record& record(int index) { return at(bank().records, index); }
+    void touch(int index) { outputs.touched.push_back({currentBank, index}); }
+    void restart(Clock clock, Micros now) { due[clock] = now + intervals[clock]; }
+    void stop(Clock clock) { due[clock].reset(); }
+
+    void closePort() {
+        portOpen = false;
+        unread.clear();
+    }
+
+    bool tryToOpenPort() {
+        portOpen = portThere;
+        if (portOpen) ++outputs.opened;
+        if (!portOpen) panelText = checkSerial;
+        return portOpen;
+    }
+
+    /// The place where the scan stands is visited even when it lies at or beyond the end of the bank.
+    void scan(Micros now) {
+        const int end = std::max(bank().recordCount, scanIndex + 1);
+        for (;; ++scanIndex) {
+            scanIndex = nextPending(bank().flags.data(), scanIndex, end);
+            if (scanIndex >= end) return nextBank();
+            if (gateOpens(scanIndex)) return ask(scanIndex, now);
+        }
+    }
+
+    void nextBank() {
+        scanIndex = 0;
+        currentBank = (currentBank + 1) % BankCount;
+    }
+
+    /// Period holds the reload value in its low nibble and the countdown in its high one.
+    bool gateOpens(int index) {
+        const unsigned period = record(index).period;
+        if (period == 0) return true;
+        touch(index);
+        const bool opens = period < 16;
+        record(index).period = low8(opens ? period * 17 : period - 16);
+        return opens;
+    }
+
+    void ask(int index, Micros now) {
+        request_.record = at(bank().file, index);
+        request_.data = record(index).value;
+        request_.dataCount = request_.data.size();
+        if ((flags(index) & WriteDue) != 0) request_.record.command = low8(request_.record.command | writeBit);
+        flags(index) = low8(flags(index) & ~WriteDue);
+        request_.n = request_.record.command & 15U;
+        touch(index);
+        send(now);
+    }
+
+    /// Direct in bank 0, routed in the others. It is the bank of this moment that decides, for a repeat too.
+    Frame frame(Micros now) {
+        Frame out{now, {}, 0};
+        const auto put = [&out](unsigned byte) { out.bytes[out.count++] = low8(byte); };
+        const unsigned command = request_.record.command;
+        const bool withData = command >= firstFrameWithData;
+        const bool routed = currentBank != 0;
+
+        put(!routed ? command : withData ? routedWrite + request_.n : routedRead);
+        for (const unsigned byte : {request_.record.addr0, request_.record.addr1, request_.record.addr2}) put(byte);
+        if (routed) put(command);
+        if (routed) put(at(boardAddresses, currentBank));
+        request_.dataCount = std::min<std::size_t>(request_.dataCount, request_.n + 1);
+        for (std::size_t i = 0; withData && i < request_.dataCount; ++i) put(request_.data[i]);
+        request_.checksum = sum(out.bytes.data(), out.count);
+        put(request_.checksum);
+        return out;
+    }
+
+    void send(Micros now) {
+        restart(SendLamp, now);
+        light(pictures, SendOn);
+        idle = false;
+        const Frame out = frame(now);
+        unread.clear();
+        restart(Reply, now);
+        if (!portOpen) tryToOpenPort();
+        if (portThere) outputs.frames.push_back(out);
+        if (!portThere) panelText = checkSerial;
+    }
+
+    /// A silent board ends the exchange and leaves the retry count as it is; with the bit in Period the frame goes
+    /// again.
+    void replyTimeout(Micros now) {
+        light(pictures, ErrorOn);
+        light(pictures, ReceiveOff);
+        stop(Reply);
+        closePort();
+        if (!tryToOpenPort()) return restart(Reply, now);
+        if ((record(scanIndex).period & silentRepeatPeriodBit) != 0) return send(now);
+        idle = true;
+    }
+
+    void reopenTimeout(Micros now) {
+        restart(Reopen, now);
+        if (!idle) return stop(Reopen);
+        if (!portOpen && !tryToOpenPort()) return;
+        stop(Reopen);
+        panelText.clear();
+    }
+
+    /// Takes what stands unread as the reply, sets the reply data and says whether they pass.
+    bool judge() {
+        const bool single = unread.size() == 1;
+        const std::uint8_t last = unread.back();
+        const std::uint8_t* value = request_.isRead() ? unread.data() : request_.data.data();
+        replyData_.assign(value, value + (request_.isRead() ? request_.n + 1 : request_.dataCount));
+        unread.clear();
+        if (request_.isRead()) return last == sum(replyData_.data(), replyData_.size());
+        return single && last == low8(request_.checksum * 2);
+    }
+
+    /// Files the reply under the bank and place of this moment, or drops it if nothing is pending there.
+    void accept() {
+        const int index = scanIndex;
+        unsigned flag = flags(index);
+        if ((flag & Pending) == 0 || replyData_.empty()) return finishReply();
+        if ((flag & Watched) == 0) std::abort();
+        flag |= Valid;
+        if ((flag & AlsoOneShot) != 0 || record(index).period == 0) flag &= ~unsigned{Pending};
+        flags(index) = low8(flag);
+
+        if (replyData_.size() < 4) replyData_.resize(4);
+        std::copy_n(replyData_.begin(), 4, record(index).value.begin());
+        touch(index);
+        std::uint64_t value = 0;
+        const std::size_t width = std::min<std::size_t>({request_.n + 1, replyData_.size(), sizeof value});
+        for (std::size_t i = width; i > 0; --i) value = value * 256 + replyData_[i - 1];
+        outputs.told = {currentBank, index};
+        outputs.toldValue = static_cast<std::int64_t>(value);
+        telling_ = true;
+    }
+
+    /// Only the very end of the bank wraps here; a place beyond it is left to the scan.
+    void finishReply() {
+        telling_ = false;
+        ++scanIndex;
+        if (scanIndex == bank().recordCount) nextBank();
+        idle = true;
+    }
+
+    Request request_;
+    std::vector<std::uint8_t> replyData_;
+    bool telling_ = false;
 };
 
-}  // namespace kestrel::testing
+}  // namespace kestrel::testing::reference

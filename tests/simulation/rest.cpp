@@ -10,9 +10,7 @@
 #include "link/param_table.h"
 #include "pages/beverage/recipe.h"
 #include "shell/windows.h"
-#include "simulation/checks.h"
 #include "simulation/random_user.h"
-#include "simulation/say.h"
 #include "support/world.h"
 
 namespace kestrel::testing {
@@ -23,34 +21,28 @@ constexpr Micros Second = 1'000'000;
 constexpr Micros Ebb = 14 * Second;  ///< until late replies are in and boards are back
 constexpr Micros FreshWithin = 5 * Second;
 constexpr Micros PerRecord = Second / 20;
-constexpr Micros LongestChunk = Second / 60;
+constexpr int LongestChunk = 16;  ///< milliseconds
 constexpr Micros Hang = 60 * Second;
 constexpr Micros LongestOrder = 1200 * Second;  ///< where every time of a recipe is the highest
 constexpr int LongestGate = 16;                 ///< passes, where the index files name any refresh bytes
+constexpr std::uint8_t RepeatedUntilAnswered = 2;
 
-using Place = std::pair<int, int>;
+using Records = std::set<std::pair<int, int>>;
 
-/// Pages that by their rules show what the user did there, and not only what the boards hold.
-bool showsTheUsersDoings(const Page& page) {
+/// Pages that by their rules show what the user did there, and not only what the boards hold; and a running test, whose
+/// outputs go off when it runs out.
+bool showsMoreThanTheBoards(const Page& page) {
     static const std::set<std::string> names = {"FrmControls", "FrmOrologio", "FrmTestCedar"};
-    return names.contains(page.name());
+    const bool testing = ParamRead(1297, 1) != 0 || ParamRead(290, 2) != 0;
+    return names.contains(page.name()) || (page.name() == "FrmInOut" && testing);
 }
 
-struct Run {
-    int bank, first, last;
-};
-/// What boards change by themselves even where the machine does nothing: the outputs and the state of a test, which
-/// runs out, and the clock.
-constexpr std::array<Run, 3> MoveByThemselves = {{{0, 244, 248}, {1, 1292, 1297}, {2, 288, 290}}};
-
+/// What boards change by themselves even where the machine does nothing: the clock, and the outputs and the state of a
+/// test, which runs out.
 bool movesByItself(int bank, int index) {
-    return std::any_of(MoveByThemselves.begin(), MoveByThemselves.end(),
-                       [&](const Run& run) { return bank == run.bank && index >= run.first && index <= run.last; });
-}
-
-/// Its outputs go off when the test runs out: what the page showed a moment ago is no more.
-bool showsARunningTest(const Page& page) {
-    return page.name() == "FrmInOut" && (ParamRead(1297, 1) != 0 || ParamRead(290, 2) != 0);
+    constexpr std::array<std::array<int, 2>, 3> Ranges = {{{244, 248}, {1292, 1297}, {288, 290}}};
+    const auto [first, last] = Ranges[static_cast<std::size_t>(bank)];
+    return index >= first && index <= last;
 }
 
 template <class Visit>
@@ -59,20 +51,26 @@ void eachRecord(Visit&& visit) {
         for (int index = 1; index < RecordCount(bank); ++index) visit(bank, index);
 }
 
+void addWatched(Records& records) {
+    eachRecord([&](int bank, int index) {
+        if (ParamTable(bank, index).Watchers > 0) records.emplace(bank, index);
+    });
+}
+
 /// Has every watched record read once more, as the timers of pages do. All that are wanted then.
-std::vector<Place> subscribeAnew() {
-    std::vector<Place> wanted;
+Records subscribeAnew() {
+    Records wanted;
     eachRecord([&](int bank, int index) {
         const int watchers = ParamTable(bank, index).Watchers;
         CurrentBank = bank;
         for (int i = 0; i < watchers; ++i) ParamRelease(index);
         for (int i = 0; i < watchers; ++i) ParamWatch(index);
-        if (ParamFlags(bank, index) & flag::Pending) wanted.emplace_back(bank, index);
+        if (ParamFlags(bank, index) & flag::Pending) wanted.emplace(bank, index);
     });
     return wanted;
 }
 
-void dropFresh(std::vector<Place>& records) {
+void dropFresh(Records& records) {
     std::erase_if(records, [](const auto& record) {
         const std::uint8_t flags = ParamFlags(record.first, record.second);
         return (flags & flag::Valid) || !(flags & flag::Pending);
@@ -80,104 +78,116 @@ void dropFresh(std::vector<Place>& records) {
 }
 
 /// A page took a write for a board that is not there: it waits for ever.
-bool writeWaitsForAbsentBoard(int upTo[Banks]) {
-    for (int bank = 0; bank < Banks; ++bank)
-        for (int index = 1; !BoardPresent(bank) && index < upTo[bank]; ++index)
-            if (ParamFlags(bank, index) & flag::Pending) return true;
+bool writeWaitsForAbsentBoard(int bank, int upTo) {
+    for (int index = 1; !BoardPresent(bank) && index < upTo; ++index)
+        if (ParamFlags(bank, index) & flag::Pending) return true;
     return false;
 }
 
 bool someWriteWaitsForAbsentBoard() {
-    int all[Banks] = {ParamRecords, ParamRecords, ParamRecords};
-    return writeWaitsForAbsentBoard(all);
+    return writeWaitsForAbsentBoard(1, ParamRecords) || writeWaitsForAbsentBoard(2, ParamRecords);
 }
 
 /// The scan walks as many empty records of a board that is not there as its identity file has, and stays at one that
-/// was written.
+/// was written; a page that moves the bank may have it stand at one that lies beyond.
 bool scanWaitsForAbsentBoard() {
-    int reached[Banks] = {RecordCount(0), RecordCount(1), RecordCount(2)};
-    return writeWaitsForAbsentBoard(reached);
+    const int at = Link().ScanIndex;
+    const bool beyond = !BoardPresent(CurrentBank) && (ParamFlags(CurrentBank, at) & flag::Pending);
+    return beyond || writeWaitsForAbsentBoard(1, RecordCount(1)) || writeWaitsForAbsentBoard(2, RecordCount(2));
 }
 
 /// Subscriptions that pages leave behind since they release other records than they watch.
-const std::set<Place>& leftByUnlikeLists() {
-    static std::set<Place> places;
-    if (!places.empty()) return places;
-    World world;
-    world.start();
-    const auto keep = [] {
-        eachRecord([](int bank, int index) {
-            if (ParamTable(bank, index).Watchers > 0) places.emplace(bank, index);
-        });
-    };
-    for (const auto& [name, factory] : AllPages()) {
-        ShowPage(name);
-        ClosePages();
-    }
-    keep();
-    // The page of doses keeps every selection that was chosen by its key.
-    for (int selection = 0; selection < RecipeSelections; ++selection) EachParameterOfSelection(selection, WatchAll);
-    keep();
-    return places;
+const Records& leftByUnlikeLists() {
+    static const Records records = [] {
+        Records left;
+        World world;
+        world.start();
+        for (const auto& [name, factory] : AllPages()) {
+            ShowPage(name);
+            ClosePages();
+        }
+        addWatched(left);
+        // The page of doses keeps every selection that was chosen by its key.
+        for (int selection = 0; selection < RecipeSelections; ++selection)
+            EachParameterOfSelection(selection, WatchAll);
+        addWatched(left);
+        return left;
+    }();
+    return records;
 }
 
 /// How many of these are watched: the payment page releases them twice, and so takes them from other pages.
-int watchedOfTheTwiceReleased() {
-    int count = 0;
-    for (const int index : {84, 85, 330}) count += ParamTable(0, index).Watchers > 0 ? 1 : 0;
-    return count;
+std::ptrdiff_t watchedOfTheTwiceReleased() {
+    constexpr std::array<int, 3> TwiceReleased = {84, 85, 330};
+    return std::count_if(TwiceReleased.begin(), TwiceReleased.end(),
+                         [](int index) { return ParamTable(0, index).Watchers > 0; });
 }
 
 }  // namespace
 
+void Rest::learn() { leftByUnlikeLists(); }
+
 void Rest::comeRight() {
-    line_.strike(stage_.now(), false);
-    stage_.openFailures.clear();
-    stage_.unwritable.clear();
-    stage_.chunk = std::min(stage_.chunk, LongestChunk);
-    stage_.runUntil(stage_.now() + Ebb);
-    // The page of doses gives its order again whenever its argument is read, until it saw the order carried out.
-    const Micros limit = stage_.now() + LongestOrder;
-    const auto carriesOutAnOrder = [this] { return (line_.machine.value(simulator::Board::Master, 7) & 2) != 0; };
-    while (carriesOutAnOrder() && stage_.now() < limit) stage_.runUntil(stage_.now() + Second);
-    stage_.runUntil(stage_.now() + FreshWithin);
+    letTheTroubleEbb();
     readAll();
+    checks.compareAll();
+    compareWithBoards();
+    nothingWaits();
+    if (!plan.moving) comparePagesWithNewOnes();
+}
+
+void Rest::letTheTroubleEbb() {
+    line.strike(false);
+    stage.openFailures.clear();
+    stage.unwritable.clear();
+    line.machine.setLatency(std::min(plan.chunk, LongestChunk) * simulator::millisecond);
+    stage.runUntil(stage.now() + Ebb);
+    // The page of doses gives its order again whenever its argument is read, until it saw the order carried out.
+    const Micros limit = stage.now() + LongestOrder;
+    const auto carriesOutAnOrder = [this] { return (line.machine.value(simulator::Board::Master, 7) & 2) != 0; };
+    while (carriesOutAnOrder() && stage.now() < limit) stage.runUntil(stage.now() + Second);
+    stage.runUntil(stage.now() + FreshWithin);
 }
 
 void Rest::readAll() {
-    const Micros hang = stage_.now() + Hang;
-    while (!Link().LinkIdle && stage_.stepUntil(hang)) continue;  // no cursor moves under an open exchange
-    std::vector<Place> stale = subscribeAnew();
-    Checks::present()->afterEvent();
-    const Micros each = PerRecord + stage_.chunk;
-    const Micros plain = FreshWithin + static_cast<Micros>(stale.size()) * each;
-    const Micros begun = stage_.now();
-    const long left = Checks::present()->counts.leftFrames;
+    const Micros hang = stage.now() + Hang;
+    while (!Link().LinkIdle && stage.stepUntil(hang)) continue;  // no cursor moves under an open exchange
+    Records stale = subscribeAnew();
+    checks.afterEvent();
+    const Micros each = PerRecord + LongestChunk * simulator::millisecond;
+    const Micros plain = stage.now() + FreshWithin + std::ssize(stale) * each;
+    const Micros gated = plain + (plain - stage.now()) * (LongestGate - 1);
+    const long left = checks.counts[LeftFrames];
     for (bool wasIdle = false; !stale.empty() || !wasIdle; wasIdle = wasIdle || Link().LinkIdle) {
         // A record whose reply was dropped, since a page moved the bank under it, is sent again when its gate opens.
-        const bool waitsForItsGate = plan_.strange || Checks::present()->counts.leftFrames > left;
-        const Micros limit = waitsForItsGate ? plain * LongestGate : plain;
-        if (scanWaitsForAbsentBoard()) throw EndedByRules{"a write waits for a board that is not there"};
-        if (stage_.now() - begun > limit && Checks::present()->repeatsAStrayFrame())
-            throw EndedByRules{"a request is repeated for another bank, to which a page moved"};
-        if (stage_.now() - begun > limit)
-            failCheck("everything comes right after healing",
-                      say(stale.size(), " records", stale.empty() ? "" : ", " + place(stale[0].first, stale[0].second),
-                          "; the scan is at ", place(CurrentBank, Link().ScanIndex),
-                          Link().LinkIdle ? ", idle" : ", waiting"));
-        stage_.runUntil(stage_.now() + Second / 50);
+        const bool waitsForItsGate = plan.strange || checks.counts[LeftFrames] > left;
+        const bool tooLate = stage.now() > (waitsForItsGate ? gated : plain);
+        giveUpWhereTheRulesDo(tooLate);
+        require(!tooLate, "everything comes right after healing", stale.size(), " records; the scan is at ",
+                Place{CurrentBank, Link().ScanIndex}, Link().LinkIdle ? ", idle" : ", waiting");
+        stage.runUntil(stage.now() + Second / 50);
         dropFresh(stale);
     }
 }
 
+void Rest::giveUpWhereTheRulesDo(bool tooLate) const {
+    if (scanWaitsForAbsentBoard()) throw EndedByRules{"a write waits for a board that is not there"};
+    // After a time-out the record at the cursor decides whether the frame goes again, until its board answers. A page
+    // that moved the cursor may so have a frame repeated to a board that does not know its address.
+    const int at = Link().ScanIndex;
+    const bool stray = !Link().LinkIdle && checks.asked() != std::pair{CurrentBank, at} &&
+                       (ParamTable(CurrentBank, at).Period & RepeatedUntilAnswered);
+    if (tooLate && stray) throw EndedByRules{"a request is repeated for another bank, to which a page moved"};
+}
+
 void Rest::compareWithBoards() const {
-    if (plan_.moving) return;
+    if (plan.moving) return;
     eachRecord([this](int bank, int index) {
         if (movesByItself(bank, index) || !ParamIsFresh(index, bank) || ParamTable(bank, index).Watchers == 0) return;
-        const ParamValue board = line_.machine.value(static_cast<simulator::Board>(bank), index);
-        if (ParamRead(index, bank) != board && !Checks::present()->isMisfiled(bank, index))
-            failCheck("at rest the mirror holds what the boards hold",
-                      say(place(bank, index), " mirror ", ParamRead(index, bank), " board ", board));
+        const ParamValue board = line.machine.value(static_cast<simulator::Board>(bank), index);
+        require(ParamRead(index, bank) == board || checks.isMisfiled(bank, index),
+                "at rest the mirror holds what the boards hold", Place{bank, index}, " mirror ", ParamRead(index, bank),
+                " board ", board);
     });
 }
 
@@ -185,50 +195,47 @@ void Rest::nothingWaits() const {
     for (Page* page : LoadedPages()) {
         if (page->name() == "FrmControls") continue;  // which shows the mark
         for (const Control* control : controlsOf(*page))
-            if (control->waiting() && control->usable() && !someWriteWaitsForAbsentBoard())
-                failCheck("no control waits at rest", page->name() + " " + control->accessibleName());
+            require(!control->waiting() || !control->usable() || someWriteWaitsForAbsentBoard(),
+                    "no control waits at rest", page->name(), " ", control->accessibleName());
     }
 }
 
 void Rest::comparePagesWithNewOnes() {
-    if (plan_.moving) return;
-    Counts& counts = Checks::present()->counts;
-    const long moved = counts.movedBanks;
-    for (Page* page : LoadedPages()) {
-        ++counts.pagesExcused;
-        if (showsTheUsersDoings(*page) || showsARunningTest(*page)) continue;
-        readAll();  // once more: some values are shown within limits that come behind them
-        const std::string name = page->name();
-        const std::vector<std::string> shown = shownBy(*page);
-        const SelectorPositions selected(*page);
-        const int watched = watchedOfTheTwiceReleased();
-        page->UserClose();
-        ShowPage(name);
-        Checks::present()->afterEvent();
-        readAll();
-        selected.chooseIn(*FindLoadedPage(name));
-        Checks::present()->afterEvent();
-        readAll();
-        readAll();
-        if (watchedOfTheTwiceReleased() != watched || counts.movedBanks > moved) continue;
-        if (selected != SelectorPositions(*FindLoadedPage(name))) continue;  // its frame is closed
-        --counts.pagesExcused;
-        ++counts.pagesCompared;
-        const std::vector<std::string> anew = shownBy(*FindLoadedPage(name));
-        for (std::size_t i = 0; i < shown.size(); ++i)
-            if (!shown[i].empty() && shown[i] != anew.at(i))
-                failCheck("a page shows what a new one shows",
-                          say(name, " control ", i, " \"", shown[i], "\" not \"", anew[i], "\""));
-    }
+    for (Page* page : LoadedPages())
+        ++checks.counts[!showsMoreThanTheBoards(*page) && showsWhatANewOneShows(*page) ? PagesCompared : PagesExcused];
 }
 
-void Rest::learn() { leftByUnlikeLists(); }
+/// False where the two cannot be compared.
+bool Rest::showsWhatANewOneShows(Page& page) {
+    const long moved = checks.counts[MovedBanks];
+    readAll();  // once more: some values are shown within limits that come behind them
+    const std::string name = page.name();
+    const std::vector<std::string> shown = shownBy(page);
+    const SelectorPositions selected(page);
+    const auto watched = watchedOfTheTwiceReleased();
+    page.UserClose();
+    Page& fresh = ShowPage(name);
+    checks.afterEvent();
+    readAll();
+    selected.chooseIn(fresh);
+    checks.afterEvent();
+    readAll();
+    readAll();
+    if (watchedOfTheTwiceReleased() != watched || checks.counts[MovedBanks] > moved) return false;
+    if (selected != SelectorPositions(fresh)) return false;  // its frame is closed
+    const std::vector<std::string> anew = shownBy(fresh);
+    for (std::size_t i = 0; i < shown.size(); ++i)
+        require(shown[i].empty() || shown[i] == anew.at(i), "a page shows what a new one shows", name, " control ", i,
+                " \"", shown[i], "\" not \"", anew.at(i), "\"");
+    return true;
+}
 
 void Rest::onlyUnlikeListsAreLeft() const {
-    eachRecord([](int bank, int index) {
-        if (ParamTable(bank, index).Watchers > 0 && !leftByUnlikeLists().contains({bank, index}))
-            failCheck("closed pages leave no subscription", place(bank, index));
-    });
+    Records left;
+    addWatched(left);
+    for (const auto& record : left)
+        require(leftByUnlikeLists().contains(record), "closed pages leave no subscription",
+                Place{record.first, record.second});
 }
 
 }  // namespace kestrel::testing

@@ -1,5 +1,5 @@
 // What must hold when the trouble is over: everything comes right within its time, mirror, boards and pages agree, and
-// closed pages leave nothing behind but what their own lists say.
+// closed pages leave nothing behind but what their own lists say. Calls of all these throw CheckFailed.
 #pragma once
 
 #include "simulation/fault_line.h"
@@ -7,29 +7,29 @@
 
 namespace kestrel::testing {
 
-/// Calls of all these throw CheckFailed.
-class Rest {
-  public:
-    Rest(const Plan& plan, Stage& stage, FaultLine& line) : plan_(plan), stage_(stage), line_(line) {}
+struct Rest {
+    const Plan& plan;
+    Stage& stage;
+    FaultLine& line;
+    Checks& checks;
 
-    /// The line is well again: lets what is late come in, and all that is watched be read.
-    void comeRight();
-    void compareWithBoards() const;
-    void nothingWaits() const;
-    /// A page that lived through it all shows what a page shows that is opened anew.
-    void comparePagesWithNewOnes();
     /// To be called before a run: learns which subscriptions the pages leave behind in any case.
     static void learn();
+    /// The line is well again: lets what is late come in, and all that is watched be read; then mirror, boards and
+    /// pages agree, and a page that lived through it all shows what a page shows that is opened anew.
+    void comeRight();
+    void compareWithBoards() const;
     /// All pages are closed: no other subscription is left.
     void onlyUnlikeListsAreLeft() const;
 
-  private:
+    // The steps of coming right.
+    void letTheTroubleEbb();
     /// Has all that is watched read, and waits for it. Throws EndedByRules where the link can never come that far.
     void readAll();
-
-    const Plan& plan_;
-    Stage& stage_;
-    FaultLine& line_;
+    void giveUpWhereTheRulesDo(bool tooLate) const;
+    void nothingWaits() const;
+    void comparePagesWithNewOnes();
+    bool showsWhatANewOneShows(Page& page);
 };
 
 }  // namespace kestrel::testing

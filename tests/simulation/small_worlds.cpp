@@ -46,10 +46,10 @@ class FrmSmall : public Page {
 Plan smallWorld() {
     Plan plan = Plan::draw(1);
     plan.seconds = 4;
-    plan.hotDrinkBoard = plan.sectorBoard = plan.moving = plan.rough = plan.strange = false;
-    plan.chunk = 0;
-    plan.aim = Plan::Aim::All;
-    plan.strength.fill(0);
+    plan.hot = plan.sector = plan.moving = plan.rough = plan.strange = plan.chunk = 0;
+    plan.aim = Plan::All;
+    plan.faults.clear();
+    plan.incidents.clear();
     plan.acts.clear();
     plan.pages = {Name};
     return plan;
@@ -73,24 +73,22 @@ void actInSmallWorld(char letter) {
 
 std::vector<Plan> smallWorlds() {
     std::vector<Plan> worlds;
+    const auto add = [&](const std::string& script, const std::string& fault, int Plan::*place, int at) {
+        worlds.push_back(smallWorld());
+        worlds.back().script = script;
+        worlds.back().single = fault;
+        worlds.back().*place = at;
+    };
     const std::string letters = "oefcp";
     for (const char first : letters)
         for (const char second : letters)
-            for (const char third : letters) {
-                Plan plan = smallWorld();
-                plan.script = std::string("o") + first + second + third;
-                worlds.push_back(plan);
-            }
+            for (const char third : letters) add({'o', first, second, third}, "", &Plan::frame, 0);
     constexpr int Frames = 8;
     constexpr int Events = 48;
-    for (std::size_t fault = 0; fault < FaultCount; ++fault)
-        for (int place = 1; place <= (fault < FirstIncident ? Frames : Events); ++place) {
-            Plan plan = smallWorld();
-            plan.script = "oefco";
-            plan.single = static_cast<Fault>(fault);
-            plan.singleAt = place;
-            worlds.push_back(plan);
-        }
+    for (const std::string& fault : allFaults())
+        for (int at = 1; at <= Frames; ++at) add("oefco", fault, &Plan::frame, at);
+    for (const std::string& incident : allIncidents())
+        for (int at = 1; at <= Events; ++at) add("oefco", incident, &Plan::event, at);
     return worlds;
 }
 

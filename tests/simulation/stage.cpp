@@ -5,7 +5,7 @@
 #include <set>
 
 #include "link/link_engine.h"
-#include "simulation/checks.h"
+#include "platform/trouble.h"
 
 namespace kestrel::testing {
 
@@ -13,6 +13,7 @@ namespace {
 
 constexpr std::size_t ParameterSize = 9;
 constexpr std::size_t RefreshOffset = 3;
+constexpr std::size_t HighestPreloadOffset = 8;
 
 /// The files of the installation, read once.
 const std::map<std::string, std::string>& installation() {
@@ -43,39 +44,49 @@ Stage::Stage(const Plan& plan) : answers_(chanceOf(plan.seed, Chance::Answer)) {
 /// Any of the 256 refresh bytes for one record in five, so that countdowns under way, long ones, and records that are
 /// repeated until their board answers all occur; and a highest preloaded byte that only a reply clears.
 void Stage::changeIndexFiles(std::uint64_t seed) {
-    auto random = chanceOf(seed, Chance::Plan, 1);
+    auto random = chanceOf(seed, Chance::Files);
     for (auto& [path, content] : files) {
         if (!path.ends_with(".inx") || content.size() % ParameterSize != 0) continue;
-        for (std::size_t at = RefreshOffset; at < content.size(); at += ParameterSize)
-            if (random.chance(0.2)) content[at] = content[at + 5] = static_cast<char>(random.between(0, 255));
+        for (std::size_t at = 0; at < content.size(); at += ParameterSize)
+            if (random.chance(0.2))
+                content[at + RefreshOffset] = content[at + HighestPreloadOffset] =
+                    static_cast<char>(random.between(0, 255));
     }
 }
 
 std::unique_ptr<TimerBackend> Stage::makeTimer(std::function<void()> onExpiry) {
     // The timer that asks has just been switched on: of the link's own, the one that was off until now.
-    const LinkState& link = Link();
-    const Timer* const timers[] = {&link.Timer1, &link.Timer2, &link.Timer3, &link.Timer4, &link.ReopenTimer};
-    auto role = Checks::Role::Other;
-    for (std::size_t i = 0; i < known_.size(); ++i) {
-        if (known_[i] || !timers[i]->Enabled) continue;
-        known_[i] = true;
-        role = static_cast<Checks::Role>(i);
-    }
-    return VirtualPlatform::makeTimer([role, onExpiry = std::move(onExpiry)] {
-        if (Checks::present()) Checks::present()->beforeTimer(role);
+    std::size_t clock = 0;
+    while (clock < known_.size() && (known_[clock] || !linkTimers()[clock]->Enabled)) ++clock;
+    if (clock < known_.size()) known_[clock] = true;
+    return VirtualPlatform::makeTimer([clock, onExpiry = std::move(onExpiry)] {
+        if (Checks::present()) Checks::present()->beforeTimer(static_cast<Clock>(clock));
         onExpiry();
     });
 }
 
+bool Stage::begin(const std::string& incident, Dice& random) {
+    if (incident == PortDenied) {
+        const int reason = random.of(
+            std::array{error_number::SerialBadPort, error_number::SerialPortInUse, error_number::SerialNoPermission});
+        if (!openFailures.erase(Link().ComPort)) openFailures = {{Link().ComPort, {reason, "denied"}}};
+    } else if (incident == DiskTrouble) {
+        diskIsSpoiled_ = true;
+        unwritable = {directory.string()};
+        if (random.chance(0.5)) put("English.lng", "a\r\n");
+        if (random.chance(0.2)) unreadable.insert((directory / "Deutsch.lng").string());
+    }
+    return incident == PortDenied || incident == DiskTrouble;
+}
+
 Message::Answer Stage::showMessage(const Message& message) {
-    if (!isKnown(message)) failCheck("boxes have known texts", message.title + ": " + message.text);
+    require(isKnown(message), "boxes have known texts", message.title, ": ", message.text);
     require(!boxOpen_, "one box at a time");
     boxOpen_ = true;
     lastBox = message.text;
-    Checks& checks = *Checks::present();
-    ++checks.counts.boxes;
+    ++Checks::present()->counts[Boxes];
     // While ports are being searched the link is in the middle of an act, which the model does not follow.
-    if (started && !checks.isSearching())
+    if (started && !Checks::present()->isSearching())
         for (auto events = answers_.between(0, 60); events > 0; --events) step();
     boxOpen_ = false;
     if (message.buttons == Message::Buttons::Ok) return Message::Answer::Ok;

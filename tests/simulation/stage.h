@@ -6,6 +6,7 @@
 #include <memory>
 #include <string>
 
+#include "simulation/checks.h"
 #include "simulation/plan.h"
 #include "support/virtual_platform.h"
 
@@ -18,6 +19,10 @@ class Stage : public VirtualPlatform {
     std::unique_ptr<TimerBackend> makeTimer(std::function<void()> onExpiry) override;
     Message::Answer showMessage(const Message& message) override;
 
+    /// One of the computer's incidents begins, where it is one of the port or the disk. False: it is another.
+    bool begin(const std::string& incident, Dice& random);
+    bool diskIsSpoiled() const { return diskIsSpoiled_; }
+
     bool started = false;  ///< from now on events go on under a box
     std::string lastBox;
 
@@ -25,8 +30,9 @@ class Stage : public VirtualPlatform {
     void changeIndexFiles(std::uint64_t seed);
 
     Dice answers_;
-    std::array<bool, 5> known_{};  ///< the link's timers that have been made
+    std::array<bool, reference::Model::ClockCount> known_{};  ///< the link's timers that have been made
     bool boxOpen_ = false;
+    bool diskIsSpoiled_ = false;
 };
 
 }  // namespace kestrel::testing

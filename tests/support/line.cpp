@@ -3,6 +3,7 @@
 #include "support/line.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace kestrel::testing {
 
@@ -32,13 +33,13 @@ void ScriptedLine::insert(Micros when, const Bytes& bytes) {
 }
 
 std::optional<Micros> MachineLine::nextArrival(Micros limit) {
-    const bool wasPresent = present();
-    for (;;) {
+    for (Micros at = 0;;) {
+        if (std::exchange(wasPresent_, present()) != present()) return at;
         const auto next = machine.nextEvent();
         if (!next || *next > limit) return std::nullopt;
         if (next == machine.nextOutput()) return next;
-        machine.advance(*next);
-        if (present() != wasPresent) return next;
+        at = *next;
+        machine.advance(at);
     }
 }
 

@@ -78,6 +78,9 @@ class MachineLine : public Line {
         return machine.takeOutput(now);
     }
     bool present() const override { return machine.portOpen(); }
+
+  private:
+    bool wasPresent_ = true;
 };
 
 }  // namespace kestrel::testing

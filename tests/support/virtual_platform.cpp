@@ -137,7 +137,6 @@ std::optional<Micros> VirtualPlatform::nextArrival(Micros limit) const {
     if (!serial_ || !serial_->line()) return std::nullopt;
     auto when = serial_->line()->nextArrival(limit);
     if (!when) return std::nullopt;
-    if (chunk > 0) when = (*when + chunk - 1) / chunk * chunk;
     when = std::max(*when, now_);
     return *when <= limit ? when : std::nullopt;
 }

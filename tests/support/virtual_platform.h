@@ -49,7 +49,6 @@ class VirtualPlatform : public Platform {
     // The line.
     std::map<int, Line*> lines;                               ///< what stands on each port
     std::map<int, std::pair<int, std::string>> openFailures;  ///< error number and text of ports that cannot be opened
-    Micros chunk = 0;  ///< bytes arrive at multiples of this, as through an adapter
     bool portOpen() const;
     int opened = 0;              ///< how often a port was opened
     std::deque<int> commEvents;  ///< what the coming looks at the port's event find; without one, that bytes came
