@@ -134,7 +134,8 @@ TEST_F(LineFaults, BoardIsFoundAgainBehindOtherDevicesAndNames) {
     };
     const auto plugUnderTheOtherName = [&] {
         board.tell("plug");
-        while (!std::filesystem::exists(board.device())) QThread::msleep(1);  // the program does not get to see it
+        // No event runs until the old name is gone again: the program does not get to see it.
+        for (int ms = 0; ms < Soon && !std::filesystem::exists(board.device()); ++ms) QThread::msleep(1);
         std::filesystem::rename(board.device(), second);
     };
     unplug();
@@ -241,6 +242,7 @@ TEST(Suspend, IsFollowedByNoBurst) {
         QStringLiteral(KESTREL_INSTALLATION "/kestrel"),
         {QStringLiteral("--directory"), QString::fromStdString(installation.program()), QStringLiteral("--com"),
          u"1="_qs + QString::fromStdString(board.device()), QStringLiteral("--open"), QStringLiteral("FrmTempi")});
+    ASSERT_TRUE(program.waitForStarted());
     const auto pid = static_cast<pid_t>(program.processId());
     const QStringList filling{QStringLiteral("hot-drink"), QStringLiteral("1144")};
     ASSERT_TRUE(QTest::qWaitFor([&] { return !board.exchanges(filling).isEmpty(); }, 10000));
