@@ -7,6 +7,7 @@
 #include <csignal>
 #include <cstdio>
 #include <fstream>
+#include <utility>
 
 #include "link/fan_out.h"
 #include "link/link_engine.h"
@@ -22,6 +23,14 @@ constexpr int BackWithin = 2000;
 constexpr int AnswersWithin = 100;
 
 bool isWaiting() { return !Link().LinkIdle; }
+
+/// Milliseconds for which this thread was ready to run and other programs had the processor: no fault of the program.
+qint64 heldUpByOthers() {
+    qint64 ran = 0;
+    qint64 waited = 0;
+    std::ifstream("/proc/thread-self/schedstat") >> ran >> waited;
+    return waited / 1'000'000;
+}
 
 struct Fault {
     const char* orders;  ///< to the board program
@@ -79,7 +88,11 @@ class LineFaults : public Session {
         QElapsedTimer clock;
         qint64 longest = 0;
         QTimer heart;
-        QObject::connect(&heart, &QTimer::timeout, &heart, [&] { longest = std::max(longest, clock.restart()); });
+        qint64 heldUp = heldUpByOthers();
+        QObject::connect(&heart, &QTimer::timeout, &heart, [&] {
+            const qint64 before = std::exchange(heldUp, heldUpByOthers());
+            longest = std::max(longest, clock.restart() - (heldUp - before));
+        });
         board.tell(fault.orders);
         clock.start();
         heart.start(10);
@@ -115,14 +128,6 @@ TEST_F(LineFaults, PassAndLeaveNothingBehind) {
     EXPECT_EQ(witness.boxes, 0);
     EXPECT_EQ(openDescriptors(), descriptors);
     EXPECT_LE(isLongRun() ? witness.timersFiredAtRest() : 0, fired * 1.3);
-}
-
-TEST_F(LineFaults, RepliesInPiecesAreTheSameReplies) {
-    const Wire wire(second, board.device());
-    MDIForm1().mnuCox(2).UserClick();
-    witness.errors = 0;
-    expectAllIsWell();
-    EXPECT_EQ(witness.errors, 0);
 }
 
 TEST_F(LineFaults, BoardIsFoundAgainBehindOtherDevicesAndNames) {
@@ -166,7 +171,7 @@ TEST_F(LineFaults, BoardIsFoundAgainBehindOtherDevicesAndNames) {
 TEST_F(LineFaults, OtherPortMayBeChosenInTheMiddleOfAnExchange) {
     BoardProcess other(installation.program(), {}, SecondLine);
     other.tell("set 1 1143 99");
-    openTimes();
+    MDIForm1().entry("smnuTempi").UserClick();
     const int descriptors = openDescriptors();
     for (int round = 0; round < (isLongRun() ? 20 : 1); ++round) {
         const bool toOther = round % 2 == 0;
@@ -211,7 +216,7 @@ class Latency : public LineFaults, public ::testing::WithParamInterface<const ch
     Latency() : LineFaults({QStringLiteral("--latency"), QLatin1String(GetParam())}) {}
 };
 
-TEST_P(Latency, MakesItSlowerOnly) {
+TEST_P(Latency, AndRepliesInPiecesMakeItSlowerOnly) {
     witness.errors = 0;
     FrmTempi& page = openTimes(2 * Soon);
     EXPECT_TRUE(eventually([&] { return showsTheBoards(page); }));
@@ -219,6 +224,11 @@ TEST_P(Latency, MakesItSlowerOnly) {
         EXPECT_EQ(board.exchanges({QStringLiteral("hot-drink"), QString::number(parameter)}).size(), 1) << parameter;
     EXPECT_TRUE(stepIsConfirmedIn(page));
     EXPECT_EQ(writes(BrewingWater).size(), 1);
+    const Wire inPieces(second, board.device());
+    MDIForm1().mnuCox(2).UserClick();
+    page.UserClose();
+    EXPECT_TRUE(eventually([&] { return showsTheBoards(openTimes(2 * Soon)); }));
+    EXPECT_TRUE(MDIForm1().mnuCox(2).Checked);
     EXPECT_EQ(witness.errors, 0);
 }
 
