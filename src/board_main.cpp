@@ -270,7 +270,9 @@ class Program {
             const Bytes bytes = terminal_.read();
             if (!bytes.empty()) machine_.send(now(), bytes);
         }
-        return !FD_ISSET(STDIN_FILENO, &readable) || commands_.takeInput(machine_);
+        if (!FD_ISSET(STDIN_FILENO, &readable)) return true;
+        machine_.advance(now());  // what is ordered happens now, not when the line was last heard
+        return commands_.takeInput(machine_);
     }
 
     const std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();

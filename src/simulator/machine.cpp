@@ -33,6 +33,20 @@ std::uint8_t sumOf(const Bytes& data) {
     return static_cast<std::uint8_t>(sum);
 }
 
+// What boards say of themselves: which of them are there, the order that is carried out, a test that runs. Nobody would
+// ever take back a false one.
+bool isReport(Board board, int parameter) {
+    switch (board) {
+        case Board::Master:
+            return parameter == master::hotDrinkPresence || parameter == master::sectorPresence ||
+                   parameter == master::state;
+        case Board::HotDrink:
+            return parameter == hot_drink::testState;
+        default:
+            return parameter == sector::testState;
+    }
+}
+
 std::string_view whyNoReply(Frame::Verdict verdict) {
     switch (verdict) {
         case Frame::Verdict::BadSum:
@@ -65,13 +79,16 @@ struct Machine::State {
     std::uint32_t plugging = 0;  // bytes that were under way when the port was lost belong to an earlier plugging
     std::array<bool, boardCount> silent{};
     std::array<Micros, boardCount> awayUntil{};
-    std::array<std::uint64_t, boardCount> life{};  // a restart takes the replies that were not yet sent with it
+    std::array<std::uint64_t, boardCount> life{};
     Micros busyUntil = 0;
     Micros streamUntil = 0;
     bool streams = false;
     std::string onTheWay;  // what happened to the newest request before a board got it
     Board askedBoard = Board::Master;
     int askedParameter = 0;  // by the newest good request; 0: none
+
+    // A restart takes the replies that were not yet sent with it, the master's those of the boards behind it as well.
+    std::uint64_t livesOnTheWay(Board board) const { return life[indexOf(Board::Master)] + life[indexOf(board)]; }
 };
 
 Machine::Machine(const MachineOptions& options) : state_(std::make_unique<State>(options)) {
@@ -81,7 +98,7 @@ Machine::~Machine() = default;
 
 void Machine::send(Micros now, const Bytes& bytes) {
     advance(now);
-    if (!portOpen()) return;
+    if (bytes.empty() || !portOpen()) return;
     State& s = *state_;
     s.inputFreeAt = std::max(s.inputFreeAt, s.world.agenda.now());
     Bytes arriving = bytes;
@@ -195,7 +212,7 @@ bool Machine::begin(FaultKind kind, Board board) {
             if (!s.streams) stream();
             return false;
         case FaultKind::Change:
-            if (s.askedParameter != 0 && (s.askedBoard != Board::Master || s.askedParameter != master::state)) {
+            if (s.askedParameter != 0 && !isReport(s.askedBoard, s.askedParameter)) {
                 s.world.set(s.askedBoard, s.askedParameter, static_cast<std::uint32_t>(draw(0, 255)));
             }
             return false;
@@ -216,15 +233,13 @@ void Machine::stream() {
     s.world.agenda.after(streamPiece * byteTime, [this] { stream(); });
 }
 
-// Any values, as far as the boards' files reach, but for what the master says of the boards that are there, and of the
-// order that it carries out: a false one would never end.
+// Any values, as far as the boards' files reach.
 void Machine::swapMemories() {
     State& s = *state_;
     for (const Board board : allBoards) {
-        const bool isMaster = board == Board::Master;
-        for (int parameter = isMaster ? master::decimals : 1; s.world.at(board).has(parameter); ++parameter) {
+        for (int parameter = 1; s.world.at(board).has(parameter); ++parameter) {
             const auto value = static_cast<std::uint32_t>(s.faults.of(FaultKind::Swap).between(0, 0xFFFFFFFF));
-            if (!isMaster || parameter != master::state) s.world.set(board, parameter, value);
+            if (!isReport(board, parameter)) s.world.set(board, parameter, value);
         }
     }
 }
@@ -337,10 +352,10 @@ void Machine::answer(Exchange& exchange) {
     spoil(reply, exchange.request, s.faults, exchange.note);
     exchange.reply = reply.bytes;
 
-    const std::size_t board = indexOf(exchange.request.board);
-    s.world.agenda.after(reply.delay, [this, reply, board, life = s.life[board]] {
+    const Board board = exchange.request.board;
+    s.world.agenda.after(reply.delay, [this, reply, board, lives = s.livesOnTheWay(board)] {
         State& then = *state_;
-        if (!portOpen() || then.life[board] != life) return;
+        if (!portOpen() || then.livesOnTheWay(board) != lives) return;
         then.line.transmit(then.world.agenda.now(), reply.bytes);
         if (reply.noise.empty()) return;
         then.world.agenda.at(then.line.freeAt() + reply.noiseGap, [this, noise = reply.noise] {

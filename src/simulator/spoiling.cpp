@@ -27,14 +27,14 @@ void removeByte(Bytes& bytes, Random& random) {
     bytes.erase(bytes.begin() + static_cast<std::ptrdiff_t>(placeIn(bytes.size(), random)));
 }
 
-// Two bytes of the value change places; where there is but one, the same bit of it and of the sum is wrong.
+// Two bytes of the value change places; where that changes nothing, one of them and the sum are off by the same.
 void spoilUnseen(Bytes& bytes, Random& random) {
-    if (bytes.size() > 2) {
+    if (bytes.size() > 2 && bytes[0] != bytes[1]) {
         std::swap(bytes[0], bytes[1]);
         return;
     }
-    const auto bit = static_cast<std::uint8_t>(1U << random.between(0, 7));
-    for (std::uint8_t& byte : bytes) byte ^= bit;
+    const auto error = random.between(1, 255);
+    for (std::uint8_t* byte : {&bytes.front(), &bytes.back()}) *byte = static_cast<std::uint8_t>(*byte + error);
 }
 
 auto noting(FaultSource& faults, std::string& note) {

@@ -14,8 +14,8 @@ namespace {
 constexpr int AnswerWithin = 2000;
 }
 
-BoardProcess::BoardProcess(const std::filesystem::path& installation, const QStringList& more)
-    : link_((installation / "line").string()) {
+BoardProcess::BoardProcess(const std::filesystem::path& installation, const QStringList& more, const char* link)
+    : link_((installation / link).string()) {
     const QString directory = QString::fromStdString(installation.string());
     QObject::connect(&process_, &QProcess::readyReadStandardOutput, &process_, [this] { read(); });
     process_.start(QStringLiteral(KESTREL_INSTALLATION "/kestrel-board"),

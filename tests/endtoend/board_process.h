@@ -11,7 +11,8 @@ namespace kestrel::testing {
 
 class BoardProcess {
   public:
-    explicit BoardProcess(const std::filesystem::path& installation, const QStringList& more = {});
+    explicit BoardProcess(const std::filesystem::path& installation, const QStringList& more = {},
+                          const char* link = "line");
     ~BoardProcess();
     BoardProcess(const BoardProcess&) = delete;
     BoardProcess& operator=(const BoardProcess&) = delete;

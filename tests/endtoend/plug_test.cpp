@@ -1,8 +1,6 @@
 // A plug that is pulled and put back over and over, in every state of the link.
 // One notice a loss, an idle processor meanwhile, work within two seconds of its return, and nothing left behind.
 #include <QElapsedTimer>
-#include <QEvent>
-#include <QMessageBox>
 #include <cstdio>
 #include <fstream>
 
@@ -11,38 +9,13 @@
 #include "session.h"
 #include "shell/main_window.h"
 #include "support/processor_time.h"
+#include "witness.h"
 
 namespace kestrel::testing {
 namespace {
 
 constexpr int NoticeWithin = 500;
 constexpr int BackWithin = 2000;
-
-int openDescriptors() {
-    const std::filesystem::directory_iterator all("/proc/self/fd");
-    return static_cast<int>(std::distance(begin(all), end(all)));
-}
-
-/// Sees every event of the process: what the user is told, and how often timers fire.
-class Witness : public QObject {
-  public:
-    Witness() { qApp->installEventFilter(this); }
-    int notices = 0;
-    int boxes = 0;
-    int timersFired = 0;
-
-    bool eventFilter(QObject* receiver, QEvent* event) override {
-        if (event->type() == QEvent::Timer) ++timersFired;
-        if (event->type() == QEvent::Show && qobject_cast<QMessageBox*>(receiver)) ++boxes;
-        const bool isOn = Link().statusBar && !Link().statusBar->Panels(1).Text.get().empty();
-        if (isOn && !wasOn_) ++notices;
-        wasOn_ = isOn;
-        return false;
-    }
-
-  private:
-    bool wasOn_ = false;
-};
 
 struct State {
     const char* name;
@@ -123,13 +96,6 @@ class Plug : public Session {
         start();
         expectWork();
     }
-    /// While nothing happens, for a little more than the longest interval of the link.
-    int timersFired() {
-        witness.timersFired = 0;
-        QTest::qWait(2200);
-        return witness.timersFired;
-    }
-
     Witness witness;
     QElapsedTimer sinceBack;
     qint64 longestReturn = 0;
@@ -141,7 +107,7 @@ TEST_F(Plug, MayBePulledInEveryStateOfTheLink) {
     const int rounds = isLongRun() ? 200 : Kinds;
     FrmTempi* page = &openTimes();
     const int descriptors = openDescriptors();
-    const int fired = timersFired();
+    const int fired = witness.timersFiredAtRest();
     int round = 0;
     for (; round < rounds && !HasFailure(); ++round) {
         const int kind = round % Kinds;
@@ -164,7 +130,8 @@ TEST_F(Plug, MayBePulledInEveryStateOfTheLink) {
         EXPECT_TRUE(stepIsConfirmed(*page, round % 2 ? Qt::Key_Left : Qt::Key_Right, round % 2 ? -1 : 1));
     }
     EXPECT_EQ(openDescriptors(), descriptors);
-    EXPECT_LT(timersFired(), fired * 1.3) << "a timer that had been left running would add to them at every round";
+    EXPECT_LT(witness.timersFiredAtRest(), fired * 1.3)
+        << "a timer that had been left running would add to them at every round";
     std::printf("%d rounds: back at work within %lld ms, at most %.1f %% of a processor while the line was away\n",
                 rounds, static_cast<long long>(longestReturn), mostProcessor * 100);
 }

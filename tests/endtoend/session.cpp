@@ -18,7 +18,7 @@ namespace kestrel::testing {
 
 bool isLongRun() { return qEnvironmentVariableIsSet("KESTREL_LONG"); }
 
-Session::Session() { start(); }
+Session::Session(const QStringList& boardOptions) : board(installation.program(), boardOptions) { start(); }
 
 Session::~Session() {
     stop();
@@ -27,7 +27,7 @@ Session::~Session() {
 
 void Session::start() {
     platform = std::make_unique<qt::QtPlatform>(
-        qt::QtPlatform::Setup{.directory = installation.program(), .devices = {{1, board.device()}}});
+        qt::QtPlatform::Setup{.directory = installation.program(), .devices = {{1, board.device()}, {2, second}}});
     setPlatform(platform.get());
     RegisterPages(AllPages());
     MDIForm_Load("Kestrel");
@@ -44,11 +44,23 @@ void Session::stop() {
 
 std::string Session::notice() { return MDIForm1().StatusBar1.Panels(1).Text; }
 
-FrmTempi& Session::openTimes() {
+FrmTempi& Session::openTimes(int within) {
     MDIForm1().entry("smnuTempi").UserClick();
     auto& page = dynamic_cast<FrmTempi&>(*FindLoadedPage("FrmTempi"));
-    EXPECT_TRUE(eventually([&] { return page.arrivals() >= 18; }));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return page.arrivals() >= 18; }, within));
     return page;
+}
+
+bool Session::showsTheBoards(FrmTempi& page) {
+    constexpr std::pair<int, int> shown[FrmTempi::Bars] = {{1, 1143}, {1, 1144}, {1, 1145}, {1, 1146},
+                                                           {1, 1147}, {2, 58},   {1, 1439}, {1, 1441}};
+    for (int i = 0; i < FrmTempi::Bars; ++i) {
+        const int held = board.value(shown[i].first, shown[i].second).value_or(-1);
+        const QString figure = QString::number(held / 10) + QLocale().decimalPoint() + QString::number(held % 10);
+        if (page.Label1[i].Caption.get() != figure.toStdString()) return false;
+        if (page.HScroll1[i].Value != std::min(held, page.HScroll1[i].Max.get())) return false;
+    }
+    return true;
 }
 
 QStringList Session::writes(int parameter) const {
@@ -64,12 +76,13 @@ QWidget& Session::firstBar(FrmTempi& page) {
     throw std::runtime_error("no bar");
 }
 
-bool Session::stepIsConfirmed(FrmTempi& page, Qt::Key key, int step) {
+bool Session::stepIsConfirmed(FrmTempi& page, Qt::Key key, int step, int within) {
     const int value = page.HScroll1[0].Value + step;
     QTest::keyClick(&firstBar(page), key);
-    return eventually(
-               [&] { return board.value(HotDrinkBoard, BrewingWater) == value && !page.HScroll1[0].waiting(); }) &&
-           page.HScroll1[0].Value == value;
+    const auto isConfirmed = [&] {
+        return board.value(HotDrinkBoard, BrewingWater) == value && !page.HScroll1[0].waiting();
+    };
+    return QTest::qWaitFor(isConfirmed, within) && page.HScroll1[0].Value == value;
 }
 
 }  // namespace kestrel::testing

@@ -21,11 +21,12 @@ bool isLongRun();
 class Session : public ::testing::Test {
   protected:
     static constexpr int Soon = 5000;  ///< milliseconds
+    static constexpr const char* SecondLine = "second";
     static constexpr int HotDrinkBoard = 1;
     static constexpr int BrewingWater = 1143;  ///< the first bar of the page of times
     static constexpr int BrewingWaterShadow = 1148;
 
-    Session();
+    explicit Session(const QStringList& boardOptions = {});
     ~Session() override;
     void start();
     void stop();
@@ -34,16 +35,21 @@ class Session : public ::testing::Test {
     /// What the status bar says of the port; empty while all is well.
     static std::string notice();
 
-    FrmTempi& openTimes();
+    /// With all values there.
+    FrmTempi& openTimes(int within = Soon);
+    /// Whether every bar of the page and the figure beside it say what the boards hold.
+    bool showsTheBoards(FrmTempi& page);
     QStringList writes(int parameter) const;
     /// The widget of the first bar, with the keyboard's focus.
     QWidget& firstBar(FrmTempi& page);
     /// Presses a key on the first bar and waits until the board holds the new value and the page shows it.
-    bool stepIsConfirmed(FrmTempi& page, Qt::Key key, int step);
+    bool stepIsConfirmed(FrmTempi& page, Qt::Key key, int step, int within = Soon);
 
     const std::filesystem::path startedIn = std::filesystem::current_path();
     Installation installation;
-    BoardProcess board{installation.program()};
+    BoardProcess board;
+    /// Port 2: nothing is there unless a test puts something at its path.
+    const std::filesystem::path second = installation.program() / SecondLine;
     std::unique_ptr<qt::QtPlatform> platform;
 };
 

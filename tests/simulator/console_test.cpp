@@ -1,7 +1,5 @@
 // The board program's two languages: its command line, and the orders to the running machine.
 // A script that misspells something must be told so, and must not change the machine.
-#include <gtest/gtest.h>
-
 #include <stdexcept>
 
 #include "simulator/board_options.h"
@@ -12,96 +10,84 @@ namespace kestrel::simulator::tests {
 namespace {
 
 TEST(BoardOptionsTest, TakesAllOptions) {
-    const BoardOptions options =
-        parseBoardOptions({"--directory", "/some/where", "--seed", "18446744073709551615", "--fault", "late=0.5",
-                           "--link", "/tmp/x", "--no-hot-drink", "--no-sector", "--still", "--quiet"});
+    const BoardOptions options = parseBoardOptions({"--directory", "/some/where", "--seed", "18446744073709551615",
+                                                    "--fault", "late=0.5", "--link", "/tmp/x", "--latency", "1000",
+                                                    "--no-hot-drink", "--no-sector", "--still", "--quiet"});
     EXPECT_EQ(options.machine.directory, "/some/where");
     EXPECT_EQ(options.machine.seed, 18446744073709551615ULL);
     EXPECT_DOUBLE_EQ(options.machine.faults.rate(FaultKind::Late), 0.5);
+    EXPECT_EQ(options.machine.latency, second);
     EXPECT_EQ(options.link, "/tmp/x");
     EXPECT_FALSE(options.machine.hotDrinkBoard || options.machine.sectorBoard || options.machine.moving);
     EXPECT_TRUE(options.quiet);
     EXPECT_FALSE(options.help || options.version);
 }
 
-TEST(BoardOptionsTest, SaysWhatIsWrong) {
-    const struct {
-        std::vector<std::string> arguments;
-        const char* named;
-    } cases[] = {{{"--sead", "1"}, "--sead"},
-                 {{"--seed"}, "--seed"},
-                 {{"--seed", "-1"}, "-1"},
-                 {{"--seed", "1.5"}, "1.5"},
-                 {{"--fault", "x=1"}, "\"x\""},
-                 {{"--link"}, "--link"},
-                 {{"--quiet", "board"}, "\"board\""},
-                 {{""}, "\"\""}};
-    for (const auto& c : cases) {
-        try {
-            parseBoardOptions(c.arguments);
-            ADD_FAILURE() << c.named;
-        } catch (const std::invalid_argument& error) {
-            EXPECT_NE(std::string(error.what()).find(c.named), std::string::npos) << error.what();
-            EXPECT_EQ(std::string(error.what()).find('\n'), std::string::npos);
-        }
+TEST(BoardOptionsTest, SaysWhatIsWrongInOneLine) {
+    const std::pair<std::vector<std::string>, const char*> cases[] = {{{"--sead", "1"}, "--sead"},
+                                                                      {{"--seed"}, "--seed"},
+                                                                      {{"--seed", "-1"}, "-1"},
+                                                                      {{"--seed", "1.5"}, "1.5"},
+                                                                      {{"--fault", "x=1"}, "\"x\""},
+                                                                      {{"--link"}, "--link"},
+                                                                      {{"--latency", "1001"}, "1001"},
+                                                                      {{"--latency", "-1"}, "-1"},
+                                                                      {{"--quiet", "board"}, "\"board\""},
+                                                                      {{""}, "\"\""}};
+    for (const auto& [arguments, named] : cases) {
+        const std::string said = refusalOf<std::invalid_argument>([&, a = arguments] { parseBoardOptions(a); });
+        EXPECT_TRUE(contains(said, named) && !contains(said, "\n")) << named << ": " << said;
     }
 }
 
-class CommandsTest : public testing::Test {
+class CommandsTest : public SimulatorTest {
   protected:
-    Installation installation;
-    Machine machine{installation.options()};
+    Bench bench{options};
 };
 
 TEST_F(CommandsTest, SetsAndGetsByNumberOrName) {
-    EXPECT_EQ(runCommand(machine, "set 2 51 12"), "");
-    EXPECT_EQ(runCommand(machine, "get sector 51"), "2 51 12");
-    EXPECT_EQ(runCommand(machine, "  set   hot-drink 1204 65535 "), "");
-    EXPECT_EQ(runCommand(machine, "get 1 1204"), "1 1204 65535");
-    EXPECT_EQ(runCommand(machine, "set master 356 4294967295"), "");
-    EXPECT_EQ(runCommand(machine, "get 0 356"), "0 356 4294967295");
-    EXPECT_EQ(runCommand(machine, ""), "");
+    const std::pair<const char*, const char*> cases[] = {{"set 2 51 12", ""},
+                                                         {"get sector 51", "2 51 12"},
+                                                         {"", ""},
+                                                         {"  set   hot-drink 1204 65535 ", ""},
+                                                         {"get 1 1204", "1 1204 65535"},
+                                                         {"set master 356 4294967295", ""},
+                                                         {"get 0 356", "0 356 4294967295"}};
+    for (const auto& [order, answer] : cases) EXPECT_EQ(runCommand(bench, order), answer) << order;
 }
 
 TEST_F(CommandsTest, ActsOnPortBoardsAndFaults) {
-    runCommand(machine, "unplug");
-    EXPECT_FALSE(machine.portOpen());
-    runCommand(machine, "plug");
-    EXPECT_TRUE(machine.portOpen());
-    Pc pc(machine);
-    const Bytes probe{0, 0, 0, 0, 0};
-    runCommand(machine, "silent master on");
-    EXPECT_TRUE(pc.exchange(probe).empty());
-    runCommand(machine, "silent 0 off");
-    EXPECT_EQ(pc.exchange(probe).size(), 2U);
-    runCommand(machine, "fault drop=1");
-    EXPECT_EQ(pc.exchange(probe).size(), 1U);
-    runCommand(machine, "fault");
-    EXPECT_EQ(pc.exchange(probe).size(), 2U);
+    const struct {
+        const char* order;
+        bool portOpen;
+        std::size_t reply;  // bytes, to the frame by which a PC looks for the machine
+    } cases[] = {{"unplug", false, 0},      {"plug", true, 2},         {"silent master on", true, 0},
+                 {"silent 0 off", true, 2}, {"fault drop=1", true, 1}, {"fault", true, 2},
+                 {"strike port", false, 0}};
+    for (const auto& c : cases) {
+        EXPECT_EQ(runCommand(bench, c.order), "");
+        EXPECT_EQ(bench.portOpen(), c.portOpen) << c.order;
+        EXPECT_EQ(bench.exchange({0, 0, 0, 0, 0}).size(), c.reply) << c.order;
+    }
 }
 
 TEST_F(CommandsTest, SaysWhatIsWrong) {
-    const struct {
-        const char* line;
-        const char* named;
-    } cases[] = {{"sett 0 1 1", "sett"},
-                 {"set 0 1", "usage: set"},
-                 {"set 3 1 1", "\"3\""},
-                 {"set 0 x 1", "\"x\""},
-                 {"set 0 1 4294967296", "4294967296"},
-                 {"get 0 9999", "9999"},
-                 {"get 0 0", "0"},
-                 {"silent 0 maybe", "maybe"},
-                 {"fault drop", "NAME=RATE"},
-                 {"unplug now", "usage: unplug"},
-                 {"set 0 1 -1", "-1"}};
-    for (const auto& c : cases) {
-        try {
-            runCommand(machine, c.line);
-            ADD_FAILURE() << c.line;
-        } catch (const std::invalid_argument& error) {
-            EXPECT_NE(std::string(error.what()).find(c.named), std::string::npos) << error.what();
-        }
+    const std::pair<const char*, const char*> cases[] = {{"sett 0 1 1", "sett"},
+                                                         {"set 0 1", "usage: set"},
+                                                         {"set 3 1 1", "\"3\""},
+                                                         {"set 0 x 1", "\"x\""},
+                                                         {"set 0 1 4294967296", "4294967296"},
+                                                         {"get 0 9999", "9999"},
+                                                         {"get 0 0", "0"},
+                                                         {"silent 0 maybe", "maybe"},
+                                                         {"fault drop", "NAME=RATE"},
+                                                         {"strike drop", "\"drop\""},
+                                                         {"strike it", "\"it\""},
+                                                         {"unplug now", "usage: unplug"},
+                                                         {"set 0 1 -1", "-1"}};
+    for (const auto& [order, named] : cases) {
+        const std::string said = refusalOf<std::invalid_argument>([&, o = order] { runCommand(bench, o); });
+        EXPECT_TRUE(contains(said, named)) << order << ": " << said;
     }
 }
 

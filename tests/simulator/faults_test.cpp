@@ -1,9 +1,10 @@
-// Faults asked for by name and rate: the text form, and what each kind does to an exchange.
+// Faults asked for by name and rate, or by hand: the text form, and what each kind does to an exchange.
 // A fault that does nothing, or does what another does, would leave the program's recovery untested.
 #include "simulator/faults.h"
 
 #include <algorithm>
 #include <bit>
+#include <map>
 #include <set>
 #include <stdexcept>
 
@@ -12,174 +13,303 @@
 namespace kestrel::simulator::tests {
 namespace {
 
+std::vector<FaultKind> allKinds() {
+    std::vector<FaultKind> all;
+    for (std::size_t i = 0; i < faultKindCount; ++i) all.push_back(static_cast<FaultKind>(i));
+    return all;
+}
+
 TEST(FaultText, ReadsNamesAndRates) {
     const FaultPlan plan = parseFaults("drop=0.01,flip=1,port=0");
     EXPECT_DOUBLE_EQ(plan.rate(FaultKind::Drop), 0.01);
     EXPECT_DOUBLE_EQ(plan.rate(FaultKind::Flip), 1);
-    EXPECT_DOUBLE_EQ(plan.rate(FaultKind::PortLost), 0);
     EXPECT_DOUBLE_EQ(plan.rate(FaultKind::Late), 0);
     EXPECT_DOUBLE_EQ(parseFaults("").rate(FaultKind::Drop), 0);
+    for (const FaultKind kind : allKinds())
+        EXPECT_TRUE(contains(faultHelp(), "  " + std::string(nameOf(kind)) + "  ")) << nameOf(kind);
 }
 
 TEST(FaultText, SaysWhatIsWrong) {
-    const struct {
-        const char* text;
-        const char* named;
-    } cases[] = {{"drap=0.1", "drap"}, {"drop", "NAME=RATE"},     {"drop=", "drop"},       {"drop=1.5", "1.5"},
-                 {"drop=-1", "-1"},    {"drop=0.1x", "\"0.1x\""}, {"drop=nan", "\"nan\""}, {",drop=0.1", "\"\""}};
-    for (const auto& c : cases) {
-        try {
-            parseFaults(c.text);
-            ADD_FAILURE() << c.text;
-        } catch (const std::invalid_argument& error) {
-            EXPECT_NE(std::string(error.what()).find(c.named), std::string::npos) << error.what();
-        }
-    }
+    const std::pair<const char*, const char*> cases[] = {
+        {"drap=0.1", "drap"}, {"drop", "NAME=RATE"},     {"drop=", "drop"},       {"drop=1.5", "1.5"},
+        {"drop=-1", "-1"},    {"drop=0.1x", "\"0.1x\""}, {"drop=nan", "\"nan\""}, {",drop=0.1", "\"\""}};
+    for (const auto& [text, named] : cases)
+        EXPECT_TRUE(contains(refusalOf<std::invalid_argument>([&, t = text] { parseFaults(t); }), named)) << text;
 }
 
-class FaultTest : public testing::Test {
+int differingBits(const Bytes& a, const Bytes& b) {
+    int bits = 0;
+    for (std::size_t i = 0; i < std::min(a.size(), b.size()); ++i) bits += std::popcount(unsigned{a[i]} ^ b[i]);
+    return bits;
+}
+
+class FaultTest : public SimulatorTest {
   protected:
-    MachineOptions with(const std::string& faults, std::uint64_t seed = 1) const {
-        MachineOptions options = installation.options();
-        options.moving = false;
-        options.seed = seed;
+    static constexpr std::uint64_t seeds = 20;
+    static constexpr std::uint32_t old = 40;
+
+    MachineOptions with(const std::string& faults, std::uint64_t seed = 1) {
         options.faults = parseFaults(faults);
+        options.seed = seed;
         return options;
     }
-    const Bytes read = readFrame(Board::Master, Installation::address(Board::Master, 16), 2);
-    const Bytes write = writeFrame(Board::Master, Installation::address(Board::Master, 16), 2, 500);
-    const Bytes goodAck{static_cast<std::uint8_t>(write.back() * 2)};
-    Installation installation;
+    // The boards that are fitted, and no others, work and are at rest; nothing is left of what happened before.
+    void expectSound(Bench& bench) const {
+        EXPECT_TRUE(bench.portOpen() && bench.takeOutput(bench.now).empty());
+        bench.play(options.hotDrinkBoard ? "M1&4 H41=9 H41?9 H1297?0" : "M1~4");
+        bench.play(options.sectorBoard ? "M2&4 S41=9 S41?9 S290?0" : "M2~4");
+        bench.play("M41=9 M41?9 M7~2");
+    }
+    void expectRecovery(Bench& bench) const {
+        bench.setFaults({});
+        bench.wait(15 * second);
+        bench.takeOutput(bench.now);
+        expectSound(bench);
+    }
+    Bytes replyWith(const std::string& faults, std::uint64_t seed, Micros wait = second) {
+        Bench bench(with(faults, seed));
+        bench.setValue(Master, 16, 500);
+        return bench.exchange(read, wait);
+    }
+    const Bytes read = readFrame(Master, 16);
+    const Bytes write = writeFrame(Master, 16, 500);
+    const Bytes whole{0xF4, 0x01, 0xF5};  // reply to `read` after `write`
 };
 
-// Whatever the fault, the board's value afterwards is the old or the new one, and the machine recovers when it ends.
+// Whatever the fault, it is told, the board's value is one that follows from it, and all is well when it has ended.
 TEST_F(FaultTest, EachKindShowsItselfAndPasses) {
-    for (const std::string kind :
-         {"silent", "slow", "late", "drop", "extra", "flip", "ack", "echo", "noise", "reset", "lost", "port"}) {
-        for (std::uint64_t seed = 1; seed <= 8; ++seed) {
-            Machine machine(with(kind + "=1", seed));
-            std::string note;
-            machine.onExchange = [&](const Exchange& e) { note = e.note; };
-            Pc pc(machine);
-            const auto before = machine.value(Board::Master, 16);
-            const Bytes reply = pc.exchange(write, 45 * millisecond);
-            EXPECT_EQ(note, kind);
-            EXPECT_NE(hexOf(reply), hexOf(goodAck)) << kind << " left the exchange as it was";
-            const auto value = machine.value(Board::Master, 16);
-            EXPECT_TRUE(value == before || value == 500) << kind;
-
-            machine.setFaults({});
-            pc.wait(15 * second);
-            EXPECT_TRUE(machine.portOpen());
-            machine.takeOutput(pc.now);
-            EXPECT_EQ(pc.exchange(write), goodAck) << kind;
-            EXPECT_EQ(machine.value(Board::Master, 1) & 4, 4U);
+    const struct {
+        std::vector<std::string> kinds;
+        bool acknowledged;
+        std::set<std::uint32_t> values;  // each of them, with one seed or another
+    } cases[] = {
+        {{"slow", "late", "drop", "extra", "flip", "ack", "echo", "noise", "collide", "busy", "stream"}, false, {500}},
+        {{"reset", "lost", "port"}, false, {old}},
+        {{"silent"}, false, {old, 500}},
+        {{"noeffect"}, true, {old}},
+        {{"clamp"}, true, {250}},
+        {{"change", "swap"}, true, {500}},
+    };
+    for (const auto& c : cases) {
+        for (const std::string& kind : c.kinds) {
+            std::set<std::uint32_t> values;
+            for (std::uint64_t seed = 1; seed <= 8; ++seed) {
+                SCOPED_TRACE(kind + ", seed " + std::to_string(seed));
+                Bench bench(with(kind + "=1", seed));
+                bench.setValue(Master, 16, old);
+                std::string note;
+                bench.onExchange = [&](const Exchange& e) { note = e.note; };
+                const Bytes reply = bench.exchange(write, 45 * millisecond);
+                EXPECT_EQ(note, kind);
+                EXPECT_EQ(reply == goodAck(write), c.acknowledged) << hexOf(reply);
+                values.insert(bench.value(Master, 16));
+                expectRecovery(bench);
+            }
+            EXPECT_EQ(values, c.values) << kind;
         }
     }
 }
 
 TEST_F(FaultTest, RepliesAreSpoiledAsTheirKindSays) {
-    const Bytes whole{0xF4, 0x01, 0xF5};
-    const auto replyWith = [&](const std::string& faults, std::uint64_t seed, Micros wait) {
-        Machine machine(with(faults, seed));
-        machine.setValue(Board::Master, 16, 500);
-        Pc pc(machine);
-        return pc.exchange(read, wait);
-    };
-    std::set<std::string> extras;
-    for (std::uint64_t seed = 1; seed <= 20; ++seed) {
-        EXPECT_EQ(replyWith("drop=1", seed, second).size(), 2U);
-        EXPECT_EQ(replyWith("late=1", seed, 999 * millisecond).size(), 0U);
-        EXPECT_EQ(replyWith("late=1", seed, 6 * second), whole);
-        EXPECT_EQ(replyWith("slow=1", seed, 99 * millisecond).size(), 0U);
-        EXPECT_EQ(replyWith("slow=1", seed, 950 * millisecond), whole);
-        extras.insert(hexOf(replyWith("extra=1", seed, second)));
-
-        const Bytes flipped = replyWith("flip=1", seed, second);
-        ASSERT_EQ(flipped.size(), whole.size());
-        int bits = 0;
-        for (std::size_t i = 0; i < whole.size(); ++i) {
-            bits += std::popcount(static_cast<unsigned>(whole[i] ^ flipped[i]));
+    Bytes echoed = read;
+    echoed.insert(echoed.end(), whole.begin(), whole.end());
+    const struct {
+        const char* faults;
+        Micros wait;
+        Bytes reply;
+    } exact[] = {{"late=1", 999 * millisecond, {}}, {"late=1", 6 * second, whole},
+                 {"slow=1", 99 * millisecond, {}},  {"slow=1", 950 * millisecond, whole},
+                 {"busy=1", 199 * millisecond, {}}, {"busy=1", 6100 * millisecond, whole},
+                 {"echo=1", second, echoed},        {"ack=1,noeffect=1,clamp=1", second, whole}};
+    const std::map<std::string, std::size_t> sizes{{"drop", 2}, {"extra", 4}, {"flip", 3}, {"collide", 3}};
+    std::map<std::string, std::set<std::string>> seen;
+    for (std::uint64_t seed = 1; seed <= seeds; ++seed) {
+        for (const auto& c : exact) EXPECT_EQ(hexOf(replyWith(c.faults, seed, c.wait)), hexOf(c.reply)) << c.faults;
+        EXPECT_EQ(differingBits(replyWith("flip=1", seed), whole), 1);
+        EXPECT_EQ(hexOf(replyWith("noise=1", seed)).rfind(hexOf(whole) + ' ', 0), 0U);
+        for (const auto& [fault, size] : sizes) {
+            const Bytes reply = replyWith(fault + "=1", seed);
+            EXPECT_EQ(reply.size(), size) << fault;
+            seen[fault].insert(hexOf(reply));
         }
-        EXPECT_EQ(bits, 1);
-
-        Bytes echoed = read;
-        echoed.insert(echoed.end(), whole.begin(), whole.end());
-        EXPECT_EQ(replyWith("echo=1", seed, second), echoed);
-
-        const Bytes noisy = replyWith("noise=1", seed, second);
-        ASSERT_GT(noisy.size(), whole.size());
-        EXPECT_EQ(hexOf(noisy).rfind(hexOf(whole), 0), 0U);
     }
-    for (const std::string& extra : extras) EXPECT_EQ(extra.size(), std::string("00 00 00 00").size());
-    EXPECT_GT(extras.size(), 3U) << "the byte too many must not always be the same";
+    for (const auto& [fault, replies] : seen)
+        EXPECT_GT(replies.size(), fault == "drop" ? 2U : 3U) << fault << " is always the same";
 }
 
-TEST_F(FaultTest, SilenceIsARequestOrAReplyThatWasLost) {
-    std::set<std::uint32_t> values;
-    for (std::uint64_t seed = 1; seed <= 20; ++seed) {
-        Machine machine(with("silent=1", seed));
-        machine.setValue(Board::Master, 16, 0);
-        EXPECT_TRUE(Pc(machine).exchange(write).empty());
-        values.insert(machine.value(Board::Master, 16));
+// Values whose bytes are alike, or that have but one, are wrong all the same; acknowledgements are left alone.
+TEST_F(FaultTest, BlindErrorsPassTheSumOfEveryReply) {
+    EXPECT_EQ(Bench(with("blind=1")).exchange(write), goodAck(write));
+    for (const std::uint32_t value : {0U, 0x77U, 0x0505U, 500U})
+        for (const int parameter : {16, 7, 159})
+            for (std::uint64_t seed = 1; seed <= seeds; ++seed) {
+                Bench bench(with("blind=1", seed));
+                bench.setValue(Master, parameter, value);
+                EXPECT_NE(bench.read(Master, parameter), bench.value(Master, parameter)) << parameter;
+            }
+}
+
+// The boards take nothing from it, and nothing of it is left for the request that follows after a pause.
+TEST_F(FaultTest, RequestsLoseABitOrTheirEnd) {
+    std::map<std::string, int> heard;  // requests that the boards made something of
+    for (const std::string fault : {"request", "part"}) {
+        for (std::uint64_t seed = 1; seed <= seeds; ++seed) {
+            Bench bench(with(fault + "=1", seed));
+            bench.setValue(Master, 16, old);
+            bench.onExchange = [&](const Exchange& e) {
+                EXPECT_TRUE(contains(e.note, fault + ", ")) << e.note;
+                EXPECT_EQ(differingBits(e.request.raw, write), 1) << hexOf(e.request.raw);
+                ++heard[fault];
+            };
+            EXPECT_TRUE(bench.exchange(write).empty());
+            EXPECT_EQ(bench.value(Master, 16), old);
+            bench.onExchange = [](const Exchange& e) { EXPECT_EQ(e.note, ""); };
+            bench.setFaults({});
+            EXPECT_EQ(bench.exchange(write), goodAck(write));
+        }
     }
-    EXPECT_EQ(values, (std::set<std::uint32_t>{0, 500}));
+    EXPECT_GT(heard["request"], 10);
+    EXPECT_EQ(heard["part"], 0);
+    // Without a pause the parts run together, so something of them does arrive.
+    Bench bench(with("part=1"));
+    bench.onExchange = [&](const Exchange&) { ++heard["part"]; };
+    for (int i = 0; i < 30; ++i) bench.exchange(write, 10 * millisecond);
+    EXPECT_GT(heard["part"], 0);
+}
+
+TEST_F(FaultTest, StreamIsEndlessForAWhileAndLetsRepliesThrough) {
+    std::set<std::size_t> lengths;
+    for (std::uint64_t seed = 1; seed <= seeds; ++seed) {
+        Bench bench(with("", seed));
+        bench.setValue(Master, 16, 500);
+        for (int i = 0; i < 3; ++i) bench.strike(FaultKind::Stream);
+        Bytes all = bench.exchange(read, 40 * millisecond);
+        EXPECT_GT(all.size(), 60U) << "the line is never free";
+        const Bytes rest = bench.exchange({}, 1600 * millisecond);
+        all.insert(all.end(), rest.begin(), rest.end());
+        EXPECT_NE(std::search(all.begin(), all.end(), whole.begin(), whole.end()), all.end());
+        lengths.insert(all.size() / 400);
+        expectSound(bench);
+    }
+    EXPECT_GT(lengths.size(), 2U);
+}
+
+TEST_F(FaultTest, BoardsChangeWhatWasAskedForLastAndSwapAllTheirMemory) {
+    std::set<std::uint32_t> changed;
+    for (std::uint64_t seed = 1; seed <= seeds; ++seed) {
+        Bench bench(with("", seed));
+        bench.strike(FaultKind::Change);  // nothing has been asked for
+        bench.play("S71=5000");
+        bench.strike(FaultKind::Change);
+        changed.insert(bench.read(Sector, 71));
+        for (const auto& [board, last] : {std::pair{Master, 400}, {HotDrink, 1480}, {Sector, 300}}) {
+            bench.setFaults(parseFaults("swap=1"));
+            const auto report = bench.value(Master, 1);
+            std::map<int, std::uint32_t> before;
+            for (int n = 1; n <= last; ++n) before[n] = bench.value(board, n);
+            bench.read(Master, 1);
+            int same = 0;
+            for (int n = 1; n <= last; ++n) same += bench.value(board, n) == before[n] ? 1 : 0;
+            EXPECT_LT(same, last / 20);
+            EXPECT_EQ(bench.value(Master, 1), report);
+        }
+        // What a board says of itself is no memory.
+        for (const char* report : {"M1?4", "M2?4", "H1297?0", "S290?0"}) {
+            bench.setFaults({});
+            bench.play(report);
+            bench.strike(FaultKind::Change);
+            bench.play(report);
+        }
+        expectSound(bench);
+    }
+    EXPECT_LT(*changed.rbegin(), 256U);
+    EXPECT_GT(changed.size(), seeds / 2);
+}
+
+// By hand, whatever boards there are: it happens at once, it ends, and no board that is not there is heard of.
+TEST_F(FaultTest, StrikesByHandWithoutAnExchange) {
+    const std::set<FaultKind> seenAtOnce{FaultKind::Noise,    FaultKind::Reset, FaultKind::BoardLost,
+                                         FaultKind::PortLost, FaultKind::Busy,  FaultKind::Stream};
+    const std::set<FaultKind> unseen{FaultKind::Change, FaultKind::Swap};
+    for (const bool slaves : {true, false}) {
+        options.hotDrinkBoard = options.sectorBoard = slaves;
+        for (const FaultKind kind : allKinds()) {
+            for (std::uint64_t seed = 1; seed <= seeds; ++seed) {
+                SCOPED_TRACE(std::string(nameOf(kind)) + ", seed " + std::to_string(seed));
+                Bench bench(with("", seed));
+                bench.wait(minute);
+                const std::string said = refusalOf<std::invalid_argument>([&] { bench.strike(kind); });
+                EXPECT_EQ(said == "taken", seenAtOnce.contains(kind) || unseen.contains(kind)) << said;
+                bool isSeen = false;
+                for (const Board board : {Sector, HotDrink, Master})
+                    if (bench.fitted(board))
+                        isSeen = bench.exchange(readFrame(board, 7), 20 * millisecond).size() != 2 || isSeen;
+                EXPECT_EQ(isSeen, seenAtOnce.contains(kind));
+                EXPECT_EQ(bench.portOpen(), kind != FaultKind::PortLost);
+                const std::size_t late = bench.exchange({}, 6 * second).size();
+                EXPECT_TRUE(kind != FaultKind::Busy || late == (slaves ? 6 : 2)) << "all is answered in the end";
+                expectRecovery(bench);
+            }
+        }
+    }
 }
 
 TEST_F(FaultTest, LostBoardIsMissingInItsPresenceWord) {
-    Machine machine(with("lost=1"));
-    Pc pc(machine);
-    EXPECT_TRUE(pc.exchange(readFrame(Board::Sector, Installation::address(Board::Sector, 1), 1)).empty());
-    machine.setFaults({});
-    EXPECT_EQ(pc.read(Board::Master, 2) & 4, 0U);
-    EXPECT_EQ(pc.read(Board::Master, 1) & 4, 4U);
-    pc.wait(11 * second);
-    EXPECT_EQ(pc.read(Board::Master, 2) & 4, 4U);
+    Bench bench(with("lost=1"));
+    EXPECT_TRUE(bench.exchange(readFrame(Sector, 1)).empty());
+    bench.setFaults({});
+    bench.play("M2?0 M1?4 +11 M2?4");
+}
+
+TEST_F(FaultTest, LatencyHoldsBytesBackAndLosesNone) {
+    for (const Micros latency : {millisecond, 16 * millisecond, 250 * millisecond}) {
+        options.latency = latency;
+        Bench bench(options);
+        bench.setValue(Master, 159, 0x01020304);
+        bench.send(0, readFrame(Master, 159));
+        Bytes all;
+        for (Micros now = 0; now < second; now += millisecond) {
+            EXPECT_EQ(bench.nextOutput().value_or(0) % latency, 0);
+            const Bytes piece = bench.takeOutput(now);
+            EXPECT_TRUE(piece.empty() || now % latency == 0) << now;
+            all.insert(all.end(), piece.begin(), piece.end());
+        }
+        EXPECT_EQ(hexOf(all), "04 03 02 01 0A") << latency;
+    }
 }
 
 // Two hours of a bad line with everything at once, garbage from the PC included; then the machine is as good as new.
 TEST_F(FaultTest, SurvivesEverythingAtOnce) {
-    MachineOptions options = with(
-        "silent=0.05,slow=0.05,late=0.05,drop=0.1,extra=0.1,flip=0.1,ack=0.1,echo=0.1,noise=0.2,reset=0.01,lost=0.01,"
-        "port=0.01");
     options.moving = true;
-    Machine machine(options);
+    Bench bench(options);
+    FaultPlan plan;
+    for (const FaultKind kind : allKinds()) plan.setRate(kind, kind < FaultKind::Reset ? 0.1 : 0.01);
+    bench.setFaults(plan);
     Random chance(7, Stream::Faults, 99);
-    Pc pc(machine);
     for (int i = 0; i < 20'000; ++i) {
         const Board board = allBoards[static_cast<std::size_t>(chance.between(0, 2))];
         const int parameter = static_cast<int>(chance.between(1, 300));
-        const int width = Installation::width(board, parameter);
-        const auto value = static_cast<std::uint32_t>(chance.between(0, 255));
-        Bytes frame = chance.chance(0.5) ? readFrame(board, Installation::address(board, parameter), width)
-                                         : writeFrame(board, Installation::address(board, parameter), width, value);
-        if (chance.chance(0.2))
-            frame[static_cast<std::size_t>(chance.between(0, 4))] = static_cast<std::uint8_t>(value);
-        EXPECT_LT(pc.exchange(frame, chance.between(0, 700) * millisecond).size(), 100U);
+        Bytes frame = chance.chance(0.5) ? readFrame(board, parameter) : writeFrame(board, parameter, chance.byte());
+        if (chance.chance(0.2)) frame[static_cast<std::size_t>(chance.between(0, 4))] = chance.byte();
+        EXPECT_LT(bench.exchange(frame, chance.between(0, 700) * millisecond).size(), 3000U);
     }
-    machine.setFaults({});
-    pc.wait(20 * second);
-    machine.takeOutput(pc.now);
-    for (const Board board : allBoards) {
-        EXPECT_TRUE(pc.write(board, 41, 9));
-        EXPECT_EQ(pc.read(board, 41), 9U);
-    }
+    bench.setFaults({});
+    bench.wait(20 * second);
+    bench.takeOutput(bench.now);
+    bench.play("M41=9 M41?9 H41=9 H41?9 S41=9 S41?9");
 }
 
 TEST_F(FaultTest, OneKindMoreLeavesTheOthersAsTheyWere) {
     const auto struck = [&](const std::string& faults) {
-        Machine machine(with(faults));
+        Bench bench(with(faults));
         std::vector<bool> dropped;
-        machine.onExchange = [&](const Exchange& e) { dropped.push_back(e.note.find("drop") != std::string::npos); };
-        Pc pc(machine);
-        for (int i = 0; i < 200; ++i) pc.exchange(read, 100 * millisecond);
+        bench.onExchange = [&](const Exchange& e) { dropped.push_back(contains(e.note, "drop")); };
+        for (int i = 0; i < 200; ++i) bench.exchange(read, 100 * millisecond);
         return dropped;
     };
     const auto alone = struck("drop=0.3");
     EXPECT_EQ(alone, struck("drop=0.3,flip=0.5,extra=0.5"));
-    const auto count = std::count(alone.begin(), alone.end(), true);
-    EXPECT_GT(count, 30);
-    EXPECT_LT(count, 90);
+    EXPECT_NEAR(static_cast<double>(std::count(alone.begin(), alone.end(), true)), 60, 30);
 }
 
 }  // namespace

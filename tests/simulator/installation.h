@@ -12,55 +12,60 @@
 
 namespace kestrel::simulator::tests {
 
+using enum Board;
+
 struct Entry {
     std::uint32_t address;
     int width;
     std::uint32_t preload;
 };
 
-class Installation {
-  public:
-    Installation();  // identity and parameter files of all three boards, every parameter with preload 0
-    ~Installation();
-    Installation(const Installation&) = delete;
-    Installation& operator=(const Installation&) = delete;
+class SimulatorTest : public testing::Test {
+  protected:
+    SimulatorTest();  // identity and parameter files of all three boards, every parameter with preload 0
+    ~SimulatorTest() override;
 
-    const std::filesystem::path& directory() const { return directory_; }
     void writeParameters(const std::string& name, const std::vector<Entry>& entries) const;
-    void writeIdentity(const std::string& name, const std::vector<Entry>& entries) const;
-    void writeRaw(const std::string& name, const Bytes& bytes) const;
 
-    MachineOptions options() const;
-
-    static std::uint32_t address(Board board, int parameter);
-    static std::uint32_t identityAddress(Board board, int record);
-    static int width(Board board, int parameter);
-
-  private:
-    std::filesystem::path directory_;
+    MachineOptions options;  // at rest: nothing happens by itself but the clock
 };
+
+int widthOf(Board board, int parameter);
 
 // The frames of a PC, built by hand.
-Bytes readFrame(Board board, std::uint32_t address, int width);
-Bytes writeFrame(Board board, std::uint32_t address, int width, std::uint32_t value);
+Bytes readFrame(Board board, int parameter);
+Bytes writeFrame(Board board, int parameter, std::uint32_t value);
+Bytes goodAck(const Bytes& write);
 
-// A PC that sends one frame at a time and waits up to a second for what comes back.
-class Pc {
+// A machine and the PC before it, which sends one frame at a time.
+class Bench : public Machine {
   public:
-    explicit Pc(Machine& machine) : machine_(machine) {}
+    using Machine::Machine;
 
+    // What came back within the time.
     Bytes exchange(const Bytes& frame, Micros wait = second);
-    // The value of a parameter, or of an identity record, as read over the line; fails the test on a bad reply.
+    // The value of a parameter as read over the line; fails the test on a bad reply.
     std::uint32_t read(Board board, int parameter);
-    std::uint32_t readIdentity(Board board, int record);
     bool write(Board board, int parameter, std::uint32_t value);  // true when rightly acknowledged
     void wait(Micros time);
+    // Steps, a word each: "H2=60" writes parameter 2 of the hot-drink board (M: master, S: sector), "H2?60" reads it
+    // and compares, "H!" restarts the board, "+40" lets as many seconds pass.
+    void play(const std::string& steps);
 
     Micros now = 0;
-
-  private:
-    std::uint32_t readAt(Board board, std::uint32_t address, int width);
-    Machine& machine_;
 };
+
+bool contains(const std::string& text, const std::string& part);
+
+// Tells what the order is refused with, which must be an Error; "taken" when it is not.
+template <typename Error, typename Order>
+std::string refusalOf(Order order) {
+    try {
+        order();
+    } catch (const Error& error) {
+        return error.what();
+    }
+    return "taken";
+}
 
 }  // namespace kestrel::simulator::tests

@@ -1,0 +1,274 @@
+// Every fault of the line and of the boards, on a real port: the window answers, the process lives, and once it is over
+// the page shows what the boards hold.
+#include <QElapsedTimer>
+#include <QProcess>
+#include <QTimer>
+#include <algorithm>
+#include <csignal>
+#include <cstdio>
+#include <fstream>
+#include <utility>
+
+#include "link/fan_out.h"
+#include "link/link_engine.h"
+#include "session.h"
+#include "shell/main_window.h"
+#include "wire.h"
+#include "witness.h"
+
+namespace kestrel::testing {
+namespace {
+
+constexpr int BackWithin = 2000;
+constexpr int AnswersWithin = 100;
+
+bool isWaiting() { return !Link().LinkIdle; }
+
+/// Milliseconds for which this thread was ready to run and other programs had the processor: no fault of the program.
+qint64 heldUpByOthers() {
+    qint64 ran = 0;
+    qint64 waited = 0;
+    std::ifstream("/proc/thread-self/schedstat") >> ran >> waited;
+    return waited / 1'000'000;
+}
+
+struct Fault {
+    const char* orders;  ///< to the board program
+    int lastsOn;         ///< milliseconds for which it may go on by itself after healing
+};
+
+/// The first of them live for a moment in every run of the tests, all of them for seconds in a long one.
+constexpr Fault Faults[] = {
+    {"fault request=0.3,part=0.3", 1000},
+    {"strike swap\nfault noeffect=0.3,clamp=0.3,change=0.3,echo=0.3,collide=0.3", 0},
+    {"fault stream=1", 1500},
+    {"strike busy", 6000},
+    {"fault request=1", 1000},
+    {"fault part=1", 1000},
+    {"fault noeffect=1", 0},
+    {"fault clamp=1", 0},
+    {"fault echo=1", 0},
+    {"fault collide=1", 0},
+    {"fault blind=0.5", 0},
+    {"fault silent=1", 1000},
+    {"fault drop=1", 1000},
+    {"fault busy=0.2", 6000},
+    {"fault late=0.5", 5000},
+};
+constexpr std::size_t AlwaysLived = 3;
+
+class LineFaults : public Session {
+  protected:
+    using Session::Session;
+
+    static bool works() { return notice().empty() && Link().Comm1->PortOpen(); }
+    /// A step of the first bar, made when what was changed before is settled and the board is said to be there.
+    bool stepIsConfirmedIn(FrmTempi& page, int within = BackWithin) {
+        QElapsedTimer clock;
+        clock.start();
+        const auto isAtRest = [&] { return !page.HScroll1[0].waiting() && page.HScroll1[0].Enabled; };
+        if (!QTest::qWaitFor(isAtRest, within)) return false;
+        const bool up = page.HScroll1[0].Value < 100;
+        return stepIsConfirmed(page, up ? Qt::Key_Right : Qt::Key_Left, up ? 1 : -1,
+                               within - static_cast<int>(clock.elapsed()));
+    }
+    FrmTempi& reopenTimes() {
+        if (Page* page = FindLoadedPage("FrmTempi")) page->UserClose();
+        return openTimes();
+    }
+    void expectAllIsWell(int within = BackWithin) {
+        FrmTempi& page = reopenTimes();
+        EXPECT_TRUE(stepIsConfirmedIn(page, within));
+        EXPECT_TRUE(eventually([&] { return showsTheBoards(page); }));
+        EXPECT_EQ(notice(), "");
+        EXPECT_EQ(witness.boxes, 0);
+    }
+    /// The longest time, in milliseconds, for which the window did not answer while somebody worked at it.
+    qint64 liveWith(const Fault& fault, FrmTempi& page) {
+        QElapsedTimer clock;
+        qint64 longest = 0;
+        QTimer heart;
+        qint64 heldUp = heldUpByOthers();
+        QObject::connect(&heart, &QTimer::timeout, &heart, [&] {
+            const qint64 before = std::exchange(heldUp, heldUpByOthers());
+            longest = std::max(longest, clock.restart() - (heldUp - before));
+        });
+        board.tell(fault.orders);
+        clock.start();
+        heart.start(10);
+        for (int i = 0; i < (isLongRun() ? 10 : 1); ++i) {
+            QTest::keyClick(&firstBar(page), page.HScroll1[0].Value < 100 ? Qt::Key_Right : Qt::Key_Left);
+            QTest::qWait(500);
+        }
+        return longest;
+    }
+
+    Witness witness;
+};
+
+TEST_F(LineFaults, PassAndLeaveNothingBehind) {
+    FrmTempi* page = &openTimes();
+    const int descriptors = openDescriptors();
+    const int fired = isLongRun() ? witness.timersFiredAtRest() : 0;
+    for (std::size_t i = 0; i < (isLongRun() ? std::size(Faults) : AlwaysLived); ++i) {
+        const Fault& fault = Faults[i];
+        SCOPED_TRACE(fault.orders);
+        const qint64 unanswered = liveWith(fault, *page);
+        EXPECT_LT(unanswered, AnswersWithin);
+        QElapsedTimer healed;
+        healed.start();
+        board.tell("fault");
+        EXPECT_TRUE(stepIsConfirmedIn(*page, BackWithin + fault.lastsOn));
+        std::printf("answers within %lld ms, a step confirmed %lld ms after healing: %s\n",
+                    static_cast<long long>(unanswered), static_cast<long long>(healed.elapsed()), fault.orders);
+        page = &reopenTimes();
+        EXPECT_TRUE(eventually([&] { return showsTheBoards(*page); }));
+        EXPECT_EQ(notice(), "");
+    }
+    EXPECT_EQ(witness.boxes, 0);
+    EXPECT_EQ(openDescriptors(), descriptors);
+    EXPECT_LE(isLongRun() ? witness.timersFiredAtRest() : 0, fired * 1.3);
+}
+
+TEST_F(LineFaults, BoardIsFoundAgainBehindOtherDevicesAndNames) {
+    if (!isLongRun()) GTEST_SKIP() << "in a long run only";
+    const auto unplug = [&] {
+        board.tell("unplug");
+        EXPECT_TRUE(eventually([] { return !notice().empty(); }));
+        std::filesystem::remove(second);
+    };
+    const auto plugUnderTheOtherName = [&] {
+        board.tell("plug");
+        // No event runs until the old name is gone again: the program does not get to see it.
+        for (int ms = 0; ms < Soon && !std::filesystem::exists(board.device()); ++ms) QThread::msleep(1);
+        std::filesystem::rename(board.device(), second);
+    };
+    unplug();
+    plugUnderTheOtherName();
+    QTest::qWait(BackWithin);
+    EXPECT_NE(notice(), "") << "the program stays with the port that was chosen";
+    MDIForm1().mnuCox(2).UserClick();
+    EXPECT_TRUE(QTest::qWaitFor(works, BackWithin));
+    expectAllIsWell();
+    {
+        const Wire sendingAllBack(board.device());
+        MDIForm1().mnuCox(1).UserClick();
+        EXPECT_TRUE(MDIForm1().mnuCox(2).Checked) << "the search goes on to the port that has a board";
+        EXPECT_FALSE(MDIForm1().mnuCox(1).Enabled);
+        expectAllIsWell();
+    }
+    unplug();
+    {
+        const Wire inItsPlace(second);
+        witness.errors = 0;
+        EXPECT_TRUE(eventually([&] { return witness.errors >= 2; })) << "the lamp tells";
+    }
+    plugUnderTheOtherName();
+    EXPECT_TRUE(QTest::qWaitFor(works, BackWithin));
+    expectAllIsWell();
+}
+
+TEST_F(LineFaults, OtherPortMayBeChosenInTheMiddleOfAnExchange) {
+    BoardProcess other(installation.program(), {}, SecondLine);
+    other.tell("set 1 1143 99");
+    MDIForm1().entry("smnuTempi").UserClick();
+    const int descriptors = openDescriptors();
+    for (int round = 0; round < (isLongRun() ? 20 : 1); ++round) {
+        const bool toOther = round % 2 == 0;
+        BoardProcess& left = toOther ? board : other;
+        const qsizetype slow = left.exchanges({QStringLiteral("slow")}).size();
+        left.tell("fault slow=1");
+        ASSERT_TRUE(eventually([&] { return isWaiting() && left.exchanges({QStringLiteral("slow")}).size() > slow; }));
+        MDIForm1().mnuCox(toOther ? 2 : 1).UserClick();
+        left.tell("fault");
+        const qsizetype before = left.exchanges().size();
+        const int held = (toOther ? other : board).value(HotDrinkBoard, BrewingWater).value_or(-1);
+        FrmTempi& page = reopenTimes();
+        EXPECT_TRUE(eventually([&] { return page.HScroll1[0].Value == held; })) << round;
+        EXPECT_EQ(left.exchanges().size(), before) << "no frame goes out on the port that was left";
+        EXPECT_EQ(notice(), "");
+    }
+    EXPECT_EQ(openDescriptors(), descriptors);
+}
+
+TEST_F(LineFaults, AddressThatNoBoardKnowsKeepsTheLineUntilItsPageCloses) {
+    // The board has read its files; the program reads them anew, and in them one parameter lies elsewhere.
+    stop();
+    constexpr int RecordBytes = 9;
+    std::fstream(installation.program() / "W0292AP07.inx", std::ios::in | std::ios::out | std::ios::binary)
+        .seekp(RecordBytes * (BrewingWater - 1))
+        .write("\x7F\x7F", 2);
+    start();
+    MDIForm1().entry("smnuTempi").UserClick();
+    const auto unanswered = [&] { return board.exchanges({QStringLiteral("unknown")}).size(); };
+    ASSERT_TRUE(eventually([&] { return unanswered() > 0; }));
+    const int seconds = isLongRun() ? 10 : 1;
+    QTest::qWait(1000 * seconds + 300);
+    EXPECT_NEAR(static_cast<double>(unanswered()), seconds + 1, 0.1 * seconds) << "a frame a second";
+    FindLoadedPage("FrmTempi")->UserClose();
+    MDIForm1().entry("ssmnuTotali").UserClick();
+    EXPECT_TRUE(eventually([] { return FindLoadedPage("FrmTotali")->arrivals() > 10; }));
+    EXPECT_EQ(witness.boxes, 0);
+}
+
+class Latency : public LineFaults, public ::testing::WithParamInterface<const char*> {
+  protected:
+    Latency() : LineFaults({QStringLiteral("--latency"), QLatin1String(GetParam())}) {}
+};
+
+TEST_P(Latency, AndRepliesInPiecesMakeItSlowerOnly) {
+    witness.errors = 0;
+    FrmTempi& page = openTimes(2 * Soon);
+    EXPECT_TRUE(eventually([&] { return showsTheBoards(page); }));
+    for (int parameter = BrewingWater; parameter <= BrewingWaterShadow; ++parameter)
+        EXPECT_EQ(board.exchanges({QStringLiteral("hot-drink"), QString::number(parameter)}).size(), 1) << parameter;
+    EXPECT_TRUE(stepIsConfirmedIn(page));
+    EXPECT_EQ(writes(BrewingWater).size(), 1);
+    const Wire inPieces(second, board.device());
+    MDIForm1().mnuCox(2).UserClick();
+    page.UserClose();
+    EXPECT_TRUE(eventually([&] { return showsTheBoards(openTimes(2 * Soon)); }));
+    EXPECT_TRUE(MDIForm1().mnuCox(2).Checked);
+    EXPECT_EQ(witness.errors, 0);
+}
+
+std::vector<const char*> latencies() { return isLongRun() ? std::vector{"1", "16", "250"} : std::vector{"16"}; }
+
+INSTANTIATE_TEST_SUITE_P(LineFaults, Latency, ::testing::ValuesIn(latencies()),
+                         [](const auto& row) { return std::string(row.param); });
+
+/// When the board heard each exchange, in seconds.
+std::vector<double> timesOf(const QStringList& exchanges) {
+    std::vector<double> times;
+    for (const QString& line : exchanges) times.push_back(line.split(u' ', Qt::SkipEmptyParts).first().toDouble());
+    return times;
+}
+
+TEST(Suspend, IsFollowedByNoBurst) {
+    const Installation installation;
+    BoardProcess board(installation.program());
+    QProcess program;
+    program.start(
+        QStringLiteral(KESTREL_INSTALLATION "/kestrel"),
+        {QStringLiteral("--directory"), QString::fromStdString(installation.program()), QStringLiteral("--com"),
+         u"1="_qs + QString::fromStdString(board.device()), QStringLiteral("--open"), QStringLiteral("FrmTempi")});
+    ASSERT_TRUE(program.waitForStarted());
+    const auto pid = static_cast<pid_t>(program.processId());
+    const QStringList filling{QStringLiteral("hot-drink"), QStringLiteral("1144")};
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !board.exchanges(filling).isEmpty(); }, 10000));
+    for (int i = 0; i < (isLongRun() ? 10 : 1); ++i) {
+        kill(pid, SIGSTOP);
+        QTest::qWait(isLongRun() ? 5000 : 2000);
+        const qsizetype before = board.exchanges().size();
+        kill(pid, SIGCONT);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return board.exchanges().size() > before + 3; }, 5000));
+        const std::vector<double> times = timesOf(board.exchanges().mid(before));
+        for (std::size_t n = 1; n < times.size(); ++n) EXPECT_GT(times[n] - times[n - 1], 0.025) << n;
+    }
+    EXPECT_EQ(program.state(), QProcess::Running);
+    program.terminate();
+    EXPECT_TRUE(program.waitForFinished(3000) && program.exitStatus() == QProcess::NormalExit);
+}
+
+}  // namespace
+}  // namespace kestrel::testing

@@ -1,0 +1,69 @@
+// A line of the test's own.
+// See wire.h.
+#include "wire.h"
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <poll.h>
+#include <termios.h>
+#include <unistd.h>
+
+#include <array>
+#include <cstdlib>
+#include <utility>
+
+namespace kestrel::testing {
+
+namespace {
+
+constexpr int LookEveryMs = 10;
+constexpr useconds_t PauseUs = 20'000;
+
+int openRaw(const char* device) {
+    const int descriptor = open(device, O_RDWR | O_NOCTTY);
+    termios raw{};
+    EXPECT_EQ(tcgetattr(descriptor, &raw), 0) << device;
+    cfmakeraw(&raw);
+    EXPECT_EQ(tcsetattr(descriptor, TCSANOW, &raw), 0) << device;
+    return descriptor;
+}
+
+}  // namespace
+
+Wire::Wire(std::filesystem::path link, std::string device)
+    : link_(std::move(link)), device_(std::move(device)), near_(posix_openpt(O_RDWR | O_NOCTTY)) {
+    EXPECT_TRUE(grantpt(near_) == 0 && unlockpt(near_) == 0);
+    held_ = openRaw(ptsname(near_));
+    std::filesystem::create_symlink(ptsname(near_), link_);
+    thread_ = std::thread([this] { carry(); });
+}
+
+Wire::~Wire() {
+    ends_ = true;
+    thread_.join();
+    std::filesystem::remove(link_);
+    for (const int descriptor : {near_, held_, far_})
+        if (descriptor >= 0) close(descriptor);
+}
+
+void Wire::carry() {
+    std::array<char, 256> bytes;
+    while (!ends_) {
+        pollfd ready[] = {{near_, POLLIN, 0}, {far_, POLLIN, 0}};
+        poll(ready, 2, LookEveryMs);
+        for (const pollfd& from : ready) {
+            const ssize_t count = (from.revents & POLLIN) != 0 ? read(from.fd, bytes.data(), bytes.size()) : 0;
+            const bool isReply = from.fd == far_;
+            if (count > 0 && far_ < 0 && !device_.empty()) {
+                usleep(PauseUs);  // the board has seen by then that the program left the device
+                far_ = openRaw(device_.c_str());
+            }
+            for (ssize_t i = 0; i < count; ++i) {
+                if (isReply) usleep(PauseUs);
+                if (write(isReply || far_ < 0 ? near_ : far_, &bytes[static_cast<std::size_t>(i)], 1) < 0) return;
+            }
+        }
+    }
+}
+
+}  // namespace kestrel::testing

@@ -1,0 +1,33 @@
+// A line of the test's own: a pseudo-terminal that leads to a device, or into nothing.
+// It works on a thread of its own, since the program may wait for a reply without running its events.
+#pragma once
+
+#include <atomic>
+#include <filesystem>
+#include <string>
+#include <thread>
+
+namespace kestrel::testing {
+
+class Wire {
+  public:
+    /// The program's end is found at `link`. The device is opened when the program first sends; what comes from it is
+    /// passed on byte by byte with pauses between. Without a device all that the program sends comes back to it.
+    explicit Wire(std::filesystem::path link, std::string device = {});
+    ~Wire();
+    Wire(const Wire&) = delete;
+    Wire& operator=(const Wire&) = delete;
+
+  private:
+    void carry();
+
+    std::filesystem::path link_;
+    std::string device_;
+    int near_ = -1;
+    int held_ = -1;  ///< the program's end, so that it stays when the program closes it
+    int far_ = -1;   ///< the device
+    std::atomic<bool> ends_ = false;
+    std::thread thread_;
+};
+
+}  // namespace kestrel::testing

@@ -1,0 +1,41 @@
+// What a test sees of the program beside its pages.
+// See witness.h.
+#include "witness.h"
+
+#include <QApplication>
+#include <QMessageBox>
+#include <QTest>
+#include <filesystem>
+
+#include "link/link_engine.h"
+
+namespace kestrel::testing {
+
+int openDescriptors() {
+    const std::filesystem::directory_iterator all("/proc/self/fd");
+    return static_cast<int>(std::distance(begin(all), end(all)));
+}
+
+Witness::Witness() { qApp->installEventFilter(this); }
+
+bool Witness::eventFilter(QObject* receiver, QEvent* event) {
+    constexpr int ErrorPanel = 4;
+    constexpr int Lit = 6;
+    if (event->type() == QEvent::Timer) ++timersFired;
+    if (event->type() == QEvent::Show && qobject_cast<QMessageBox*>(receiver)) ++boxes;
+    const bool isOn = Link().statusBar && !Link().statusBar->Panels(1).Text.get().empty();
+    const bool isLit = Link().statusBar && Link().statusBar->Panels(ErrorPanel).Picture == Lit;
+    notices += isOn && !wasOn_ ? 1 : 0;
+    errors += isLit && !wasLit_ ? 1 : 0;
+    wasOn_ = isOn;
+    wasLit_ = isLit;
+    return false;
+}
+
+int Witness::timersFiredAtRest() {
+    timersFired = 0;
+    QTest::qWait(2200);
+    return timersFired;
+}
+
+}  // namespace kestrel::testing

@@ -1,0 +1,28 @@
+// What a test sees of the program beside its pages: what it tells the user, and what it leaves behind.
+// It looks at every event of the process.
+#pragma once
+
+#include <QObject>
+
+namespace kestrel::testing {
+
+int openDescriptors();
+
+class Witness : public QObject {
+  public:
+    Witness();
+    int notices = 0;  ///< how often the status bar began to speak of the port
+    int boxes = 0;
+    int errors = 0;  ///< how often the error lamp went on
+    int timersFired = 0;
+
+    bool eventFilter(QObject* receiver, QEvent* event) override;
+    /// While nothing happens, for a little more than the longest interval of the link.
+    int timersFiredAtRest();
+
+  private:
+    bool wasOn_ = false;
+    bool wasLit_ = false;
+};
+
+}  // namespace kestrel::testing
