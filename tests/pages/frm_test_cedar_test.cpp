@@ -8,12 +8,8 @@
 
 #include "support/bare_mirror.h"
 
-namespace kestrel {
+namespace kestrel::testing {
 namespace {
-
-using testing::BareMirror;
-using testing::DueWrite;
-using testing::DueWrites;
 
 constexpr std::uint32_t There = 4;
 constexpr std::uint32_t Running = 2;
@@ -49,11 +45,11 @@ TEST_F(ModelTest, EveryPairGoesToTheMailboxFirstAndIsCommandedOnceTheBoardHasTak
                 page.Label1[second - 1].UserClick();
                 EXPECT_EQ(pair(), std::to_string(first) + " " + std::to_string(second));
                 EXPECT_TRUE(locked());
-                EXPECT_EQ(mirror.due(), (DueWrites{{0, 5, 11 + two}, {0, 6, 16 * one}}));
+                EXPECT_EQ(mirror.due(), (Writes{{0, 5, 11 + two}, {0, 6, 16 * one}}));
                 mirror.deliver(0, firstIsTakenFirst ? 6 : 5);
                 EXPECT_EQ(mirror.due().size(), 1U);
                 mirror.deliver(0, firstIsTakenFirst ? 5 : 6);
-                EXPECT_EQ(mirror.due(), (DueWrites{{0, 4, 2}}));
+                EXPECT_EQ(mirror.due(), (Writes{{0, 4, 2}}));
                 mirror.deliverAll();
 
                 mirror.arrive(0, 7, Running);
@@ -94,7 +90,7 @@ TEST_F(ModelTest, TheZeroingLocksUntilItsBitFallsAndClearsAPendingChoice) {
     page.Label1[2].UserClick();
     page.Command1.UserClick();
     EXPECT_EQ(pair(), "_ _");
-    EXPECT_EQ(mirror.due(), (DueWrites{{2, 284, 3}}));
+    EXPECT_EQ(mirror.due(), (Writes{{2, 284, 3}}));
     mirror.deliverAll();
     EXPECT_TRUE(locked());
     mirror.arrive(2, 290, 1);
@@ -165,9 +161,9 @@ TEST_F(ModelTest, OpensWithTextsAndClosesWithoutACommand) {
     clickPair(1, 1);
     mirror.deliver(0, 5);
     UnloadPage(page);
-    EXPECT_EQ(mirror.due(), (DueWrites{{0, 6, 16}}));
-    EXPECT_EQ(mirror.deliverAll(), (DueWrites{{0, 6, 16}})) << "without the page no command follows the mailbox";
+    EXPECT_EQ(mirror.due(), (Writes{{0, 6, 16}}));
+    EXPECT_EQ(mirror.deliverAll(), (Writes{{0, 6, 16}})) << "without the page no command follows the mailbox";
 }
 
 }  // namespace
-}  // namespace kestrel
+}  // namespace kestrel::testing

@@ -8,10 +8,8 @@
 
 #include "support/world.h"
 
-namespace kestrel {
+namespace kestrel::testing {
 namespace {
-
-using testing::World;
 
 TEST(Recipe, EveryParameterOfTheBlocksIsOneFieldOfOneSelection) {
     std::set<int> seen;
@@ -67,4 +65,4 @@ TEST(SelectionMasks, AChangeKeepsTheOtherBitsAndTheLastTwoSelectionsAreChangedIn
 }
 
 }  // namespace
-}  // namespace kestrel
+}  // namespace kestrel::testing
