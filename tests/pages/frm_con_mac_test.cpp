@@ -21,9 +21,7 @@ struct ConMac : ::testing::Test {
     ConMac() { setCounts(4, 3, 5); }
 
     void setCounts(std::uint32_t valves, std::uint32_t mixers, std::uint32_t powders) {
-        world.setBoard(1, 1154, valves);
-        world.setBoard(1, 1155, mixers);
-        world.setBoard(1, 1156, powders);
+        world.setBoards({{1, 1154, valves}, {1, 1155, mixers}, {1, 1156, powders}});
     }
     FrmConMac& open() { return world.open<FrmConMac>("FrmConMac"); }
     static void arrives(FrmConMac& page, int bank, int n, ParamValue value) {
@@ -77,9 +75,8 @@ TEST_F(ConMac, CountsAboveWhatThePageHoldsAreShownClampedAndOnlyValvesAreCorrect
     WriteLog log(world);
     FrmConMac& page = open();
     ASSERT_TRUE(world.settle());
-    EXPECT_EQ(page.iSwSliderX1[0].Position, 3);
-    EXPECT_EQ(page.iSwSliderX1[1].Position, 2);
-    EXPECT_EQ(page.iSwSliderX1[2].Position, 4);
+    const int counts[] = {3, 2, 4};
+    for (int i = 0; i < 3; ++i) EXPECT_EQ(page.iSwSliderX1[i].Position, counts[i]);
     EXPECT_EQ(page.iSwSliderX2.Position, 0);
     EXPECT_EQ(log.take(), (Writes{{1, 1154, 4}}));
     EXPECT_EQ(live(page), liveWith(4, 5, true));
@@ -106,23 +103,22 @@ TEST_F(ConMac, AChangedCountDisablesThePageUntilItsValueComesBack) {
 }
 
 TEST_F(ConMac, FewerMixersOrPowdersDrawThePairingsClampedAndWriteNoneOfThem) {
-    world.setBoard(1, 1304, 3);
-    world.setBoard(1, 1309, 5);
-    world.setBoard(1, 1157, 5);
+    world.setBoards({{1, 1304, 3}, {1, 1309, 5}, {1, 1157, 5}});
     FrmConMac& page = open();
     WriteLog log(world);
-    page.iSwSliderX1[1].UserMove(0);
-    ASSERT_TRUE(world.settle());
-    page.iSwSliderX1[2].UserMove(1);
-    ASSERT_TRUE(world.settle());
+    const auto choose = [&](int slider, int position) {
+        page.iSwSliderX1[slider].UserMove(position);
+        EXPECT_TRUE(world.settle());
+    };
+    choose(1, 0);
+    choose(2, 1);
     EXPECT_EQ(page.iSwRotaryX3[0].Position, 1);
     EXPECT_EQ(page.iSwRotaryX3[0].top(), 1);
     EXPECT_EQ(page.HScroll4[0].Value, 2);
     EXPECT_EQ(page.Label4s[0].Caption.get(), "5") << "the label tells what the board holds";
     EXPECT_EQ(page.iSwSliderX2.Position, 2);
     EXPECT_EQ(log.take(), (Writes{{1, 1155, 1}, {1, 1156, 2}, {1, 1160, 1}, {1, 1161, 2}}));
-    page.iSwSliderX1[1].UserMove(2);
-    ASSERT_TRUE(world.settle());
+    choose(1, 2);
     EXPECT_EQ(page.iSwRotaryX3[0].Position, 3) << "the stored pairing is there again";
 }
 

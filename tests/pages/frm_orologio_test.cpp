@@ -21,9 +21,7 @@ struct Clock : ::testing::Test {
     /// Puts a date into the running clock and opens the page anew.
     FrmOrologio& openOn(std::uint32_t day, std::uint32_t month, std::uint32_t year) {
         for (Page* page : LoadedPages()) UnloadPage(*page);
-        world.setBoard(0, 246, day);
-        world.setBoard(0, 247, month);
-        world.setBoard(0, 248, year);
+        world.setBoards({{0, 246, day}, {0, 247, month}, {0, 248, year}});
         return open();
     }
 };

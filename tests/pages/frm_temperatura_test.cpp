@@ -46,23 +46,13 @@ TEST(FrmTemperatura, TheRefrigeratorShowsOnlyWhereTheCoolingUnitIsOne) {
 TEST(FrmTemperatura, OnlyANewWordOfPresenceTouchesFramesAndFigures) {
     StartedWorld world;
     auto& page = world.open<FrmTemperatura>("FrmTemperatura");
-    const auto setAll = [&](bool live) {
-        for (Control* control :
-             std::initializer_list<Control*>{&page.Frame1, &page.Frame2, &page.Label1, &page.Label2[0]})
-            control->Enabled = live;
-    };
-    const auto expectAll = [&](bool live) {
-        for (Control* control :
-             std::initializer_list<Control*>{&page.Frame1, &page.Frame2, &page.Label1, &page.Label2[0]})
-            EXPECT_EQ(control->Enabled, live);
-    };
-    setAll(false);
+    const std::initializer_list<Control*> ruled = {&page.Frame1, &page.Frame2, &page.Label1, &page.Label2[0]};
+    for (Control* control : ruled) control->Enabled = false;
     world.run(5000);  // the words are read again and again
-    expectAll(false);
-    world.setBoard(0, 1, 12);
-    world.setBoard(0, 2, 12);
+    for (const Control* control : ruled) EXPECT_FALSE(control->Enabled);
+    world.setBoards({{0, 1, 12}, {0, 2, 12}});
     world.run(3000);
-    expectAll(true);
+    for (const Control* control : ruled) EXPECT_TRUE(control->Enabled);
 }
 
 }  // namespace

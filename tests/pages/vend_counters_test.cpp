@@ -7,7 +7,6 @@
 #include <set>
 #include <tuple>
 
-#include "pages/sales/frm_cancella.h"
 #include "support/bare_mirror.h"
 #include "support/layouts.h"
 #include "support/world.h"
@@ -91,26 +90,6 @@ TEST(SalesPages, EachReadsAgainEveryFifteenSeconds) {
         EXPECT_TRUE(showsValue(page, "4711")) << name;
         EXPECT_EQ(ParamTable(bank, parameter).Watchers, 1);
     }
-}
-
-TEST(VendCounters, GrowAsTheMachineSellsAndStartAnewWhenClearingIsOrdered) {
-    auto options = World::still();
-    options.moving = true;
-    StartedWorld world(options);
-    auto& page = world.open<VendCounters>("FrmBattute");
-    const auto sold = [&] {
-        int count = 0;
-        for (int k = 0; k < 18; ++k) count += std::stoi(page.Label3[k].Caption);
-        for (int s = 0; s < 48; ++s) count += std::stoi(page.Label4[s].Caption);
-        return count;
-    };
-    const int before = sold();
-    world.run(10 * 60'000);
-    EXPECT_GT(sold(), before + 5);
-    world.platform.answers = {Message::Answer::Yes};
-    world.open<FrmCancella>("FrmCancella").cmdCancella[0].UserClick();
-    world.run(20'000);
-    EXPECT_LE(sold(), 1);
 }
 
 TEST(VendCounters, BoardsThatAreNotThereLeaveTheirRowsBlank) {

@@ -43,7 +43,7 @@ bool World::settle() {
 StartedWorld::StartedWorld(simulator::MachineOptions options, std::initializer_list<BoardValue> values)
     : World(std::move(options)) {
     start();
-    for (const BoardValue& each : values) setBoard(each.bank, each.parameter, each.value);
+    setBoards(values);
 }
 
 StartedWorld::StartedWorld(std::initializer_list<BoardValue> values) : StartedWorld(still(), values) {}

@@ -47,6 +47,9 @@ class World {
     void setBoard(int bank, int parameter, std::uint32_t value) {
         machine.setValue(static_cast<simulator::Board>(bank), parameter, value);
     }
+    void setBoards(std::initializer_list<BoardValue> values) {
+        for (const BoardValue& each : values) setBoard(each.bank, each.parameter, each.value);
+    }
     /// Consecutive parameters hold consecutive values.
     void setBoards(int bank, int first, int count, std::uint32_t value) {
         for (int i = 0; i < count; ++i) setBoard(bank, first + i, value + static_cast<std::uint32_t>(i));
