@@ -56,6 +56,7 @@ TEST(FrmDosi, EachFieldOfTheSelectionStandsOnItsRowAndIsWrittenAlone) {
                 const int parameter = FieldParameters[field][step] + selection;
                 const auto value = static_cast<int>(doses.world.board(1, parameter));
                 EXPECT_EQ(bar.Value, value);
+                EXPECT_EQ(bar.textOf(value), text(value)) << "as it is typed";
                 EXPECT_EQ(label.Caption.get(), text(value));
                 const int to = field == 0 ? 4 : 200 + field;
                 expectMove(doses.world, bar, label, to, text(to), {{1, parameter, static_cast<std::uint32_t>(to)}});
@@ -147,6 +148,9 @@ TEST(FrmDosi, AValveMovedToNoneLocksWhatDependsOnItOnceTheBoardHasIt) {
         valve.UserMove(1);
         ASSERT_TRUE(doses.world.settle());
         EXPECT_EQ(openParts(page), "kj1vtp2vtp3vtp");
+        page.Label11[0].UserClick();
+        say(page, 1, 7, 3);
+        EXPECT_EQ(openParts(page), "123") << "an edit unlocks once";
     }
 }
 
@@ -196,6 +200,7 @@ TEST(FrmDosi, TheJugCountGoesWithTheJugAndIsWrittenRaw) {
     EXPECT_FALSE(page.HScroll5.usable());
     page.SwitchX5[JugMask].UserMove(1);
     EXPECT_TRUE(page.HScroll5.usable());
+    EXPECT_EQ(page.HScroll5.Min, 1);
     ASSERT_TRUE(doses.world.settle());
     expectMove(doses.world, page.HScroll5, page.Label5[9], 42, "42", {{1, 1105, 42}});
     page.SwitchX5[JugMask].UserMove(0);

@@ -78,8 +78,11 @@ TEST_F(Clock, RunsOnThePageFillsTheSettingBarsOnceAndPassesOverATimeThatNoClockS
         page.SLabel_Change(244, minutes);
         EXPECT_EQ(page.iSevenSegmentClockX1.Minutes, shown) << hours << ":" << minutes;
     }
+    page.SLabel_Change(246, 15);
+    EXPECT_EQ(page.Label6.Caption.get(), "15/05/2024");
     EXPECT_EQ(page.HScroll2[0].Value, 9) << "a running clock does not move what the user sets";
     EXPECT_EQ(page.HScroll2[1].Value, 15);
+    EXPECT_EQ(page.HScroll5[0].Value, 14);
 }
 
 TEST_F(Clock, DatesAreShownWithFourDigitsOfTheYearAndTheirFallbacks) {

@@ -66,6 +66,9 @@ TEST(FrmProUni, AMovedChannelLocksEverythingUntilTheBoardHasAnswered) {
     const auto choose = [&] {
         unique.page.iSwSliderX2.UserMove(4);
         EXPECT_EQ(openParts(unique.page), "---");
+        CurrentBank = 0;
+        unique.page.SLabel_Change(1, unique.world.board(0, 1));
+        EXPECT_EQ(openParts(unique.page), "---") << "the status is polled; the same again opens nothing";
         EXPECT_FALSE(unique.page.swslResto.Enabled);
     };
     EXPECT_EQ(writesOf(unique.world, choose), (Setting{1, 1395, 1404}.as(4)));

@@ -2,6 +2,7 @@
 // In reading order: a technician finds a control by its place and the words round it.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <utility>
 #include <vector>
