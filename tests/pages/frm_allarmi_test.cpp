@@ -8,10 +8,8 @@
 #include "support/bare_mirror.h"
 #include "support/world.h"
 
-namespace kestrel {
+namespace kestrel::testing {
 namespace {
-
-using testing::BareMirror;
 
 using ListRow = std::vector<std::string>;
 constexpr int AlarmTexts = 478;
@@ -38,23 +36,18 @@ struct Alarms : ::testing::Test {
 };
 
 TEST_F(Alarms, NothingIsListedAndTheBarFillsUntilTheLastOfTheRingIsThere) {
-    for (const bool pointerFirst : {true, false}) {
+    for (const int pointerAt : {0, 60}) {
         BareMirror fresh;
         auto& opened = fresh.load<FrmAllarmi>();
-        std::vector<int> order;
-        for (int n = 252; n <= 311; ++n) order.push_back(n);
-        order.insert(pointerFirst ? order.begin() : order.end(), 251);
-        int arrived = 0;
-        for (const int n : order) {
+        for (int arrived = 0; arrived <= 60; ++arrived) {
             EXPECT_TRUE(opened.ListView1.Rows.get().empty());
             EXPECT_TRUE(opened.ProgressBar1.Visible);
             EXPECT_EQ(opened.ProgressBar1.Value, arrived);
-            fresh.arrive(0, n, 1);
-            ++arrived;
+            fresh.arrive(0, arrived == pointerAt ? 251 : 252 + arrived - (pointerAt == 0 ? 1 : 0), 1);
         }
         EXPECT_EQ(opened.ListView1.Rows.get().size(), 10U);
         EXPECT_FALSE(opened.ProgressBar1.Visible);
-        EXPECT_EQ(opened.ProgressBar1.Max, arrived);
+        EXPECT_EQ(opened.ProgressBar1.Max, 61);
         for (int i = 0; i < 100; ++i) fresh.arrive(0, 251, 2);
         EXPECT_FALSE(opened.ProgressBar1.Visible);
     }
@@ -128,27 +121,26 @@ TEST_F(Alarms, DatesThatNoCalendarHasAreZerosAndTimesThatNoClockHasStand) {
 }
 
 TEST(AlarmsOfAMachine, ANewOneJoinsTheListWhileThePageIsOpen) {
-    auto options = testing::World::still();
+    auto options = World::still();
     options.moving = true;
-    testing::World world(options);
-    world.start();
+    StartedWorld world(options);
     auto& page = world.open<FrmAllarmi>("FrmAllarmi");
-    const std::vector<ListRow> before = page.ListView1.Rows;
+    std::vector<ListRow> before = page.ListView1.Rows;
     ASSERT_FALSE(before.empty());
     const std::uint32_t newest = world.board(0, 251);
     while (world.board(0, 251) == newest) world.run(1000);
     world.run(60'000);
-    const std::vector<ListRow> after = page.ListView1.Rows;
-    ASSERT_EQ(after.size(), before.size() + 1);
+    std::vector<ListRow> after = page.ListView1.Rows;
     const int record = 252 + 6 * static_cast<int>(world.board(0, 251));
     EXPECT_EQ(after[0][3], LanguageTable(AlarmTexts + static_cast<int>(world.board(0, record + 5))));
     EXPECT_EQ(after[0][1], "14/5/2024");
-    for (std::size_t i = 0; i < before.size(); ++i) EXPECT_EQ(after[i + 1][3], before[i][3]);
+    after.erase(after.begin());
+    for (std::vector<ListRow>* list : {&before, &after})
+        for (ListRow& row : *list) row[0] = "its number";
+    EXPECT_EQ(after, before);
 }
 
 TEST_F(Alarms, HasHeadsInEveryLanguageAndHearsOfTheMasterAlone) {
-    EXPECT_EQ(page.Caption.get(), "Alarms");
-    EXPECT_EQ(page.Label1.Caption.get(), "Last 10 alarms detected");
     EXPECT_EQ(page.ListView1.ColumnHeads.get(), (ListRow{"No.", "Date", "Time", "Description"}));
     LoadLanguage("Italiano.lng");
     page.Form_Activate();
@@ -161,4 +153,4 @@ TEST_F(Alarms, HasHeadsInEveryLanguageAndHearsOfTheMasterAlone) {
 }
 
 }  // namespace
-}  // namespace kestrel
+}  // namespace kestrel::testing

@@ -4,24 +4,32 @@
 
 #include <gtest/gtest.h>
 
-#include "support/arrivals.h"
+#include "link/identification.h"
+#include "support/bare_mirror.h"
 #include "support/writes.h"
 
-namespace kestrel {
+namespace kestrel::testing {
 namespace {
 
-using testing::Bench;
-using testing::World;
-using testing::Writes;
 using enum Message::Answer;
 
 constexpr const char* Done = "Cancellazione terminata";
 
+struct Clearing : ::testing::Test {
+    StartedWorld world;
+    FrmCancella& page = world.open<FrmCancella>("FrmCancella");
+
+    void click(int button) {
+        world.platform.answers = {Yes};
+        page.cmdCancella[button].UserClick();
+    }
+};
+
 TEST(FrmCancella, TheSecondButtonComesWithRevision26) {
     for (const int revision : {25, 26, 30}) {
-        Bench bench;
+        BareMirror mirror;
         SetBoardRevision(revision);
-        auto& page = bench.load<FrmCancella>();
+        auto& page = mirror.load<FrmCancella>();
         EXPECT_TRUE(page.cmdCancella[0].usable());
         EXPECT_EQ(page.cmdCancella[1].usable(), revision >= 26);
         EXPECT_EQ(page.Frame1.Height, revision >= 26 ? 2895 : 2175);
@@ -30,11 +38,8 @@ TEST(FrmCancella, TheSecondButtonComesWithRevision26) {
     }
 }
 
-TEST(FrmCancella, NothingHappensWithoutYes) {
+TEST_F(Clearing, DoesNothingWithoutYes) {
     for (const auto answer : {No, Cancel, Ok}) {
-        World world;
-        world.start();
-        auto& page = world.open<FrmCancella>("FrmCancella");
         world.platform.messages.clear();
         world.platform.answers = {answer};
         EXPECT_EQ(writesOf(world, [&] { page.cmdCancella[0].UserClick(); }), Writes{});
@@ -48,20 +53,12 @@ TEST(FrmCancella, NothingHappensWithoutYes) {
     }
 }
 
-TEST(FrmCancella, YesOrdersTheClearingAndTheBarTakesTwoSeconds) {
+TEST_F(Clearing, OrdersOnceShowsTwoSecondsAndKeepsTheSecondButton) {
     for (const int button : {0, 1}) {
-        World world;
-        world.start();
-        auto& page = world.open<FrmCancella>("FrmCancella");
-        world.platform.answers = {Yes, Yes};
-        Writes writes;
-        world.machine.onExchange = [&](const simulator::Exchange& exchange) {
-            if (exchange.request.write) writes.push_back({0, exchange.parameter, exchange.value});
-        };
-        EXPECT_EQ(page.cmdCancella[0].Caption.get(), "Cancella dati");
-        EXPECT_EQ(page.cmdCancella[1].Caption.get(), "cancella dati non azzerabili");
+        WriteLog log(world);
         CurrentBank = 1;  // where the scan may stand when the user acts
-        page.cmdCancella[button].UserClick();
+        click(button);
+        EXPECT_EQ(page.lblInfo.Caption.get(), "") << "the next command wipes the message";
         EXPECT_TRUE(page.lbrInfo.Visible);
         EXPECT_FALSE(page.cmdCancella[button].Enabled);
         EXPECT_TRUE(page.cmdCancella[1 - button].Enabled) << "the other button stays as it was";
@@ -69,61 +66,35 @@ TEST(FrmCancella, YesOrdersTheClearingAndTheBarTakesTwoSeconds) {
         EXPECT_EQ(page.lbrInfo.Position, 19);
         EXPECT_EQ(page.lblInfo.Caption.get(), "");
         world.run(100);
-        EXPECT_EQ(page.lbrInfo.Position, 20);
         EXPECT_EQ(page.lblInfo.Caption.get(), Done);
         EXPECT_TRUE(page.cmdCancella[0].Enabled);
         EXPECT_EQ(page.cmdCancella[1].Enabled, button == 0) << "the second button is not given back";
         world.run(5'000);
         EXPECT_EQ(page.lbrInfo.Position, 20);
-        EXPECT_EQ(writes, (Writes{{0, 4, button == 0 ? 1U : 7U}})) << "one command, once";
-        page.Form_Activate();
-        EXPECT_EQ(page.lblInfo.Caption.get(), "") << "coming back to the page wipes the message";
-        page.lblInfo.Caption = Done;
-        page.cmdCancella[0].UserClick();
-        EXPECT_EQ(page.lblInfo.Caption.get(), "") << "and so does the next command";
-        page.UserClose();
-        EXPECT_TRUE(world.open<FrmCancella>("FrmCancella").cmdCancella[1].usable());
+        EXPECT_EQ(log.take(), (Writes{{0, 4, button == 0 ? 1U : 7U}}));
     }
+    page.Form_Activate();
+    EXPECT_EQ(page.lblInfo.Caption.get(), "") << "coming back to the page wipes the message";
+    page.UserClose();
+    EXPECT_TRUE(world.open<FrmCancella>("FrmCancella").cmdCancella[1].usable());
 }
 
-TEST(FrmCancella, ASecondCommandStartsTheBarAnew) {
-    World world;
-    world.start();
-    auto& page = world.open<FrmCancella>("FrmCancella");
-    world.platform.answers = {Yes, Yes};
-    page.cmdCancella[0].UserClick();
+TEST_F(Clearing, ASecondCommandStartsTheBarAnewAndTheEndIsReportedEvenByASilentMachine) {
+    world.machine.setBoardSilent(simulator::Board::Master, true);
+    click(0);
     world.run(1'050);
     EXPECT_EQ(page.lbrInfo.Position, 10);
-    const Writes writes = writesOf(world, [&] {
-        page.cmdCancella[1].UserClick();
-        EXPECT_EQ(page.lbrInfo.Position, 0);
-        world.run(1'900);
-        EXPECT_EQ(page.lblInfo.Caption.get(), "");
-        world.run(200);
-        EXPECT_EQ(page.lblInfo.Caption.get(), Done);
-    });
-    EXPECT_EQ(writes, (Writes{{0, 4, 7}}));
-}
-
-TEST(FrmCancella, TheEndIsReportedEvenWhenTheMachineIsSilent) {
-    World world;
-    world.start();
-    auto& page = world.open<FrmCancella>("FrmCancella");
-    world.machine.setBoardSilent(simulator::Board::Master, true);
-    world.platform.answers = {Yes};
-    page.cmdCancella[0].UserClick();
-    world.run(2'050);
+    click(1);
+    EXPECT_EQ(page.lbrInfo.Position, 0);
+    world.run(1'900);
+    EXPECT_EQ(page.lblInfo.Caption.get(), "");
+    world.run(200);
     EXPECT_EQ(page.lblInfo.Caption.get(), Done);
 }
 
-TEST(FrmCancella, ClosesFromItsOwnButtonAlsoInTheMiddleOfARun) {
-    World world;
-    world.start();
+TEST_F(Clearing, ThePageClosesFromItsOwnButtonAlsoInTheMiddleOfARun) {
     ShowPage("FrmTotali");
-    auto& page = world.open<FrmCancella>("FrmCancella");
-    EXPECT_EQ(page.mnuClose.Caption.get(), "Close");
-    world.platform.answers = {Yes};
-    page.cmdCancella[0].UserClick();
+    click(0);
     world.run(500);
     page.mnuClose.UserClick();
     EXPECT_EQ(FindLoadedPage("FrmCancella"), nullptr) << "a click that waits behind this one must find no page";
@@ -134,10 +105,7 @@ TEST(FrmCancella, ClosesFromItsOwnButtonAlsoInTheMiddleOfARun) {
     world.run(5'000);
 }
 
-TEST(FrmCancella, APageThatWasClosedOtherwiseTakesNoOtherWithIt) {
-    World world;
-    world.start();
-    auto& page = world.open<FrmCancella>("FrmCancella");
+TEST_F(Clearing, APageThatWasClosedOtherwiseTakesNoOtherWithIt) {
     page.mnuClose.UserClick();
     page.UserClose();
     EXPECT_EQ(FindLoadedPage("FrmCancella"), nullptr);
@@ -147,4 +115,4 @@ TEST(FrmCancella, APageThatWasClosedOtherwiseTakesNoOtherWithIt) {
 }
 
 }  // namespace
-}  // namespace kestrel
+}  // namespace kestrel::testing

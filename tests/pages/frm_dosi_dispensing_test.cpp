@@ -4,22 +4,10 @@
 
 #include "support/doses.h"
 
-namespace kestrel {
+namespace kestrel::testing {
 namespace {
 
-using testing::Boards;
-using testing::changed;
-using testing::Doses;
-using testing::say;
-using testing::Writes;
-using testing::Written;
-
 constexpr unsigned Busy = 2;
-
-Writes sorted(Writes writes) {
-    std::sort(writes.begin(), writes.end());
-    return writes;
-}
 
 bool isBusy(const Doses& doses) { return (doses.world.board(0, 7) & Busy) != 0; }
 
@@ -30,96 +18,90 @@ Boards withoutTraces(Boards difference, int selection) {
     return difference;
 }
 
-TEST(TestDispensing, APowderTestNamesSelectionSolenoidAndTimeBeforeTheCommand) {
+TEST(TestDispensing, APowderTestNamesSelectionSolenoidAndTimeAndLocksForItsTimeAndASecond) {
     for (const int selection : {0, 11}) {
         Doses doses;
         auto& page = doses.openAt(selection);
+        page.HScroll1[5].UserMove(1);
+        page.HScroll3[9].UserMove(255);
+        ASSERT_TRUE(doses.world.settle());
         ControlArray<CommandButton, 3>* tests[] = {&page.Command1, &page.Command2, &page.Command3};
         const int times[3][3] = {{487, 583, 679}, {519, 615, 711}, {551, 647, 743}};
         for (int step = 0; step < 3; ++step)
             for (int solenoid = 0; solenoid < 3; ++solenoid) {
+                SCOPED_TRACE(std::to_string(step) + " " + std::to_string(solenoid));
+                const Boards before = doses.boards();
+                const std::uint32_t time = doses.world.board(1, times[step][solenoid] + selection);
                 doses.writes.clear();
                 (*tests[step])[solenoid].UserClick();
-                doses.msUntilOpen(page);
+                EXPECT_FALSE(page.HScroll7.usable() || page.Command2[1].usable() || page.Command4[0].usable());
+                EXPECT_NEAR(doses.msUntilOpen(page), time * 100 + 1000, 2);
+                doses.world.run(2000);
                 ASSERT_TRUE(doses.world.settle());
-                const std::uint32_t time = doses.world.board(1, times[step][solenoid] + selection);
-                ASSERT_FALSE(doses.writes.empty());
-                EXPECT_EQ(doses.writes.back(), (Written{0, 4, 18})) << "the command goes out last";
+                EXPECT_FALSE(isBusy(doses));
                 const Writes expected = {{0, 4, 18},
                                          {0, 5, static_cast<std::uint32_t>(selection)},
                                          {0, 6, static_cast<std::uint32_t>(3 * step + solenoid)},
                                          {0, 370, time}};
-                EXPECT_EQ(sorted(doses.writes), expected) << step << " " << solenoid;
+                ASSERT_EQ(sorted(doses.writes), expected);
+                EXPECT_EQ(doses.writes.back(), expected.front()) << "the command goes out last";
+                EXPECT_TRUE(withoutTraces(changed(before, doses.boards()), selection).empty());
+                const int counter = 1270 + selection;
+                EXPECT_EQ(doses.world.board(1, counter), before.at({1, counter}) + 1);
             }
     }
 }
 
-TEST(TestDispensing, AFullTestNamesTheKeyAndWhetherItIsPreselected) {
-    struct Case {
+TEST(TestDispensing, APowderTestWithoutATimeLocksForATenthAndDispensesNothing) {
+    Doses doses;
+    auto& page = doses.openAt(3);
+    page.HScroll2[7].UserMove(0);
+    ASSERT_TRUE(doses.world.settle());
+    const Boards before = doses.boards();
+    page.Command2[1].UserClick();
+    EXPECT_NEAR(doses.msUntilOpen(page), 100, 2);
+    doses.world.run(2000);
+    EXPECT_EQ(doses.world.board(1, 1273), before.at({1, 1273}));
+    EXPECT_TRUE(withoutTraces(changed(before, doses.boards()), 3).empty());
+}
+
+TEST(TestDispensing, AFullTestNamesTheKeyAndPreselectionAndLocksUntilTheMachineHasDispensed) {
+    const struct {
         int selection;
         std::uint32_t key;
         std::uint32_t preselected;
-    };
-    const Case cases[] = {{0, 1, 0}, {8, 9, 0}, {9, 1, 1}, {17, 9, 1}};
+    } cases[] = {{0, 1, 0}, {8, 9, 0}, {9, 1, 1}, {17, 9, 1}};
     const std::uint32_t codes[] = {26, 2};
-    for (const Case& each : cases)
+    for (const auto& each : cases)
         for (int button = 0; button < 2; ++button) {
+            SCOPED_TRACE(std::to_string(each.selection) + " " + std::to_string(button));
             Doses doses;
             auto& page = doses.openAt(each.selection);
+            const Boards before = doses.boards();
             doses.writes.clear();
             page.Command4[button].UserClick();
-            doses.world.run(1500);
-            ASSERT_FALSE(doses.writes.empty());
-            EXPECT_EQ(doses.writes.back(), (Written{0, 4, codes[button]})) << "the command goes out last";
-            const Writes expected = {{0, 4, codes[button]}, {0, 5, each.key}, {0, 6, each.preselected}};
-            EXPECT_EQ(sorted(doses.writes), expected) << each.selection;
-        }
-}
-
-TEST(TestDispensing, APowderTestLocksForItsTimeAndASecond) {
-    struct Case {
-        int time;
-        double lockedMs;
-    };
-    const Case cases[] = {{0, 100}, {1, 1100}, {25, 3500}, {255, 26'500}};
-    for (const Case& each : cases) {
-        Doses doses;
-        auto& page = doses.openAt(3);
-        page.HScroll2[7].UserMove(each.time);
-        ASSERT_TRUE(doses.world.settle());
-        const Boards before = doses.boards();
-        page.Command2[1].UserClick();
-        EXPECT_FALSE(page.HScroll7.usable());
-        EXPECT_FALSE(page.Command2[1].usable());
-        EXPECT_FALSE(page.Command4[0].usable());
-        EXPECT_NEAR(doses.msUntilOpen(page), each.lockedMs, 2) << each.time;
-        doses.world.run(2000);
-        ASSERT_TRUE(doses.world.settle());
-        EXPECT_FALSE(isBusy(doses));
-        EXPECT_TRUE(withoutTraces(changed(before, doses.boards()), 3).empty());
-        EXPECT_EQ(doses.world.board(1, 1273), before.at({1, 1273}) + (each.time == 0 ? 0U : 1U));
-    }
-}
-
-TEST(TestDispensing, AFullTestLocksUntilTheMachineHasDispensed) {
-    for (const int selection : {0, 9, 17})
-        for (int button = 0; button < 2; ++button) {
-            Doses doses;
-            auto& page = doses.openAt(selection);
-            const Boards before = doses.boards();
-            page.Command4[button].UserClick();
             doses.world.run(3000);
+            const Writes expected = {{0, 4, codes[button]}, {0, 5, each.key}, {0, 6, each.preselected}};
+            ASSERT_EQ(sorted(doses.writes), expected);
+            EXPECT_EQ(doses.writes.back(), expected.front()) << "the command goes out last";
             ASSERT_TRUE(isBusy(doses));
             EXPECT_FALSE(page.HScroll7.usable()) << "the two seconds of waiting are over";
             EXPECT_TRUE(page.TestLamp.Active);
+            for (const std::uint32_t word : {0U, 4U}) {
+                doses.world.setBoard(0, 1, word);
+                doses.world.run(1000);
+                EXPECT_FALSE(page.HScroll7.usable()) << "a board that goes and comes back ends no test";
+            }
+            ASSERT_TRUE(isBusy(doses));
             while (isBusy(doses)) doses.world.run(10);
             EXPECT_LT(doses.msUntilOpen(page), 1000);
             ASSERT_TRUE(doses.world.settle());
             EXPECT_TRUE(page.Command3[2].usable());
             EXPECT_FALSE(page.TestLamp.Active);
+            const int counter = 1270 + each.selection;
             EXPECT_EQ(doses.world.board(0, 162), before.at({0, 162}) + 1);
-            EXPECT_EQ(doses.world.board(1, 1270 + selection), before.at({1, 1270 + selection}) + 1);
-            EXPECT_TRUE(withoutTraces(changed(before, doses.boards()), selection).empty());
+            EXPECT_EQ(doses.world.board(1, counter), before.at({1, counter}) + 1);
+            EXPECT_TRUE(withoutTraces(changed(before, doses.boards()), each.selection).empty());
         }
 }
 
@@ -156,61 +138,26 @@ TEST(TestDispensing, TheMachinesEndOfWorkDoesNotEndAPowderTest) {
     EXPECT_NEAR(doses.msUntilOpen(page), 2000, 2) << "what the powder test saw of the machine is forgotten";
 }
 
-TEST(TestDispensing, EveryEchoOfTheFirstArgumentReleasesTheCommandInWaiting) {
-    Doses doses;
-    auto& page = doses.open();
-    ASSERT_TRUE(doses.world.settle());
-    EXPECT_EQ(doses.writes, (Writes{{0, 4, 0}})) << "the first value after opening as well";
-    say(page, 0, 5, 9);
-    ASSERT_TRUE(doses.world.settle());
-    EXPECT_EQ(doses.writes, (Writes{{0, 4, 0}, {0, 4, 0}}));
-}
-
-TEST(TestDispensing, ABoardThatGoesAndComesBackInAFullTestLeavesThePageLockedToItsEnd) {
-    Doses doses;
-    auto& page = doses.openAt(1);
-    const Boards before = doses.boards();
-    page.Command4[1].UserClick();
-    doses.world.run(2500);
-    ASSERT_TRUE(isBusy(doses));
-    doses.world.setBoard(0, 1, 0);
-    doses.world.machine.setBoardSilent(simulator::Board::HotDrink, true);
-    doses.world.run(1500);
-    doses.world.machine.setBoardSilent(simulator::Board::HotDrink, false);
-    doses.world.setBoard(0, 1, before.at({0, 1}));
-    doses.world.run(1000);
-    ASSERT_TRUE(isBusy(doses));
-    EXPECT_FALSE(page.HScroll7.usable());
-    while (isBusy(doses)) doses.world.run(10);
-    EXPECT_LT(doses.msUntilOpen(page), 1000);
-    ASSERT_TRUE(doses.world.settle());
-    EXPECT_TRUE(withoutTraces(changed(before, doses.boards()), 1).empty());
-}
-
 TEST(TestDispensing, AMasterThatIsLostLeavesTheEndToTheTimersAndThatOfARunningTestToItsReturn) {
-    struct Case {
+    constexpr double LostMs = 20'000;
+    const struct {
         bool powder;
         double lostAfterMs;
         double opensAfterMs;  ///< the click
-    };
-    constexpr double LostMs = 20'000;
-    const Case cases[] = {{true, 0, 13'900}, {true, 2000, 13'900}, {false, 0, 2000}, {false, 3000, 23'000}};
-    for (const Case& each : cases) {
+    } cases[] = {{true, 0, 13'900}, {true, 2000, 13'900}, {false, 0, 2000}, {false, 3000, 23'000}};
+    for (const auto& each : cases) {
         Doses doses;
         auto& page = doses.openAt(2);
         page.HScroll3[9].UserMove(129);
         ASSERT_TRUE(doses.world.settle());
         const Boards before = doses.boards();
-        if (each.powder)
-            page.Command3[2].UserClick();
-        else
-            page.Command4[0].UserClick();
+        (each.powder ? page.Command3[2] : page.Command4[0]).UserClick();
         doses.world.run(each.lostAfterMs);
         doses.world.machine.setBoardSilent(simulator::Board::Master, true);
         const bool begun = isBusy(doses);
         EXPECT_EQ(begun, each.lostAfterMs > 0);
         const double opened = each.lostAfterMs + doses.msUntil([&, from = doses.world.platform.now()] {
-            const auto back = from + static_cast<testing::Micros>(LostMs * 1000);
+            const auto back = from + static_cast<Micros>(LostMs * 1000);
             if (doses.world.platform.now() >= back) doses.world.machine.setBoardSilent(simulator::Board::Master, false);
             return page.HScroll7.usable();
         });
@@ -223,18 +170,5 @@ TEST(TestDispensing, AMasterThatIsLostLeavesTheEndToTheTimersAndThatOfARunningTe
     }
 }
 
-TEST(TestDispensing, LeavingThePageInATestLeavesTheMachineToItsWork) {
-    Doses doses;
-    auto& page = doses.openAt(0);
-    page.Command4[1].UserClick();
-    doses.world.run(1000);
-    ASSERT_TRUE(isBusy(doses));
-    doses.writes.clear();
-    page.UserClose();
-    doses.world.run(120'000);
-    EXPECT_TRUE(doses.writes.empty()) << "nothing is cancelled";
-    EXPECT_FALSE(isBusy(doses));
-}
-
 }  // namespace
-}  // namespace kestrel
+}  // namespace kestrel::testing

@@ -4,17 +4,11 @@
 
 #include <gtest/gtest.h>
 
-#include "support/arrivals.h"
 #include "support/doses.h"
+#include "support/layouts.h"
 
-namespace kestrel {
+namespace kestrel::testing {
 namespace {
-
-using testing::Boards;
-using testing::changed;
-using testing::Doses;
-using testing::say;
-using testing::Writes;
 
 /// Parameter of each field of steps 1, 2, 3 at the first selection, row by row as the page shows them.
 constexpr int FieldParameters[11][3] = {
@@ -26,7 +20,7 @@ auto& barsOf(FrmDosi& page, int step) { return step == 0 ? page.HScroll1 : step 
 auto& valuesOf(FrmDosi& page, int step) { return step == 0 ? page.Label1 : step == 1 ? page.Label2 : page.Label3; }
 auto& testsOf(FrmDosi& page, int step) { return step == 0 ? page.Command1 : step == 1 ? page.Command2 : page.Command3; }
 
-std::string tenths(int value) { return std::to_string(value / 10) + "." + std::to_string(value % 10); }
+std::string tenths(int value) { return written(static_cast<std::uint32_t>(value), 1); }
 
 /// A letter for what can be used: k keys and full tests, then of each step v valve, t time, p the rest with its tests,
 /// and j the jug's switch.
@@ -49,66 +43,33 @@ std::string openParts(FrmDosi& page) {
     return parts;
 }
 
-TEST(FrmDosi, ShowsEachFieldOfTheSelectionOnItsRow) {
+TEST(FrmDosi, EachFieldOfTheSelectionStandsOnItsRowAndIsWrittenAlone) {
     for (const int selection : {0, 8, 9, 17}) {
         Doses doses;
         auto& page = doses.openAt(selection);
         for (int step = 0; step < 3; ++step)
             for (int field = 0; field < 11; ++field) {
-                const auto value = static_cast<int>(doses.world.board(1, FieldParameters[field][step] + selection));
-                EXPECT_EQ(barsOf(page, step)[field].Value, value) << step << " " << field;
-                const std::string text = field == 0 ? std::to_string(value) : tenths(value);
-                EXPECT_EQ(valuesOf(page, step)[field].Caption.get(), text) << step << " " << field;
+                SCOPED_TRACE(std::to_string(step) + " " + std::to_string(field));
+                const auto text = [&](int value) { return field == 0 ? std::to_string(value) : tenths(value); };
+                ScrollBar& bar = barsOf(page, step)[field];
+                Label& label = valuesOf(page, step)[field];
+                const int parameter = FieldParameters[field][step] + selection;
+                const auto value = static_cast<int>(doses.world.board(1, parameter));
+                EXPECT_EQ(bar.Value, value);
+                EXPECT_EQ(bar.textOf(value), text(value)) << "as it is typed";
+                EXPECT_EQ(label.Caption.get(), text(value));
+                const int to = field == 0 ? 4 : 200 + field;
+                expectMove(doses.world, bar, label, to, text(to), {{1, parameter, static_cast<std::uint32_t>(to)}});
             }
         for (const Mask hidden : {Step2Mask, Step3Mask}) EXPECT_FALSE(page.SwitchX5[hidden].Visible);
-        const std::pair<const Property<std::string>*, const char*> texts[] = {
-            {&page.Label1s[0].Caption, " ev."},
-            {&page.Label1s[4].Caption, "ritardo mixer "},
-            {&page.Label1s[10].Caption, "ritardo sol. 3 "},
-            {&page.Frame1.Caption, "1° ev."},
-            {&page.Frame3.Caption, "3° ev"},
-            {&page.Command3[2].Caption, "Prova"},
-            {&page.Command4[0].Caption, "Prova solo acqua"},
-            {&page.Command4[1].Caption, "Prova completa"},
-            {&page.Label5[0].Caption, "includi selezione?"},
-            {&page.Label5[3].Caption, "num bricco"},
-            {&page.Label5[4].Caption, "bevanda gratis ?"},
-            {&page.Label5[5].Caption, "bevanda fredda ?"}};
-        for (const auto& [caption, text] : texts) EXPECT_EQ(caption->get(), text);
     }
-}
-
-TEST(FrmDosi, AMovedBarWritesItsFieldOfTheSelectionAndNothingElse) {
-    constexpr int Selection = 12;
-    Doses doses;
-    auto& page = doses.openAt(Selection);
-    for (int step = 0; step < 3; ++step)
-        for (int field = 0; field < 11; ++field) {
-            const Boards before = doses.boards();
-            ScrollBar& bar = barsOf(page, step)[field];
-            Label& label = valuesOf(page, step)[field];
-            const int value = field == 0 ? 4 : 200 + field;
-            const std::string shownBefore = label.Caption;
-            CurrentBank = field % 3;  // the scan may stand anywhere
-            bar.UserMove(value);
-            EXPECT_EQ(label.Caption.get(), shownBefore) << "only a confirmed value is shown";
-            EXPECT_TRUE(bar.waiting());
-            ASSERT_TRUE(doses.world.settle());
-            EXPECT_FALSE(bar.waiting());
-            EXPECT_EQ(label.Caption.get(), field == 0 ? "4" : tenths(value));
-            const Boards expected = {
-                {{1, FieldParameters[field][step] + Selection}, static_cast<std::uint32_t>(value)}};
-            EXPECT_EQ(changed(before, doses.boards()), expected) << step << " " << field;
-        }
 }
 
 TEST(FrmDosi, EverySelectionIsReachedByKeyAndByBar) {
     for (const bool byKey : {true, false}) {
         Doses doses;
-        for (int s = 0; s < RecipeSelections; ++s) {
-            doses.world.setBoard(1, 1031 + s, static_cast<std::uint32_t>(60 + s));
-            doses.world.setBoard(1, 1095 + s, static_cast<std::uint32_t>(20 + s));
-        }
+        doses.world.setBoards(1, 1031, RecipeSelections, 60);
+        doses.world.setBoards(1, 1095, RecipeSelections, 20);
         auto& page = doses.open();
         const Boards before = doses.boards();
         for (const int selection : {17, 0, 9, 1, 8, 16, 2, 10, 3, 11, 4, 12, 5, 13, 6, 14, 7, 15}) {
@@ -136,14 +97,13 @@ TEST(FrmDosi, EverySelectionIsReachedByKeyAndByBar) {
 }
 
 TEST(FrmDosi, WhatIsOpenFollowsTheThreeValves) {
-    struct Case {
+    const struct {
         std::uint32_t valves[3];
         std::uint32_t valveCount;
         const char* parts;
         const char* captions[3];
         int firstBar;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {{3, 2, 1}, 4, "kj1vtp2vtp3vtp", {"3", "2", "1"}, 3}, {{0, 2, 1}, 4, "k1v23", {"OFF", "2", "1"}, 0},
         {{3, 0, 1}, 4, "kj1vtp2v3", {"3", "0", "1"}, 3},      {{3, 2, 0}, 4, "kj1vtp2vtp3v", {"3", "2", "0"}, 3},
         {{5, 0, 0}, 4, "kj1vt2v3", {"FB1", "0", "0"}, 5},     {{6, 1, 2}, 4, "kj1vt2vtp3vtp", {"FB2", "1", "2"}, 6},
@@ -151,7 +111,7 @@ TEST(FrmDosi, WhatIsOpenFollowsTheThreeValves) {
         {{9, 9, 9}, 4, "kj1vtp2vtp3vtp", {"6", "4", "4"}, 6},  // shown clamped, and 6 by clamping is no brewer
         {{3, 5, 6}, 7, "kj1vtp2vtp3vtp", {"3", "5", "6"}, 3},  // only step 1 has brewers
     };
-    for (const Case& each : cases) {
+    for (const auto& each : cases) {
         Doses doses;
         doses.world.setBoard(1, 1154, each.valveCount);
         auto& page = doses.openAt(4, each.valves[0], each.valves[1], each.valves[2]);
@@ -161,9 +121,7 @@ TEST(FrmDosi, WhatIsOpenFollowsTheThreeValves) {
         ASSERT_TRUE(doses.settle(page));
         EXPECT_EQ(openParts(page), each.parts);
         EXPECT_EQ(page.Label1[10].Enabled, page.HScroll1[10].usable());
-        EXPECT_EQ(page.Label1[0].Caption.get(), each.captions[0]);
-        EXPECT_EQ(page.Label2[0].Caption.get(), each.captions[1]);
-        EXPECT_EQ(page.Label3[0].Caption.get(), each.captions[2]);
+        for (int step = 0; step < 3; ++step) EXPECT_EQ(valuesOf(page, step)[0].Caption.get(), each.captions[step]);
         EXPECT_EQ(page.HScroll1[0].Value, each.firstBar);
         EXPECT_EQ(page.HScroll1[0].Max, static_cast<int>(each.valveCount) + 2);
         EXPECT_EQ(page.HScroll3[0].Max, static_cast<int>(each.valveCount));
@@ -171,13 +129,12 @@ TEST(FrmDosi, WhatIsOpenFollowsTheThreeValves) {
 }
 
 TEST(FrmDosi, AValveMovedToNoneLocksWhatDependsOnItOnceTheBoardHasIt) {
-    struct Case {
+    const struct {
         int step;
         const char* caption;
         const char* locked;
-    };
-    const Case cases[] = {{0, "OFF", "k1v23"}, {1, "0", "kj1vtp2v3"}, {2, "0", "kj1vtp2vtp3v"}};
-    for (const Case& each : cases) {
+    } cases[] = {{0, "OFF", "k1v23"}, {1, "0", "kj1vtp2v3"}, {2, "0", "kj1vtp2vtp3v"}};
+    for (const auto& each : cases) {
         Doses doses;
         auto& page = doses.openAt(2);
         const int laterBar = page.HScroll3[5].Value;
@@ -191,6 +148,9 @@ TEST(FrmDosi, AValveMovedToNoneLocksWhatDependsOnItOnceTheBoardHasIt) {
         valve.UserMove(1);
         ASSERT_TRUE(doses.world.settle());
         EXPECT_EQ(openParts(page), "kj1vtp2vtp3vtp");
+        page.Label11[0].UserClick();
+        say(page, 1, 7, 3);
+        EXPECT_EQ(openParts(page), "123") << "an edit unlocks once";
     }
 }
 
@@ -214,34 +174,22 @@ TEST(FrmDosi, AfterABrewersCodeNothingIsWrittenUntilTheNextValue) {
 }
 
 TEST(FrmDosi, ASwitchWritesItsBitToMaskAndShadowAndShowsWhatTheBoardHolds) {
-    struct Case {
-        Mask mask;
-        int first;
-        int shadow;
-    };
-    const Case cases[] = {{IncludedMask, 1071, 1075},
-                          {CupMask, 1063, 1067},
-                          {JugMask, 1087, 1091},
-                          {ColdMask, 1079, 1083},
-                          {FreeMask, 1455, 1459}};
-    for (const Case& each : cases)
+    const std::pair<Mask, Setting> cases[] = {{IncludedMask, {1, 1071, 1075}},
+                                              {CupMask, {1, 1063, 1067}},
+                                              {JugMask, {1, 1087, 1091}},
+                                              {ColdMask, {1, 1079, 1083}},
+                                              {FreeMask, {1, 1455, 1459}}};
+    for (const auto& [mask, first] : cases)
         for (const int selection : {7, 8, 17}) {
             Doses doses;
             const int byte = selection / 8;
             const auto bit = static_cast<std::uint32_t>(1 << (selection % 8));
-            for (int i = 0; i < 4; ++i) doses.world.setBoard(1, each.first + i, i == byte ? 0xA5U & ~bit : 0x3C);
-            for (int i = 0; i < 4; ++i) doses.world.setBoard(1, each.shadow + i, i == byte ? 0xA5U & ~bit : 0x3C);
-            auto& page = doses.openAt(selection);
-            EXPECT_EQ(page.SwitchX5[each.mask].Position, 0);
-            for (const int position : {1, 0}) {
-                const Boards before = doses.boards();
-                page.SwitchX5[each.mask].UserMove(position);
-                ASSERT_TRUE(doses.world.settle());
-                const std::uint32_t expected = position == 1 ? (0xA5U | bit) : (0xA5U & ~bit);
-                const Boards difference = {{{1, each.first + byte}, expected}, {{1, each.shadow + byte}, expected}};
-                EXPECT_EQ(changed(before, doses.boards()), difference) << each.first << " " << selection;
-                EXPECT_FALSE(page.SwitchX5[each.mask].waiting());
-            }
+            for (int i = 0; i < 4; ++i) doses.world.setBoard(1, first.parameter + i, i == byte ? 0xA5U & ~bit : 0x3C);
+            SliderSwitch& slider = doses.openAt(selection).SwitchX5[mask];
+            EXPECT_EQ(slider.Position, 0);
+            const Setting setting = {1, first.parameter + byte, first.shadow + byte};
+            expectMove(doses.world, slider, 1, setting.as(0xA5U | bit));
+            expectMove(doses.world, slider, 0, setting.as(0xA5U & ~bit));
         }
 }
 
@@ -252,25 +200,21 @@ TEST(FrmDosi, TheJugCountGoesWithTheJugAndIsWrittenRaw) {
     EXPECT_FALSE(page.HScroll5.usable());
     page.SwitchX5[JugMask].UserMove(1);
     EXPECT_TRUE(page.HScroll5.usable());
-    CurrentBank = 2;
-    page.HScroll5.UserMove(42);
+    EXPECT_EQ(page.HScroll5.Min, 1);
     ASSERT_TRUE(doses.world.settle());
-    EXPECT_EQ(doses.world.board(1, 1105), 42U);
-    EXPECT_EQ(page.Label5[9].Caption.get(), "42");
+    expectMove(doses.world, page.HScroll5, page.Label5[9], 42, "42", {{1, 1105, 42}});
     page.SwitchX5[JugMask].UserMove(0);
     EXPECT_FALSE(page.HScroll5.usable());
 }
 
 TEST(FrmDosi, AColdBeverageShowsNoStepsOnAMachineThatCoolsThatWay) {
-    struct Case {
+    const struct {
         std::uint32_t coldMode;
         bool cold;
         bool steps;
         bool switchLive;
-    };
-    const Case cases[] = {
-        {0, true, true, false}, {1, true, true, true}, {3, true, false, true}, {3, false, true, true}};
-    for (const Case& each : cases) {
+    } cases[] = {{0, true, true, false}, {1, true, true, true}, {3, true, false, true}, {3, false, true, true}};
+    for (const auto& each : cases) {
         Doses doses;
         doses.world.setBoard(1, 1153, each.coldMode);
         doses.world.setBoard(1, 1079, each.cold ? 1 : 0);
@@ -286,34 +230,6 @@ TEST(FrmDosi, AColdBeverageShowsNoStepsOnAMachineThatCoolsThatWay) {
     }
 }
 
-TEST(FrmDosi, OpensWithTheFiftyNinthValueAndCountsNoneButItsOwn) {
-    testing::Bench bench;
-    auto& page = bench.load<FrmDosi>();
-    std::vector<int> counted;
-    for (int block = 0; block < 33; ++block) counted.push_back(7 + 32 * block);
-    for (const int first : {1071, 1063, 1087, 1127, 1131, 1079})
-        for (int i = 0; i < 4; ++i) counted.push_back(first + i);
-    counted.insert(counted.end(), {1095, 1153, 1154});
-    ASSERT_EQ(counted.size(), 60U);
-    const auto tellUncounted = [&page] {
-        for (const int n : {1298, 1455, 1456, 1457, 1458, 1067, 1075, 1083, 1135, 1142, 8, 40, 1096})
-            say(page, 1, n, 2);
-        say(page, 2, 7, 2);
-    };
-    for (std::size_t i = 0; i < 58; ++i) say(page, 1, counted[i], 2);
-    tellUncounted();
-    EXPECT_EQ(openParts(page), "123") << "one short";
-    say(page, 0, 1, 0);
-    say(page, 0, 1, 4);
-    EXPECT_EQ(openParts(page)[0], 'k') << "a change of the status opens it all the same";
-    page.Label11[0].UserClick();
-    for (std::size_t i = 59; i > 1; --i) say(page, 1, counted[i], 2);
-    tellUncounted();
-    EXPECT_EQ(openParts(page), "123");
-    say(page, 1, counted[1], 2);
-    EXPECT_EQ(openParts(page), "kj1vtp2vtp3vtp");
-}
-
 TEST(FrmDosi, OnlyAChangedStatusLocksOrUnlocks) {
     Doses doses;
     auto& page = doses.open();
@@ -324,6 +240,9 @@ TEST(FrmDosi, OnlyAChangedStatusLocksOrUnlocks) {
     say(page, 0, 7, 2);
     say(page, 0, 7, 0);
     EXPECT_EQ(openParts(page), "123") << "nor does a vend of the machine's own that ends";
+    say(page, 0, 1, 0x14);
+    EXPECT_EQ(openParts(page)[0], 'k') << "a new one opens it all the same";
+    page.Label11[2].UserClick();
     ASSERT_TRUE(doses.settle(page));
     doses.world.setBoard(0, 1, 0x1B);
     doses.world.run(2000);
@@ -385,38 +304,5 @@ TEST(FrmDosi, LeavesAKeysSelectionWatchedAndTheBarsNot) {
     }
 }
 
-TEST(FrmDosi, ABoardThatIsSilentWhileASelectionLoadsOnlyDelaysIt) {
-    Doses doses;
-    auto& page = doses.open();
-    const Boards before = doses.boards();
-    page.Label11[6].UserClick();
-    doses.world.run(1000);
-    doses.world.machine.setBoardSilent(simulator::Board::HotDrink, true);
-    doses.world.run(10'000);
-    EXPECT_EQ(openParts(page), "123");
-    EXPECT_TRUE(page.LoadingBar.Visible);
-    doses.world.machine.setBoardSilent(simulator::Board::HotDrink, false);
-    ASSERT_TRUE(doses.settle(page));
-    EXPECT_EQ(openParts(page)[0], 'k');
-    EXPECT_TRUE(changed(before, doses.boards()).empty());
-}
-
-TEST(FrmDosi, AnEditWhileTheBoardIsSilentEndsWithOneValueOnBothSides) {
-    Doses doses;
-    auto& page = doses.openAt(0);
-    Boards before = doses.boards();
-    doses.world.machine.setBoardSilent(simulator::Board::HotDrink, true);
-    page.HScroll2[5].UserMove(99);
-    doses.world.run(10'000);
-    EXPECT_TRUE(page.HScroll2[5].waiting());
-    doses.world.machine.setBoardSilent(simulator::Board::HotDrink, false);
-    ASSERT_TRUE(doses.world.settle());
-    EXPECT_FALSE(page.HScroll2[5].waiting());
-    EXPECT_EQ(page.HScroll2[5].Value, static_cast<int>(doses.world.board(1, 519)));
-    EXPECT_EQ(page.Label2[5].Caption.get(), tenths(page.HScroll2[5].Value));
-    before[{1, 519}] = doses.world.board(1, 519);
-    EXPECT_TRUE(changed(before, doses.boards()).empty());
-}
-
 }  // namespace
-}  // namespace kestrel
+}  // namespace kestrel::testing

@@ -5,110 +5,82 @@
 #include <gtest/gtest.h>
 
 #include "platform/trouble.h"
-#include "support/world.h"
+#include "support/bare_mirror.h"
 
-namespace kestrel {
+namespace kestrel::testing {
 namespace {
-
-using testing::World;
 
 constexpr double FourSeconds = 4.0 / 86400;
 
-class FrmGraficoTest : public ::testing::Test {
-  protected:
-    FrmGrafico& open() { return world.open<FrmGrafico>("FrmGrafico"); }
-    const StripChart::Channel& boiler(const FrmGrafico& page) { return page.iStripChartX1.channels()[0]; }
-    const StripChart::Channel& tank(const FrmGrafico& page) { return page.iStripChartX1.channels()[1]; }
-    World world;
+struct Graph : ::testing::Test {
+    BareMirror mirror;
+    FrmGrafico& page = mirror.load<FrmGrafico>();
+    const std::vector<double>& times = page.iStripChartX1.times();
+    const StripChart::Channel& boiler = page.iStripChartX1.channels()[0];
+    const StripChart::Channel& tank = page.iStripChartX1.channels()[1];
 };
 
-TEST_F(FrmGraficoTest, ASampleEveryFourSecondsFromTimeZero) {
-    world.start();
-    world.setBoard(1, 1288, 91);
-    FrmGrafico& page = open();
-    EXPECT_EQ(boiler(page).name, "caldaia");
-    EXPECT_EQ(tank(page).name, "vasca");
-    EXPECT_EQ(page.iStripChartX1.Title.get(), "Temperature nel tempo");
-    EXPECT_TRUE(page.iStripChartX1.times().empty());
-    world.run(20'100);
-    const auto& times = page.iStripChartX1.times();
-    ASSERT_EQ(times.size(), 5U);
-    for (std::size_t i = 0; i < times.size(); ++i) {
-        EXPECT_NEAR(times[i], static_cast<double>(i) * FourSeconds, 1e-12);
-        EXPECT_EQ(boiler(page).samples[i].index, static_cast<int>(i));
-        EXPECT_EQ(boiler(page).samples[i].value, 91);
+TEST_F(Graph, GetsASampleEveryFourSecondsFromTimeZeroOfTheChannelsWhoseBoardsAreThere) {
+    EXPECT_EQ(boiler.name, "Boiler");
+    EXPECT_EQ(tank.name, "Tank");
+    mirror.arrive(0, 1, 4);
+    mirror.arrive(0, 2, 0xFB);
+    mirror.arrive(1, 1288, 91);
+    mirror.run(3'999);
+    EXPECT_TRUE(times.empty());
+    mirror.run(8'001);
+    mirror.arrive(0, 1, 0);
+    mirror.run(8'000);
+    mirror.arrive(0, 1, 4);
+    mirror.run(4'000);
+    ASSERT_EQ(times.size(), 6U);
+    for (std::size_t i = 0; i < times.size(); ++i) EXPECT_NEAR(times[i], static_cast<double>(i) * FourSeconds, 1e-12);
+    const int indexes[] = {0, 1, 2, 5};
+    ASSERT_EQ(boiler.samples.size(), std::size(indexes));
+    for (std::size_t i = 0; i < std::size(indexes); ++i) {
+        EXPECT_EQ(boiler.samples[i].index, indexes[i]) << "samples keep their place on the time axis";
+        EXPECT_EQ(boiler.samples[i].value, 91);
     }
-    page.UserClose();
-    FrmGrafico& again = open();
-    EXPECT_TRUE(again.iStripChartX1.times().empty()) << "nothing is kept";
+    EXPECT_TRUE(tank.samples.empty());
+    mirror.arrive(0, 2, 4);
+    mirror.run(4'000);
+    ASSERT_EQ(tank.samples.size(), 1U);
+    EXPECT_EQ(tank.samples[0].index, 6);
 }
 
-TEST_F(FrmGraficoTest, TankTemperatureIsASignedFixedPointNumberWithItsCorrection) {
+TEST_F(Graph, TankTemperatureIsASignedFixedPointNumberWithItsFreshCorrection) {
     const struct {
         std::uint32_t offset;
         std::uint32_t raw;
         double degrees;
     } cases[] = {{5, 0x0A00, 10},   {5, 0x0A80, 10.5}, {5, 0xFF80, -0.5},        {5, 0xF600, -10},   {5, 0x7F00, 127},
                  {5, 0x8000, -128}, {0, 0x0200, -3},   {10, 0x0201, 7.00390625}, {10, 0x7B00, -128}, {4, 0xFF00, -2}};
-    world.start();
+    mirror.arrive(0, 2, 4);
     for (const auto& c : cases) {
-        world.setBoard(2, 52, c.offset);
-        world.setBoard(2, 287, c.raw);
-        FrmGrafico& page = open();
-        world.run(8500);
-        EXPECT_EQ(tank(page).samples.back().value, c.degrees) << std::hex << c.raw;
-        page.UserClose();
+        mirror.arrive(2, 52, c.offset);
+        mirror.arrive(2, 287, c.raw);
+        mirror.run(4'000);
+        ASSERT_FALSE(tank.samples.empty());
+        EXPECT_EQ(tank.samples.back().value, c.degrees) << std::hex << c.raw;
     }
+    ParamFlags(2, 52) = 0;
+    mirror.arrive(2, 287, 0x1400);
+    mirror.run(4'000);
+    EXPECT_EQ(tank.samples.back().value, -2) << "without its correction a reading is left out";
 }
 
-TEST_F(FrmGraficoTest, AReadingBeforeItsCorrectionIsFreshIsLeftOut) {
-    world.start();
-    world.setBoard(2, 52, 5);
-    FrmGrafico& page = open();
-    const std::uint8_t flags = ParamFlags(2, 52);
-    CurrentBank = 2;
-    page.SLabel_Change(287, 0x1400);
-    ParamFlags(2, 52) &= static_cast<std::uint8_t>(~flag::Valid);
-    page.SLabel_Change(287, 0x1E00);
-    page.Timer1.Interval = 1;  // before the link brings the tank's own value
-    world.run(1.5);
-    ParamFlags(2, 52) = flags;
-    ASSERT_FALSE(tank(page).samples.empty());
-    EXPECT_EQ(tank(page).samples.back().value, 20);
-}
-
-TEST_F(FrmGraficoTest, AChannelWithoutItsBoardGetsNoSamplesWhileTimeRunsOn) {
-    auto options = World::still();
-    options.sectorBoard = false;
-    World bare(options);
-    bare.start();
-    auto& page = bare.open<FrmGrafico>("FrmGrafico");
-    bare.run(12'100);
-    EXPECT_TRUE(tank(page).samples.empty());
-    ASSERT_EQ(boiler(page).samples.size(), 3U);
-    bare.setBoard(0, 1, 0);  // the hot-drink board goes away
-    bare.run(8'000);
-    EXPECT_LE(boiler(page).samples.size(), 4U);
-    bare.setBoard(0, 1, 4);
-    bare.run(12'000);
-    EXPECT_EQ(page.iStripChartX1.times().size(), 8U);
-    EXPECT_EQ(boiler(page).samples.back().index, 7) << "samples keep their place on the time axis";
-}
-
-TEST_F(FrmGraficoTest, The32768thSampleIsTheLastAndEndsTheRunByARunTimeError) {
-    world.start();
-    FrmGrafico& page = open();
-    page.Timer1.Interval = 1;  // a day and a half of samples, without as much traffic
+TEST_F(Graph, The32768thSampleIsTheLastAndEndsTheRunByARunTimeError) {
+    mirror.arrive(0, 1, 4);
     try {
-        world.run(40'000);
+        mirror.run(32'769 * 4'000.0);
         FAIL() << "no overflow";
     } catch (const RunTimeError& error) {
         EXPECT_EQ(error.number(), error_number::Overflow);
     }
-    EXPECT_EQ(page.iStripChartX1.times().size(), 32768U);
-    EXPECT_EQ(boiler(page).samples.back().index, 32767);
-    EXPECT_NEAR(page.iStripChartX1.times().back(), 32767 * FourSeconds, 1e-6);
+    EXPECT_EQ(times.size(), 32768U);
+    EXPECT_EQ(boiler.samples.back().index, 32767);
+    EXPECT_NEAR(times.back(), 32767 * FourSeconds, 1e-6);
 }
 
 }  // namespace
-}  // namespace kestrel
+}  // namespace kestrel::testing

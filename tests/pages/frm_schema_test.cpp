@@ -10,12 +10,11 @@
 
 #include "pages/test/frm_test_cedar.h"
 #include "support/bare_mirror.h"
+#include "support/layouts.h"
 #include "support/world.h"
 
-namespace kestrel {
+namespace kestrel::testing {
 namespace {
-
-using testing::BareMirror;
 
 constexpr int No = -1;
 
@@ -29,33 +28,29 @@ constexpr Word Words[] = {
     {1292, true, {0, 1, 2, 3, 4, 5, 6, 7}},         {1293, true, {8, 9, 10, 11, No, No, No, No}},
     {1294, true, {12, 13, 14, 15, 16, 17, 18, 19}}, {1295, true, {20, 21, 22, No, No, No, No, No}}};
 
-template <std::size_t N>
-std::vector<int> lit(const ControlArray<Led, N>& lamps) {
-    std::vector<int> found;
-    for (int i = 0; i < lamps.size(); ++i)
-        if (lamps[i].Active) found.push_back(i);
-    return found;
-}
+using Lamps = std::vector<int>;
 
-TEST(FrmSchema, EachBitLightsTheLampOfItsDeviceAndNoOther) {
+struct Schema : ::testing::Test {
     BareMirror mirror;
-    auto& page = mirror.load<FrmSchema>();
+    FrmSchema& page = mirror.load<FrmSchema>();
+};
+
+TEST_F(Schema, EachBitLightsTheLampOfItsDeviceAndNoOther) {
     for (const Word& word : Words)
         for (unsigned bit = 0; bit < 8; ++bit) {
             const std::uint32_t one = 1U << bit;
             mirror.arrive(1, word.parameter, word.output ? one : 255 & ~one);
             const int lamp = word.lampOfBit[bit];
-            const std::vector<int> expected = lamp == No ? std::vector<int>{} : std::vector<int>{lamp};
-            EXPECT_EQ(lit(page.Led), word.output ? expected : std::vector<int>{}) << word.parameter << " bit " << bit;
-            EXPECT_EQ(lit(page.iLed), word.output ? std::vector<int>{} : expected) << word.parameter << " bit " << bit;
+            const Lamps own = lamp == No ? Lamps{} : Lamps{lamp};
+            EXPECT_EQ(std::pair(lit(page.Led), lit(page.iLed)),
+                      word.output ? std::pair(own, Lamps{}) : std::pair(Lamps{}, own))
+                << word.parameter << " bit " << bit;
             mirror.arrive(1, word.parameter, word.output ? 0 : 255);
         }
     EXPECT_TRUE(mirror.due().empty());
 }
 
-TEST(FrmSchema, OtherBanksAndOtherParametersLightNothing) {
-    BareMirror mirror;
-    auto& page = mirror.load<FrmSchema>();
+TEST_F(Schema, OtherBanksAndOtherParametersLightNothing) {
     for (int n = 1285; n < 1300; ++n) {
         mirror.arrive(0, n, 0xA5);
         mirror.arrive(2, n, 0xA5);
@@ -67,9 +62,7 @@ TEST(FrmSchema, OtherBanksAndOtherParametersLightNothing) {
     EXPECT_EQ(page.iThermometerX1.Value, 0);
 }
 
-TEST(FrmSchema, GaugeAndFiguresShowTheSameReadingAndKeepItWhenOneIsTooLarge) {
-    BareMirror mirror;
-    auto& page = mirror.load<FrmSchema>();
+TEST_F(Schema, GaugeAndFiguresShowTheSameReadingAndKeepItWhenOneIsTooLarge) {
     const std::pair<std::uint32_t, double> readings[] = {{0, 0}, {97, 97}, {32767, 32767}, {32768, 32767}, {5, 5}};
     for (const auto& [reading, shown] : readings) {
         mirror.arrive(1, 1288, reading);
@@ -78,24 +71,12 @@ TEST(FrmSchema, GaugeAndFiguresShowTheSameReadingAndKeepItWhenOneIsTooLarge) {
     }
 }
 
-TEST(FrmSchema, NamesDevicesAndReleasesWhatItWatched) {
-    BareMirror mirror;
-    auto& page = mirror.load<FrmSchema>();
-    EXPECT_EQ(page.Led[0].ToolTip.get(), "Water valve 1");
-    EXPECT_EQ(page.Led[22].ToolTip.get(), "Drain pump");
-    EXPECT_EQ(page.iLed[0].accessibleName(), "Boiler minimum level");
-    EXPECT_EQ(page.iLed[9].accessibleName(), "Waste bucket full");
-    EXPECT_EQ(page.Label1[0].Caption.get(), "Water inlet");
-    EXPECT_EQ(page.Label1[20].Caption.get(), "Waste bucket");
-    EXPECT_EQ(page.iThermometerX1.accessibleName(), "Boiler");
-}
-
 /// Every control that stands on a drawing, against the elements of the drawing of that name.
 void expectPlaces(const Layout& layout) {
     if (layout.kind == Layout::Kind::Canvas) {
         const auto* picture = dynamic_cast<const Picture*>(layout.control);
         ASSERT_NE(picture, nullptr);
-        std::ifstream file(testing::InstallationDirectory() / "pictures" / (picture->drawing() + ".svg"));
+        std::ifstream file(InstallationDirectory() / "pictures" / (picture->drawing() + ".svg"));
         std::stringstream drawing;
         drawing << file.rdbuf();
         for (const std::string& place : layout.places)
@@ -106,11 +87,10 @@ void expectPlaces(const Layout& layout) {
     for (const Layout& child : layout.children) expectPlaces(child);
 }
 
-TEST(Drawings, HaveAPlaceForEveryControlThatStandsOnThem) {
-    BareMirror mirror;
-    expectPlaces(mirror.load<FrmSchema>().Arrange());
+TEST_F(Schema, AndTheModelTestHaveAPlaceForEveryControlThatStandsOnADrawing) {
+    expectPlaces(page.Arrange());
     expectPlaces(mirror.load<FrmTestCedar>().Arrange());
 }
 
 }  // namespace
-}  // namespace kestrel
+}  // namespace kestrel::testing

@@ -1,79 +1,44 @@
-// The page of totals: each number under its own caption, money in the decimals of the board.
+// The page of totals: each number in its own row, money in the decimals of the board.
 // The numbering is not in the order of the rows, so every row is checked by itself.
 #include "pages/sales/frm_totali.h"
 
 #include <gtest/gtest.h>
 
-#include "support/world.h"
+#include "support/bare_mirror.h"
+#include "support/layouts.h"
 
-namespace kestrel {
+namespace kestrel::testing {
 namespace {
-
-using testing::World;
 
 struct Total {
     int parameter;
-    bool clearable;
-    int index;
+    Label& label;
     bool money;
-    const char* caption;
 };
 
-constexpr Total Totals[] = {
-    {164, true, 0, true, "incasso"},  {165, true, 1, true, "sconto"},     {166, true, 2, true, "overpay"},
-    {160, true, 3, false, "battute"}, {161, true, 4, false, "gratis"},    {167, true, 5, false, "bricco"},
-    {162, true, 6, false, "prova"},   {168, true, 7, false, "presel. 1"}, {169, true, 8, false, "presel. 2"},
-    {163, false, 0, true, "incasso"}, {159, false, 1, false, "battute"}};
-
-std::string shown(FrmTotali& page, const Total& total) {
-    return total.clearable ? page.Label3[total.index].Caption : page.Label4[total.index].Caption;
-}
-
-TEST(FrmTotali, ShowsEveryTotalInItsRowAndMoneyInTheBoardsDecimals) {
-    const std::pair<std::uint32_t, std::string> decimals[] = {
-        {0, "123456"}, {1, "12345.6"}, {2, "1234.56"}, {3, "123.456"}, {6, "1234.56"}};
-    for (const auto& [parameter3, money] : decimals) {
-        World world;
-        world.start();
-        world.setBoard(0, 3, parameter3);
-        for (const Total& total : Totals)
-            world.setBoard(0, total.parameter, total.money ? 123456U : 1000U + static_cast<unsigned>(total.parameter));
-        auto& page = world.open<FrmTotali>("FrmTotali");
-        for (const Total& total : Totals) {
-            EXPECT_EQ(shown(page, total), total.money ? money : std::to_string(1000 + total.parameter))
+TEST(FrmTotali, ShowsEveryTotalInItsRowAndMoneyInTheBoardsDecimalsWhenTheyCome) {
+    BareMirror mirror;
+    auto& page = mirror.load<FrmTotali>();
+    const Total totals[] = {{164, page.Label3[0], true},  {165, page.Label3[1], true},  {166, page.Label3[2], true},
+                            {160, page.Label3[3], false}, {161, page.Label3[4], false}, {167, page.Label3[5], false},
+                            {162, page.Label3[6], false}, {168, page.Label3[7], false}, {169, page.Label3[8], false},
+                            {163, page.Label4[0], true},  {159, page.Label4[1], false}};
+    const auto rawOf = [](const Total& total) { return 1000U * static_cast<unsigned>(total.parameter); };
+    for (const Total& total : totals) {
+        mirror.arrive(0, total.parameter, rawOf(total));
+        EXPECT_EQ(total.label.Caption.get(), total.money ? "" : std::to_string(rawOf(total))) << total.parameter;
+        mirror.arrive(1, total.parameter, 7);
+    }
+    for (const unsigned decimals : {0U, 1U, 2U, 3U, 6U}) {
+        mirror.arrive(0, 3, decimals);
+        for (const Total& total : totals)
+            EXPECT_EQ(total.label.Caption.get(), written(rawOf(total), total.money ? decimals % 4 : 0))
                 << total.parameter;
-            EXPECT_EQ((total.clearable ? page.Label2[total.index] : page.Label1[total.index]).Caption.get(),
-                      total.caption);
-        }
+        mirror.arrive(0, 163, 5);
+        EXPECT_EQ(page.Label4[0].Caption.get(), written(5, decimals % 4));
+        mirror.arrive(0, 163, 163'000);
     }
 }
 
-TEST(FrmTotali, ChangedDecimalsReformatTheMoneyAndNoCount) {
-    World world;
-    world.start();
-    world.setBoard(0, 3, 2);
-    world.setBoard(0, 164, 150);
-    world.setBoard(0, 160, 150);
-    auto& page = world.open<FrmTotali>("FrmTotali");
-    world.setBoard(0, 3, 1);
-    world.run(5000);
-    EXPECT_EQ(page.Label3[0].Caption.get(), "15.0");
-    EXPECT_EQ(page.Label3[3].Caption.get(), "150");
-}
-
-TEST(FrmTotali, MoneyThatComesBeforeTheDecimalsIsNotShown) {
-    World world;
-    world.start();
-    FrmTotali page;
-    CurrentBank = 0;
-    page.notify(164, 150);
-    EXPECT_EQ(page.Label3[0].Caption.get(), "");
-    page.notify(160, 7);
-    EXPECT_EQ(page.Label3[3].Caption.get(), "7");
-    CurrentBank = 1;
-    page.notify(160, 8);
-    EXPECT_EQ(page.Label3[3].Caption.get(), "7");
-}
-
 }  // namespace
-}  // namespace kestrel
+}  // namespace kestrel::testing

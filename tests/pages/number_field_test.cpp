@@ -4,27 +4,17 @@
 
 #include <gtest/gtest.h>
 
-#include "link/param_table.h"
-#include "support/virtual_platform.h"
+#include "support/bare_mirror.h"
 
-namespace kestrel {
+namespace kestrel::testing {
 namespace {
 
 constexpr NumberField Field = {356, 5, 65535};
 constexpr std::uint32_t BoardsOwn = 777;
 
-class NumberFieldTest : public ::testing::Test {
-  protected:
-    NumberFieldTest() {
-        ResetParamTable();
-        ParamTable(0, Field.parameter).Command = 3;
-        StoreValue(ParamTable(0, Field.parameter), BoardsOwn);
-    }
-    ~NumberFieldTest() override { ResetParamTable(); }
-    testing::VirtualPlatform machine;
-};
-
-TEST_F(NumberFieldTest, Texts) {
+TEST(NumberField, TakesTheFirstCharactersOfANumberAndTheBoardsOwnWhereThatIsTooLarge) {
+    BareMirror mirror;
+    mirror.arrive(0, Field.parameter, BoardsOwn);
     constexpr auto refused = std::optional<std::uint32_t>();
     const struct {
         const char* separator;
@@ -47,7 +37,7 @@ TEST_F(NumberFieldTest, Texts) {
         {".", "000001", 0},
     };
     for (const auto& c : cases) {
-        machine.separator = c.separator;
+        mirror.platform.separator = c.separator;
         TextBox box;
         box.Text = c.typed;
         EXPECT_EQ(CommitNumber(box, Field), c.value) << "\"" << c.typed << "\"";
@@ -56,4 +46,4 @@ TEST_F(NumberFieldTest, Texts) {
 }
 
 }  // namespace
-}  // namespace kestrel
+}  // namespace kestrel::testing

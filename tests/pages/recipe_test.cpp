@@ -1,34 +1,13 @@
-// Where the fields and properties of a selection lie on the hot-drink board.
+// Where the properties of a selection lie on the hot-drink board.
 // Numbers here are the board's, worked out by hand; nothing is taken from the program's table.
 #include "pages/beverage/recipe.h"
 
 #include <gtest/gtest.h>
 
-#include <set>
+#include "support/bare_mirror.h"
 
-#include "support/world.h"
-
-namespace kestrel {
+namespace kestrel::testing {
 namespace {
-
-using testing::World;
-
-TEST(Recipe, EveryParameterOfTheBlocksIsOneFieldOfOneSelection) {
-    std::set<int> seen;
-    for (int selection = 0; selection < 32; ++selection)
-        for (int step = 0; step < RecipeSteps; ++step)
-            for (int field = 0; field < RecipeFields; ++field) {
-                const int n = RecipeParameter(selection, step, field);
-                EXPECT_TRUE(seen.insert(n).second) << n;
-                const auto place = RecipePlaceOf(n, selection);
-                ASSERT_TRUE(place.has_value());
-                EXPECT_EQ(place->step, step);
-                EXPECT_EQ(place->field, field);
-            }
-    EXPECT_EQ(*seen.begin(), 7);
-    EXPECT_EQ(*seen.rbegin(), 1062);
-    EXPECT_EQ(seen.size(), 1056U);
-}
 
 TEST(SelectionMasks, AChangeKeepsTheOtherBitsAndTheLastTwoSelectionsAreChangedInOneMaskAlone) {
     struct {
@@ -46,7 +25,7 @@ TEST(SelectionMasks, AChangeKeepsTheOtherBitsAndTheLastTwoSelectionsAreChangedIn
                          {17, 2, 0xFF, false, 0xFD}, {29, 3, 0x04, true, 0x24}, {30, 3, 0x80, true, 0xC0},
                          {31, 3, 0xFF, false, 0x7F}};
     for (const auto& row : masks) {
-        World world;
+        BareMirror mirror;
         for (const auto& change : changes) {
             SelectionMasks bytes;
             for (const int n : {row.first + change.byte, row.shadow + change.byte}) ParamFlags(1, n) = 0;
@@ -67,4 +46,4 @@ TEST(SelectionMasks, AChangeKeepsTheOtherBitsAndTheLastTwoSelectionsAreChangedIn
 }
 
 }  // namespace
-}  // namespace kestrel
+}  // namespace kestrel::testing

@@ -10,14 +10,10 @@
 #include "pages/test/frm_test_cedar.h"
 #include "support/writes.h"
 
-namespace kestrel {
+namespace kestrel::testing {
 namespace {
 
 using simulator::Board;
-using testing::World;
-using testing::WriteLog;
-using testing::Writes;
-using testing::Written;
 
 constexpr int AlderOutput = 1292;
 constexpr int CedarGroup = 288;
@@ -32,11 +28,7 @@ FrmInOut& startTest(World& world) {
 
 TEST(TestMode, StartsSwitchesAndRunsOutOnTheBoardsThatAreThere) {
     for (const auto& [alder, cedar] : {std::pair(true, true), std::pair(true, false), std::pair(false, true)}) {
-        auto options = World::still();
-        options.hotDrinkBoard = alder;
-        options.sectorBoard = cedar;
-        World world(options);
-        world.start();
+        StartedWorld world(World::still(alder, cedar));
         FrmInOut& page = startTest(world);
         EXPECT_EQ(page.Label7.Caption.get(), "TEST in corso");
         EXPECT_EQ(page.SwitchLed1[18].usable(), alder);
@@ -65,35 +57,8 @@ TEST(TestMode, StartsSwitchesAndRunsOutOnTheBoardsThatAreThere) {
     }
 }
 
-TEST(TestMode, OnTheLineTheMailboxComesBeforeItsCommand) {
-    World world;
-    world.start();
-    FrmInOut& page = startTest(world);
-    struct {
-        LedSwitch& clicked;
-        Writes outputs;  ///< the command last; so in the other one, the test time of the other board
-        Writes other;
-    } const rows[] = {{page.SwitchLed1[0],
-                       {{1, 2, 1}, {1, 3, 0}, {1, 4, 0}, {1, 5, 0}, {1, 6, 0}, {1, 1, 2}},
-                       {{2, 285, 60}, {2, 284, 1}}},
-                      {page.SwitchLed3[47], {{2, 285, 32}, {2, 286, 128}, {2, 284, 2}}, {{1, 2, 60}, {1, 1, 1}}}};
-    for (const auto& row : rows) {
-        WriteLog log(world);
-        row.clicked.UserClick();
-        world.run(3000);
-        const Writes writes = log.takeInOrder();
-        for (const Writes* order : {&row.outputs, &row.other})
-            for (const Written& write : *order) {
-                EXPECT_EQ(std::ranges::count(writes, write), 1) << write;
-                EXPECT_LE(std::ranges::find(writes, write), std::ranges::find(writes, order->back())) << write;
-            }
-        EXPECT_EQ(writes.size(), row.outputs.size() + row.other.size());
-    }
-}
-
 TEST(TestMode, TheWordOfTheClosedPageWaitsForTheNextSubscriber) {
-    World world;
-    world.start();
+    StartedWorld world;
     world.open<FrmInOut>("FrmInOut").UserClose();
     world.run(10'000);
     WriteLog log(world);
@@ -102,37 +67,17 @@ TEST(TestMode, TheWordOfTheClosedPageWaitsForTheNextSubscriber) {
     EXPECT_EQ(log.take(), (Writes{{0, 368, 255}, {0, 369, 0}}));
 }
 
-TEST(TestMode, ABoardThatFallsSilentUnderAClickLeavesThePageUnlockedAfterFiveSecondsWithTheLastEcho) {
-    World world;
-    world.start();
-    FrmInOut& page = startTest(world);
-    page.SwitchLed1[5].UserClick();
-    world.run(3000);
-    world.machine.setBoardSilent(Board::HotDrink, true);
-    page.SwitchLed1[6].UserClick();
-    world.run(4990);
-    EXPECT_FALSE(page.SwitchLed1[6].usable());
-    world.run(20);
-    EXPECT_TRUE(page.SwitchLed1[6].usable());
-    EXPECT_TRUE(page.SwitchLed1[5].Active);
-    EXPECT_FALSE(page.SwitchLed1[6].Active);
-    EXPECT_TRUE(page.SwitchLed1[6].waiting());
-}
-
 TEST(TestMode, APairRunsOnTheMachineAndTheMotorsGoToZero) {
-    World world;
-    world.start();
+    StartedWorld world;
     auto& page = world.open<FrmTestCedar>("FrmTestCedar");
     WriteLog log(world);
     const std::uint32_t tests = world.board(0, 162);
     page.Label1[2].UserClick();
     page.Label1[1].UserClick();
     world.run(1500);
-    Writes pair = log.takeInOrder();
-    ASSERT_EQ(pair.size(), 3U);
-    EXPECT_EQ(pair.back(), (Written{0, 4, 2}));
-    std::ranges::sort(pair);
-    EXPECT_EQ(pair, (Writes{{0, 4, 2}, {0, 5, 13}, {0, 6, 48}}));
+    const Writes pair = log.takeInOrder();
+    ASSERT_EQ(sorted(pair), (Writes{{0, 4, 2}, {0, 5, 13}, {0, 6, 48}}));
+    EXPECT_EQ(pair.back(), (BoardValue{0, 4, 2})) << "the command goes out last";
     EXPECT_FALSE(page.Command1.usable());
     world.run(20'000);
     EXPECT_TRUE(page.Command1.usable());
@@ -155,8 +100,7 @@ TEST(TestMode, ABoardLostUnderTheModelTestLeavesThePageToItsTimerOrToTheBoardsRe
     } const cases[] = {
         {true, 0, true, true}, {true, 2500, false, true}, {false, 0, false, false}, {false, 1500, false, true}};
     for (const auto& each : cases) {
-        World world;
-        world.start();
+        StartedWorld world;
         auto& page = world.open<FrmTestCedar>("FrmTestCedar");
         const Board lost = each.pair ? Board::Master : Board::Sector;
         if (each.lostAfterMs == 0) world.machine.setBoardSilent(lost, true);
@@ -175,7 +119,7 @@ TEST(TestMode, ABoardLostUnderTheModelTestLeavesThePageToItsTimerOrToTheBoardsRe
         world.machine.setBoardSilent(lost, false);
         world.run(20'000);
         EXPECT_EQ(page.Command1.usable() && page.Label1[5].usable(), each.openAfterwards) << each.lostAfterMs;
-        for (const Written& write : log.take()) EXPECT_EQ(write, (Written{0, 6, 48})) << "no motor starts late";
+        for (const BoardValue& write : log.take()) EXPECT_EQ(write, (BoardValue{0, 6, 48})) << "no motor starts late";
     }
 }
 
@@ -225,8 +169,7 @@ class FaultyTestMode : public ::testing::TestWithParam<std::tuple<const char*, i
 TEST_P(FaultyTestMode, NothingIsDrivenThatTheLastClickDidNotAskForAndNoBoardIsLockedByHalves) {
     const auto& [faults, seed] = GetParam();
     SCOPED_TRACE(std::string(faults) + " seed " + std::to_string(seed));
-    World world;
-    world.start();
+    StartedWorld world;
     FrmInOut& page = startTest(world);
     Outputs outputs(world);
     bool fine = true;
@@ -273,4 +216,4 @@ INSTANTIATE_TEST_SUITE_P(All, FaultyTestMode,
                                             ::testing::Range(1, 3)));
 
 }  // namespace
-}  // namespace kestrel
+}  // namespace kestrel::testing

@@ -1,13 +1,11 @@
 // Pages over a mirror without a line.
 // See bare_mirror.h.
 #include "support/bare_mirror.h"
-#include "support/world.h"
-
-#include <ostream>
 
 #include "link/param_table.h"
 #include "shell/language_files.h"
 #include "shell/start_up.h"
+#include "support/world.h"
 
 namespace kestrel::testing {
 
@@ -28,10 +26,6 @@ void becomesFresh(int bank, int parameter) {
 }
 
 }  // namespace
-
-void PrintTo(const DueWrite& write, std::ostream* out) {
-    *out << write.bank << ":" << write.parameter << "=" << write.value;
-}
 
 BareMirror::BareMirror() {
     ResetProgram();
@@ -56,18 +50,18 @@ void BareMirror::deliver(int bank, int parameter) {
     notify(bank, parameter);
 }
 
-DueWrites BareMirror::deliverAll() {
-    DueWrites delivered;
-    for (DueWrites now = due(); !now.empty(); now = due())
-        for (const DueWrite& write : now) {
+Writes BareMirror::deliverAll() {
+    Writes delivered;
+    for (Writes now = due(); !now.empty(); now = due())
+        for (const BoardValue& write : now) {
             delivered.push_back(write);
             deliver(write.bank, write.parameter);
         }
     return delivered;
 }
 
-DueWrites BareMirror::due() const {
-    DueWrites found;
+Writes BareMirror::due() const {
+    Writes found;
     for (int bank = 0; bank < Banks; ++bank)
         for (int n = 1; n < Used; ++n)
             if (ParamFlags(bank, n) & flag::WriteDue)

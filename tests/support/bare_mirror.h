@@ -2,26 +2,15 @@
 // For rules that hang on what arrives when; whole machines stand in world.h.
 #pragma once
 
-#include <compare>
 #include <cstdint>
-#include <iosfwd>
 #include <memory>
-#include <vector>
+#include <utility>
 
 #include "link/fan_out.h"
+#include "support/board_value.h"
 #include "support/virtual_platform.h"
 
 namespace kestrel::testing {
-
-/// A value that the program has written into the mirror and that has not gone out.
-struct DueWrite {
-    int bank;
-    int parameter;
-    std::uint32_t value;
-    auto operator<=>(const DueWrite&) const = default;
-};
-void PrintTo(const DueWrite& write, std::ostream* out);
-using DueWrites = std::vector<DueWrite>;
 
 class BareMirror {
   public:
@@ -31,18 +20,18 @@ class BareMirror {
 
     VirtualPlatform platform;
 
-    template <class P>
-    P& load() {
-        return dynamic_cast<P&>(LoadPage(std::make_unique<P>()));
+    template <class P, class... Arguments>
+    P& load(Arguments&&... arguments) {
+        return dynamic_cast<P&>(LoadPage(std::make_unique<P>(std::forward<Arguments>(arguments)...)));
     }
     /// The board's value of a parameter arrives as the reply to a read.
     void arrive(int bank, int parameter, std::uint32_t value);
     /// The write that is due goes out and is acknowledged.
     void deliver(int bank, int parameter);
     /// Delivers everything that is due, in the order of a scan, and whatever that makes due, and tells what it was.
-    DueWrites deliverAll();
+    Writes deliverAll();
     /// All that is due, by bank and parameter.
-    DueWrites due() const;
+    Writes due() const;
     void run(double milliseconds) { platform.run(milliseconds); }
 };
 

@@ -2,9 +2,10 @@
 // A page that leaves a subscription behind keeps the line busy for the rest of the run.
 #pragma once
 
-#include <initializer_list>
+#include <cstdio>
 #include <map>
-#include <tuple>
+#include <sstream>
+#include <string>
 #include <utility>
 
 #include "link/param_table.h"
@@ -22,11 +23,20 @@ inline Watches watches() {
     return found;
 }
 
-/// One subscription for each number of each run of bank, first and last.
-inline Watches watchesOf(std::initializer_list<std::tuple<int, int, int>> runs) {
+/// One subscription for each number of a list such as "0: 1 84-85 2: 7-1031/32": behind its bank a number, a run, or a
+/// run at equal distances.
+inline Watches watchesOf(const std::string& list) {
     Watches result;
-    for (const auto& [bank, first, last] : runs)
-        for (int n = first; n <= last; ++n) ++result[{bank, n}];
+    int bank = 0;
+    std::istringstream words(list);
+    for (std::string word; words >> word;) {
+        int first = 0, last = 0, distance = 1;
+        const int given = std::sscanf(word.c_str(), "%d-%d/%d", &first, &last, &distance);
+        if (word.back() == ':')
+            bank = first;
+        else
+            for (int n = first; n <= (given == 1 ? first : last); n += distance) ++result[{bank, n}];
+    }
     return result;
 }
 

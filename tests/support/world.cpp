@@ -16,9 +16,11 @@ World::World(simulator::MachineOptions options) : line(options) {
 
 World::~World() { ResetProgram(); }
 
-simulator::MachineOptions World::still() {
+simulator::MachineOptions World::still(bool hotDrinkBoard, bool sectorBoard) {
     simulator::MachineOptions options;
     options.directory = InstallationDirectory();
+    options.hotDrinkBoard = hotDrinkBoard;
+    options.sectorBoard = sectorBoard;
     options.moving = false;
     return options;
 }
@@ -37,6 +39,14 @@ bool World::settle() {
     }
     return false;
 }
+
+StartedWorld::StartedWorld(simulator::MachineOptions options, std::initializer_list<BoardValue> values)
+    : World(std::move(options)) {
+    start();
+    setBoards(values);
+}
+
+StartedWorld::StartedWorld(std::initializer_list<BoardValue> values) : StartedWorld(still(), values) {}
 
 std::filesystem::path InstallationDirectory() { return KESTREL_INSTALLATION; }
 

@@ -2,13 +2,14 @@
 // A test starts it, opens pages, acts as the user, lets time pass, and looks at both ends.
 #pragma once
 
-#include <memory>
+#include <initializer_list>
 #include <string>
 
 #include "link/fan_out.h"
 #include "pages/registry.h"
 #include "shell/start_up.h"
 #include "simulator/machine.h"
+#include "support/board_value.h"
 #include "support/virtual_platform.h"
 
 namespace kestrel::testing {
@@ -16,10 +17,11 @@ namespace kestrel::testing {
 class World {
   public:
     /// The installation is the one that the build made; the machine does nothing by itself unless asked to.
-    explicit World(simulator::MachineOptions options = still());
+    explicit World(simulator::MachineOptions options);
+    World() : World(still()) {}
     ~World();
 
-    static simulator::MachineOptions still();
+    static simulator::MachineOptions still(bool hotDrinkBoard = true, bool sectorBoard = true);
 
     VirtualPlatform platform;
     MachineLine line;
@@ -45,6 +47,20 @@ class World {
     void setBoard(int bank, int parameter, std::uint32_t value) {
         machine.setValue(static_cast<simulator::Board>(bank), parameter, value);
     }
+    void setBoards(std::initializer_list<BoardValue> values) {
+        for (const BoardValue& each : values) setBoard(each.bank, each.parameter, each.value);
+    }
+    /// Consecutive parameters hold consecutive values.
+    void setBoards(int bank, int first, int count, std::uint32_t value) {
+        for (int i = 0; i < count; ++i) setBoard(bank, first + i, value + static_cast<std::uint32_t>(i));
+    }
+};
+
+/// A world whose program has started, on boards that hold these values.
+class StartedWorld : public World {
+  public:
+    explicit StartedWorld(std::initializer_list<BoardValue> values = {});
+    explicit StartedWorld(simulator::MachineOptions options, std::initializer_list<BoardValue> values = {});
 };
 
 /// The program's directory of the installation that the build made.

@@ -2,27 +2,18 @@
 // Parameter numbers are found by the address in the frame, not by the program's tables.
 #pragma once
 
-#include <algorithm>
-#include <compare>
-#include <ostream>
-#include <utility>
-#include <vector>
+#include <gtest/gtest.h>
 
+#include <string>
+#include <utility>
+
+#include "link/link_engine.h"
+#include "link/param_table.h"
+#include "platform/controls.h"
+#include "platform/switches.h"
 #include "support/world.h"
 
 namespace kestrel::testing {
-
-struct Written {
-    int bank;
-    int parameter;
-    std::uint32_t value;
-    auto operator<=>(const Written&) const = default;
-};
-using Writes = std::vector<Written>;
-
-inline std::ostream& operator<<(std::ostream& out, const Written& w) {
-    return out << "bank " << w.bank << ": " << w.parameter << " = " << w.value;
-}
 
 /// Collects every write frame from now on, repeats included.
 class WriteLog {
@@ -39,10 +30,7 @@ class WriteLog {
 
     /// What was collected since the last call, by bank and number: which of two writes the scan meets first depends
     /// on where it stands.
-    Writes take() {
-        std::sort(writes_.begin(), writes_.end());
-        return takeInOrder();
-    }
+    Writes take() { return sorted(takeInOrder()); }
     /// The same in the order of the line.
     Writes takeInOrder() { return std::exchange(writes_, {}); }
 
@@ -51,21 +39,36 @@ class WriteLog {
     Writes writes_;
 };
 
-/// Does something as the user, lets the line come to rest, and gives what was written, in order of parameters.
+/// Does something as the user, wherever the scan may stand, lets the line come to rest, and gives what was written, in
+/// order of parameters.
 template <class Act>
 Writes writesOf(World& world, Act&& act) {
     WriteLog log(world);
+    if (Link().LinkIdle) CurrentBank = (CurrentBank + 1) % Banks;
     act();
-    world.settle();
+    EXPECT_TRUE(world.settle());
     return log.take();
 }
 
-/// Subscriptions that are left over all banks.
-inline int watchersLeft() {
-    int count = 0;
-    for (int bank = 0; bank < Banks; ++bank)
-        for (int n = 1; n < RecordCount(bank); ++n) count += ParamTable(bank, n).Watchers;
-    return count;
+/// The user moves a bar: its figure changes, and the mark of waiting goes, only when the board has confirmed.
+inline void expectMove(World& world, ScrollBar& bar, const Label& figure, int to, const std::string& text,
+                       const Writes& writes) {
+    const std::string before = figure.Caption;
+    const auto move = [&] {
+        bar.UserMove(to);
+        EXPECT_EQ(figure.Caption.get(), before);
+        EXPECT_TRUE(bar.waiting());
+    };
+    EXPECT_EQ(writesOf(world, move), writes) << bar.accessibleName();
+    EXPECT_EQ(figure.Caption.get(), text) << bar.accessibleName();
+    EXPECT_FALSE(bar.waiting()) << bar.accessibleName();
+}
+
+/// The user moves a switch, which the board then confirms.
+inline void expectMove(World& world, SteppedSwitch& control, int to, const Writes& writes) {
+    EXPECT_EQ(writesOf(world, [&] { control.UserMove(to); }), writes) << control.accessibleName();
+    EXPECT_EQ(control.Position, to) << control.accessibleName();
+    EXPECT_FALSE(control.waiting()) << control.accessibleName();
 }
 
 }  // namespace kestrel::testing

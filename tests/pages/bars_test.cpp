@@ -1,0 +1,122 @@
+// Every bar of every page: it shows its own parameter in the figure beside it, and a move writes that parameter and its
+// shadow. A bar on a neighbour's parameter changes what nobody touched, and shows the technician that all is well.
+#include <gtest/gtest.h>
+
+#include "support/layouts.h"
+#include "support/writes.h"
+
+namespace kestrel::testing {
+namespace {
+
+/// Bars of a page on consecutive parameters that hold consecutive values.
+struct Series {
+    const char* page;
+    std::size_t bar;  ///< the first one in reading order
+    int count;
+    int bank, parameter, shadow;
+    std::uint32_t raw;  ///< of the first one
+    std::size_t decimals;
+    const char* lastName;  ///< what stands beside the last one
+    std::size_t barStep = 1;
+    int parameterStep = 1;
+    int offset = 0;             ///< of the figure, beyond the raw value
+    std::uint32_t payment = 4;  ///< the payment system whose bars are live
+
+    Setting setting(int i) const { return {bank, parameter + parameterStep * i, shadow + parameterStep * i}; }
+};
+
+const Series AllBars[] = {
+    {"FrmAzione", 0, 6, 1, 1204, 1210, 32765, 0, "filtro FB2"},
+    {"FrmAzione", 5, 1, 1, 1209, 1215, 65534, 0, "filtro FB2"},
+    {"FrmTempi", 0, 4, 1, 1143, 1148, 10, 1, "infusione tè"},
+    {"FrmTempi", 4, 1, 1, 1147, 1147, 99, 1, "compenaz. amaro"},  // its shadow 1152 is left as it is
+    {"FrmTempi", 5, 1, 1, 1439, 1440, 254, 1, "tempo on pompa"},
+    {"FrmTempi", 6, 1, 1, 1441, 1442, 59, 1, "integro acqua"},
+    {"FrmTempi", 7, 1, 2, 58, 273, 249, 1, "timeout motori"},
+    {"FrmTemperatura", 0, 1, 1, 1199, 376, 95, 0, "Termperatura caldaia"},
+    {"FrmTemperatura", 1, 1, 1, 1200, 1202, 50, 1, "temperatura frigo"},
+    {"FrmTemperatura", 2, 1, 2, 51, 266, 14, 0, "Temperatura vasca"},
+    {"FrmTemperatura", 3, 1, 2, 53, 268, 49, 1, "Delta temperatura"},
+    {"FrmTemperatura", 4, 2, 2, 56, 271, 10, 0, "Sbrina per"},
+    {"FrmTemperatura", 6, 1, 2, 52, 267, 8, 0, "Offset temperatura", 1, 1, -5},
+    {"FrmOrologio", 5, 2, 0, 208, 228, 11, 0, "Lavaggio 1 minuti", 1, -1},
+    {"FrmOrologio", 7, 2, 0, 210, 230, 12, 0, "Lavaggio 2 minuti", 1, -1},
+    {"FrmOrologio", 9, 2, 0, 200, 220, 13, 0, "Inizio 1 minuti", 1, -1},
+    {"FrmOrologio", 11, 2, 0, 204, 224, 14, 0, "Fine 1 minuti", 1, -1},
+    {"FrmOrologio", 13, 2, 0, 202, 222, 15, 0, "Inizio 2 minuti", 1, -1},
+    {"FrmOrologio", 15, 2, 0, 206, 226, 16, 0, "Fine 2 minuti", 1, -1},
+    {"FrmOrologio", 17, 2, 0, 212, 232, 17, 0, "Inizio 1 minuti", 1, -1},
+    {"FrmOrologio", 19, 2, 0, 216, 236, 18, 0, "Fine 1 minuti", 1, -1},
+    {"FrmOrologio", 21, 2, 0, 214, 234, 19, 0, "Inizio 2 minuti", 1, -1},
+    {"FrmOrologio", 23, 2, 0, 218, 238, 20, 0, "Fine 2 minuti", 1, -1},
+    {"FrmInter", 0, 5, 1, 1370, 1382, 20, 1, "5", 2},
+    {"FrmInter", 1, 5, 1, 1375, 1387, 250, 1, "5", 2},
+    {"FrmPresel", 0, 4, 1, 1420, 1432, 100, 1, "4"},
+    {"FrmPresel", 4, 4, 1, 1447, 1451, 200, 1, "4 Plus"},
+    {"FrmProUni", 0, 3, 1, 1397, 1406, 30, 1, "tempo unico 3 (s)", 2},
+    {"FrmProUni", 1, 3, 1, 1400, 1409, 40, 1, "ritardo unico 3 (s)", 2},
+    {"FrmConMac", 0, 4, 1, 1309, 1342, 1, 0, "4"},
+    {"FrmConMac", 4, 4, 1, 1314, 1347, 0, 0, "4"},
+    {"FrmConMac", 8, 4, 1, 1319, 1352, 1, 0, "4"},
+    {"FrmConMac", 12, 4, 1, 1324, 1357, 100, 1, "4"},
+    {"FrmConMac", 16, 5, 1, 1329, 1362, 0, 0, "5"},
+    {"FrmOpzioni", 0, 1, 0, 354, 355, 60, 0, "timeout overpay"},
+    {"FrmOpzioni", 1, 1, 1, 1302, 1303, 254, 0, "dose lavaggio"},
+    {"FrmOpzioni", 2, 2, 1, 1443, 1445, 1, 0, "sens.sonda max"},
+    {"FrmPagamento", 0, 8, 0, 312, 320, 40000, 2, "Moneta 8", 1, 1, 0, 1},
+    {"FrmPagamento", 8, 1, 0, 342, 343, 21, 1, "timeout prezzo", 1, 1, 0, 2 + 64},
+    {"FrmPagamento", 9, 1, 0, 328, 329, 1234, 2, "Resto massimo"},
+    {"FrmPagamento", 10, 3, 0, 336, 339, 32766, 2, "token 3"},
+    {"FrmPagamento", 13, 2, 0, 332, 333, 9, 2, "credito massimo monete", 1, 2},
+    {"FrmPrezzi", 0, 30, 0, 16, 46, 32750, 2, "Prezzo 30"},
+    {"FrmPrezzi", 30, 2, 0, 8, 12, 998, 2, "preselezione 3", 1, 2},
+    {"FrmPrezzi", 32, 2, 0, 76, 80, 98, 2, "presel. + 3", 1, 2},
+    {"FrmPrezzi", 34, 2, 0, 9, 13, 8, 2, "preselezione 4", 1, 2},
+    {"FrmPrezzi", 36, 2, 0, 77, 81, 0, 2, "presel. + 4", 1, 2},
+    {"FrmSconti", 0, 30, 0, 88, 118, 1000, 2, "Sconto 30"},
+    {"FrmSconti", 30, 4, 0, 148, 152, 50, 2, "sconto presel. 4 "},
+    {"FrmSconti", 34, 1, 0, 156, 157, 65534, 2, "sconto no bicch. "},
+    {"FrmAssSel", 0, 18, 1, 1163, 1181, 3, 0, "Prezzo sel. 18", 1, 1, 1},
+    {"FrmAssSet", 0, 8, 2, 1, 216, 20, 0, "Prezzo set. 18", 1, 1, 1},
+    {"FrmAssSet", 8, 20, 2, 9, 224, 0, 0, "Prezzo set. 44", 1, 1, 1},
+    {"FrmAssSet", 28, 20, 2, 29, 244, 8, 0, "Prezzo set. 68", 1, 1, 1},
+};
+
+TEST(Bars, EachShowsItsParameterAndWritesThatAndItsShadow) {
+    for (const Series& run : AllBars) {
+        SCOPED_TRACE(std::string(run.page) + " from bar " + std::to_string(run.bar));
+        auto options = World::still();
+        options.identities[0].revision = 26;  // it has the delays of unique products
+        StartedWorld world(options, {{0, 3, 2},
+                                     {0, 85, run.payment},
+                                     {1, 1153, 1},
+                                     {1, 1154, 4},
+                                     {1, 1156, 5},
+                                     {1, 1394, 1},
+                                     {1, 1395, 1},
+                                     {1, 1396, 1}});
+        for (int i = 0; i < run.count; ++i)
+            world.setBoard(run.bank, run.setting(i).parameter, run.raw + static_cast<std::uint32_t>(i));
+        auto& page = world.open<Page>(run.page);
+        world.run(5'000);
+        const auto bars = barsOf(page.Arrange());
+        const ScrollBar* last = nullptr;
+        for (int i = 0; i < run.count; ++i) {
+            const auto [bar, figure] = bars.at(run.bar + run.barStep * static_cast<std::size_t>(i));
+            const std::uint32_t raw = run.raw + static_cast<std::uint32_t>(i);
+            const auto text = [&](std::uint32_t value) {
+                return written(value + static_cast<std::uint32_t>(run.offset), run.decimals);
+            };
+            EXPECT_EQ(figure->Caption.get(), text(raw)) << i;
+            EXPECT_EQ(bar->textOf(bar->Value), text(raw)) << i;
+            const auto to = bar->valueOf(text(raw + 1));
+            ASSERT_TRUE(to) << i;
+            expectMove(world, *bar, *figure, *to, text(raw + 1), run.setting(i).as(raw + 1));
+            last = bar;
+        }
+        EXPECT_EQ(last->accessibleName(), run.lastName);
+    }
+}
+
+}  // namespace
+}  // namespace kestrel::testing
