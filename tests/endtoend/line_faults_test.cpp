@@ -224,11 +224,14 @@ TEST_P(Latency, AndRepliesInPiecesMakeItSlowerOnly) {
         EXPECT_EQ(board.exchanges({QStringLiteral("hot-drink"), QString::number(parameter)}).size(), 1) << parameter;
     EXPECT_TRUE(stepIsConfirmedIn(page));
     EXPECT_EQ(writes(BrewingWater).size(), 1);
+    const auto configuration = installation.configuration(platform->programName());
+    stop();
+    std::ofstream(configuration) << "Com=2\r\nLingua=English\r\n";
     const Wire inPieces(second, board.device());
-    MDIForm1().mnuCox(2).UserClick();
-    page.UserClose();
-    EXPECT_TRUE(eventually([&] { return showsTheBoards(openTimes(2 * Soon)); }));
+    start();
     EXPECT_TRUE(MDIForm1().mnuCox(2).Checked);
+    FrmTempi& again = openTimes(2 * Soon);
+    EXPECT_TRUE(eventually([&] { return showsTheBoards(again); }));
     EXPECT_EQ(witness.errors, 0);
 }
 
