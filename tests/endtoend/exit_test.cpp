@@ -13,6 +13,7 @@
 #include "board_process.h"
 #include "driven_program.h"
 #include "installation.h"
+#include "session.h"
 
 namespace kestrel::testing {
 namespace {
@@ -34,9 +35,11 @@ class Exit : public ::testing::Test {
                        QString::fromStdString(installation.program()), QString::fromStdString(board.device())});
     }
     void startReal(BoardProcess& board) {
-        program.start(QStringLiteral(KESTREL_INSTALLATION "/kestrel"),
-                      {QStringLiteral("--directory"), QString::fromStdString(installation.program()),
-                       QStringLiteral("--com"), u"1="_qs + QString::fromStdString(board.device())});
+        program.start(
+            QStringLiteral(KESTREL_INSTALLATION "/kestrel"),
+            {QStringLiteral("--directory"), QString::fromStdString(installation.program()), QStringLiteral("--com"),
+             u"1="_qs + QString::fromStdString(board.device()), QStringLiteral("--open"), QStringLiteral("FrmTempi")});
+        EXPECT_TRUE(program.waitForStarted());
     }
     /// Status of the program that has ended by itself, or -1.
     int status(int within) {
@@ -100,6 +103,31 @@ TEST_F(Exit, WithoutALauncherEndsAllTheSame) {
     BoardProcess board(installation.program());
     startDriven("close", board);
     EXPECT_EQ(status(StartWithin), 0);
+    EXPECT_TRUE(isPortFree(board.device()));
+}
+
+TEST_F(Exit, BySignalAfterASuspensionThatNoBurstFollowed) {
+    BoardProcess board(installation.program());
+    startReal(board);
+    const auto pid = static_cast<pid_t>(program.processId());
+    ASSERT_GT(pid, 0);
+    const QStringList filling{QStringLiteral("hot-drink"), QStringLiteral("1144")};
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !board.exchanges(filling).isEmpty(); }, StartWithin));
+    for (int i = 0; i < (isLongRun() ? 10 : 1); ++i) {
+        kill(pid, SIGSTOP);
+        QTest::qWait(isLongRun() ? 5000 : 2000);
+        const qsizetype before = board.exchanges().size();
+        kill(pid, SIGCONT);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return board.exchanges().size() > before + 3; }, EndWithin));
+        double last = 0;  // second at which the board heard a frame
+        for (const QString& line : board.exchanges().mid(before)) {
+            const double heard = line.split(u' ', Qt::SkipEmptyParts).first().toDouble();
+            EXPECT_GT(heard - last, 0.025);
+            last = heard;
+        }
+    }
+    kill(pid, SIGTERM);
+    EXPECT_EQ(status(EndWithin), 0);
     EXPECT_TRUE(isPortFree(board.device()));
 }
 

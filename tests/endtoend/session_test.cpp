@@ -4,7 +4,6 @@
 #include <unistd.h>
 
 #include <QElapsedTimer>
-#include <QTimer>
 #include <csignal>
 #include <fstream>
 #include <iterator>
@@ -52,58 +51,6 @@ TEST_F(Session, WritesAChangeOnceAndShowsItOnlyWhenTheBoardHasConfirmedIt) {
     EXPECT_EQ(board.value(HotDrinkBoard, BrewingWater), value + 2);
     EXPECT_EQ(board.value(HotDrinkBoard, BrewingWaterShadow), value + 2);
 }
-
-/// Faults of the line and of the boards, and how long their last effects may take once they are off.
-struct BadLine {
-    const char* faults;
-    int overWithin;  ///< milliseconds
-};
-
-class OnABadLine : public Session, public ::testing::WithParamInterface<BadLine> {};
-
-TEST_P(OnABadLine, TheWindowAnswersAndAllIsRightAfterwards) {
-    FrmTempi& page = openTimes();
-    board.tell(GetParam().faults);
-    QElapsedTimer clock;
-    qint64 longest = 0;
-    QTimer heart;
-    QObject::connect(&heart, &QTimer::timeout, &heart, [&] { longest = std::max(longest, clock.restart()); });
-    clock.start();
-    heart.start(10);
-    MDIForm1().entry("ssmnuTotali").UserClick();
-    QTest::qWait(isLongRun() ? 5000 : 1500);
-    heart.stop();
-    EXPECT_LT(longest, 150) << "the window must answer";
-    board.tell("fault");
-    board.tell("set 1 1143 77");
-    QTest::qWait(GetParam().overWithin);
-    MDIForm1().entry("smnuTempi").UserClick();
-    page.UserClose();
-    EXPECT_EQ(openTimes().HScroll1[0].Value, 77);
-    EXPECT_EQ(notice(), "");
-}
-
-std::vector<BadLine> badLines() {
-    const BadLine mixed{"fault noise=1,extra=0.3,drop=0.2,flip=0.2", 0};
-    if (!isLongRun()) return {mixed};
-    return {mixed,
-            {"fault silent=0.3", 0},
-            {"fault slow=1", 1000},
-            {"fault late=0.3", 5000},
-            {"fault drop=0.5", 0},
-            {"fault extra=0.5", 0},
-            {"fault flip=0.5", 0},
-            {"fault ack=0.5", 0},
-            {"fault echo=1", 0},
-            {"fault noise=1", 0},
-            {"fault reset=0.1", 3000},
-            {"fault lost=0.1", 10000},
-            {"fault port=0.1", 7000},
-            {"silent 1 on\nsilent 1 off", 0}};
-}
-
-INSTANTIATE_TEST_SUITE_P(Session, OnABadLine, ::testing::ValuesIn(badLines()),
-                         [](const auto& row) { return std::to_string(row.index); });
 
 std::string contentOf(const std::filesystem::path& file) {
     std::ifstream in(file, std::ios::binary);

@@ -30,10 +30,11 @@ int openRaw(const char* device) {
 
 }  // namespace
 
-Wire::Wire(std::filesystem::path link, std::string device)
-    : link_(std::move(link)), device_(std::move(device)), near_(posix_openpt(O_RDWR | O_NOCTTY)) {
+Wire::Wire(std::filesystem::path link, const std::string& device)
+    : link_(std::move(link)), near_(posix_openpt(O_RDWR | O_NOCTTY)) {
     EXPECT_TRUE(grantpt(near_) == 0 && unlockpt(near_) == 0);
     held_ = openRaw(ptsname(near_));
+    if (!device.empty()) far_ = openRaw(device.c_str());
     std::filesystem::create_symlink(ptsname(near_), link_);
     thread_ = std::thread([this] { carry(); });
 }
@@ -54,10 +55,6 @@ void Wire::carry() {
         for (const pollfd& from : ready) {
             const ssize_t count = (from.revents & POLLIN) != 0 ? read(from.fd, bytes.data(), bytes.size()) : 0;
             const bool isReply = from.fd == far_;
-            if (count > 0 && far_ < 0 && !device_.empty()) {
-                usleep(PauseUs);  // the board has seen by then that the program left the device
-                far_ = openRaw(device_.c_str());
-            }
             for (ssize_t i = 0; i < count; ++i) {
                 if (isReply) usleep(PauseUs);
                 if (write(isReply || far_ < 0 ? near_ : far_, &bytes[static_cast<std::size_t>(i)], 1) < 0) return;

@@ -11,9 +11,9 @@ namespace kestrel::testing {
 
 class Wire {
   public:
-    /// The program's end is found at `link`. The device is opened when the program first sends; what comes from it is
-    /// passed on byte by byte with pauses between. Without a device all that the program sends comes back to it.
-    explicit Wire(std::filesystem::path link, std::string device = {});
+    /// The program's end is found at `link`. What comes from the device is passed on byte by byte with pauses between;
+    /// without a device all that the program sends comes back to it.
+    explicit Wire(std::filesystem::path link, const std::string& device = {});
     ~Wire();
     Wire(const Wire&) = delete;
     Wire& operator=(const Wire&) = delete;
@@ -22,7 +22,6 @@ class Wire {
     void carry();
 
     std::filesystem::path link_;
-    std::string device_;
     int near_ = -1;
     int held_ = -1;  ///< the program's end, so that it stays when the program closes it
     int far_ = -1;   ///< the device
