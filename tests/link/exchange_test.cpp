@@ -10,33 +10,19 @@
 namespace kestrel::testing {
 namespace {
 
-using Times = std::vector<double>;
-using Pieces = std::vector<ScriptedLine::Piece>;
-
-class ExchangeTest : public ::testing::Test {
-  protected:
-    /// Answers the coming frames by these letters: g as the board would, b bad, s silence; then as the board would.
-    void script(const std::string& letters) {
-        bench.line.answer = [this, letters, i = std::size_t{0}](const Bytes& frame) mutable {
-            const char letter = i < letters.size() ? letters[i++] : 'g';
-            if (letter == 's') return Pieces{};
-            return letter == 'b' ? LinkBench::garbage(frame) : bench.answer(frame);
-        };
-    }
-    LinkBench bench;
-};
-
-TEST_F(ExchangeTest, AnAcceptedReplySettlesTheRecordByItsPeriodAndFlags) {
+TEST(Exchange, AnAcceptedReplySettlesTheRecordByItsPeriodAndFlags) {
     struct Row {
-        int period, extraFlags, after;
+        int period;
+        std::uint8_t extraFlags;
+        int after;
     };
     for (const Row& row : {Row{0, 0, 5}, Row{1, 0, 7}, Row{1, 32, 37}, Row{1, 64, 69}, Row{1, 24, 31}}) {
-        LinkBench::reset();
+        LinkBench bench;
         bench.rows[0][0] = {row.period, 1, 0xAABBCCDD};
         bench.board[{0, 1}] = 1000;
         bench.start();
         Watch(0, 1);
-        ParamFlags(0, 1) = static_cast<std::uint8_t>(ParamFlags(0, 1) | row.extraFlags);
+        ParamFlags(0, 1) |= row.extraFlags;
         bench.run(100);
         EXPECT_EQ(ParamFlags(0, 1), row.after) << row.period;
         ParamTable(0, 1).Command = 3;
@@ -44,7 +30,8 @@ TEST_F(ExchangeTest, AnAcceptedReplySettlesTheRecordByItsPeriodAndFlags) {
     }
 }
 
-TEST_F(ExchangeTest, AnAcknowledgedWriteShowsWhatWasSent) {
+TEST(Exchange, AnAcknowledgedWriteShowsWhatWasSent) {
+    LinkBench bench;
     bench.start();
     Write(0, 1, 70000);
     EXPECT_EQ(ParamTable(0, 1).Value[2], 1);
@@ -56,80 +43,34 @@ TEST_F(ExchangeTest, AnAcknowledgedWriteShowsWhatWasSent) {
     EXPECT_EQ(ParamTable(0, 1).Value[2], 0) << "the two bytes that went out are the value now";
 }
 
-TEST_F(ExchangeTest, ABadReplyRepeatsTheFrameAtOnceFourTimesAndTheFifthReplyIsNotJudged) {
-    for (const bool write : {false, true}) {
-        for (const std::string replies : {"bbbbb", "bbbbg"}) {
-            LinkBench::reset();
-            bench.board[{0, 1}] = 55;
-            bench.start();
-            script(replies);
-            if (write)
-                Write(0, 1, 9);
-            else
-                Watch(0, 1);
-            bench.run(75);
-            EXPECT_EQ(bench.sent(), Strings(5, write ? "0.1=9" : "0.1?"));
-            EXPECT_EQ(bench.sentAt(), (Times{40, 45, 50, 55, 60})) << "without a pause";
-            EXPECT_EQ(ParamFlags(0, 1), 6) << "nothing stored, still pending";
-            EXPECT_TRUE(Link().LinkIdle);
-            EXPECT_EQ(Link().RetryCount, 0);
-            EXPECT_FALSE(Link().Timer2.Enabled);
-            bench.run(300);
-            ASSERT_EQ(bench.sent().size(), 6U) << "the next pass asks again, once";
-            EXPECT_EQ(bench.sent()[5], "0.1?") << "what was not confirmed is read";
-            EXPECT_TRUE(ParamIsFresh(1, 0));
-        }
-    }
-}
-
-TEST_F(ExchangeTest, ATimeOutKeepsTheCountOfBadReplies) {
-    bench.rows[0][0].period = 2;
-    bench.start();
-    script("bbsbbg");
-    Watch(0, 1);
-    bench.run(1070);
-    EXPECT_EQ(bench.sent(), Strings(6, "0.1?"));
-    EXPECT_FALSE(ParamIsFresh(1, 0)) << "the reply after four bad ones is not judged";
-}
-
-TEST_F(ExchangeTest, SilenceIsMetAsTheRefreshByteSays) {
+TEST(Exchange, ABadReplyRepeatsTheFrameAtOnceFourTimesAndTheFifthReplyIsNotJudged) {
     struct Row {
         int period;
         bool write;
-        Strings sent;
-        Times times;
+        const char* replies;
+        const char* traffic;  ///< the next pass asks again; what was not confirmed is read
     };
-    for (const Row& row : {Row{0x00, false, {"0.1?", "0.1?", "0.1?"}, {40, 1040, 2040}},
-                           Row{0x00, true, {"0.1=9", "0.1?", "0.1?"}, {40, 1040, 2040}},
-                           Row{0x02, false, {"0.1?", "0.1?", "0.1?"}, {40, 1040, 2040}},
-                           Row{0x02, true, {"0.1=9", "0.1=9", "0.1=9"}, {40, 1040, 2040}},
-                           Row{0x33, true, {"0.2?", "0.1=9", "0.1=9"}, {40, 440, 1440}},
-                           Row{0x01, false, {"0.1?", "0.2?", "0.1?", "0.1?"}, {40, 1040, 1200, 2320}},
-                           Row{0x01, true, {"0.1=9", "0.2?", "0.1?", "0.1?"}, {40, 1040, 1200, 2320}}}) {
-        LinkBench::reset();
-        bench.silent = {"0.1?", "0.1=9"};
-        bench.board[{0, 1}] = 4;
+    const char* const reads = "40 0.1?, 45 0.1?, 50 0.1?, 55 0.1?, 60 0.1?, 200 0.1?";
+    const char* const writes = "40 0.1=9, 45 0.1=9, 50 0.1=9, 55 0.1=9, 60 0.1=9, 200 0.1?";
+    // A time-out keeps the count of bad replies.
+    for (const Row& row : {Row{0, false, "bbbbbg", reads}, Row{0, false, "bbbbg", reads},
+                           Row{0, true, "bbbbbg", writes}, Row{0, true, "bbbbg", writes},
+                           Row{2, false, "bbsbbg", "40 0.1?, 45 0.1?, 50 0.1?, 1050 0.1?, 1055 0.1?, 1060 0.1?"}}) {
+        LinkBench bench;
         bench.rows[0][0].period = row.period;
         bench.start();
-        const int opened = bench.platform.opened;
-        if (row.write)
-            Write(0, 1, 9);
-        else
-            Watch(0, 1);
-        if ((row.period & 1) != 0) Watch(0, 2);
-        bench.run(2400);
-        EXPECT_EQ(bench.sent(), row.sent) << row.period << row.write;
-        EXPECT_EQ(bench.sentAt(), row.times) << row.period << row.write;
-        EXPECT_GT(bench.platform.opened, opened) << "each time-out opens the port anew";
-        EXPECT_EQ(LinkBench::notice(), "") << "a silent board is told by the lamps alone";
-        bench.silent.clear();
-        bench.run(1500);
-        EXPECT_TRUE(ParamIsFresh(1, 0)) << "work goes on by itself";
-        EXPECT_EQ(ParamRead(1, 0), row.write && (row.period & 2) ? 9 : 4) << "a lost write shows the board's value";
+        bench.replies[row.write ? "0.1=9" : "0.1?"] = row.replies;
+        Use(row.write);
+        bench.run(70);
+        EXPECT_FALSE(ParamIsFresh(1, 0)) << "nothing is stored";
+        bench.run(1030);
+        EXPECT_EQ(bench.traffic(), row.traffic);
+        EXPECT_EQ(ParamIsFresh(1, 0), row.period == 0);
+        EXPECT_FALSE(Link().Timer2.Enabled);
     }
 }
 
-TEST_F(ExchangeTest, RepliesInPiecesAreOneReplyAndHalfAReplyIsDropped) {
+TEST(Exchange, RepliesInPiecesAreOneReplyAndHalfAReplyIsDropped) {
     struct Row {
         Pieces first;
         std::size_t frames;
@@ -137,8 +78,7 @@ TEST_F(ExchangeTest, RepliesInPiecesAreOneReplyAndHalfAReplyIsDropped) {
     for (const Row& row :
          {Row{{{1000, {0xE8}}, {300'000, {0x03}}, {990'000, {0xEB}}}, 1}, Row{{{1000, {0xE8, 0x03, 0x77, 0xEB}}}, 1},
           Row{{{1000, {0xE8, 0x03}}}, 2}, Row{{{1000, {0xE8, 0x03}}, {999'999, {0x55, 0x55}}}, 2}}) {
-        LinkBench::reset();
-        bench.line.sent.clear();
+        LinkBench bench;
         bench.board[{0, 1}] = 1000;
         bench.start();
         bench.line.answer = [&](const Bytes& frame) {
@@ -149,11 +89,11 @@ TEST_F(ExchangeTest, RepliesInPiecesAreOneReplyAndHalfAReplyIsDropped) {
         EXPECT_EQ(bench.line.sent.size(), row.frames);
         EXPECT_EQ(ParamRead(1, 0), 1000);
         EXPECT_TRUE(ParamIsFresh(1, 0));
-        bench.line.answer = [&](const Bytes& frame) { return bench.answer(frame); };
     }
 }
 
-TEST_F(ExchangeTest, BytesThatNobodyAskedForAreDroppedAndOpenNothing) {
+TEST(Exchange, BytesThatNobodyAskedForAreDroppedAndOpenNothing) {
+    LinkBench bench;
     bench.board[{0, 1}] = 1000;
     bench.start();
     bench.run(600);
@@ -168,7 +108,7 @@ TEST_F(ExchangeTest, BytesThatNobodyAskedForAreDroppedAndOpenNothing) {
     EXPECT_EQ(ParamRead(1, 0), 1000);
 }
 
-TEST_F(ExchangeTest, AnEventThatChangesWhileItIsLookedAtCostsNoMoreThanATimeOut) {
+TEST(Exchange, AnEventThatChangesWhileItIsLookedAtCostsNoMoreThanATimeOut) {
     struct Row {
         std::deque<int> events;
         int opened;  ///< by the time-out alone, or by the event too
@@ -177,7 +117,7 @@ TEST_F(ExchangeTest, AnEventThatChangesWhileItIsLookedAtCostsNoMoreThanATimeOut)
     for (const Row& row : {Row{{CommEventCarrier}, 1, ""}, Row{{CommEventReceive, CommEventCarrier}, 1, ""},
                            Row{{CommEventReceive, 4}, 1, ""},
                            Row{{CommEventReceive, CommEventClearToSend}, 2, "Check serial interface "}}) {
-        LinkBench::reset();
+        LinkBench bench;
         bench.board[{0, 1}] = 321;
         bench.start();
         const int before = bench.platform.opened;
@@ -193,37 +133,27 @@ TEST_F(ExchangeTest, AnEventThatChangesWhileItIsLookedAtCostsNoMoreThanATimeOut)
     }
 }
 
-TEST_F(ExchangeTest, AReplyIsFiledUnderTheBankThatAPageMovedTo) {
+TEST(Exchange, AReplyIsFiledUnderTheBankThatAPageMovedToAndARepeatGoesToItsBoard) {
     for (const bool pendingThere : {true, false}) {
-        LinkBench::reset();
-        bench.board[{0, 2}] = 1000;
+        LinkBench bench;
+        bench.replies["0.2?"] = "bg";
+        bench.board = {{{0, 2}, 1000}, {{1, 2}, 2000}};
         bench.start();
         Watch(0, 2);
         bench.run(42);
         CurrentBank = 1;
         if (pendingThere) ParamWatch(2);
-        bench.run(4);
+        bench.run(9);
+        EXPECT_EQ(bench.sent(), (Strings{"0.2?", "1.2?"}));
         EXPECT_EQ(ParamIsFresh(2, 1), pendingThere);
-        EXPECT_EQ(ParamRead(2, 1), pendingThere ? 1000 : 0);
-        EXPECT_FALSE(ParamIsFresh(2, 0));
+        EXPECT_EQ(ParamRead(2, 1), pendingThere ? 2000 : 0);
         EXPECT_EQ(ParamFlags(0, 2), 6) << "the record that was asked for is asked for again";
         EXPECT_TRUE(Link().LinkIdle);
     }
 }
 
-TEST_F(ExchangeTest, ARepeatGoesToTheBoardThatAPageMovedTo) {
-    bench.start();
-    script("b");
-    Watch(0, 2);
-    bench.run(42);
-    CurrentBank = 2;
-    bench.run(10);
-    ASSERT_EQ(bench.line.sent.size(), 2U);
-    EXPECT_EQ(bench.line.sent[1].frame[0], 0xF1);
-    EXPECT_EQ(bench.line.sent[1].frame[5], 0x56);
-}
-
-TEST_F(ExchangeTest, ARecordThatIsPendingButNotInUseStopsTheProgram) {
+TEST(Exchange, ARecordThatIsPendingButNotInUseStopsTheProgram) {
+    LinkBench bench;
     bench.start();
     ParamFlags(0, 1) = 2;
     EXPECT_THROW(bench.run(100), ProgrammingError);

@@ -9,73 +9,82 @@
 namespace kestrel::testing {
 namespace {
 
-using Times = std::vector<double>;
-
-class ScanTest : public ::testing::Test {
-  protected:
+TEST(Scan, GoesInFileOrderBankAfterBankAndEachBankEndCostsATick) {
     LinkBench bench;
-};
-
-TEST_F(ScanTest, GoesInFileOrderBankAfterBankAndEachBankEndCostsATick) {
     bench.start();
-    Watch(2, 3);
-    Watch(1, 1);
-    Watch(0, 2);
-    Watch(0, 1);
+    for (const auto& [bank, number] : {LinkBench::Place{2, 3}, {1, 1}, {0, 2}, {0, 1}}) Watch(bank, number);
     bench.run(1000);
-    EXPECT_EQ(bench.sent(), (Strings{"0.1?", "0.2?", "1.1?", "2.3?"}));
-    EXPECT_EQ(bench.sentAt(), (Times{40, 80, 160, 240}));
+    EXPECT_EQ(bench.traffic(), "40 0.1?, 80 0.2?, 160 1.1?, 240 2.3?");
     bench.line.sent.clear();
     Watch(2, 1);
     Watch(1, 3);
     bench.run(1000);
     ASSERT_EQ(bench.line.sent.size(), 2U);
-    EXPECT_EQ(bench.sentAt()[1] - bench.sentAt()[0], 40) << "but not after a reply for the last reachable record";
+    EXPECT_EQ(bench.line.sent[1].when - bench.line.sent[0].when, 40'000)
+        << "but not after a reply for the last reachable record";
 }
 
-TEST_F(ScanTest, TheLastRecordOfAFileIsNeverReachedAndNothingIsSentUnasked) {
+TEST(Scan, NeverReachesTheLastRecordOfAFileAndSendsNothingUnasked) {
+    LinkBench bench;
     bench.start();
-    bench.run(5000);
-    EXPECT_TRUE(bench.sent().empty());
+    bench.run(1000);
     Watch(0, 4);
     Write(2, 4, 1);
-    bench.run(5000);
+    bench.run(1000);
     EXPECT_TRUE(bench.sent().empty());
     EXPECT_TRUE(ParamFlags(2, 4) & 128) << "the write stays queued";
 }
 
-TEST_F(ScanTest, ThePeriodGateLetsARecordThroughOnEveryPassButL) {
+TEST(Scan, ARecordGoesOutAndSilenceIsMetAsItsPeriodSays) {
     struct Row {
         int period;
         bool write;
-        Times times;
+        bool silent;  ///< its board, while record 2 is asked for too
+        const char* traffic;
     };
     // A pass takes 120 ms, and 160 when a frame goes out in it.
-    for (const Row& row :
-         {Row{0x01, false, {40, 320, 600, 880}}, Row{0x12, false, {160, 560, 960}}, Row{0x0F, false, {40}},
-          Row{0x31, false, {400, 680, 960}}, Row{0x31, true, {400, 680, 960}}, Row{0x00, true, {40}}}) {
-        LinkBench::reset();
+    for (const Row& row : {Row{0x01, false, false, "40 0.1?, 320 0.1?, 600 0.1?, 880 0.1?"},
+                           Row{0x12, false, false, "160 0.1?, 560 0.1?, 960 0.1?"}, Row{0x0F, false, false, "40 0.1?"},
+                           Row{0x31, false, false, "400 0.1?, 680 0.1?, 960 0.1?"},
+                           Row{0x31, true, false, "400 0.1=9, 680 0.1?, 960 0.1?"}, Row{0x00, true, false, "40 0.1=9"},
+                           Row{0x00, false, true, "40 0.1?, 1040 0.1?, 2040 0.1?"},
+                           Row{0x00, true, true, "40 0.1=9, 1040 0.1?, 2040 0.1?"},
+                           Row{0x02, false, true, "40 0.1?, 1040 0.1?, 2040 0.1?"},
+                           Row{0x02, true, true, "40 0.1=9, 1040 0.1=9, 2040 0.1=9"},
+                           Row{0x33, true, true, "40 0.2?, 440 0.1=9, 1440 0.1=9"},
+                           Row{0x01, false, true, "40 0.1?, 1040 0.2?, 1200 0.1?, 2320 0.1?"},
+                           Row{0x01, true, true, "40 0.1=9, 1040 0.2?, 1200 0.1?, 2320 0.1?"}}) {
+        SCOPED_TRACE(row.traffic);
+        LinkBench bench;
+        if (row.silent) bench.replies = {{"0.1?", "s"}, {"0.1=9", "s"}};
+        bench.board[{0, 1}] = 4;
         bench.rows[0][0].period = row.period;
         bench.start();
-        if (row.write)
-            Write(0, 1, 9);
-        else
-            Watch(0, 1);
-        bench.run(1000);
-        EXPECT_EQ(bench.sentAt(), row.times) << row.period;
-        EXPECT_EQ(bench.sent().front(), row.write ? "0.1=9" : "0.1?");
+        const int opened = bench.platform.opened;
+        Use(row.write);
+        if (row.silent) Watch(0, 2);
+        bench.run(row.silent ? 2400 : 1000);
+        EXPECT_EQ(bench.traffic(), row.traffic);
+        EXPECT_EQ(bench.platform.opened > opened, row.silent) << "each time-out opens the port anew";
+        EXPECT_EQ(LinkBench::notice(), "") << "a silent board is told by the lamps alone";
+        bench.replies.clear();
+        bench.run(1500);
+        EXPECT_TRUE(ParamIsFresh(1, 0)) << "work goes on by itself";
+        const bool lost = row.silent && !(row.period & 2);
+        EXPECT_EQ(ParamRead(1, 0), row.write && !lost ? 9 : 4) << "a lost write shows the board's value";
     }
 }
 
-TEST_F(ScanTest, NoFrameLeavesSoonerThanATickAfterTheEndOfTheLastTick) {
+TEST(Scan, NoFrameLeavesSoonerThanATickAfterTheEndOfTheLastTick) {
     struct Row {
         int sendingMs;  ///< for which the port holds the program up
         Micros replyAfter;
-        Times times;
+        const char* traffic;
     };
-    for (const Row& row : {Row{0, 1, {40, 80, 120}}, Row{15, 20'000, {40, 95, 150}}, Row{0, 39'000, {40, 80, 120}},
-                           Row{0, 50'000, {40, 120, 200}}}) {
-        LinkBench::reset();
+    for (const Row& row :
+         {Row{0, 1, "40 0.1?, 80 0.2?, 120 0.3?"}, Row{15, 20'000, "40 0.1?, 95 0.2?, 150 0.3?"},
+          Row{0, 39'000, "40 0.1?, 80 0.2?, 120 0.3?"}, Row{0, 50'000, "40 0.1?, 120 0.2?, 200 0.3?"}}) {
+        LinkBench bench;
         bench.start();
         bench.line.answer = [&](const Bytes& frame) {
             bench.platform.BusyWait(row.sendingMs);
@@ -85,22 +94,20 @@ TEST_F(ScanTest, NoFrameLeavesSoonerThanATickAfterTheEndOfTheLastTick) {
         };
         for (const int number : {1, 2, 3}) Watch(0, number);
         bench.run(300);
-        EXPECT_EQ(bench.sentAt(), row.times) << row.replyAfter;
-        bench.line.answer = [&](const Bytes& frame) { return bench.answer(frame); };
+        EXPECT_EQ(bench.traffic(), row.traffic) << row.replyAfter;
     }
 }
 
-TEST_F(ScanTest, APageThatMovesTheCursorBeyondTheEndOfABankOnlyMovesTheScanOn) {
+TEST(Scan, APageThatMovesTheCursorBeyondTheEndOfABankOnlyMovesTheScanOn) {
+    LinkBench bench;
     bench.rows[1].resize(2);
     bench.start();
     Watch(0, 3);
     bench.run(42);  // asked, and not yet answered
-    ASSERT_EQ(Link().ScanIndex, 3);
     CurrentBank = 1;
     bench.run(8);
     EXPECT_EQ(Link().ScanIndex, 4) << "not the end of bank 1, which is 2: only equality wraps here";
     EXPECT_EQ(CurrentBank, 1);
-    EXPECT_TRUE(Link().LinkIdle);
     bench.run(30);
     EXPECT_EQ(Link().ScanIndex, 0) << "and the scan itself comes back";
     EXPECT_EQ(CurrentBank, 2);
