@@ -24,10 +24,22 @@ class Bar : public ViewTest {
     QPoint at(double part) const { return {static_cast<int>(view().width() * part), view().height() / 2}; }
     QPoint leftEnd() const { return {6, view().height() / 2}; }
     QPoint rightEnd() const { return {view().width() - 6, view().height() / 2}; }
-    void wheel(int eighths) const {
-        QWheelEvent event(at(0.5), view().mapToGlobal(at(0.5)), {}, {0, eighths}, Qt::NoButton, Qt::NoModifier,
-                          Qt::NoScrollPhase, false);
-        QApplication::sendEvent(&view(), &event);
+    void wheel(std::initializer_list<int> turns) const {
+        for (const int eighths : turns) {
+            QWheelEvent event(at(0.5), view().mapToGlobal(at(0.5)), {}, {0, eighths}, Qt::NoButton, Qt::NoModifier,
+                              Qt::NoScrollPhase, false);
+            QApplication::sendEvent(&view(), &event);
+        }
+    }
+    void press(std::initializer_list<Qt::Key> keys) const { ViewTest::press(view(), keys); }
+    void click(QPoint place, int times) const {
+        for (int i = 0; i < times; ++i) QTest::mouseClick(&view(), Qt::LeftButton, {}, place);
+    }
+    /// The bar has the focus and the board's value, and nothing has changed.
+    void startFrom(int confirmed) {
+        bar.Value = confirmed;
+        changes.clear();
+        view().setFocus();
     }
     /// Waits until quick steps count as ended.
     static void rest() { QTest::qWait(Gesture::SettleTime + 60); }
@@ -58,44 +70,33 @@ TEST_F(Bar, CollectsStepsThatFollowEachOtherQuickly) {
         std::function<void()> act;
         int end;
     };
-    const std::vector<Case> cases = {
-        {"arrow ends",
-         [this] {
-             for (int i = 0; i < 3; ++i) QTest::mouseClick(&view(), Qt::LeftButton, {}, rightEnd());
-         },
-         103},
-        {"arrow back", [this] { QTest::mouseClick(&view(), Qt::LeftButton, {}, leftEnd()); }, 99},
-        {"trough", [this] { QTest::mouseClick(&view(), Qt::LeftButton, {}, at(0.75)); }, 110},
-        {"wheel",
-         [this] {
-             wheel(120);
-             wheel(60);
-             wheel(60);
-         },
-         102},
-        {"keys",
-         [this] {
-             for (const auto key : {Qt::Key_Right, Qt::Key_PageUp, Qt::Key_PageUp, Qt::Key_Left})
-                 QTest::keyClick(&view(), key);
-         },
-         120},
-        {"home",
-         [this] {
-             QTest::keyClick(&view(), Qt::Key_Home);
-             QTest::keyClick(&view(), Qt::Key_Left);
-         },
-         0},
-        {"end",
-         [this] {
-             QTest::keyClick(&view(), Qt::Key_End);
-             QTest::keyClick(&view(), Qt::Key_PageUp);
-         },
-         255},
-    };
-    for (const Case& c : cases) {
-        bar.Value = 100;
-        changes.clear();
-        view().setFocus();
+    for (const Case& c : std::initializer_list<Case>{
+             {"arrow ends", [this] { click(rightEnd(), 3); }, 103},
+             {"arrow back", [this] { click(leftEnd(), 1); }, 99},
+             {"trough", [this] { click(at(0.75), 1); }, 110},
+             {"wheel",
+              [this] {
+                  wheel({120, 60, 60});
+              },
+              102},
+             {"keys",
+              [this] {
+                  press({Qt::Key_Right, Qt::Key_PageUp, Qt::Key_PageUp, Qt::Key_Left});
+              },
+              120},
+             {"home",
+              [this] {
+                  press({Qt::Key_Home, Qt::Key_Left});
+              },
+              0},
+             {"end", [this] { press({Qt::Key_End}); }, 255},
+             {"beyond the end",
+              [this] {
+                  press({Qt::Key_End, Qt::Key_PageUp});
+              },
+              255},
+         }) {
+        startFrom(100);
         c.act();
         EXPECT_EQ(changes, Values()) << c.what;
         leave(view());
@@ -103,10 +104,15 @@ TEST_F(Bar, CollectsStepsThatFollowEachOtherQuickly) {
     }
 }
 
-TEST_F(Bar, WritesByItselfWhenNoOtherStepFollows) {
-    QTest::keyClick(&view(), Qt::Key_Right);
+TEST_F(Bar, WritesByItselfWhenNoOtherStepFollowsWhateverTheBoardReportsMeanwhile) {
+    press({Qt::Key_Right});
+    bar.Value = 50;
+    changes.clear();
     rest();
-    EXPECT_EQ(changes, Values{101});
+    EXPECT_EQ(changes, Values{101}) << "the user's last word counts";
+    EXPECT_TRUE(barView().waiting());
+    bar.Value = 101;
+    EXPECT_FALSE(barView().waiting());
 }
 
 TEST_F(Bar, StepsOnWhileAnEndIsHeldAndWritesOnce) {
@@ -120,44 +126,29 @@ TEST_F(Bar, StepsOnWhileAnEndIsHeldAndWritesOnce) {
 }
 
 TEST_F(Bar, HandsOverWhatWasBegunWhenTheUserTurnsAway) {
-    QTest::keyClick(&view(), Qt::Key_Right);
+    press({Qt::Key_Right});
     leave(view());
     EXPECT_EQ(changes, Values{101}) << "focus lost";
 
     view().setFocus();
-    QTest::keyClick(&view(), Qt::Key_Right);
+    press({Qt::Key_Right});
     endGestures(view().window());
     EXPECT_EQ(changes, (Values{101, 102})) << "page about to close";
 
-    QTest::keyClick(&view(), Qt::Key_Right);
+    press({Qt::Key_Right});
     view().window()->hide();
     EXPECT_EQ(changes, (Values{101, 102, 103})) << "page hidden";
 }
 
-TEST_F(Bar, DropsTheGestureOnEscapeAndWhenItIsLocked) {
-    QTest::keyClick(&view(), Qt::Key_Right);
-    QTest::keyClick(&view(), Qt::Key_Escape);
-    QTest::keyClick(&view(), Qt::Key_Right);
+TEST_F(Bar, DropsTheGestureOnEscapeAndWhenItIsLockedAndLeavesTheWheelToThePageWithoutTheFocus) {
+    press({Qt::Key_Right, Qt::Key_Escape, Qt::Key_Right});
     bar.Enabled = false;
     bar.Enabled = true;
+    leave(view());
+    wheel({120});
     rest();
     EXPECT_EQ(changes, Values());
     EXPECT_EQ(bar.Value.get(), 100);
-}
-
-TEST_F(Bar, LeavesTheWheelToThePageWithoutTheFocus) {
-    leave(view());
-    wheel(120);
-    rest();
-    EXPECT_EQ(changes, Values());
-}
-
-TEST_F(Bar, KeepsThePreviewWhenTheBoardReportsAnotherValue) {
-    QTest::keyClick(&view(), Qt::Key_Right);
-    bar.Value = 50;
-    changes.clear();
-    rest();
-    EXPECT_EQ(changes, Values{101}) << "the user's last word counts";
 }
 
 TEST_F(Bar, TakesTypedValuesInTheScaleOfThePage) {
@@ -174,13 +165,11 @@ TEST_F(Bar, TakesTypedValuesInTheScaleOfThePage) {
                                                      {"25.6", Qt::Key_Return, {}},
                                                      {"-1", Qt::Key_Tab, {}},
                                                      {"1.-2", Qt::Key_Return, {}}}) {
-        bar.Value = 100;
-        view().setFocus();
-        changes.clear();
+        startFrom(100);
         QTest::keyClicks(&view(), QString::fromLatin1(c.typed));
         EXPECT_EQ(changes, Values()) << c.typed;
         EXPECT_EQ(barView().spokenValue(), QString::fromLatin1(c.typed));
-        QTest::keyClick(&view(), c.end);
+        press({c.end});
         leave(view());
         EXPECT_EQ(changes, c.written) << c.typed;
         EXPECT_EQ(barView().spokenValue().toStdString(), bar.textOf(bar.Value)) << "no typing is left over";
@@ -190,22 +179,20 @@ TEST_F(Bar, TakesTypedValuesInTheScaleOfThePage) {
 TEST_F(Bar, OpensItsFieldOnEnterAndOnADoubleClickOnItsValue) {
     bar.scale = {0, 1};
     const std::function<void()> openers[] = {
-        [this] { QTest::keyClick(&view(), Qt::Key_Return); },
+        [this] { press({Qt::Key_Return}); },
         [this] { QTest::mouseDClick(&widgetOf(value), Qt::LeftButton); },
     };
     for (const auto& open : openers) {
-        bar.Value = 100;
-        changes.clear();
         leave(view());
-        view().setFocus();
+        startFrom(100);
         open();
         EXPECT_EQ(barView().spokenValue(), QStringLiteral("10.0"));
         QTest::keyClicks(&view(), QStringLiteral("12.5"));
         EXPECT_EQ(barView().spokenValue(), QStringLiteral("12.5")) << "the first figure replaces what stood there";
-        QTest::keyClick(&view(), Qt::Key_Return);
+        press({Qt::Key_Return});
         EXPECT_EQ(changes, Values{125});
         open();
-        QTest::keyClick(&view(), Qt::Key_Escape);
+        press({Qt::Key_Escape});
         open();
         bar.Value = 50;
         leave(view());
@@ -217,14 +204,6 @@ TEST_F(Bar, OpensItsFieldOnEnterAndOnADoubleClickOnItsValue) {
     EXPECT_EQ(barView().spokenValue(), QStringLiteral("5.0"));
     QTest::keyClicks(&view(), QStringLiteral("7"));
     EXPECT_EQ(bar.Value.get(), 50);
-}
-
-TEST_F(Bar, WaitsForTheBoardUntilItsPageSetsIt) {
-    QTest::keyClick(&view(), Qt::Key_Right);
-    leave(view());
-    EXPECT_TRUE(barView().waiting());
-    bar.Value = 101;
-    EXPECT_FALSE(barView().waiting());
 }
 
 }  // namespace
