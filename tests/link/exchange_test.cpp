@@ -30,19 +30,6 @@ TEST(Exchange, AnAcceptedReplySettlesTheRecordByItsPeriodAndFlags) {
     }
 }
 
-TEST(Exchange, AnAcknowledgedWriteShowsWhatWasSent) {
-    LinkBench bench;
-    bench.start();
-    Write(0, 1, 70000);
-    EXPECT_EQ(ParamTable(0, 1).Value[2], 1);
-    bench.run(42);
-    EXPECT_EQ(ParamFlags(0, 1), 6) << "the write is no longer due once it is on the line";
-    bench.run(100);
-    EXPECT_EQ(bench.sent(), (Strings{"0.1=4464"}));
-    EXPECT_TRUE(ParamIsFresh(1, 0));
-    EXPECT_EQ(ParamTable(0, 1).Value[2], 0) << "the two bytes that went out are the value now";
-}
-
 TEST(Exchange, ABadReplyRepeatsTheFrameAtOnceFourTimesAndTheFifthReplyIsNotJudged) {
     struct Row {
         int period;

@@ -1,4 +1,5 @@
 // Switches, buttons and click zones: each user's action reaches the model once, and what the page then sets is shown.
+#include <QKeyEvent>
 #include <QMenu>
 
 #include "platform/qt/gesture.h"
@@ -113,10 +114,12 @@ TEST_F(Switches, TakeEveryClickAndKeyOnce) {
             press(*control, {key});
             EXPECT_EQ(clicks, ++expected);
         }
+        QKeyEvent held(QEvent::KeyPress, Qt::Key_Space, {}, QStringLiteral(" "), true);
+        QApplication::sendEvent(&widget, &held);
         QTest::mousePress(&widget, Qt::LeftButton);
         QTest::mouseRelease(&widget, Qt::LeftButton, {}, QPoint(-20, -20));
         QTest::mouseClick(&widget, Qt::RightButton);
-        EXPECT_EQ(clicks, expected) << "let go elsewhere, or another button";
+        EXPECT_EQ(clicks, expected) << "a key that is held, a button let go elsewhere, or another one";
         control->Enabled = false;
         click(*control);
         EXPECT_EQ(clicks, expected) << "disabled";

@@ -113,9 +113,10 @@ TEST(LanguageChange, TakesEveryWindowAndTheMenuAlongAndIsSaved) {
     world.platform.shown.clear();
     MDIForm1().smnuLingue(1).UserClick();
     EXPECT_EQ(ActiveLanguage(), "English");
+    EXPECT_FALSE(MDIForm1().smnuLingue(4).Checked) << "Italiano";
     EXPECT_EQ(totals.Caption.get(), LanguageTable(15));
     EXPECT_NE(totals.Caption.get(), before);
-    EXPECT_EQ(MDIForm1().entry("mnuConfigura").Caption.get(), LanguageTable(45));
+    EXPECT_EQ(MDIForm1().entry("ssmnuTotali").Caption.get(), LanguageTable(15));
     EXPECT_EQ(world.platform.shown, (std::vector<std::string>{"FrmTempi", "FrmTotali", "FrmTotali"}));
     EXPECT_EQ(world.platform.file("kestrel.ini"), "Com=1\r\nLingua=English\r\n");
 }

@@ -82,6 +82,8 @@ TEST(MkindexTable, EveryMistakeIsToldWithItsLine) {
         const std::string& header = bad.layout == ident ? identityHeader : parameterHeader;
         EXPECT_EQ(allProblems(tableOf(header + bad.rows, bad.layout)), bad.complaint) << bad.rows;
     }
+    EXPECT_TRUE(allProblems(tableOf("number|name\n")).starts_with("1: the header row must have these columns"));
+    EXPECT_EQ(allProblems(tableOf("# to come\n")), "2: the table has no header row\n");
 }
 
 // The bytes as the boards' makers fixed them: addresses 2 and 1, command, refresh, address 0, then the value low first.
@@ -134,9 +136,9 @@ TEST_F(MkindexCommand, MakesARecordOfEachNumberAndThoseWithoutARowTouchNoParamet
 TEST_F(MkindexCommand, NameOrOptionChoosesTheLayout) {
     const std::string table = write("identity.tsv", tabbed(identityHeader + "1|probe|1|0|0FF000|m\n"));
     EXPECT_EQ(run({table, path("W0256.inx")}), 0) << err.str();
-    EXPECT_EQ(run({table, path("other.inx")}), 1) << "a parameter file by its name";
-    EXPECT_EQ(run({"--identity", table, path("other.inx")}), 0) << err.str();
-    EXPECT_EQ(content("other.inx"), content("W0256.inx"));
+    EXPECT_EQ(run({table, path("V0256.inx")}), 1) << "a parameter file by its name";
+    EXPECT_EQ(run({"--identity", table, path("V0256.inx")}), 0) << err.str();
+    EXPECT_EQ(content("V0256.inx"), content("W0256.inx"));
     EXPECT_EQ(run({"--parameters", table, path("W0256.inx")}), 1);
 }
 
