@@ -90,47 +90,6 @@ TEST_F(FanOutTest, PagesOpenAndCloseBetweenReplies) {
     EXPECT_EQ(log, (Strings{"A 0.1=0", "B 0.1=0", "A unloaded", "B 0.2=0", "C 0.2=0"}));
 }
 
-TEST_F(FanOutTest, ABarIsKeptInItsLimitsAndTheLabelShowsWhatTheBoardSaid) {
-    bench.platform.separator = ",";
-    struct Row {
-        std::int64_t value;
-        int bar;
-        const char *plain, *tenths, *hundredths;
-    };
-    for (const Row& row :
-         {Row{300, 255, "300", "30,0", "3,00"}, Row{5, 10, "5", "0,5", "0,05"}, Row{-7, 10, "-7", "-0,7", "-0,07"},
-          Row{255, 255, "255", "25,5", "2,55"}, Row{4294967295, 255, "4294967295", "429496729,5", "42949672,95"}}) {
-        Label label;
-        ScrollBar bar;
-        bar.design(10, 255, 10);
-        const auto expect = [&](const char* text) {
-            EXPECT_EQ(bar.Value, row.bar) << text;
-            EXPECT_EQ(label.Caption.get(), text);
-            bar.Value = 100;
-        };
-        SetBar(label, bar, row.value);
-        expect(row.plain);
-        SetBarTenths(label, bar, row.value);
-        expect(row.tenths);
-        SetBarDecimals(label, bar, row.value, 2);
-        expect(row.hundredths);
-        SetBarDecimals(label, bar, row.value, 4);
-        expect("");
-    }
-}
-
-TEST_F(FanOutTest, NumbersAreFormattedWithZeroToThreeDecimals) {
-    struct Row {
-        double value;
-        int decimals;
-        const char* text;
-    };
-    for (const Row& row : {Row{1234, 0, "1234"}, Row{0, 3, "0.000"}, Row{1234.5678, 3, "1234.568"}, Row{0.5, 0, "1"},
-                           Row{2.5, 0, "3"}, Row{-2.5, 0, "-3"}, Row{0.125, 2, "0.13"}, Row{0.05, 1, "0.1"},
-                           Row{9.96, 1, "10.0"}, Row{1234, 4, ""}, Row{1, -1, ""}, Row{1, 255, ""}})
-        EXPECT_EQ(FormatDecimals(row.value, row.decimals), row.text) << row.value << ", " << row.decimals;
-}
-
 TEST_F(FanOutTest, APageStandsInTheMiddleALittleAbove) {
     Listener& page = open("A");  // 6000 x 4000 twips in a window of 15000 x 11000
     CenterPage(page);

@@ -48,29 +48,27 @@ TEST(Options, AskForHelpOrVersionWhateverElseIsThere) {
 }
 
 TEST(Options, ThatAreRefusedGetOneLineThatNamesWhatIsWrong) {
-    const std::pair<const char*, const char*> refused[] = {
-        {"--quick", "--quick"},
-        {"--quick=1", "--quick"},
-        {"-demo", "-demo"},
-        {"FrmDosi", "FrmDosi"},
-        {"--demo=yes", "--demo"},
-        {"--tour", "--tour"},
-        {"--open=", "--open"},
-        {"--theme blue", "blue"},
-        {"--directory /no/such/place", "/no/such/place"},
-        {"--directory /dev/null", "/dev/null"},
-        {"--com 0=/dev/x", "0=/dev/x"},
-        {"--com 5=/dev/x", "5=/dev/x"},
-        {"--com 12=/dev/x", "12=/dev/x"},
-        {"--com /dev/x", "/dev/x"},
-        {"--com 1=", "1="},
-        {"--com 1=/dev/x --com 1=/dev/y", "port 1"},
-        {"--directory /tmp --directory /", "--directory"},
-        {"--demo --com 1=/dev/x", "--com"},
-        {"--fault drop=0.1", "--demo"},
-        {"--tour out --open FrmDosi", "--open"},
-    };
-    for (const auto& [line, named] : refused) {
+    for (const auto& [line, named] :
+         std::map<std::string, std::string>{{"--quick", "--quick"},
+                                            {"--quick=1", "--quick"},
+                                            {"-demo", "-demo"},
+                                            {"FrmDosi", "FrmDosi"},
+                                            {"--demo=yes", "--demo"},
+                                            {"--tour", "--tour"},
+                                            {"--open=", "--open"},
+                                            {"--theme blue", "blue"},
+                                            {"--directory /no/such/place", "/no/such/place"},
+                                            {"--directory /dev/null", "/dev/null"},
+                                            {"--com 0=/dev/x", "0=/dev/x"},
+                                            {"--com 5=/dev/x", "5=/dev/x"},
+                                            {"--com 12=/dev/x", "12=/dev/x"},
+                                            {"--com /dev/x", "/dev/x"},
+                                            {"--com 1=", "1="},
+                                            {"--com 1=/dev/x --com 1=/dev/y", "port 1"},
+                                            {"--directory /tmp --directory /", "--directory"},
+                                            {"--demo --com 1=/dev/x", "--com"},
+                                            {"--fault drop=0.1", "--demo"},
+                                            {"--tour out --open FrmDosi", "--open"}}) {
         try {
             parsed(line);
             ADD_FAILURE() << line << " was taken";
