@@ -34,7 +34,7 @@ class Switches : public ViewTest {
         QTest::mouseClick(&widget, Qt::LeftButton, {}, {static_cast<int>(widget.width() * part), widget.height() / 2});
     }
 
-    void press(Control& control, std::initializer_list<Qt::Key> keys) const {
+    void press(Control& control, const std::vector<Qt::Key>& keys) const {
         widgetOf(control).setFocus();
         ViewTest::press(widgetOf(control), keys);
     }

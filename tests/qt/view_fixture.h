@@ -82,7 +82,7 @@ class ViewTest : public ::testing::Test {
     static void settle() {
         for (int i = 0; i < 5; ++i) QApplication::processEvents();
     }
-    static void press(QWidget& widget, std::initializer_list<Qt::Key> keys) {
+    static void press(QWidget& widget, const std::vector<Qt::Key>& keys) {
         for (const Qt::Key key : keys) QTest::keyClick(&widget, key);
     }
     /// The user presses Tab or clicks elsewhere.
