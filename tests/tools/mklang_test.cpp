@@ -105,11 +105,11 @@ TEST(MklangUsedLines, EveryLineThatIsReadMustHaveAText) {
              {"# page\n\n3\n3..4 # rows\r\n", {}},
              {"3..6\n", {"u:1: line 5 has no text", "u:1: line 6 has no text"}},
              {"3\n800\n", {"u:2: line 800 has no text"}},
-             {"4..3\n", {"u:1: \"4..3\" is no line number and no range a..b"}},
-             {"0..3\n", {"u:1: \"0..3\" is no line number and no range a..b"}},
-             {"3..801\n", {"u:1: \"3..801\" is no line number and no range a..b"}},
-             {"3..\n", {"u:1: \"3..\" is no line number and no range a..b"}},
-             {"three\n", {"u:1: \"three\" is no line number and no range a..b"}},
+             {"4..3\n0..3\n3..801\n3..\nthree\n",
+              {"u:1: \"4..3\" is no line number and no range a..b", "u:2: \"0..3\" is no line number and no range a..b",
+               "u:3: \"3..801\" is no line number and no range a..b",
+               "u:4: \"3..\" is no line number and no range a..b",
+               "u:5: \"three\" is no line number and no range a..b"}},
          }) {
         std::istringstream in(c.list);
         std::vector<Complaint> complaints;
