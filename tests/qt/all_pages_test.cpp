@@ -101,10 +101,14 @@ class AllPages : public ::testing::Test {
         settle();
     }
 
-    QMenu& windowMenu() {
-        for (QAction* entry : platform.view->menuBar()->actions())
-            if (entry->text().remove(u'&') == toQt(MDIForm1().entry("mnuWL").Caption)) return *entry->menu();
-        throw std::logic_error("no menu of windows");
+    /// What the menu of windows calls closing them all.
+    std::string closeAllEntry() const {
+        for (QAction* entry : platform.view->menuBar()->actions()) {
+            if (entry->text().remove(u'&') != toQt(MDIForm1().entry("mnuWL").Caption)) continue;
+            Q_EMIT entry->menu()->aboutToShow();
+            return entry->menu()->actions().at(4)->text().remove(u'&').toStdString();
+        }
+        return "no menu of windows";
     }
 
     ScreenPlatform platform;
@@ -242,7 +246,7 @@ TEST_F(AllPages, AreReachedWholeByTabAndTakeATypedValueOnADoubleClickOnTheFigure
     }
 }
 
-TEST_F(AllPages, FollowTheLanguageTogetherAndAtOnce) {
+TEST_F(AllPages, FollowTheLanguageTogetherAndAtOnceAndSoDoTheWordsRoundThem) {
     constexpr std::size_t Open = 10;
     constexpr double LongestChange = 0.050;  // seconds of the processor, until all is painted
     constexpr int Changes = 10;
@@ -255,30 +259,24 @@ TEST_F(AllPages, FollowTheLanguageTogetherAndAtOnce) {
     choose(German);
     for (const MenuRow& row : pages)
         EXPECT_EQ(platform.view->childOf(*FindLoadedPage(row.page)).windowTitle(), toQt(LanguageTable(row.line)));
-    Q_EMIT windowMenu().aboutToShow();
-    EXPECT_EQ(windowMenu().actions().at(4)->text().remove(u'&'), QStringLiteral("Alle schließen"));
+    EXPECT_EQ(closeAllEntry(), "Alle schließen");
     EXPECT_EQ(platform.view->statusBar()->findChildren<QLabel*>().last()->accessibleName(), QStringLiteral("Fehler"));
-}
 
-TEST_F(AllPages, AskInTheirLanguage) {
-    choose(German);
-    QStringList answers;
+    std::vector<std::string> answers;
     QTimer::singleShot(0, qApp, [&answers] {
         auto& box = dynamic_cast<QMessageBox&>(*QApplication::activeModalWidget());
-        for (const auto which : {QMessageBox::Yes, QMessageBox::No}) answers += box.button(which)->text().remove(u'&');
+        for (const auto which : {QMessageBox::Yes, QMessageBox::No})
+            answers.push_back(box.button(which)->text().remove(u'&').toStdString());
         box.reject();
     });
     MessageBoxes().ask({.text = LanguageTable(476), .title = "", .buttons = Message::Buttons::YesNo}, nullptr);
-    EXPECT_EQ(answers, QStringList({QStringLiteral("Ja"), QStringLiteral("Nein")}));
-}
+    EXPECT_EQ(answers, (std::vector<std::string>{"Ja", "Nein"}));
 
-TEST_F(AllPages, SpeakEnglishOfThemselvesWithALanguageFileThatHasNoWordsForIt) {
     std::string lines;
     for (int i = 1; i <= LanguageLines; ++i) lines += "another text\n";
     platform.put("Other.lng", lines);
     LoadLanguage("Other.lng");
-    Q_EMIT windowMenu().aboutToShow();
-    EXPECT_EQ(windowMenu().actions().at(4)->text().remove(u'&'), QStringLiteral("Close all"));
+    EXPECT_EQ(closeAllEntry(), "Close all") << "a language file without words for it";
 }
 
 }  // namespace

@@ -16,14 +16,6 @@ Options parsed(const std::string& line) {
     return parseOptions({std::istream_iterator<std::string>(words), {}});
 }
 
-TEST(Options, WithoutArgumentsWorksOnRealPortsBesideTheProgram) {
-    const Options options = parsed("");
-    EXPECT_FALSE(options.demo);
-    EXPECT_TRUE(options.directory.empty());
-    EXPECT_TRUE(options.devices.empty());
-    EXPECT_EQ(options.theme, Theme::System);
-}
-
 TEST(Options, TakeTheirValueAfterBlankOrEqualsSign) {
     for (const char* line : {"--com 2=/dev/a=b --theme dark --directory /tmp --tour out",
                              "--com=2=/dev/a=b --theme=dark --directory=/tmp/../tmp/ --tour=out"}) {
