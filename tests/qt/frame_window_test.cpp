@@ -121,8 +121,7 @@ TEST_F(FrameWindow, MakesRoomForLongerTextsButKeepsTheUsersSize) {
     QMdiSubWindow& child = childNamed("Page");
     const int narrow = child.width();
     page.Label1.Caption = "A text that is a good deal longer than before, in another language";
-    QTest::qWait(1);
-    EXPECT_GT(child.width(), narrow);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return child.width() > narrow; }, 500));
     child.resize(500, 300);
     platform.showWindow(page);
     QTest::qWait(1);

@@ -148,16 +148,5 @@ TEST(LanguageChange, HoldsForTheRunWhereItCannotBeSaved) {
     EXPECT_EQ(world.platform.file("kestrel.ini"), "Com=1\r\nLingua=Italiano\r\n");
 }
 
-TEST(LanguageChange, AnInstallationWithLongerFilesOfOtherLanguagesWorks) {
-    World world;
-    std::string lines;
-    for (int i = 1; i <= 800; ++i) lines += "zz" + std::to_string(i) + "\n";
-    world.platform.put("Zulu.lng", lines);
-    world.platform.put("kestrel.ini", "Com=1\r\nLingua=Zulu\r\n");
-    MDIForm_Load("Kestrel");
-    EXPECT_EQ(ActiveLanguage(), "Zulu");
-    EXPECT_EQ(ShowPage("FrmTotali").Caption.get(), "zz15");
-}
-
 }  // namespace
 }  // namespace kestrel
