@@ -164,10 +164,10 @@ TEST(PortLoss, ALampIsTouchedOnlyWhenItChangesAndUnknownLampsAreIgnored) {
         int touched = 0;
         void controlChanged() override { ++touched; }
     };
+    Counter counter;
     LinkBench bench;
     bench.start();
     bench.run(600);
-    Counter counter;
     for (const int panel : {1, 2, 3, 4}) MDIForm1().StatusBar1.Panels(panel).bind(&counter);
     for (const int lamp : {-1, 0, 7, 1, 2, 3}) SetLinkIndicator(lamp);
     EXPECT_EQ(counter.touched, 0);
