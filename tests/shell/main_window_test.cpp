@@ -6,7 +6,8 @@
 #include "link/param_table.h"
 #include "shell/language_files.h"
 #include "shell/main_window.h"
-#include "support/writes.h"
+#include "support/watches.h"
+#include "support/world.h"
 
 namespace kestrel {
 namespace {
@@ -49,7 +50,7 @@ TEST(Pages, ASecondClickBringsThePageToTheFrontAndClosingReleasesEverything) {
     ShowPage("FrmTotali");
     ClosePages();
     EXPECT_TRUE(LoadedPages().empty());
-    EXPECT_EQ(testing::watchersLeft(), 0);
+    EXPECT_TRUE(testing::watches().empty());
 }
 
 TEST(Pages, AnEntryOpensAPageOnlyWhenThePageIsThereAndTheBoardsAreKnown) {
