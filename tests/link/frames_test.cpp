@@ -4,19 +4,19 @@
 
 #include <gtest/gtest.h>
 
+#include <map>
+
 namespace kestrel {
 namespace {
 
-struct RequestCase {
-    const char* name;
-    int bank;
-    int command;
-    Bytes data;
-    Bytes frame;
-};
-
 const Bytes Thousand = {0xE8, 0x03, 0, 0};
 const Bytes OneToFour = {1, 2, 3, 4};
+
+struct RequestCase {
+    const char* name;
+    int bank, command;
+    Bytes data, frame;
+};
 
 const RequestCase Requests[] = {
     {"direct read", 0, 0x01, Thousand, {0x01, 0x34, 0x12, 0, 0x47}},
@@ -31,14 +31,19 @@ const RequestCase Requests[] = {
     {"routed 126", 2, 126, OneToFour, {0xF1, 0x34, 0x12, 0, 0x7E, 0x56, 0x0B}},
 };
 
+Request requestOf(int command, const Bytes& data) {
+    Request request;
+    request.Command = static_cast<std::uint8_t>(command);
+    request.Addr0 = 0x34;
+    request.Addr1 = 0x12;
+    request.n = command & 15;
+    request.Data = data;
+    return request;
+}
+
 TEST(Frames, RequestsAreBuiltByteForByte) {
     for (const RequestCase& the : Requests) {
-        Request request;
-        request.Command = static_cast<std::uint8_t>(the.command);
-        request.Addr0 = 0x34;
-        request.Addr1 = 0x12;
-        request.n = the.command & 15;
-        request.Data = the.data;
+        Request request = requestOf(the.command, the.data);
         EXPECT_EQ(BuildFrame(request, the.bank), the.frame) << the.name;
         EXPECT_EQ(request.K, the.frame.back()) << the.name;
     }
@@ -47,7 +52,7 @@ TEST(Frames, RequestsAreBuiltByteForByte) {
 struct ReplyCase {
     const char* name;
     int command;
-    int checksum;  ///< of the request
+    std::uint8_t checksum;  ///< of the request
     Bytes received;
     bool good;
     Bytes value;
@@ -70,32 +75,22 @@ const ReplyCase Replies[] = {
     {"128 is acknowledged", 0x80, 0x72, {0xE4}, true, Written},
 };
 
-Request answered(int command, int checksum) {
-    Request request;
-    request.Command = static_cast<std::uint8_t>(command);
-    request.n = command & 15;
-    request.Data = Written;
-    request.K = static_cast<std::uint8_t>(checksum);
-    return request;
-}
-
 TEST(Frames, RepliesAreJudged) {
     for (const ReplyCase& the : Replies) {
-        const Judgement judgement = JudgeReply(answered(the.command, the.checksum), the.received);
+        Request request = requestOf(the.command, Written);
+        request.K = the.checksum;
+        const Judgement judgement = JudgeReply(request, the.received);
         EXPECT_EQ(judgement.good, the.good) << the.name;
         EXPECT_EQ(judgement.data, the.value) << the.name;
     }
 }
 
 TEST(Frames, AReadWaitsForItsLastByteAndAnAcknowledgementDoesNot) {
-    struct Row {
-        int command;
-        int bytes;  ///< from this number on the reply can be judged
-    };
-    for (const Row& row : {Row{0x00, 2}, Row{0x01, 3}, Row{0x03, 5}, Row{0x7F, 17}, Row{0x80, 1}, Row{0x83, 1}}) {
-        const Request request = answered(row.command, 0);
-        EXPECT_TRUE(ReplyIsComplete(request, row.bytes)) << row.command;
-        EXPECT_EQ(ReplyIsComplete(request, row.bytes - 1), row.bytes == 1) << row.command;
+    // The command, and the number of bytes from which on the reply can be judged.
+    for (const auto& [command, bytes] :
+         std::map<int, int>{{0x00, 2}, {0x01, 3}, {0x03, 5}, {0x7F, 17}, {0x80, 1}, {0x83, 1}}) {
+        EXPECT_TRUE(ReplyIsComplete(requestOf(command, {}), bytes)) << command;
+        EXPECT_EQ(ReplyIsComplete(requestOf(command, {}), bytes - 1), bytes == 1) << command;
     }
 }
 

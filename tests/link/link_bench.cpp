@@ -2,6 +2,9 @@
 // See link_bench.h.
 #include "link_bench.h"
 
+#include <numeric>
+#include <sstream>
+
 #include "link/index_files.h"
 #include "link/param_table.h"
 #include "shell/frm_ser.h"
@@ -53,20 +56,22 @@ std::string header(int bank, int number, int command, int period, int ofIdentity
 }  // namespace
 
 LinkBench::LinkBench() {
-    reset();
+    ResetProgram();
+    InitBoardTables();
     platform.lines[1] = &line;
     platform.put("kestrel.ini", "Com=1\r\nLingua=Italiano\r\n");
     line.answer = [this](const Bytes& frame) { return answer(frame); };
     for (auto& bank : rows) bank.resize(4);
     identity = {{{0, 11}, 15}, {{0, 12}, 18}, {{0, 13}, 0}, {{0, 14}, 1},   {{0, 17}, 3}, {{0, 18}, 23}, {{1, 11}, 15},
                 {{1, 13}, 36}, {{1, 14}, 1},  {{1, 17}, 7}, {{2, 13}, 245}, {{2, 11}, 1}, {{2, 17}, 4}};
+    putFiles();
 }
 
 LinkBench::~LinkBench() { ResetProgram(); }
 
-void LinkBench::putIdentityFile(int bank, int records, int command) {
+void LinkBench::putIdentityFile(int bank, int command) {
     std::string content;
-    for (int i = 1; i <= records; ++i) content += header(bank, i, command, 0, 1);
+    for (int i = 1; i <= 20; ++i) content += header(bank, i, command, 0, 1);
     platform.put(IdentityFiles[static_cast<std::size_t>(bank)], content);
 }
 
@@ -87,31 +92,25 @@ void LinkBench::putFiles() {
     }
 }
 
-std::vector<ScriptedLine::Piece> LinkBench::answer(const Bytes& frame) {
-    if (mute || silent.contains(tell(frame))) return {};
+Pieces LinkBench::answer(const Bytes& frame) {
+    std::string& letters = replies[tell(frame)];
+    const char letter = letters.empty() ? 'g' : letters.front();
+    if (letters.size() > 1) letters.erase(0, 1);
+    if (mute || letter == 's') return {};
     if (isProbe(frame)) return {{ReplyTime, {0x33, 0x33}}};
     const Heard heard(frame);
     const Place place{heard.bank, heard.number};
-    if (heard.write) {
-        board[place] = heard.value;
-        return {{ReplyTime, {static_cast<std::uint8_t>(frame.back() * 2)}}};
-    }
-    const std::uint32_t value = heard.ofIdentity ? static_cast<std::uint32_t>(identity[place]) : board[place];
     Bytes reply;
-    std::uint8_t sum = 0;
-    for (int i = 0; i < heard.width; ++i) {
-        reply.push_back(i < ValueSize ? static_cast<std::uint8_t>(value >> (8 * i)) : std::uint8_t{0});
-        sum = static_cast<std::uint8_t>(sum + reply.back());
+    if (heard.write) {
+        if (letter == 'g') board[place] = heard.value;
+        reply = {static_cast<std::uint8_t>(frame.back() * 2)};
+    } else {
+        const std::uint32_t value = heard.ofIdentity ? static_cast<std::uint32_t>(identity[place]) : board[place];
+        for (int i = 0; i < heard.width; ++i)
+            reply.push_back(i < ValueSize ? static_cast<std::uint8_t>(value >> (8 * i)) : std::uint8_t{0});
+        reply.push_back(std::accumulate(reply.begin(), reply.end(), std::uint8_t{0}));
     }
-    reply.push_back(sum);
-    return {{ReplyTime, reply}};
-}
-
-std::vector<ScriptedLine::Piece> LinkBench::garbage(const Bytes& frame) {
-    const Heard heard(frame);
-    if (heard.write) return {{ReplyTime, {static_cast<std::uint8_t>(frame.back() * 2 + 1)}}};
-    Bytes reply(static_cast<std::size_t>(heard.width) + 1, 0);
-    reply.back() = 0xEE;
+    if (letter == 'b') ++reply.back();
     return {{ReplyTime, reply}};
 }
 
@@ -128,10 +127,12 @@ Strings LinkBench::sent() const {
     return told;
 }
 
-std::vector<double> LinkBench::sentAt() const {
-    std::vector<double> times;
-    for (const auto& frame : line.sent) times.push_back(static_cast<double>(frame.when - base_) / 1000);
-    return times;
+std::string LinkBench::traffic() const {
+    std::ostringstream told;
+    for (const auto& frame : line.sent)
+        told << (told.tellp() > 0 ? ", " : "") << static_cast<double>(frame.when - base_) / 1000 << " "
+             << tell(frame.frame);
+    return told.str();
 }
 
 void LinkBench::start() {
@@ -141,12 +142,19 @@ void LinkBench::start() {
     base_ = platform.now();
 }
 
-void LinkBench::reset() {
-    ResetProgram();
-    InitBoardTables();
-}
-
 void LinkBench::load() { FrmSer_Load(); }
+
+std::string LinkBench::endOfLoad() {
+    try {
+        load();
+        return "";
+    } catch (const ProcessEnded&) {
+        if (platform.messages.size() != 1) return "no message, or more than one";
+        const Message& message = platform.messages.front();
+        const bool isError = message.title == "ERROR" && message.icon == Message::Icon::Critical;
+        return isError ? message.text : "no error, but " + message.title;
+    }
+}
 
 MenuItem& LinkBench::portEntry(int port) { return MDIForm1().mnuCox(port); }
 
@@ -168,6 +176,13 @@ void Watch(int bank, int number) {
 void Write(int bank, int number, std::uint32_t value) {
     CurrentBank = bank;
     ParamWrite(number, value);
+}
+
+void Use(bool byWrite) {
+    if (byWrite)
+        Write(0, 1, 9);
+    else
+        Watch(0, 1);
 }
 
 }  // namespace kestrel::testing

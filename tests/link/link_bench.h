@@ -4,7 +4,6 @@
 
 #include <array>
 #include <map>
-#include <set>
 #include <string>
 #include <utility>
 #include <vector>
@@ -15,6 +14,7 @@
 namespace kestrel::testing {
 
 using Strings = std::vector<std::string>;
+using Pieces = std::vector<ScriptedLine::Piece>;
 
 class LinkBench {
   public:
@@ -33,32 +33,32 @@ class LinkBench {
 
     // The installation: parameter files of four records a bank, all one-shot and two bytes wide, unless changed.
     std::array<std::vector<Row>, 3> rows;
-    void putIdentityFile(int bank, int records = 20, int command = 0);
+    void putIdentityFile(int bank, int command = 0);
     void putParameterFile(int bank, const std::string& name);
-    /// All six files, with the names that follow from what the boards tell of themselves.
+    /// All six files, with the names that follow from what the boards tell of themselves. Done at the start too.
     void putFiles();
 
     // The boards. The default script of the line answers as they would, 5 ms after each frame.
     std::map<Place, int> identity;  ///< what a board tells of itself, by identity record
     std::map<Place, std::uint32_t> board;
-    std::set<std::string> silent;  ///< frames without an answer, as tell() has them
-    bool mute = false;             ///< nobody answers anything
-    std::vector<ScriptedLine::Piece> answer(const Bytes& frame);
-    /// A reply or acknowledgement that no check lets pass.
-    static std::vector<ScriptedLine::Piece> garbage(const Bytes& frame);
+    /// By frame, as tell() has it, a letter for each coming answer: g good, b one that no check lets pass, s silence.
+    /// The last letter holds for ever.
+    std::map<std::string, std::string> replies;
+    bool mute = false;  ///< nobody answers anything
+    Pieces answer(const Bytes& frame);
 
     /// "probe", "i1.17?" for identity record 17 of bank 1, "0.3?" for a read, "2.1=500" for a write.
     static std::string tell(const Bytes& frame);
-    /// All frames since the start, and their times in milliseconds from then.
+    /// All frames since the start; and the same with the milliseconds from then before each, parted by commas.
     Strings sent() const;
-    std::vector<double> sentAt() const;
+    std::string traffic() const;
 
     /// Writes the index files, loads the link as the program does, and forgets its frames.
     void start();
     /// The same without the writing and the forgetting.
     static void load();
-    /// Back to the start of a process; files, ports and boards stay as they are.
-    static void reset();
+    /// Loads, and gives the text of the error that ended the program; empty when it started.
+    std::string endOfLoad();
     void run(double milliseconds) { platform.run(milliseconds); }
     static MenuItem& portEntry(int port);
     static int lamp(int panel);
@@ -74,5 +74,7 @@ class LinkBench {
 /// As pages do: the bank first.
 void Watch(int bank, int number);
 void Write(int bank, int number, std::uint32_t value);
+/// Writes 9 to parameter 1 of bank 0, or watches it.
+void Use(bool byWrite);
 
 }  // namespace kestrel::testing

@@ -4,7 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include "link/index_files.h"
 #include "link/link_engine.h"
 #include "link/param_table.h"
 #include "link_bench.h"
@@ -13,40 +12,37 @@
 namespace kestrel::testing {
 namespace {
 
-class PortSearchTest : public ::testing::Test {
-  protected:
+const Pieces Good = {{2000, {0x41, 0x41}}};
+
+/// The bench's own board is on port 1 for the start, and gone when the search begins.
+struct SearchBench : LinkBench {
+    std::array<ScriptedLine, 5> devices;
+    std::vector<int> probed;
+
     /// A device on the port whose probe is answered so; nothing means silence.
-    void device(int port, const std::vector<ScriptedLine::Piece>& reply) {
-        bench.platform.lines[port] = &devices[static_cast<std::size_t>(port)];
-        devices[static_cast<std::size_t>(port)].answer = [this, port, reply](const Bytes& frame) {
+    void device(int port, const Pieces& reply) {
+        ScriptedLine& device = devices[static_cast<std::size_t>(port)];
+        device.answer = [this, port, reply](const Bytes& frame) {
             EXPECT_EQ(frame, Bytes(5, 0));
             probed.push_back(port);
             return reply;
         };
+        platform.lines[port] = &device;
     }
-    void configured(const std::string& line) { bench.platform.put("kestrel.ini", line + "\r\nLingua=Italiano\r\n"); }
-    void search(int port = 0) {
-        bench.start();  // sets up the menu and the link with the bench's own board on port 1
+    void search(int port) {
+        start();
         for (int i = 1; i <= 4; ++i)
-            if (!bench.platform.lines.contains(i) || i == 1) device(i, {});
+            if (!platform.lines.contains(i) || i == 1) device(i, {});
         OpenPort(port);
     }
     static std::string menu() {
         std::string states;
-        for (int i = 1; i <= 4; ++i) {
-            const MenuItem& entry = LinkBench::portEntry(i);
-            states += entry.Checked ? "x" : entry.Enabled ? "o" : "-";
-        }
+        for (int i = 1; i <= 4; ++i) states += portEntry(i).Checked ? "x" : portEntry(i).Enabled ? "o" : "-";
         return states;
     }
-    LinkBench bench;
-    std::array<ScriptedLine, 5> devices;
-    std::vector<int> probed;
 };
 
-const std::vector<ScriptedLine::Piece> Good = {{2000, {0x41, 0x41}}};
-
-TEST_F(PortSearchTest, GoesUpwardFromTheWantedPortAndThenFromTheFirst) {
+TEST(PortSearch, GoesUpwardFromTheWantedPortAndThenFromTheFirst) {
     struct Row {
         int wanted, working;
         std::vector<int> probed;
@@ -54,109 +50,91 @@ TEST_F(PortSearchTest, GoesUpwardFromTheWantedPortAndThenFromTheFirst) {
     };
     for (const Row& row : {Row{3, 3, {3}, "ooxo"}, Row{3, 4, {3, 4}, "oo-x"}, Row{3, 2, {3, 4, 1, 2}, "-x--"},
                            Row{2, 2, {2}, "oxoo"}, Row{4, 3, {4, 1, 2, 3}, "--x-"}}) {
-        LinkBench::reset();
-        bench.platform.lines = {{1, &bench.line}};
-        configured("Com=1");
-        device(row.working, Good);
-        probed.clear();
-        search(row.wanted);
-        EXPECT_EQ(probed, row.probed);
-        EXPECT_EQ(menu(), row.menu);
+        SearchBench bench;
+        bench.device(row.working, Good);
+        bench.search(row.wanted);
+        EXPECT_EQ(bench.probed, row.probed);
+        EXPECT_EQ(bench.menu(), row.menu);
         EXPECT_EQ(Link().ComPort, row.working);
         EXPECT_EQ(LinkBench::portEntry(row.working).Detail.get(), "/dev/port" + std::to_string(row.working));
         EXPECT_TRUE(bench.platform.messages.empty());
-        EXPECT_EQ(bench.platform.file("kestrel.ini"), "Com=1\r\nLingua=Italiano\r\n") << "the winner is not saved";
+        EXPECT_TRUE(bench.platform.written.empty()) << "the winner is not saved";
     }
 }
 
-TEST_F(PortSearchTest, OnlyTwoEqualBytesWithinHalfASecondAreABoard) {
+TEST(PortSearch, OnlyTwoEqualBytesWithinHalfASecondAreABoard) {
     struct Row {
-        std::vector<ScriptedLine::Piece> reply;
+        Pieces reply;
         bool board;
     };
     for (const Row& row : {Row{Good, true}, Row{{{1000, {0}}, {499'000, {0}}}, true}, Row{{{501'000, {1, 1}}}, false},
                            Row{{{1000, {1}}}, false}, Row{{{1000, {1, 2}}}, false}, Row{{{1000, {1, 1, 1}}}, false}}) {
-        LinkBench::reset();
-        bench.platform.lines = {{1, &bench.line}};
-        device(2, row.reply);
-        device(3, Good);
-        search(2);
+        SearchBench bench;
+        bench.device(2, row.reply);
+        bench.device(3, Good);
+        bench.search(2);
         EXPECT_EQ(Link().ComPort, row.board ? 2 : 3);
-        const std::string detail = LinkBench::portEntry(2).Detail;
-        EXPECT_EQ(detail, row.board ? "/dev/port2" : "/dev/port2: no board answers");
+        EXPECT_EQ(LinkBench::portEntry(2).Detail.get(), row.board ? "/dev/port2" : "/dev/port2: no board answers");
     }
 }
 
-TEST_F(PortSearchTest, WithoutAnyPortEachIsTriedTwiceAndTheReasonsAreShown) {
-    bench.platform.openFailures[4] = {error_number::SerialNoPermission, "/dev/port4: no permission"};
-    EXPECT_THROW(search(2), ProcessEnded);
-    EXPECT_EQ(probed, (std::vector<int>{2, 3, 1, 2, 3}));
-    EXPECT_EQ(menu(), "----");
-    ASSERT_EQ(bench.platform.messages.size(), 1U);
-    const Message& message = bench.platform.messages[0];
-    EXPECT_EQ(message.title, "ERROR  8010") << "the number of the last failure";
-    EXPECT_EQ(message.text, "Check serial !\nSerial device unavailable\nor Board Not Ready");
-    EXPECT_EQ(message.icon, Message::Icon::Critical);
-    EXPECT_EQ(message.detail,
-              "/dev/port1: no board answers\n/dev/port2: no board answers\n"
-              "/dev/port3: no board answers\n/dev/port4: no permission");
-
-    bench.platform.openFailures.clear();
-    LinkBench::reset();
-    bench.platform.lines = {{1, &bench.line}};
-    EXPECT_THROW(search(1), ProcessEnded);
-    EXPECT_EQ(bench.platform.messages.back().title, "ERROR  68") << "devices without boards";
-
-    bench.platform.openFailures[1] = {8022, "no trouble of a port"};
-    LinkBench::reset();
-    EXPECT_THROW(search(1), RunTimeError) << "what is no trouble of a port ends the search";
+TEST(PortSearch, WithoutAnyPortEachIsTriedTwiceAndTheReasonsAreShown) {
+    for (const bool lastIsForbidden : {true, false}) {
+        SearchBench bench;
+        if (lastIsForbidden)
+            bench.platform.openFailures[4] = {error_number::SerialNoPermission, "/dev/port4: no permission"};
+        EXPECT_THROW(bench.search(2), ProcessEnded);
+        EXPECT_EQ(bench.probed, (lastIsForbidden ? std::vector{2, 3, 1, 2, 3} : std::vector{2, 3, 4, 1, 2, 3, 4}));
+        EXPECT_EQ(bench.menu(), "----");
+        ASSERT_EQ(bench.platform.messages.size(), 1U);
+        const Message& message = bench.platform.messages[0];
+        EXPECT_EQ(message.title, lastIsForbidden ? "ERROR  8010" : "ERROR  68") << "the number of the last failure";
+        EXPECT_EQ(message.text, "Check serial !\nSerial device unavailable\nor Board Not Ready");
+        EXPECT_EQ(message.icon, Message::Icon::Critical);
+        EXPECT_EQ(message.detail, std::string("/dev/port1: no board answers\n/dev/port2: no board answers\n"
+                                              "/dev/port3: no board answers\n/dev/port4: ") +
+                                      (lastIsForbidden ? "no permission" : "no board answers"));
+    }
 }
 
-TEST_F(PortSearchTest, TheConfiguredPortIsTheLastCharacterOfTheFirstLine) {
-    configured("Com=12");
-    bench.platform.lines = {{1, &devices[1]}, {2, &bench.line}};
-    bench.start();
-    EXPECT_EQ(Link().ComPort, 2);
-    EXPECT_TRUE(devices[1].sent.empty());
-}
-
-TEST_F(PortSearchTest, AMissingConfigurationMeansPortOneAndIsWrittenIfItCanBe) {
+TEST(PortSearch, AMissingConfigurationMeansPortOneAndIsWrittenIfItCanBe) {
     for (const bool readOnly : {false, true}) {
-        LinkBench::reset();
+        LinkBench bench;
         bench.platform.files.erase("/family/kestrel/kestrel.ini");
         if (readOnly) bench.platform.unwritable = {"/family/kestrel"};
         bench.start();
         EXPECT_EQ(Link().ComPort, 1);
         EXPECT_TRUE(Link().LinkIdle);
-        const bool written = bench.platform.files.contains("/family/kestrel/kestrel.ini");
-        EXPECT_NE(written, readOnly);
-        EXPECT_TRUE(!written || bench.platform.file("kestrel.ini") == "Com=1\r\n");
+        EXPECT_EQ(bench.platform.files["/family/kestrel/kestrel.ini"], readOnly ? "" : "Com=1\r\n");
     }
 }
 
-TEST_F(PortSearchTest, APortThatDoesNotExistIsAClearError) {
-    for (const std::string line : {"Com=9", "Com=0", "Com=5", "Com="}) {
-        LinkBench::reset();
-        configured(line);
+TEST(PortSearch, WhatIsNoTroubleOfAPortEndsTheSearch) {
+    SearchBench bench;
+    bench.platform.openFailures[2] = {8022, "no trouble of a port"};
+    EXPECT_THROW(bench.search(2), RunTimeError);
+    for (const char line : {'9', '0', '5', '='}) {
+        LinkBench other;
+        other.platform.put("kestrel.ini", std::string("Com=") + line + "\r\nLingua=Italiano\r\n");
         try {
-            bench.start();
+            other.start();
             ADD_FAILURE() << line;
         } catch (const RunTimeError& error) {
-            EXPECT_NE(std::string(error.what()).find("port"), std::string::npos) << error.what();
+            EXPECT_NE(std::string(error.what()).find("port"), std::string::npos) << "unclear: " << error.what();
         }
-        EXPECT_TRUE(bench.line.sent.empty()) << line;
+        EXPECT_TRUE(other.line.sent.empty()) << line;
     }
 }
 
-TEST_F(PortSearchTest, APortChosenInTheMiddleOfAnExchangeGetsTheRestOfTheWork) {
+TEST(PortSearch, APortChosenInTheMiddleOfAnExchangeGetsTheRestOfTheWork) {
+    LinkBench bench;
     ScriptedLine other;
-    other.answer = [this](const Bytes& frame) { return bench.answer(frame); };
+    other.answer = [&bench](const Bytes& frame) { return bench.answer(frame); };
     bench.platform.lines[2] = &other;
     bench.board[{0, 1}] = 77;
     bench.start();
     Watch(0, 1);
     bench.run(42);
-    ASSERT_FALSE(Link().LinkIdle);
     OpenPort(2);
     bench.run(3000);
     EXPECT_EQ(bench.sent(), (Strings{"0.1?"})) << "the reply of the old port answers nothing";

@@ -1,23 +1,19 @@
 // Every page of the menu in the real frame window, filled by the simulated machine, in every language and both looks:
 // nothing is cut off, nothing overlaps, all fits the smallest screen in use, and all can be used by keys and heard.
+#include <QAbstractButton>
+#include <QAccessible>
 #include <QLabel>
-#include <QMdiArea>
-#include <QMdiSubWindow>
 #include <QMenu>
 #include <QMenuBar>
 #include <QMessageBox>
-#include <QPushButton>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QStatusBar>
-#include <QTest>
 #include <QTimer>
 #include <set>
 
 #include "drawn_texts.h"
-#include "link/fan_out.h"
 #include "link/param_table.h"
-#include "pages/registry.h"
 #include "platform/qt/bar_view.h"
 #include "platform/qt/canvas_view.h"
 #include "platform/qt/child_window.h"
@@ -28,8 +24,6 @@
 #include "platform/qt/pictures.h"
 #include "shell/language_files.h"
 #include "shell/main_window.h"
-#include "shell/start_up.h"
-#include "spoken_tree.h"
 #include "support/processor_time.h"
 #include "support/world.h"
 #include "view_fixture.h"
@@ -78,18 +72,16 @@ class AllPages : public ::testing::Test {
 
     /// One turn of the event loop: everything must be in its place before it is painted for the first time.
     static void settle() { QApplication::processEvents(); }
+    /// Whether a value that a page asked for has not come; a write may be held back for ever by a page that was closed.
     static bool missing() {
         for (int bank = 0; bank < Banks; ++bank)
-            for (int number = 1; number < RecordCount(bank); ++number) {
-                const std::uint8_t flags = ParamFlags(bank, number);
-                if ((flags & flag::Watched) && !(flags & flag::Valid)) return true;
-            }
+            for (int number = 1; number < RecordCount(bank); ++number)
+                if ((ParamFlags(bank, number) & (flag::Watched | flag::Valid)) == flag::Watched) return true;
         return false;
     }
     void fill() {
-        constexpr int LongestWait = 60;  // virtual seconds
-        const double end = static_cast<double>(platform.now()) + LongestWait * 1e6;
-        while (missing() && static_cast<double>(platform.now()) < end) platform.run(20);
+        constexpr int LongestWait = 60'000;  // virtual milliseconds
+        for (int waited = 0; waited < LongestWait && missing(); waited += 20) platform.run(20);
         EXPECT_FALSE(missing());
         settle();
     }
@@ -109,22 +101,19 @@ class AllPages : public ::testing::Test {
         settle();
     }
 
-    QMenu& windowMenu() {
-        for (QAction* entry : platform.view->menuBar()->actions())
-            if (entry->text().remove(u'&') == toQt(MDIForm1().entry("mnuWL").Caption)) return *entry->menu();
-        throw std::logic_error("no menu of windows");
+    /// What the menu of windows calls closing them all.
+    std::string closeAllEntry() const {
+        for (QAction* entry : platform.view->menuBar()->actions()) {
+            if (entry->text().remove(u'&') != toQt(MDIForm1().entry("mnuWL").Caption)) continue;
+            Q_EMIT entry->menu()->aboutToShow();
+            return entry->menu()->actions().at(4)->text().remove(u'&').toStdString();
+        }
+        return "no menu of windows";
     }
 
     ScreenPlatform platform;
     kestrel::testing::MachineLine line{kestrel::testing::World::still()};
 };
-
-std::vector<ViewBase*> viewsOf(const QWidget& page) {
-    std::vector<ViewBase*> result;
-    for (QWidget* widget : page.findChildren<QWidget*>())
-        if (auto* view = dynamic_cast<ViewBase*>(widget)) result.push_back(view);
-    return result;
-}
 
 /// The part of the widget that nothing round it cuts off.
 QRect uncut(const QWidget& widget) {
@@ -160,20 +149,49 @@ void expectNothingCutOff(ChildWindow& window) {
 }
 
 void expectNothingOverlaps(ChildWindow& window) {
-    struct Standing {
-        const ViewBase* view;
-        QRect place;
-    };
-    std::vector<Standing> placed;
+    std::vector<std::pair<const ViewBase*, QRect>> placed;
     for (const ViewBase* view : viewsOf(window)) {
         QWidget& widget = view->widget();
         if (!widget.isVisible() || dynamic_cast<GroupView*>(&widget) || dynamic_cast<CanvasView*>(&widget)) continue;
         const QRect place(widget.mapTo(&window, QPoint(0, 0)), widget.size());
-        for (const Standing& other : placed)
-            EXPECT_FALSE(other.place.intersects(place))
-                << view->spokenName().toStdString() << " and " << other.view->spokenName().toStdString();
-        placed.push_back({view, place});
+        for (const auto& [other, itsPlace] : placed)
+            EXPECT_FALSE(itsPlace.intersects(place))
+                << view->spokenName().toStdString() << " and " << other->spokenName().toStdString();
+        placed.emplace_back(view, place);
     }
+}
+
+bool isOperatedOrRead(const QAccessibleInterface& each) {
+    static const std::set<QAccessible::Role> Displays = {QAccessible::Indicator, QAccessible::Clock,
+                                                         QAccessible::Chart};
+    static const std::set<QAccessible::Role> Surroundings = {QAccessible::Client, QAccessible::Cell,
+                                                             QAccessible::TreeItem, QAccessible::Window};
+    const auto role = each.role();
+    return Displays.contains(role) || (each.state().focusable && !Surroundings.contains(role));
+}
+
+bool holdsValue(const QAccessibleInterface& each) {
+    static const std::set<QAccessible::Role> Valueless = {QAccessible::Button, QAccessible::Tree,
+                                                          QAccessible::MenuItem};
+    return !Valueless.contains(each.role()) && !each.state().checkable;
+}
+
+/// Of everything in the tree that can be operated or shows something a name, and a value where it holds one, for a
+/// screen reader. How many of such there are.
+int expectNamesAndValues(QAccessibleInterface& tree) {
+    int found = 0;
+    if (isOperatedOrRead(tree) && !tree.state().invisible) {
+        ++found;
+        const QAccessibleInterface* parent = tree.parent();
+        const std::string about = "role " + std::to_string(tree.role()) + " \"" +
+                                  tree.text(QAccessible::Name).toStdString() + "\" in \"" +
+                                  (parent ? parent->text(QAccessible::Name).toStdString() : "") + "\"";
+        EXPECT_FALSE(tree.text(QAccessible::Name).isEmpty()) << about;
+        EXPECT_FALSE(holdsValue(tree) && tree.text(QAccessible::Value).isEmpty()) << about;
+    }
+    for (int i = 0; i < tree.childCount(); ++i)
+        if (QAccessibleInterface* child = tree.child(i)) found += expectNamesAndValues(*child);
+    return found;
 }
 
 TEST_F(AllPages, AreWholeInEveryLanguageAndLook) {
@@ -199,7 +217,7 @@ TEST_F(AllPages, AreWholeInEveryLanguageAndLook) {
     EXPECT_GT(spoken, 5000) << "so much is there to be heard on all pages, languages and looks together";
 }
 
-TEST_F(AllPages, AreReachedWholeByTab) {
+TEST_F(AllPages, AreReachedWholeByTabAndTakeATypedValueOnADoubleClickOnTheFigureOfEveryBar) {
     for (const MenuRow& row : rows()) {
         ChildWindow& window = open(row);
         platform.view->activateWindow();
@@ -209,29 +227,18 @@ TEST_F(AllPages, AreReachedWholeByTab) {
             const QWidget* focused = QApplication::focusWidget();
             if (!focused || !reached.insert(focused).second) break;
         }
-        for (const ViewBase* view : viewsOf(window)) {
-            const QWidget& widget = view->widget();
-            const bool operated = view->span() || view->canPress() || widget.inherits("QLineEdit");
-            if (!operated || !widget.isVisible() || !widget.isEnabled()) continue;
-            EXPECT_TRUE(reached.contains(&widget)) << row.page << " " << view->spokenName().toStdString();
-        }
-        ClosePages();
-    }
-}
-
-TEST_F(AllPages, TakeATypedValueOnADoubleClickOnTheFigureOfEveryBar) {
-    for (const MenuRow& row : rows()) {
-        ChildWindow& window = open(row);
-        platform.view->activateWindow();
         std::set<const QWidget*> opened;
         std::set<const QWidget*> bars;
         for (const ViewBase* view : viewsOf(window)) {
-            if (dynamic_cast<const BarView*>(view) && view->widget().isEnabled()) bars.insert(&view->widget());
+            QWidget& widget = view->widget();
+            const bool operated = view->span() || view->canPress() || widget.inherits("QLineEdit");
+            EXPECT_TRUE(!operated || !widget.isVisible() || !widget.isEnabled() || reached.contains(&widget))
+                << row.page << " " << view->spokenName().toStdString();
+            if (dynamic_cast<const BarView*>(view) && widget.isEnabled()) bars.insert(&widget);
             const auto* label = dynamic_cast<const LabelView*>(view);
             if (!label || !label->isFigure()) continue;
-            QTest::mouseDClick(&view->widget(), Qt::LeftButton);
-            const auto* typing = dynamic_cast<const BarView*>(QApplication::focusWidget());
-            if (typing) opened.insert(typing);
+            QTest::mouseDClick(&widget, Qt::LeftButton);
+            if (const auto* typing = dynamic_cast<const BarView*>(QApplication::focusWidget())) opened.insert(typing);
         }
         const bool hasABarThatChooses = row.page == std::string("FrmDosi");
         EXPECT_EQ(opened.size() + (hasABarThatChooses ? 1 : 0), bars.size()) << row.page;
@@ -239,7 +246,7 @@ TEST_F(AllPages, TakeATypedValueOnADoubleClickOnTheFigureOfEveryBar) {
     }
 }
 
-TEST_F(AllPages, FollowTheLanguageTogetherAndAtOnce) {
+TEST_F(AllPages, FollowTheLanguageTogetherAndAtOnceAndSoDoTheWordsRoundThem) {
     constexpr std::size_t Open = 10;
     constexpr double LongestChange = 0.050;  // seconds of the processor, until all is painted
     constexpr int Changes = 10;
@@ -252,30 +259,24 @@ TEST_F(AllPages, FollowTheLanguageTogetherAndAtOnce) {
     choose(German);
     for (const MenuRow& row : pages)
         EXPECT_EQ(platform.view->childOf(*FindLoadedPage(row.page)).windowTitle(), toQt(LanguageTable(row.line)));
-    Q_EMIT windowMenu().aboutToShow();
-    EXPECT_EQ(windowMenu().actions().at(4)->text().remove(u'&'), QStringLiteral("Alle schließen"));
+    EXPECT_EQ(closeAllEntry(), "Alle schließen");
     EXPECT_EQ(platform.view->statusBar()->findChildren<QLabel*>().last()->accessibleName(), QStringLiteral("Fehler"));
-}
 
-TEST_F(AllPages, AskInTheirLanguage) {
-    choose(German);
-    QStringList answers;
+    std::vector<std::string> answers;
     QTimer::singleShot(0, qApp, [&answers] {
         auto& box = dynamic_cast<QMessageBox&>(*QApplication::activeModalWidget());
-        for (const auto which : {QMessageBox::Yes, QMessageBox::No}) answers += box.button(which)->text().remove(u'&');
+        for (const auto which : {QMessageBox::Yes, QMessageBox::No})
+            answers.push_back(box.button(which)->text().remove(u'&').toStdString());
         box.reject();
     });
     MessageBoxes().ask({.text = LanguageTable(476), .title = "", .buttons = Message::Buttons::YesNo}, nullptr);
-    EXPECT_EQ(answers, QStringList({QStringLiteral("Ja"), QStringLiteral("Nein")}));
-}
+    EXPECT_EQ(answers, (std::vector<std::string>{"Ja", "Nein"}));
 
-TEST_F(AllPages, SpeakEnglishOfThemselvesWithALanguageFileThatHasNoWordsForIt) {
     std::string lines;
     for (int i = 1; i <= LanguageLines; ++i) lines += "another text\n";
     platform.put("Other.lng", lines);
     LoadLanguage("Other.lng");
-    Q_EMIT windowMenu().aboutToShow();
-    EXPECT_EQ(windowMenu().actions().at(4)->text().remove(u'&'), QStringLiteral("Close all"));
+    EXPECT_EQ(closeAllEntry(), "Close all") << "a language file without words for it";
 }
 
 }  // namespace

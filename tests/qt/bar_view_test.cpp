@@ -29,6 +29,16 @@ class Bar : public ViewTest {
                           Qt::NoScrollPhase, false);
         QApplication::sendEvent(&view(), &event);
     }
+    void press(const std::vector<Qt::Key>& keys) const { ViewTest::press(view(), keys); }
+    void click(QPoint place, int times) const {
+        for (int i = 0; i < times; ++i) QTest::mouseClick(&view(), Qt::LeftButton, {}, place);
+    }
+    /// The bar has the focus and the board's value, and nothing has changed.
+    void startFrom(int confirmed) {
+        bar.Value = confirmed;
+        changes.clear();
+        view().setFocus();
+    }
     /// Waits until quick steps count as ended.
     static void rest() { QTest::qWait(Gesture::SettleTime + 60); }
 
@@ -46,67 +56,46 @@ TEST_F(Bar, IsWrittenOnceForADragHoweverFarItWent) {
     for (int x = 0; x < 40; x += 4) QTest::mouseMove(&view(), handle + QPoint(x, 0));
     EXPECT_EQ(changes, Values()) << "the board hears of it at the end";
     EXPECT_EQ(value.Caption.get(), "10.0") << "the label shows what the board has confirmed";
-    EXPECT_NE(barView().spokenValue(), QStringLiteral("10.0")) << "the preview is shown in the bar";
+    EXPECT_NE(barView().spokenValue(), QStringLiteral("100")) << "the preview is shown in the bar";
     QTest::mouseRelease(&view(), Qt::LeftButton, {}, handle + QPoint(40, 0));
     ASSERT_EQ(changes.size(), 1u);
     EXPECT_GT(changes[0], 120);
 }
 
 TEST_F(Bar, CollectsStepsThatFollowEachOtherQuickly) {
-    struct Case {
-        const char* what;
-        std::function<void()> act;
-        int end;
-    };
-    const std::vector<Case> cases = {
-        {"arrow ends",
-         [this] {
-             for (int i = 0; i < 3; ++i) QTest::mouseClick(&view(), Qt::LeftButton, {}, rightEnd());
-         },
-         103},
-        {"arrow back", [this] { QTest::mouseClick(&view(), Qt::LeftButton, {}, leftEnd()); }, 99},
-        {"trough", [this] { QTest::mouseClick(&view(), Qt::LeftButton, {}, at(0.75)); }, 110},
-        {"wheel",
-         [this] {
-             wheel(120);
-             wheel(60);
-             wheel(60);
-         },
-         102},
-        {"keys",
-         [this] {
-             for (const auto key : {Qt::Key_Right, Qt::Key_PageUp, Qt::Key_PageUp, Qt::Key_Left})
-                 QTest::keyClick(&view(), key);
-         },
-         120},
-        {"home",
-         [this] {
-             QTest::keyClick(&view(), Qt::Key_Home);
-             QTest::keyClick(&view(), Qt::Key_Left);
-         },
-         0},
-        {"end",
-         [this] {
-             QTest::keyClick(&view(), Qt::Key_End);
-             QTest::keyClick(&view(), Qt::Key_PageUp);
-         },
-         255},
-    };
-    for (const Case& c : cases) {
-        bar.Value = 100;
-        changes.clear();
-        view().setFocus();
-        c.act();
-        EXPECT_EQ(changes, Values()) << c.what;
+    const auto expectOneWrite = [this](int end, const std::function<void()>& act) {
+        startFrom(100);
+        act();
+        EXPECT_EQ(changes, Values()) << "on the way to " << end;
         leave(view());
-        EXPECT_EQ(changes, Values{c.end}) << c.what;
-    }
+        EXPECT_EQ(changes, Values{end});
+    };
+    expectOneWrite(103, [this] { click(rightEnd(), 3); });
+    expectOneWrite(99, [this] { click(leftEnd(), 1); });
+    expectOneWrite(110, [this] { click(at(0.75), 1); });
+    expectOneWrite(90, [this] { click(at(0.25), 1); });
+    expectOneWrite(102, [this] {
+        for (const int eighths : {120, 60, 60}) wheel(eighths);
+    });
+    const std::pair<int, std::vector<Qt::Key>> ends[] = {
+        {120, {Qt::Key_Right, Qt::Key_PageUp, Qt::Key_PageUp, Qt::Key_Left}},
+        {79, {Qt::Key_PageDown, Qt::Key_PageDown, Qt::Key_Down}},
+        {0, {Qt::Key_Home, Qt::Key_Left}},
+        {255, {Qt::Key_End}},
+        {255, {Qt::Key_End, Qt::Key_PageUp}},
+    };
+    for (const auto& [end, keys] : ends) expectOneWrite(end, [this, &keys = keys] { press(keys); });
 }
 
-TEST_F(Bar, WritesByItselfWhenNoOtherStepFollows) {
-    QTest::keyClick(&view(), Qt::Key_Right);
+TEST_F(Bar, WritesByItselfWhenNoOtherStepFollowsWhateverTheBoardReportsMeanwhile) {
+    press({Qt::Key_Right});
+    bar.Value = 50;
+    changes.clear();
     rest();
-    EXPECT_EQ(changes, Values{101});
+    EXPECT_EQ(changes, Values{101}) << "the user's last word counts";
+    EXPECT_TRUE(barView().waiting());
+    bar.Value = 101;
+    EXPECT_FALSE(barView().waiting());
 }
 
 TEST_F(Bar, StepsOnWhileAnEndIsHeldAndWritesOnce) {
@@ -120,44 +109,29 @@ TEST_F(Bar, StepsOnWhileAnEndIsHeldAndWritesOnce) {
 }
 
 TEST_F(Bar, HandsOverWhatWasBegunWhenTheUserTurnsAway) {
-    QTest::keyClick(&view(), Qt::Key_Right);
+    press({Qt::Key_Right});
     leave(view());
     EXPECT_EQ(changes, Values{101}) << "focus lost";
 
     view().setFocus();
-    QTest::keyClick(&view(), Qt::Key_Right);
+    press({Qt::Key_Right});
     endGestures(view().window());
     EXPECT_EQ(changes, (Values{101, 102})) << "page about to close";
 
-    QTest::keyClick(&view(), Qt::Key_Right);
+    press({Qt::Key_Right});
     view().window()->hide();
     EXPECT_EQ(changes, (Values{101, 102, 103})) << "page hidden";
 }
 
-TEST_F(Bar, DropsTheGestureOnEscapeAndWhenItIsLocked) {
-    QTest::keyClick(&view(), Qt::Key_Right);
-    QTest::keyClick(&view(), Qt::Key_Escape);
-    QTest::keyClick(&view(), Qt::Key_Right);
+TEST_F(Bar, DropsTheGestureOnEscapeAndWhenItIsLockedAndLeavesTheWheelToThePageWithoutTheFocus) {
+    press({Qt::Key_Right, Qt::Key_Escape, Qt::Key_Right});
     bar.Enabled = false;
     bar.Enabled = true;
-    rest();
-    EXPECT_EQ(changes, Values());
-    EXPECT_EQ(bar.Value.get(), 100);
-}
-
-TEST_F(Bar, LeavesTheWheelToThePageWithoutTheFocus) {
     leave(view());
     wheel(120);
     rest();
     EXPECT_EQ(changes, Values());
-}
-
-TEST_F(Bar, KeepsThePreviewWhenTheBoardReportsAnotherValue) {
-    QTest::keyClick(&view(), Qt::Key_Right);
-    bar.Value = 50;
-    changes.clear();
-    rest();
-    EXPECT_EQ(changes, Values{101}) << "the user's last word counts";
+    EXPECT_EQ(bar.Value.get(), 100);
 }
 
 TEST_F(Bar, TakesTypedValuesInTheScaleOfThePage) {
@@ -167,20 +141,15 @@ TEST_F(Bar, TakesTypedValuesInTheScaleOfThePage) {
         Values written;
     };
     bar.scale = {0, 1};
-    for (const Case& c : std::initializer_list<Case>{{"12,5", Qt::Key_Return, {125}},
-                                                     {"7", Qt::Key_Enter, {70}},
-                                                     {"7.5", Qt::Key_Tab, {75}},
-                                                     {"8.5", Qt::Key_Escape, {}},
-                                                     {"25.6", Qt::Key_Return, {}},
-                                                     {"-1", Qt::Key_Tab, {}},
-                                                     {"1.-2", Qt::Key_Return, {}}}) {
-        bar.Value = 100;
-        view().setFocus();
-        changes.clear();
+    for (const Case& c :
+         {Case{"12,5", Qt::Key_Return, {125}}, Case{"7", Qt::Key_Enter, {70}}, Case{"7.5", Qt::Key_Tab, {75}},
+          Case{"8.5", Qt::Key_Escape, {}}, Case{"25.6", Qt::Key_Return, {}}, Case{"-1", Qt::Key_Tab, {}},
+          Case{"1.-2", Qt::Key_Return, {}}}) {
+        startFrom(100);
         QTest::keyClicks(&view(), QString::fromLatin1(c.typed));
         EXPECT_EQ(changes, Values()) << c.typed;
         EXPECT_EQ(barView().spokenValue(), QString::fromLatin1(c.typed));
-        QTest::keyClick(&view(), c.end);
+        press({c.end});
         leave(view());
         EXPECT_EQ(changes, c.written) << c.typed;
         EXPECT_EQ(barView().spokenValue().toStdString(), bar.textOf(bar.Value)) << "no typing is left over";
@@ -190,22 +159,20 @@ TEST_F(Bar, TakesTypedValuesInTheScaleOfThePage) {
 TEST_F(Bar, OpensItsFieldOnEnterAndOnADoubleClickOnItsValue) {
     bar.scale = {0, 1};
     const std::function<void()> openers[] = {
-        [this] { QTest::keyClick(&view(), Qt::Key_Return); },
+        [this] { press({Qt::Key_Return}); },
         [this] { QTest::mouseDClick(&widgetOf(value), Qt::LeftButton); },
     };
     for (const auto& open : openers) {
-        bar.Value = 100;
-        changes.clear();
         leave(view());
-        view().setFocus();
+        startFrom(100);
         open();
         EXPECT_EQ(barView().spokenValue(), QStringLiteral("10.0"));
         QTest::keyClicks(&view(), QStringLiteral("12.5"));
         EXPECT_EQ(barView().spokenValue(), QStringLiteral("12.5")) << "the first figure replaces what stood there";
-        QTest::keyClick(&view(), Qt::Key_Return);
+        press({Qt::Key_Return});
         EXPECT_EQ(changes, Values{125});
         open();
-        QTest::keyClick(&view(), Qt::Key_Escape);
+        press({Qt::Key_Escape});
         open();
         bar.Value = 50;
         leave(view());
@@ -217,14 +184,6 @@ TEST_F(Bar, OpensItsFieldOnEnterAndOnADoubleClickOnItsValue) {
     EXPECT_EQ(barView().spokenValue(), QStringLiteral("5.0"));
     QTest::keyClicks(&view(), QStringLiteral("7"));
     EXPECT_EQ(bar.Value.get(), 50);
-}
-
-TEST_F(Bar, WaitsForTheBoardUntilItsPageSetsIt) {
-    QTest::keyClick(&view(), Qt::Key_Right);
-    leave(view());
-    EXPECT_TRUE(barView().waiting());
-    bar.Value = 101;
-    EXPECT_FALSE(barView().waiting());
 }
 
 }  // namespace

@@ -26,36 +26,29 @@ TEST(Contrast, IsMeasuredAsTheGuidelinesSay) {
     EXPECT_DOUBLE_EQ(contrast(Qt::red, Qt::red), 1);
 }
 
-TEST(Contrast, OfTextsIsEnoughInBothPalettes) {
+TEST(Contrast, OfTextsAndShapesIsEnoughInBothPalettes) {
+    const auto expectContrast = [](const QColor& ink, const QColor& ground, double least, const char* look) {
+        EXPECT_GE(contrast(ink, ground), least)
+            << look << ink.name().toStdString() << " on " << ground.name().toStdString();
+    };
     for (const auto& [name, theme, c] : Looks) {
-        for (const QColor& ground : {c.window, c.panel, c.field, c.button})
+        for (const QColor& ground : {c.window, c.panel, c.field, c.button}) {
             for (const QColor& ink : {c.text, c.quietText, c.disabledText})
-                EXPECT_GE(contrast(ink, ground), TextContrast)
-                    << name << ink.name().toStdString() << " on " << ground.name().toStdString();
+                expectContrast(ink, ground, TextContrast, name);
+            for (const QColor& shape :
+                 {c.outline, c.accent, c.lit, c.alarm, c.waiting, c.disabledText, c.channels[0], c.channels[1]})
+                expectContrast(shape, ground, ShapeContrast, name);
+        }
         for (const auto& [ink, ground] :
              {std::pair(c.onAccent, c.accent), std::pair(c.onTitle, c.title), std::pair(c.text, c.line),
               std::pair(c.alarm, c.field), std::pair(c.alarm, c.panel), std::pair(c.onLit, c.lit)})
-            EXPECT_GE(contrast(ink, ground), TextContrast)
-                << name << ink.name().toStdString() << " on " << ground.name().toStdString();
-    }
-}
-
-TEST(Contrast, OfShapesIsEnoughInBothPalettes) {
-    for (const auto& [name, theme, c] : Looks)
-        for (const QColor& ground : {c.window, c.panel, c.field, c.button})
-            for (const QColor& shape :
-                 {c.outline, c.accent, c.lit, c.alarm, c.waiting, c.disabledText, c.channels[0], c.channels[1]})
-                EXPECT_GE(contrast(shape, ground), ShapeContrast)
-                    << name << shape.name().toStdString() << " on " << ground.name().toStdString();
-}
-
-TEST(Contrast, OfAnyAskedColourIsMadeEnough) {
-    for (const auto& [name, theme, c] : Looks) {
+            expectContrast(ink, ground, TextContrast, name);
+        // Any other colour that is asked for is made readable.
         applyLook(*qApp, theme);
         for (const QColor& asked : {c.lit, c.alarm, QColor(Qt::black), QColor(0xffffff), QColor(0xff0000),
                                     QColor(0x00ff00), QColor(0x0000ff), QColor(0xffff00), QColor(0x808080)})
             for (const QColor& ground : {c.window, c.panel})
-                EXPECT_GE(contrast(readableText(asked), ground), TextContrast) << name << asked.name().toStdString();
+                expectContrast(readableText(asked), ground, TextContrast, name);
     }
 }
 
@@ -97,46 +90,30 @@ class Drawn {
     std::map<QRgb, int> counts_;
 };
 
-class DrawnContrast : public ViewTest {
-  protected:
-    DrawnContrast() {
-        settleLayout(controls.Arrange());
-        controls.Form_Load();
-    }
-    ~DrawnContrast() override { closeAll(); }
-    FrmControls controls;
-};
+class DrawnContrast : public ViewTest {};
 
-TEST_F(DrawnContrast, IsEnoughForTextsEnabledOrNot) {
+TEST_F(DrawnContrast, IsEnoughForTextsEnabledOrNotAndLampsAreToldApartByTheirShapeAlone) {
     for (const Look& look : Looks) {
+        SCOPED_TRACE(look.name);
         applyLook(*qApp, look.theme);
-        QWidget& page = show(controls);
+        FrmControls controls;
+        QWidget& page = showLoaded(controls);
         const QImage image = Drawn::wholePage(page);
-        for (QWidget* widget : page.findChildren<QWidget*>()) {
-            const auto* label = dynamic_cast<LabelView*>(widget);
+        for (const ViewBase* view : viewsOf(page)) {
+            const auto* label = dynamic_cast<const LabelView*>(view);
             if (!label || label->text().isEmpty()) continue;
-            EXPECT_GE(Drawn(image, *widget).strongest(), TextContrast)
-                << look.name << " " << label->text().toStdString();
+            EXPECT_GE(Drawn(image, *label).strongest(), TextContrast) << label->text().toStdString();
         }
         for (Control* control : std::initializer_list<Control*>{&controls.Command[0], &controls.Command[1],
                                                                 &controls.Text[0], &controls.Text[1]})
-            EXPECT_GE(Drawn(image, widgetOf(*control)).strongest(), TextContrast) << look.name;
-        closeAll();
-    }
-}
-
-TEST_F(DrawnContrast, TellsLampsApartByTheirShapeAlone) {
-    for (const Look& look : Looks) {
-        applyLook(*qApp, look.theme);
-        QWidget& page = show(controls);
-        const QImage image = Drawn::wholePage(page);
+            EXPECT_GE(Drawn(image, widgetOf(*control)).strongest(), TextContrast);
         for (const auto lamps : {&controls.SquareLamp, &controls.RoundLamp}) {
             for (int dark : {0, 2}) {
                 const Drawn unlit(image, widgetOf((*lamps)[dark]));
                 const Drawn lit(image, widgetOf((*lamps)[dark + 1]));
-                EXPECT_GE(unlit.strongest(), ShapeContrast) << look.name;
-                EXPECT_GE(lit.strongest(), ShapeContrast) << look.name;
-                EXPECT_GT(lit.filled(), 1.8 * unlit.filled()) << look.name << " lamp " << dark;
+                EXPECT_GE(unlit.strongest(), ShapeContrast) << dark;
+                EXPECT_GE(lit.strongest(), ShapeContrast) << dark;
+                EXPECT_GT(lit.filled(), 1.8 * unlit.filled()) << dark;
             }
         }
         closeAll();

@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-#include <QPaintDevice>
+#include <QImage>
 #include <QPaintEngine>
 #include <vector>
 
@@ -40,34 +40,14 @@ class TextEngine : public QPaintEngine {
     QTransform transform_;
 };
 
-class TextDevice : public QPaintDevice {
+/// A picture on which nothing is ever painted.
+class TextDevice : public QImage {
   public:
-    explicit TextDevice(const QWidget& like) : like_(like) {}
+    explicit TextDevice(const QWidget& like) : QImage(like.size(), Format_RGB32) {}
     QPaintEngine* paintEngine() const override { return &engine_; }
     const std::vector<DrawnText>& texts() const { return engine_.texts; }
 
-  protected:
-    int metric(PaintDeviceMetric which) const override {
-        switch (which) {
-            case PdmWidth:
-                return like_.width();
-            case PdmHeight:
-                return like_.height();
-            case PdmDpiX:
-            case PdmPhysicalDpiX:
-                return like_.logicalDpiX();
-            case PdmDpiY:
-            case PdmPhysicalDpiY:
-                return like_.logicalDpiY();
-            case PdmDevicePixelRatio:
-                return 1;
-            default:
-                return QPaintDevice::metric(which);
-        }
-    }
-
   private:
-    const QWidget& like_;
     mutable TextEngine engine_;
 };
 

@@ -4,12 +4,12 @@
 
 #include <gtest/gtest.h>
 #include <sys/resource.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include <QTemporaryDir>
 #include <csignal>
 #include <fstream>
+#include <iterator>
 
 #include "platform/trouble.h"
 
@@ -20,12 +20,7 @@ namespace fs = std::filesystem;
 
 class Files : public ::testing::Test {
   protected:
-    std::vector<std::string> names() const {
-        std::vector<std::string> result;
-        for (const auto& entry : fs::directory_iterator(directory)) result.push_back(entry.path().filename());
-        std::sort(result.begin(), result.end());
-        return result;
-    }
+    bool standsAlone() const { return std::distance(fs::directory_iterator(directory), {}) == 1; }
     static int numberOf(const std::function<void()>& act) {
         try {
             act();
@@ -43,19 +38,12 @@ class Files : public ::testing::Test {
 
 TEST_F(Files, AreReplacedWholeAndKeepTheirPermissions) {
     writeWholeFile(file, "Com=1\r\nLingua=old\r\n");
-    ASSERT_EQ(chmod(file.c_str(), 0640), 0);
-    writeWholeFile(file, "Com=2\n");
-    EXPECT_EQ(readWholeFile(file), "Com=2\n");
-    struct stat status {};
-    ASSERT_EQ(stat(file.c_str(), &status), 0);
-    EXPECT_EQ(status.st_mode & 0777U, 0640U);
-    EXPECT_EQ(names(), std::vector<std::string>{"kestrel.ini"});
-}
-
-TEST_F(Files, KeepEveryByte) {
-    const std::string text("\0\xFF\r\n\x1A z", 8);
-    writeWholeFile(file, text);
-    EXPECT_EQ(readWholeFile(file), text);
+    fs::permissions(file, fs::perms(0640));
+    const std::string everyByte("\0\xFF\r\n\x1A z", 8);
+    writeWholeFile(file, everyByte);
+    EXPECT_EQ(readWholeFile(file), everyByte);
+    EXPECT_EQ(fs::status(file).permissions(), fs::perms(0640));
+    EXPECT_TRUE(standsAlone());
 }
 
 TEST_F(Files, StandUntouchedWhenTheDiskIsFull) {
@@ -69,12 +57,11 @@ TEST_F(Files, StandUntouchedWhenTheDiskIsFull) {
     setrlimit(RLIMIT_FSIZE, &usual);
     std::signal(SIGXFSZ, handler);
     EXPECT_EQ(readWholeFile(file), "old");
-    EXPECT_EQ(names(), std::vector<std::string>{"kestrel.ini"}) << "nothing else may be left";
+    EXPECT_TRUE(standsAlone()) << "nothing else may be left";
 }
 
 TEST_F(Files, ThatCannotBeUsedSayWhy) {
     fs::create_directory(directory / "folder");
-    EXPECT_EQ(numberOf([&] { readWholeFile(file); }), error_number::FileNotFound);
     EXPECT_EQ(numberOf([&] { readWholeFile(directory / "none" / "x"); }), error_number::FileNotFound);
     EXPECT_EQ(numberOf([&] { readWholeFile(directory / "folder"); }), error_number::FileAccess);
     EXPECT_EQ(numberOf([&] { writeWholeFile(directory / "folder", "x"); }), error_number::FileAccess);
@@ -86,9 +73,9 @@ TEST_F(Files, ThatCannotBeUsedSayWhy) {
 TEST_F(Files, ThatMayNotBeTouchedStayAsTheyAre) {
     if (geteuid() == 0) GTEST_SKIP() << "everything is permitted to the superuser";
     writeWholeFile(file, "old");
-    ASSERT_EQ(chmod(file.c_str(), 0000), 0);
+    fs::permissions(file, fs::perms::none);
     EXPECT_EQ(numberOf([&] { readWholeFile(file); }), error_number::FileAccess);
-    ASSERT_EQ(chmod(file.c_str(), 0444), 0);
+    fs::permissions(file, fs::perms(0444));
     EXPECT_EQ(numberOf([&] { writeWholeFile(file, "new"); }), error_number::FileAccess);
     EXPECT_EQ(readWholeFile(file), "old");
 }

@@ -1,5 +1,6 @@
 // The strip chart: it follows, stops and moves as the user says, and stays quick however long it runs.
 #include <QToolButton>
+#include <numeric>
 
 #include "platform/displays.h"
 #include "platform/qt/strip_chart_view.h"
@@ -48,30 +49,30 @@ TEST(ChartWindow, ZoomsRoundThePointerWithinItsBounds) {
     EXPECT_NEAR(window.span(), 100 * Minute, 1e-12);
 }
 
-StripChart::Channel channelOf(int samples, const std::function<double(int)>& value, int step = 1) {
-    StripChart::Channel channel;
-    for (int i = 0; i < samples; i += step) channel.samples.push_back({i, value(i)});
-    return channel;
+std::vector<double> secondsUntil(int end) {
+    std::vector<double> times(static_cast<std::size_t>(end));
+    std::iota(times.begin(), times.end(), 0.0);
+    return times;
+}
+
+std::vector<QPolygonF> lineOf(const StripChart::Channel& channel, int end, const ChartScale& scale) {
+    const auto times = secondsUntil(end);
+    return chartLine(channel, times, samplesWithin(channel, times, times.size(), 0, end), scale);
 }
 
 TEST(ChartLine, KeepsEveryPeakWhileItThinsTheSamples) {
     constexpr int Samples = 32767;
-    std::vector<double> times;
-    for (int i = 0; i < Samples; ++i) times.push_back(i);
-    const auto channel = channelOf(Samples, [](int i) { return i == 12345 ? 99.0 : i % 7; });
+    StripChart::Channel channel;
+    for (int i = 0; i < Samples; ++i) channel.samples.push_back({i, i == 12345 ? 99.0 : i % 7});
     const ChartScale scale{0, Samples, 0, 100, QRectF(0, 0, 500, 100)};
-    const auto lines = chartLine(channel, times, samplesWithin(channel, times, times.size(), 0, Samples), scale);
+    const auto lines = lineOf(channel, Samples, scale);
     ASSERT_EQ(lines.size(), 1u);
     EXPECT_LE(lines[0].size(), 2 * 501);
     EXPECT_NEAR(lines[0].boundingRect().top(), scale.y(99), 1e-9);
 }
 
 TEST(ChartLine, BreaksWhereSamplesAreMissing) {
-    const std::vector<double> times = {0, 1, 2, 3, 4, 5};
-    StripChart::Channel channel;
-    channel.samples = {{0, 1}, {1, 2}, {4, 3}, {5, 4}};
-    const ChartScale scale{0, 5, 0, 10, QRectF(0, 0, 100, 100)};
-    const auto lines = chartLine(channel, times, samplesWithin(channel, times, times.size(), 0, 5), scale);
+    const auto lines = lineOf({"", {{0, 1}, {1, 2}, {4, 3}, {5, 4}}}, 6, {0, 5, 0, 10, QRectF(0, 0, 100, 100)});
     ASSERT_EQ(lines.size(), 2u);
     EXPECT_EQ(lines[0].size(), 2);
     EXPECT_EQ(lines[1].size(), 2);
@@ -79,8 +80,8 @@ TEST(ChartLine, BreaksWhereSamplesAreMissing) {
 }
 
 TEST(ChartLine, TakesTheSamplesInSightAndOneBeyond) {
-    const std::vector<double> times = {0, 1, 2, 3, 4, 5, 6};
-    const auto channel = channelOf(7, [](int) { return 1.0; });
+    const auto times = secondsUntil(7);
+    const StripChart::Channel channel{"", {{0, 1}, {1, 1}, {2, 1}, {3, 1}, {4, 1}, {5, 1}, {6, 1}}};
     const auto few = samplesWithin(channel, times, times.size(), 2.5, 4.5);
     EXPECT_EQ(few.first, 2u);
     EXPECT_EQ(few.end, 6u);

@@ -21,6 +21,10 @@ class RealTimer : public ::testing::Test {
     RealTimer() { setPlatform(&platform); }
     ~RealTimer() override { setPlatform(nullptr); }
 
+    static void start(Timer& timer, std::function<void()> handler) {
+        timer.OnTimer(std::move(handler));
+        timer.Enabled = true;
+    }
     void pumpUntil(const std::function<bool()>& done) {
         QElapsedTimer guard;
         guard.start();
@@ -54,17 +58,15 @@ TEST_F(RealTimer, RestartedFromItsOwnHandlerIsNeverEarlyAndKeepsThePaceOfTheLink
 
 TEST_F(RealTimer, FiresOnUntilSwitchedOffAndNotAfter) {
     int fired = 0;
+    int later = 0;
     Timer timer(2);
-    timer.OnTimer([&] { ++fired; });
-    timer.Enabled = true;
+    Timer other(20);
+    start(timer, [&] { ++fired; });
     pumpUntil([&] { return fired >= 3; });
     timer.Enabled = false;
+    start(other, [&] { ++later; });
     const int before = fired;
-    Timer other(20);
-    bool passed = false;
-    other.OnTimer([&] { passed = true; });
-    other.Enabled = true;
-    pumpUntil([&] { return passed; });
+    pumpUntil([&] { return later > 0; });
     EXPECT_EQ(fired, before);
 }
 
@@ -72,15 +74,13 @@ TEST_F(RealTimer, GoesOnWhileTheHandlerOfAnotherRunsAnEventLoopOfItsOwn) {
     int inner = 0;
     int outer = 0;
     Timer fast(5);
-    fast.OnTimer([&] { ++inner; });
     auto slow = std::make_unique<Timer>(20);
-    slow->OnTimer([&] {
+    start(fast, [&] { ++inner; });
+    start(*slow, [&] {
         ++outer;
         pumpUntil([&, from = inner] { return inner >= from + 8; });  // longer than its own interval
         slow.reset();
     });
-    fast.Enabled = true;
-    slow->Enabled = true;
     pumpUntil([&] { return slow == nullptr && inner >= 12; });
     EXPECT_EQ(outer, 1) << "a handler is not entered anew while it runs, nor after its timer is gone";
     EXPECT_GE(inner, 12);
@@ -89,8 +89,7 @@ TEST_F(RealTimer, GoesOnWhileTheHandlerOfAnotherRunsAnEventLoopOfItsOwn) {
 TEST_F(RealTimer, FiresNoneWhileTheProgramWaitsBusily) {
     bool fired = false;
     Timer timer(1);
-    timer.OnTimer([&] { fired = true; });
-    timer.Enabled = true;
+    start(timer, [&] { fired = true; });
     platform.BusyWait(30);
     EXPECT_FALSE(fired);
     pumpUntil([&] { return fired; });

@@ -28,6 +28,13 @@ class TestPage : public Window {
     std::function<Layout()> arrange_;
 };
 
+inline std::vector<ViewBase*> viewsOf(const QWidget& page) {
+    std::vector<ViewBase*> result;
+    for (QWidget* widget : page.findChildren<QWidget*>())
+        if (auto* view = dynamic_cast<ViewBase*>(widget)) result.push_back(view);
+    return result;
+}
+
 class ViewTest : public ::testing::Test {
   protected:
     ViewTest() {
@@ -53,20 +60,30 @@ class ViewTest : public ::testing::Test {
         models_.push_back(std::make_unique<TestPage>(std::move(arrange)));
         return show(*models_.back());
     }
+    /// The same for a page of the program, which is loaded first.
+    template <class P>
+    QWidget& showLoaded(P& page) {
+        settleLayout(page.Arrange());
+        page.Form_Load();
+        return show(page);
+    }
     /// Views go before the models that they show.
     void closeAll() { pages_.clear(); }
 
     /// The view that shows the control, on any page.
     ViewBase& viewOf(const Control& control) const {
         for (const auto& page : pages_)
-            for (QWidget* widget : page->findChildren<QWidget*>())
-                if (auto* view = dynamic_cast<ViewBase*>(widget); view && view->shows(control)) return *view;
+            for (ViewBase* view : viewsOf(*page))
+                if (view->shows(control)) return *view;
         throw std::logic_error("no view shows the control");
     }
     QWidget& widgetOf(const Control& control) const { return viewOf(control).widget(); }
     /// Lets everything that was asked for be laid out and painted.
     static void settle() {
         for (int i = 0; i < 5; ++i) QApplication::processEvents();
+    }
+    static void press(QWidget& widget, const std::vector<Qt::Key>& keys) {
+        for (const Qt::Key key : keys) QTest::keyClick(&widget, key);
     }
     /// The user presses Tab or clicks elsewhere.
     static void leave(QWidget& widget) { widget.clearFocus(); }

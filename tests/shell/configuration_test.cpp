@@ -10,71 +10,56 @@
 namespace kestrel {
 namespace {
 
-using testing::ProcessEnded;
 using testing::World;
 
 constexpr const char* Family = "/family/kestrel.ini";
+constexpr const char* Missing = nullptr;  ///< the file is not there
+constexpr const char* Kept = nullptr;     ///< nothing is written
 
 struct Case {
-    const char* name;
-    const char* own;  ///< null: the file is missing
+    const char* own;
     const char* family;
     int port;
     const char* language;
-    const char* written;  ///< what the program's own file holds afterwards; null: it is not written
+    const char* written;  ///< what the program's own file holds afterwards
 };
 
-class Configuration : public ::testing::TestWithParam<Case> {};
+// The menu is not filled yet when the port is saved, so the language of the file is lost with it.
+constexpr const char* Defaults = "Com=1\r\nLingua=\r\n";
 
-TEST_P(Configuration, SettlesPortAndLanguage) {
-    World world;
-    for (int port = 1; port <= 4; ++port) world.platform.lines[port] = &world.line;
-    if (GetParam().own) world.platform.put("kestrel.ini", GetParam().own);
-    if (GetParam().family) world.platform.files[Family] = GetParam().family;
-    MDIForm_Load("Kestrel");
-    EXPECT_EQ(Link().ComPort, GetParam().port);
-    EXPECT_EQ(ActiveLanguage(), GetParam().language);
-    if (GetParam().written)
-        EXPECT_EQ(world.platform.file("kestrel.ini"), GetParam().written);
-    else
-        EXPECT_TRUE(world.platform.written.empty());
-    EXPECT_EQ(world.platform.files.count(Family), GetParam().family ? 1U : 0U);
-}
+const Case Cases[] = {
+    {"Com=3\r\nLingua=English\r\n", Missing, 3, "English", Kept},
+    {"Com=3\nLingua=English", Missing, 3, "English", Kept},
+    {"anything 2\r\n1234567English\r\n", Missing, 2, "English", Kept},
+    {"Com=12\r\nLingua=English\r\n", Missing, 2, "English", Kept},
+    {"Com=2\r\nLingua=Klingon\r\n", Missing, 2, "Deutsch", Kept},
+    {"Com=3\r\nLingua=English\r\n", "Com=2\r\nLingua=English\r\n", 2, "English", "Com=2\r\nLingua=\r\n"},
+    {"Com=1\r\nLingua=English\r\n", "Com=1\r\nLingua=Italiano\r\n", 1, "Italiano", "Com=1\r\nLingua=Italiano\r\n"},
+    {"Com=1\r\nLingua=English\r\n", "Com=1\r\nLingua=Klingon\r\n", 1, "English", Kept},
+    {Missing, Missing, 1, "Deutsch", Defaults},
+    {"", Missing, 1, "Deutsch", Defaults},
+    {"Com=4\r\n", Missing, 1, "Deutsch", Defaults},
+    {"Com=4\r\nLing\r\n", Missing, 1, "Deutsch", Defaults},
+    {"Com=x\r\nLingua=English\r\n", Missing, 1, "Deutsch", Defaults},
+    {"Com=9\r\nLingua=English\r\n", Missing, 1, "Deutsch", Defaults},
+    {"\x01\xff\x80\x02", Missing, 1, "Deutsch", Defaults},
+};
 
-INSTANTIATE_TEST_SUITE_P(
-    All, Configuration,
-    ::testing::Values(Case{"own", "Com=3\r\nLingua=English\r\n", nullptr, 3, "English", nullptr},
-                      Case{"unixLineEndsAndNoLast", "Com=3\nLingua=English", nullptr, 3, "English", nullptr},
-                      Case{"prefixesAreNotChecked", "anything 2\r\n1234567English\r\n", nullptr, 2, "English", nullptr},
-                      Case{"onlyTheLastCharacterCounts", "Com=12\r\nLingua=English\r\n", nullptr, 2, "English",
-                           nullptr},
-                      // The menu is not filled yet when the port is saved, so the language of the file is lost with it.
-                      Case{"familyPortWins", "Com=3\r\nLingua=English\r\n", "Com=2\r\nLingua=English\r\n", 2, "English",
-                           "Com=2\r\nLingua=\r\n"},
-                      Case{"familyLanguageWins", "Com=1\r\nLingua=English\r\n", "Com=1\r\nLingua=Italiano\r\n", 1,
-                           "Italiano", "Com=1\r\nLingua=Italiano\r\n"},
-                      Case{"familyLanguageNotInMenu", "Com=1\r\nLingua=English\r\n", "Com=1\r\nLingua=Klingon\r\n", 1,
-                           "English", nullptr},
-                      Case{"bothMissing", nullptr, nullptr, 1, "Deutsch", "Com=1\r\nLingua=\r\n"},
-                      Case{"empty", "", nullptr, 1, "Deutsch", "Com=1\r\nLingua=\r\n"},
-                      Case{"oneLine", "Com=4\r\n", nullptr, 1, "Deutsch", "Com=1\r\nLingua=\r\n"},
-                      Case{"shortSecondLine", "Com=4\r\nLing\r\n", nullptr, 1, "Deutsch", "Com=1\r\nLingua=\r\n"},
-                      Case{"noDigit", "Com=x\r\nLingua=English\r\n", nullptr, 1, "Deutsch", "Com=1\r\nLingua=\r\n"},
-                      Case{"portNine", "Com=9\r\nLingua=English\r\n", nullptr, 1, "Deutsch", "Com=1\r\nLingua=\r\n"},
-                      Case{"notText", "\x01\xff\x80\x02", nullptr, 1, "Deutsch", "Com=1\r\nLingua=\r\n"},
-                      Case{"languageNotThere", "Com=2\r\nLingua=Klingon\r\n", nullptr, 2, "Deutsch", nullptr}),
-    [](const auto& param) { return std::string(param.param.name); });
-
-TEST(ConfigurationFile, CutAtAnyByteGivesItsSettingsOrTheDefaults) {
-    const std::string whole = "Com=2\r\nLingua=English\r\n";
-    for (std::size_t length = 0; length <= whole.size(); ++length) {
+TEST(ConfigurationFile, SettlesPortAndLanguage) {
+    for (const Case& the : Cases) {
+        SCOPED_TRACE(std::string(the.own ? the.own : "none") + " below " + (the.family ? the.family : "none"));
         World world;
         for (int port = 1; port <= 4; ++port) world.platform.lines[port] = &world.line;
-        world.platform.put("kestrel.ini", whole.substr(0, length));
+        if (the.own) world.platform.put("kestrel.ini", the.own);
+        if (the.family) world.platform.files[Family] = the.family;
         MDIForm_Load("Kestrel");
-        const bool known = ActiveLanguage() == "English" || ActiveLanguage() == "Deutsch";
-        EXPECT_TRUE(known) << length;
-        EXPECT_TRUE(Link().ComPort == 2 || Link().ComPort == 1) << length;
+        EXPECT_EQ(Link().ComPort, the.port);
+        EXPECT_EQ(ActiveLanguage(), the.language);
+        if (the.written)
+            EXPECT_EQ(world.platform.file("kestrel.ini"), the.written);
+        else
+            EXPECT_TRUE(world.platform.written.empty());
+        EXPECT_EQ(world.platform.files.count(Family), the.family ? 1U : 0U);
     }
 }
 

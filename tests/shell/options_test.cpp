@@ -4,24 +4,22 @@
 
 #include <gtest/gtest.h>
 
+#include <iterator>
+#include <sstream>
+
 namespace kestrel {
 namespace {
 
-using Arguments = std::vector<std::string>;
-
-TEST(Options, WithoutArgumentsWorksOnRealPortsBesideTheProgram) {
-    const Options options = parseOptions({});
-    EXPECT_FALSE(options.demo);
-    EXPECT_TRUE(options.directory.empty());
-    EXPECT_TRUE(options.devices.empty());
-    EXPECT_EQ(options.theme, Theme::System);
+/// The words of the line, parted by blanks.
+Options parsed(const std::string& line) {
+    std::istringstream words(line);
+    return parseOptions({std::istream_iterator<std::string>(words), {}});
 }
 
 TEST(Options, TakeTheirValueAfterBlankOrEqualsSign) {
-    for (const Arguments& arguments :
-         {Arguments{"--com", "2=/dev/a=b", "--theme", "dark", "--directory", "/tmp", "--tour", "out"},
-          Arguments{"--com=2=/dev/a=b", "--theme=dark", "--directory=/tmp/../tmp/", "--tour=out"}}) {
-        const Options options = parseOptions(arguments);
+    for (const char* line : {"--com 2=/dev/a=b --theme dark --directory /tmp --tour out",
+                             "--com=2=/dev/a=b --theme=dark --directory=/tmp/../tmp/ --tour=out"}) {
+        const Options options = parsed(line);
         EXPECT_EQ(options.devices.at(2), "/dev/a=b");
         EXPECT_EQ(options.theme, Theme::Dark);
         EXPECT_EQ(options.directory, "/tmp") << "the directory's parent must be found by its path";
@@ -29,63 +27,45 @@ TEST(Options, TakeTheirValueAfterBlankOrEqualsSign) {
     }
 }
 
-TEST(Options, MayNameSeveralPortsAndPages) {
-    const Options options =
-        parseOptions({"--com", "1=/dev/x", "--com", "4=/dev/y", "--open", "FrmDosi", "--open=FrmTempi"});
-    EXPECT_EQ(options.devices, (std::map<int, std::string>{{1, "/dev/x"}, {4, "/dev/y"}}));
-    EXPECT_EQ(options.pages, (Arguments{"FrmDosi", "FrmTempi"}));
-}
-
-TEST(Options, NameDevicesSoThatTheyAreFoundFromAnyDirectory) {
-    const Options options = parseOptions({"--com", "1=ttyUSB0", "--com", "2=./line"});
-    EXPECT_EQ(options.devices.at(1), "/dev/ttyUSB0");
-    EXPECT_TRUE(options.devices.at(2).starts_with("/")) << options.devices.at(2);
+TEST(Options, MayNameSeveralPagesAndPortsWhoseDevicesAreFoundFromAnyDirectory) {
+    const Options options = parsed("--com 1=ttyUSB0 --com 4=./line --open FrmDosi --open=FrmTempi");
+    const std::string line = std::filesystem::absolute("./line").string();
+    EXPECT_EQ(options.devices, (std::map<int, std::string>{{1, "/dev/ttyUSB0"}, {4, line}}));
+    EXPECT_EQ(options.pages, (std::vector<std::string>{"FrmDosi", "FrmTempi"}));
 }
 
 TEST(Options, AskForHelpOrVersionWhateverElseIsThere) {
-    EXPECT_TRUE(parseOptions({"--demo", "--com", "1=/dev/x", "--help", "--nonsense"}).help);
-    EXPECT_TRUE(parseOptions({"--version", "--nonsense"}).version);
+    EXPECT_TRUE(parsed("--demo --com 1=/dev/x --help --nonsense").help);
+    EXPECT_TRUE(parsed("--version --nonsense").version);
 }
 
-struct Refused {
-    const char* what;
-    Arguments arguments;
-    const char* named;  ///< what the message must name
-};
-
-class RefusedOptions : public ::testing::TestWithParam<Refused> {};
-
-TEST_P(RefusedOptions, GetOneLineThatNamesWhatIsWrong) {
+std::string refusalOf(const std::string& line) {
     try {
-        parseOptions(GetParam().arguments);
-        FAIL() << "was taken";
+        parsed(line);
+        return "";
     } catch (const BadOption& error) {
-        const std::string text = error.what();
-        EXPECT_NE(text.find(GetParam().named), std::string::npos) << text;
-        EXPECT_EQ(text.find('\n'), std::string::npos) << text;
+        return error.what();
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Options, RefusedOptions,
-    ::testing::Values(Refused{"Unknown", {"--quick"}, "--quick"}, Refused{"UnknownWithValue", {"--quick=1"}, "--quick"},
-                      Refused{"SingleDash", {"-demo"}, "-demo"}, Refused{"Stray", {"FrmDosi"}, "FrmDosi"},
-                      Refused{"Empty", {""}, "\"\""}, Refused{"ValueForFlag", {"--demo=yes"}, "--demo"},
-                      Refused{"ValueMissing", {"--tour"}, "--tour"}, Refused{"ValueEmpty", {"--open="}, "--open"},
-                      Refused{"ThemeUnknown", {"--theme", "blue"}, "blue"},
-                      Refused{"DirectoryMissing", {"--directory", "/no/such/place"}, "/no/such/place"},
-                      Refused{"DirectoryIsFile", {"--directory", "/dev/null"}, "/dev/null"},
-                      Refused{"PortZero", {"--com", "0=/dev/x"}, "0=/dev/x"},
-                      Refused{"PortFive", {"--com", "5=/dev/x"}, "5=/dev/x"},
-                      Refused{"PortOfTwoDigits", {"--com", "12=/dev/x"}, "12=/dev/x"},
-                      Refused{"PortAlone", {"--com", "/dev/x"}, "/dev/x"},
-                      Refused{"DeviceEmpty", {"--com", "1="}, "1="},
-                      Refused{"PortTwice", {"--com", "1=/dev/x", "--com", "1=/dev/y"}, "port 1"},
-                      Refused{"DirectoryTwice", {"--directory", "/tmp", "--directory", "/"}, "--directory"},
-                      Refused{"DemoOnPort", {"--demo", "--com", "1=/dev/x"}, "--com"},
-                      Refused{"FaultOfRealMachine", {"--fault", "drop=0.1"}, "--demo"},
-                      Refused{"TourAndPage", {"--tour", "out", "--open", "FrmDosi"}, "--open"}),
-    [](const auto& row) { return row.param.what; });
+TEST(Options, ThatAreRefusedGetOneLineThatNamesWhatIsWrong) {
+    // What the line must name stands in brackets.
+    for (std::string line :
+         {"[--quick]", "[--quick]=1", "[-demo]", "[FrmDosi]", "[--demo]=yes", "[--tour]", "[--open]=", "--theme [blue]",
+          "--directory [/no/such/place]", "--directory [/dev/null]", "--com [0=/dev/x]", "--com [5=/dev/x]",
+          "--com [12=/dev/x]", "--com [/dev/x]", "--com [1=]", "[--directory] /tmp --directory /",
+          "--demo [--com] 1=/dev/x", "--tour out [--open] FrmDosi"}) {
+        const auto first = line.find('[');
+        const std::string named = line.substr(first + 1, line.find(']') - first - 1);
+        line.erase(line.find(']'), 1).erase(first, 1);
+        const std::string text = refusalOf(line);
+        EXPECT_NE(text.find(named), std::string::npos) << line << ": " << text;
+        EXPECT_EQ(text.find('\n'), std::string::npos) << text;
+    }
+    EXPECT_NE(refusalOf("--com 1=/dev/x --com 1=/dev/y").find("port 1"), std::string::npos);
+    EXPECT_NE(refusalOf("--fault drop=0.1").find("--demo"), std::string::npos);
+    EXPECT_THROW(parseOptions({""}), BadOption);
+}
 
 }  // namespace
 }  // namespace kestrel
