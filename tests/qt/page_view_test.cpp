@@ -181,6 +181,16 @@ TEST_F(Pages, KeepTheColumnsOfStackedGroupsInLine) {
     EXPECT_GE(left(bar), left(caption) + widgetOf(caption).minimumSizeHint().width());
 }
 
+TEST_F(Pages, TellAValueThatIsTooLongForItsPlace) {
+    value.showsValue("99");
+    show([this] { return Row{bar, value}; });
+    for (const char* figure : {"7", "4294967295", "12"}) {
+        value.Caption = figure;
+        settle();
+        EXPECT_EQ(widgetOf(value).toolTip().toStdString(), std::string(figure).size() > 2 ? figure : "");
+    }
+}
+
 TEST_F(Pages, PlaceControlsOnADrawingAndScaleThemWithIt) {
     setPictureFolder(QStringLiteral(KESTREL_PICTURES));
     QWidget& page = show([this] { return Canvas(drawing, {{&lamp, "lamp0"}, {&lost, "no such place"}}); });
