@@ -80,9 +80,10 @@ bool Session::stepIsConfirmed(FrmTempi& page, Qt::Key key, int step, int within)
     const int value = page.HScroll1[0].Value + step;
     QTest::keyClick(&firstBar(page), key);
     const auto isConfirmed = [&] {
-        return board.value(HotDrinkBoard, BrewingWater) == value && !page.HScroll1[0].waiting();
+        const ScrollBar& bar = page.HScroll1[0];
+        return board.value(HotDrinkBoard, BrewingWater) == value && bar.Value == value && !bar.waiting();
     };
-    return QTest::qWaitFor(isConfirmed, within) && page.HScroll1[0].Value == value;
+    return QTest::qWaitFor(isConfirmed, within);
 }
 
 }  // namespace kestrel::testing
