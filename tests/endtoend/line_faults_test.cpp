@@ -228,6 +228,9 @@ TEST_P(Latency, AndRepliesInPiecesMakeItSlowerOnly) {
         EXPECT_EQ(board.exchanges({QStringLiteral("hot-drink"), QString::number(parameter)}).size(), 1) << parameter;
     EXPECT_TRUE(stepIsConfirmedIn(page));
     EXPECT_EQ(writes(BrewingWater).size(), 1);
+    // At rest: a reply on its way would be taken for the first one of the next start.
+    page.UserClose();
+    EXPECT_TRUE(eventually([] { return Link().LinkIdle; }));
     const auto configuration = installation.configuration(platform->programName());
     stop();
     std::ofstream(configuration) << "Com=2\r\nLingua=English\r\n";
