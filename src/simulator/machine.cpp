@@ -244,12 +244,6 @@ void Machine::swapMemories() {
     }
 }
 
-bool Machine::strikes(FaultKind kind, Exchange& exchange) {
-    if (!state_->faults.strikes(kind)) return false;
-    remark(exchange.note, nameOf(kind));
-    return true;
-}
-
 // The master sees that a board behind it is gone, and says so in its presence word until the board is back.
 void Machine::loseBoard(Board board, Micros away) {
     State& s = *state_;
@@ -306,9 +300,10 @@ bool Machine::hears(Exchange& exchange) {
         return false;
     }
     // Every kind draws for every exchange, whatever the others have done.
-    const bool silenced = strikes(FaultKind::Silent, exchange);
+    const bool silenced = strikes(FaultKind::Silent, s.faults, exchange.note);
     bool taken = silenced;
-    for (const FaultKind kind : incidents) taken = (strikes(kind, exchange) && begin(kind, board)) || taken;
+    for (const FaultKind kind : incidents)
+        taken = (strikes(kind, s.faults, exchange.note) && begin(kind, board)) || taken;
     if (silenced && s.faults.of(FaultKind::Silent).chance(0.5)) obey(exchange);
     return !taken;
 }
@@ -327,9 +322,9 @@ Bytes Machine::obey(Exchange& exchange) {
         return reply;
     }
     exchange.value = valueOf(request.data);
-    const bool forgets = strikes(FaultKind::NoEffect, exchange);
+    const bool forgets = strikes(FaultKind::NoEffect, s.faults, exchange.note);
     Bytes stored = request.data;
-    if (strikes(FaultKind::Clamp, exchange)) {
+    if (strikes(FaultKind::Clamp, s.faults, exchange.note)) {
         for (std::size_t i = 0; i < stored.size(); ++i) {
             stored[i] = static_cast<std::uint8_t>(exchange.value / 2 >> 8 * i);
         }

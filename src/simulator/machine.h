@@ -95,7 +95,6 @@ class Machine {
     void serve(Exchange exchange);
     bool hears(Exchange& exchange);
     bool begin(FaultKind kind, Board board);
-    bool strikes(FaultKind kind, Exchange& exchange);
     Bytes obey(Exchange& exchange);
     void answer(Exchange& exchange);
     void loseBoard(Board board, Micros away);

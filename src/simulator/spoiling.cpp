@@ -37,15 +37,13 @@ void spoilUnseen(Bytes& bytes, Random& random) {
     for (std::uint8_t* byte : {&bytes.front(), &bytes.back()}) *byte = static_cast<std::uint8_t>(*byte + error);
 }
 
-auto noting(FaultSource& faults, std::string& note) {
-    return [&](FaultKind kind) {
-        if (!faults.strikes(kind)) return false;
-        remark(note, nameOf(kind));
-        return true;
-    };
-}
-
 }  // namespace
+
+bool strikes(FaultKind kind, FaultSource& faults, std::string& note) {
+    if (!faults.strikes(kind)) return false;
+    remark(note, nameOf(kind));
+    return true;
+}
 
 Bytes someNoise(Random& random) {
     Bytes noise(static_cast<std::size_t>(random.between(1, 4)));
@@ -56,13 +54,13 @@ Bytes someNoise(Random& random) {
 void remark(std::string& note, std::string_view what) { note.append(note.empty() ? "" : ", ").append(what); }
 
 void spoilRequest(Bytes& request, FaultSource& faults, std::string& note) {
-    const auto strikes = noting(faults, note);
+    const auto strikes = [&](FaultKind kind) { return simulator::strikes(kind, faults, note); };
     if (strikes(FaultKind::Request)) flipBit(request, faults.of(FaultKind::Request));
     if (strikes(FaultKind::Part)) request.resize(placeIn(request.size(), faults.of(FaultKind::Part)));
 }
 
 void spoil(Reply& reply, const Frame& request, FaultSource& faults, std::string& note) {
-    const auto strikes = noting(faults, note);
+    const auto strikes = [&](FaultKind kind) { return simulator::strikes(kind, faults, note); };
     if (request.write && strikes(FaultKind::WrongAck)) {
         const auto error = faults.of(FaultKind::WrongAck).between(1, 255);
         reply.bytes[0] = static_cast<std::uint8_t>(reply.bytes[0] + error);

@@ -19,6 +19,9 @@ struct Reply {
 // Adds a name to a list of remarks.
 void remark(std::string& note, std::string_view what);
 
+// Whether the fault strikes now, as its rate says; notes it if it does.
+bool strikes(FaultKind kind, FaultSource& faults, std::string& note);
+
 Bytes someNoise(Random& random);
 
 // Lets each kind of fault strike as its rate says, and notes those that did: on a request on its way to the boards, and

@@ -172,7 +172,7 @@ void Checks::checkClocks() const {
     const auto timers = linkTimers();
     for (std::size_t i = 0; i < timers.size(); ++i) {
         const auto due = model_.due[i];
-        const bool overdue = due && *due<last_&& * due> blockedUntil_;
+        const bool overdue = due && (*due < last_) && (*due > blockedUntil_);
         require(due.has_value() == timers[i]->Enabled && !overdue, "timers run as they should", "timer ", i, " due ",
                 due.value_or(-1), " now ", last_);
     }
