@@ -60,9 +60,12 @@ Page* FindLoadedPage(const std::string& name) {
 
 Page& LoadPage(std::unique_ptr<Page> page) {
     Page& loaded = *state().loaded.emplace_back(std::move(page));
-    settleLayout(loaded.Arrange());
+    const Layout layout = loaded.Arrange();
+    settleLayout(layout);
+    eachControl(layout, [&loaded](Control& control) { control.standOn(&loaded); });
     loaded.OnClose([&loaded] { UnloadPage(loaded); });
     loaded.Form_Load();
+    if (!loaded.isSelector) eachControl(loaded.Arrange(), [](Control& control) { control.awaitValue(); });
     return loaded;
 }
 

@@ -7,6 +7,7 @@
 
 #include "link/fan_out.h"
 #include "link/param_table.h"
+#include "platform/outside.h"
 #include "platform/platform.h"
 #include "platform/trouble.h"
 
@@ -93,10 +94,18 @@ void sendRecord(const ParamRecord& record, std::uint8_t& flags) {
     LinkSendFrame();
 }
 
+/// A frame goes again to the board that it was for and to no other: where a page has moved the bank meanwhile, the
+/// exchange ends with nothing stored.
+void repeatFrame() {
+    if (CurrentBank == Link().RequestBank) return LinkSendFrame();
+    Link().RetryCount = 0;
+    EndExchange();
+}
+
 void Timer1_Timer() {
     LinkState& link = Link();
     link.Timer1.Enabled = false;
-    if (link.LinkIdle) {
+    if (link.LinkIdle && !AnyActWaits()) {
         // While the port is away nothing is taken from the table: what the user changes waits for its return.
         if (link.Comm1->PortOpen())
             LinkNextRecord();
@@ -116,9 +125,9 @@ void Timer2_Timer() {
         return;
     }
     if (ParamTable(CurrentBank, link.ScanIndex).Period & RepeatWithoutEnd)
-        LinkSendFrame();
+        repeatFrame();
     else
-        link.LinkIdle = true;
+        EndExchange();
 }
 
 void Timer3_Timer() {
@@ -151,7 +160,10 @@ LinkState& Link() {
     return *instance();
 }
 
-void ResetLink() { instance().reset(); }
+void ResetLink() {
+    instance().reset();
+    ResetOutside();
+}
 
 void SetUpLink(StatusBar& statusBar, const std::array<MenuItem*, PortCount + 1>& portEntries) {
     LinkState& link = Link();
@@ -171,7 +183,8 @@ void SetUpLink(StatusBar& statusBar, const std::array<MenuItem*, PortCount + 1>&
 void LinkNextRecord() {
     LinkState& link = Link();
     const int end = RecordCount(CurrentBank);
-    for (;;) {
+    // An absent board gets nothing, although its bank has the length of its identity file.
+    while (BoardPresent(CurrentBank)) {
         ParamRecord& record = ParamTable(CurrentBank, link.ScanIndex);
         std::uint8_t& flags = ParamFlags(CurrentBank, link.ScanIndex);
         if ((flags & flag::Pending) && passesGate(record.Period)) {
@@ -189,7 +202,9 @@ void LinkSendFrame() {
     LinkState& link = Link();
     restart(link.Timer3);
     SetLinkIndicator(lamp::SendOn);
+    if (link.LinkIdle) link.RequestBank = CurrentBank;
     link.LinkIdle = false;
+    ExchangeOpened();
     const Bytes frame = BuildFrame(link.RequestBytes, CurrentBank);
     restart(link.Timer2);  // a port lost during identification leaves it running
     try {
@@ -227,7 +242,7 @@ void Comm1_OnComm() {
         if (!judgement.good) {
             SetLinkIndicator(lamp::ErrorOn);
             ++link.RetryCount;
-            LinkSendFrame();
+            repeatFrame();
             return;
         }
     } else {
@@ -235,9 +250,14 @@ void Comm1_OnComm() {
     }
     link.RetryCount = 0;
     if (link.LinkSetup)
-        link.LinkIdle = true;
+        EndExchange();
     else
         LinkAcceptReply();
+}
+
+void EndExchange() {
+    Link().LinkIdle = true;
+    ExchangeEnded();
 }
 
 void LinkAcceptReply() {
@@ -261,7 +281,7 @@ void LinkAcceptReply() {
         link.ScanIndex = 0;
         nextBank();
     }
-    link.LinkIdle = true;
+    EndExchange();
 }
 
 void SetLinkIndicator(int state) {

@@ -28,16 +28,17 @@ struct LinkState {
     bool ReplyTimedOut = false;  ///< looked at by identification alone
     Bytes ReplyData;             ///< the reply's value bytes; empty: nothing usable arrived
     Request RequestBytes;        ///< the request that is open, or was last
+    int RequestBank = 0;         ///< whose board the open request, or the last one, is for
     int RetryCount = 0;          ///< bad replies to the present request
     int ComPort = 0;             ///< 1 to 4
     std::string PortTrouble;     ///< why the port could not be opened or was lost, for people
 
-    Timer Timer1{ScanTickMs};               ///< scan tick
-    Timer Timer2{ReplyTimeoutMs};           ///< reply time-out
-    Timer Timer3{LampMs};                   ///< send lamp off
-    Timer Timer4{LampMs};                   ///< receive lamp off
-    Timer Timer5{IdentificationTimeoutMs};  ///< identification time-out
-    Timer ReopenTimer{ReplyTimeoutMs};      ///< tries a port that was lost while no exchange was open
+    Timer Timer1{ScanTickMs, Timer::OfTheLink};               ///< scan tick
+    Timer Timer2{ReplyTimeoutMs, Timer::OfTheLink};           ///< reply time-out
+    Timer Timer3{LampMs, Timer::OfTheLink};                   ///< send lamp off
+    Timer Timer4{LampMs, Timer::OfTheLink};                   ///< receive lamp off
+    Timer Timer5{IdentificationTimeoutMs, Timer::OfTheLink};  ///< identification time-out
+    Timer ReopenTimer{ReplyTimeoutMs, Timer::OfTheLink};      ///< tries a port that was lost while no exchange was open
     std::unique_ptr<SerialControl> Comm1;
 
     StatusBar* statusBar = nullptr;                 ///< where the lamps are
@@ -55,6 +56,8 @@ void SetUpLink(StatusBar& statusBar, const std::array<MenuItem*, PortCount + 1>&
 void LinkNextRecord();
 /// Builds and sends the frame of RequestBytes and opens the exchange.
 void LinkSendFrame();
+/// Ends the open exchange: what waits outside comes in now.
+void EndExchange();
 /// Stores ReplyData in the record at ScanIndex, tells the pages, moves the scan on and closes the exchange.
 void LinkAcceptReply();
 /// The serial event.

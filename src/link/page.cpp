@@ -6,6 +6,7 @@ namespace kestrel {
 
 void Page::notify(int n, ParamValue value) {
     ++arrivals_;
+    const Speaking board(nullptr, true);
     try {
         SLabel_Change(n, value);
     } catch (const RunTimeError&) {

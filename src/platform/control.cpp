@@ -3,10 +3,77 @@
 #include "platform/control.h"
 
 #include "platform/controls.h"
+#include "platform/outside.h"
+#include "platform/window.h"
 
 namespace kestrel {
 
+namespace {
+
+Control* speaker = nullptr;
+bool boardIsSpeaking = false;
+
+}  // namespace
+
+Control::~Control() {
+    ForgetActs(this);
+    if (speaker == this) speaker = nullptr;
+}
+
+Control::Speaking::Speaking(Control* control, bool boardSpeaks) : before_(speaker), boardBefore_(boardIsSpeaking) {
+    speaker = control;
+    boardIsSpeaking = boardSpeaks;
+}
+
+Control::Speaking::~Speaking() {
+    speaker = before_;
+    boardIsSpeaking = boardBefore_;
+}
+
+Control* Control::acting() { return speaker; }
+
+void Control::userAct(Handler act) {
+    const void* const sender = this;  // the act may be the control's last
+    FromOutside(sender, [this, act = std::move(act)] {
+        show();  // it waits no longer, whether it is taken or not
+        const Speaking user(this);
+        act();
+    });
+    if (ActWaits(sender)) show();
+}
+
+void Control::userChange(const Handler& change) {
+    notTaken_.reset();
+    waiting_ = !isSelector;
+    userActing_ = true;
+    const struct Reset {
+        bool& flag;
+        ~Reset() { flag = false; }
+    } reset{userActing_};
+    change();
+    show();
+}
+
+void Control::settled() {
+    if (userActing_) return;
+    waiting_ = false;
+    if (boardIsSpeaking) unread_ = false;
+}
+
+bool Control::actWaits() const { return ActWaits(this); }
+
+void Control::awaitValue() {
+    unread_ = valueProperty() && !isSelector && !standsForNoValue;
+    if (unread_) show();
+}
+
+void Control::tellNotTaken(const NotTaken& what) {
+    notTaken_ = what;
+    show();
+}
+
 bool Control::usable() const {
+    if (window_ && window_->closing()) return false;
     for (const Control* control = this; control; control = control->frame_)
         if (!control->Enabled || !control->Visible) return false;
     return true;
@@ -17,6 +84,9 @@ std::string Control::accessibleName() const {
     return unit_ ? caption_->Caption.get() + " " + unit_->Caption.get() : caption_->Caption.get();
 }
 
-void Control::assigned(const void* /*property*/, bool /*changed*/) { show(); }
+void Control::assigned(const void* property, bool /*changed*/) {
+    if (property == valueProperty()) settled();
+    show();
+}
 
 }  // namespace kestrel

@@ -5,6 +5,7 @@
 #include <array>
 #include <cstddef>
 #include <functional>
+#include <optional>
 #include <string>
 
 #include "platform/property.h"
@@ -14,6 +15,7 @@ namespace kestrel {
 
 class Frame;
 class Label;
+class Window;
 
 /// Shows one control on a screen; abstract because the logic runs without a screen.
 class ControlView {
@@ -23,6 +25,12 @@ class ControlView {
     virtual void controlChanged() = 0;
 };
 
+/// What became of a change that the board did not take.
+struct NotTaken {
+    std::string wanted;     ///< what the user set, as the control shows it
+    bool copyOnly = false;  ///< the board took it, but not its second copy of it
+};
+
 class Control : public PropertyOwner {
   public:
     using Handler = std::function<void()>;
@@ -30,7 +38,7 @@ class Control : public PropertyOwner {
     Control() = default;
     Control(const Control&) = delete;
     Control& operator=(const Control&) = delete;
-    ~Control() override = default;
+    ~Control() override;
 
     Property<bool> Enabled{*this, true};
     Property<bool> Visible{*this, true};
@@ -38,16 +46,38 @@ class Control : public PropertyOwner {
 
     /// Enabled and visible, and so is every frame round it: a user's action on it is taken.
     bool usable() const;
+    /// It stands for a value of a board, and since its page was opened the page has not set it from one that came: it
+    /// shows nothing that the board has, and refuses the user's acts.
+    bool unread() const { return unread_; }
     /// The user changed it and its page has not set it since: the board's answer is still out.
     bool waiting() const { return waiting_; }
+    /// The last change was lost on its way; until the user acts on the control again.
+    const std::optional<NotTaken>& notTaken() const { return notTaken_; }
+    /// An act of the user on it waits for the end of an exchange.
+    bool actWaits() const;
+    /// What it shows, in words; empty where it has none.
+    virtual std::string text() const { return {}; }
     /// What a screen reader says of it: its own text, or the caption in its row and the unit behind it, or else the
     /// caption of its frame.
     virtual std::string accessibleName() const;
 
     /// A control whose position chooses what is shown, and is no setting of a board: it never waits for one.
     bool isSelector = false;
+    /// An act on it is an order that the boards carry out at once or never, or it shows the page's own state: it stands
+    /// for no value of a board.
+    bool standsForNoValue = false;
+
+    /// Its page has been opened: where it stands for a value, that has yet to come.
+    void awaitValue();
+    void tellNotTaken(const NotTaken& what);
+    /// What the user has asked for on this control and still has to be done, such as after a question.
+    void carryOn(const Handler& act) { userAct(act); }
+    /// The control on which the user acts at this moment; null when the boards speak or a timer runs out.
+    static Control* acting();
 
     void standIn(const Frame* frame) { frame_ = frame; }
+    void standOn(const Window* window) { window_ = window; }
+    const Window* window() const { return window_; }
     void namedBy(const Label* caption) { caption_ = caption; }
     void measuredIn(const Label* unit) { unit_ = unit; }
     const Frame* frame() const { return frame_; }
@@ -58,20 +88,27 @@ class Control : public PropertyOwner {
 
     void assigned(const void* property, bool changed) override;
 
+    /// In force while one speaks: the user on this control, or with null a board or a timer.
+    class Speaking {
+      public:
+        explicit Speaking(Control* control, bool boardSpeaks = false);
+        ~Speaking();
+        Speaking(const Speaking&) = delete;
+        Speaking& operator=(const Speaking&) = delete;
+
+      private:
+        Control* const before_;
+        const bool boardBefore_;
+    };
+
   protected:
+    /// The property that holds the value of a board, or null where the control has none.
+    virtual const void* valueProperty() const { return nullptr; }
+    /// Takes an act of the user; it is carried out between exchanges.
+    void userAct(Handler act);
+    bool takesActs() const { return usable() && !unread_; }
     /// Carries out a user's change. What its page sets in the change itself is no answer of the board: the mark stays.
-    template <class Change>
-    void userChange(Change&& change) {
-        waiting_ = !isSelector;
-        userActing_ = true;
-        const Reset reset{userActing_};
-        change();
-        show();
-    }
-    /// To be called when the page (not the user) sets what the control holds.
-    void settled() {
-        if (!userActing_) waiting_ = false;
-    }
+    void userChange(const Handler& change);
     /// To be called when what the user did goes to no board.
     void nothingSent() { waiting_ = false; }
     static void raise(const Handler& handler) {
@@ -83,14 +120,16 @@ class Control : public PropertyOwner {
     const Label* caption() const { return caption_; }
 
   private:
-    struct Reset {
-        bool& flag;
-        ~Reset() { flag = false; }
-    };
+    /// The page, not the user, has set what the control holds.
+    void settled();
+
     ControlView* view_ = nullptr;
     const Frame* frame_ = nullptr;
+    const Window* window_ = nullptr;
     const Label* caption_ = nullptr;
     const Label* unit_ = nullptr;
+    std::optional<NotTaken> notTaken_;
+    bool unread_ = false;
     bool waiting_ = false;
     bool userActing_ = false;
 };

@@ -11,7 +11,9 @@ namespace kestrel {
 std::string Label::accessibleName() const { return caption() ? caption()->Caption.get() : Caption.get(); }
 
 void Label::UserClick() {
-    if (usable()) raise(onClick_);
+    userAct([this] {
+        if (usable()) raise(onClick_);
+    });
 }
 
 void ScrollBar::design(int lowest, int highest, int largeStep) {
@@ -34,21 +36,25 @@ std::optional<int> ScrollBar::valueOf(const std::string& typed) const {
 }
 
 void ScrollBar::UserMove(int value) {
-    if (!usable()) return;
-    const int bounded = std::max(Min.get(), std::min(value, Max.get()));
-    if (bounded == Value) return;
-    userChange([&] { Value = bounded; });
+    userAct([this, value] {
+        const int bounded = std::max(Min.get(), std::min(value, Max.get()));
+        if (takesActs() && bounded != Value) userChange([&] { Value = bounded; });
+    });
 }
 
 void ScrollBar::assigned(const void* property, bool changed) {
-    if (property == &Value) settled();
     Control::assigned(property, changed);
     if (property == &Value && changed) raise(onChange_);
-    if ((property == &Min || property == &Max) && (Value < Min || Value > Max)) Value = Value.get();
+    if ((property != &Min && property != &Max) || (Value >= Min && Value <= Max)) return;
+    isClipping_ = true;
+    Value = Value.get();
+    isClipping_ = false;
 }
 
 void CommandButton::UserClick() {
-    if (usable()) raise(onClick_);
+    userAct([this] {
+        if (usable()) raise(onClick_);
+    });
 }
 
 void TextBox::putBack(const std::string& text) {
@@ -56,23 +62,22 @@ void TextBox::putBack(const std::string& text) {
     Text = text;
 }
 
-void TextBox::UserType(const std::string& text) {
-    if (usable()) Text = text;
+void TextBox::UserType(const std::string& typed) {
+    userAct([this, typed] {
+        if (takesActs()) Text = typed;
+    });
 }
 
 void TextBox::UserEnter() {
-    if (!usable() || !onKeyPress_) return;
-    userChange([&] { onKeyPress_(EnterKey); });
+    userAct([this] {
+        if (takesActs() && onKeyPress_) userChange([this] { onKeyPress_(EnterKey); });
+    });
 }
 
 void TextBox::UserLeave() {
-    if (!usable()) return;
-    userChange([&] { raise(onLostFocus_); });
-}
-
-void TextBox::assigned(const void* property, bool changed) {
-    if (property == &Text) settled();
-    Control::assigned(property, changed);
+    userAct([this] {
+        if (takesActs()) userChange([this] { raise(onLostFocus_); });
+    });
 }
 
 }  // namespace kestrel

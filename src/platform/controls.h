@@ -32,10 +32,14 @@ class Label : public Control {
         widest = longest;
     }
     std::string accessibleName() const override;
+    std::string text() const override { return Caption; }
     /// Labels that are click zones.
     void OnClick(Handler handler) { onClick_ = std::move(handler); }
     bool isClickable() const { return static_cast<bool>(onClick_); }
     void UserClick();
+
+  protected:
+    const void* valueProperty() const override { return role == Role::Value ? &Caption : nullptr; }
 
   private:
     Handler onClick_;
@@ -74,9 +78,15 @@ class ScrollBar : public Control {
     void OnChange(Handler handler) { onChange_ = std::move(handler); }
     void UserMove(int value);
     void assigned(const void* property, bool changed) override;
+    std::string text() const override { return textOf(Value); }
+
+  protected:
+    /// What the limits do to the value says nothing of the board.
+    const void* valueProperty() const override { return isClipping_ ? nullptr : &Value; }
 
   private:
     Handler onChange_;
+    bool isClipping_ = false;
 };
 
 class CommandButton : public Control {
@@ -102,10 +112,13 @@ class TextBox : public Control {
     void OnLostFocus(Handler handler) { onLostFocus_ = std::move(handler); }
     /// The page refuses what was typed: this text stands there again, and no answer of a board is awaited.
     void putBack(const std::string& text);
-    void UserType(const std::string& text);
+    void UserType(const std::string& typed);
     void UserEnter();
     void UserLeave();
-    void assigned(const void* property, bool changed) override;
+    std::string text() const override { return Text; }
+
+  protected:
+    const void* valueProperty() const override { return &Text; }
 
   private:
     std::function<void(int)> onKeyPress_;

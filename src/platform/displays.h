@@ -16,6 +16,9 @@ class Led : public Control {
     Property<bool> Active{*this, false};
     Shape shape = Shape::Rectangle;
     std::string accessibleName() const override;
+
+  protected:
+    const void* valueProperty() const override { return &Active; }
 };
 
 /// A bar of segments, lit from 0 up to Position.
@@ -23,6 +26,9 @@ class LedBar : public Control {
   public:
     Property<int> Position{*this, 0};
     Property<int> PositionMax{*this, 100};
+
+  protected:
+    const void* valueProperty() const override { return &Position; }
 };
 
 /// A numeric display.
@@ -31,6 +37,9 @@ class SevenSegment : public Control {
     Property<double> Value{*this, 0.0};
     int digits = 4;
     int decimals = 0;
+
+  protected:
+    const void* valueProperty() const override { return &Value; }
 };
 
 /// A clock display of hours and minutes; shows dashes until it has been given a time.
@@ -38,6 +47,9 @@ class ClockDisplay : public Control {
   public:
     static constexpr int NoTime = -1;
     Property<int> Minutes{*this, NoTime};  ///< minutes since midnight, or NoTime
+
+  protected:
+    const void* valueProperty() const override { return &Minutes; }
 };
 
 /// A vertical gauge.
@@ -46,6 +58,9 @@ class Thermometer : public Control {
     Property<double> Min{*this, 0.0};
     Property<double> Max{*this, 120.0};
     Property<double> Value{*this, 0.0};
+
+  protected:
+    const void* valueProperty() const override { return &Value; }
 };
 
 /// A strip chart: channels of samples over a common time axis.

@@ -74,4 +74,9 @@ void settleLayout(const Layout& layout) {
     nameCells(layout, nullptr);
 }
 
+void eachControl(const Layout& layout, const std::function<void(Control&)>& visit) {
+    if (layout.control) visit(*layout.control);
+    for (const Layout& child : layout.children) eachControl(child, visit);
+}
+
 }  // namespace kestrel

@@ -2,6 +2,7 @@
 // It is a description alone; the view turns any such tree into widgets.
 #pragma once
 
+#include <functional>
 #include <initializer_list>
 #include <string>
 #include <utility>
@@ -67,5 +68,7 @@ Layout Canvas(Picture& picture, const std::vector<std::pair<Control*, std::strin
 /// Tells every control of the tree which frame stands round it and which caption names it: the caption label before it
 /// in its row, or before that row, with the unit label behind it where there is one.
 void settleLayout(const Layout& layout);
+/// Calls `visit` with every control of the tree.
+void eachControl(const Layout& layout, const std::function<void(Control&)>& visit);
 
 }  // namespace kestrel

@@ -10,7 +10,9 @@ MenuItem& MenuItem::add(std::string name) {
 }
 
 void MenuItem::UserClick() {
-    if (usable()) raise(onClick_);
+    userAct([this] {
+        if (usable()) raise(onClick_);
+    });
 }
 
 }  // namespace kestrel

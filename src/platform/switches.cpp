@@ -31,31 +31,35 @@ int SteppedSwitch::top() const {
     return count > 0 ? count - 1 : 0;
 }
 
+std::string SteppedSwitch::text() const {
+    const std::vector<std::string> all = labels();
+    const auto at = static_cast<std::size_t>(Position.get());
+    return Position >= 0 && at < all.size() ? all[at] : std::to_string(Position);
+}
+
 void SteppedSwitch::UserMove(int position) {
-    if (!usable() || position < 0 || position > top() || position == Position) return;
-    userChange([&] {
-        Position = position;
-        raise(onPositionChangeUser_);
+    userAct([this, position] {
+        if (!takesActs() || position < 0 || position > top() || position == Position) return;
+        userChange([&] {
+            Position = position;
+            raise(onPositionChangeUser_);
+        });
     });
 }
 
 void SteppedSwitch::assigned(const void* property, bool changed) {
-    if (property == &Position) settled();
     Control::assigned(property, changed);
     if (property == &Position && changed) raise(onPositionChange_);
 }
 
 void ToggleSwitch::UserClick() {
-    if (!usable()) return;
-    userChange([&] {
-        Active = !Active;
-        raise(onClick_);
+    userAct([this] {
+        if (!takesActs()) return;
+        userChange([this] {
+            Active = !Active;
+            raise(onClick_);
+        });
     });
-}
-
-void ToggleSwitch::assigned(const void* property, bool changed) {
-    if (property == &Active) settled();
-    Control::assigned(property, changed);
 }
 
 }  // namespace kestrel

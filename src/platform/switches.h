@@ -26,6 +26,10 @@ class SteppedSwitch : public Control {
     void OnPositionChangeUser(Handler handler) { onPositionChangeUser_ = std::move(handler); }
     void UserMove(int position);
     void assigned(const void* property, bool changed) override;
+    std::string text() const override;
+
+  protected:
+    const void* valueProperty() const override { return &Position; }
 
   private:
     Handler onPositionChange_;
@@ -42,7 +46,11 @@ class ToggleSwitch : public Control {
 
     void OnClick(Handler handler) { onClick_ = std::move(handler); }
     void UserClick();
-    void assigned(const void* property, bool changed) override;
+    /// "1" or "0"; the view has words for them.
+    std::string text() const override { return Active ? "1" : "0"; }
+
+  protected:
+    const void* valueProperty() const override { return &Active; }
 
   private:
     Handler onClick_;

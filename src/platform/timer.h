@@ -1,5 +1,6 @@
 // A periodic timer with an interval and a switch.
-// Setting Enabled true on a running timer does not restart it; off and on does.
+// Setting Enabled true on a running timer does not restart it; off and on does. A page's timer runs out between
+// exchanges.
 #pragma once
 
 #include <functional>
@@ -20,8 +21,12 @@ class TimerBackend {
 
 class Timer : private PropertyOwner {
   public:
-    explicit Timer(int interval = 0) : Interval(*this, interval) {}
-    ~Timer() override = default;
+    enum Owner {
+        OfAPage,   ///< runs out between exchanges
+        OfTheLink  ///< runs out at once
+    };
+    explicit Timer(int interval = 0, Owner owner = OfAPage) : Interval(*this, interval), owner_(owner) {}
+    ~Timer() override;
     Timer(const Timer&) = delete;
     Timer& operator=(const Timer&) = delete;
 
@@ -31,7 +36,9 @@ class Timer : private PropertyOwner {
 
   private:
     void assigned(const void* property, bool changed) override;
+    void runOut();
 
+    Owner owner_;
     std::function<void()> handler_;
     std::unique_ptr<TimerBackend> backend_;
 };

@@ -31,16 +31,30 @@ class Window : public Control {
     virtual void Form_Activate() {}
     virtual void Form_Unload() {}
 
-    /// The user closed the window; whoever opened it unloads it, and the window is gone when this returns.
+    /// The user brought the window to the front.
+    void UserActivate() {
+        userAct([this] { Form_Activate(); });
+    }
+    /// The user closed the window; whoever opened it unloads it, at once or when what is due has gone out.
     void UserClose() {
-        const Handler unload = onClose_;
-        raise(unload);
+        userAct([this] {
+            const Handler unload = onClose_;
+            raise(unload);
+        });
     }
     void OnClose(Handler handler) { onClose_ = std::move(handler); }
+
+    /// The user has closed it, and it waits for what is due: its controls are dead meanwhile.
+    bool closing() const { return closing_; }
+    void beginClosing() {
+        closing_ = true;
+        show();
+    }
 
   private:
     std::string name_;
     Handler onClose_;
+    bool closing_ = false;
 };
 
 }  // namespace kestrel

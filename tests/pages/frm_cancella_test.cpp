@@ -97,6 +97,7 @@ TEST_F(Clearing, ThePageClosesFromItsOwnButtonAlsoInTheMiddleOfARun) {
     click(0);
     world.run(500);
     page.mnuClose.UserClick();
+    world.letActsIn();
     EXPECT_EQ(FindLoadedPage("FrmCancella"), nullptr) << "a click that waits behind this one must find no page";
     EXPECT_EQ(page.mnuClose.Caption.get(), "Close") << "the handler still runs on the page";
     page.mnuClose.UserClick();

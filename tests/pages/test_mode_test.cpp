@@ -186,9 +186,11 @@ TEST_P(FaultyTestMode, NothingIsDrivenThatTheLastClickDidNotAskForAndNoBoardIsLo
         const int what = upTo(8);
         if (what < 3 && page.SwitchLed1[0].usable()) {
             page.SwitchLed1[upTo(FrmInOut::AlderOutputs)].UserClick();
+            world.letActsIn();
             outputs.askedOfAlder();
         } else if (what < 6 && page.SwitchLed4.usable()) {
             what == 5 ? page.SwitchLed4.UserClick() : page.SwitchLed3[upTo(FrmInOut::CedarOutputs)].UserClick();
+            world.letActsIn();
             outputs.askedOfCedar();
         } else if (page.Label7.ForeColor == 255) {
             page.Command1.UserClick();

@@ -4,6 +4,7 @@
 
 #include "link/link_engine.h"
 #include "link/param_table.h"
+#include "platform/outside.h"
 
 namespace kestrel::testing {
 
@@ -38,6 +39,10 @@ bool World::settle() {
         if (UnsettledRecords() == 0 && Link().LinkIdle) return true;
     }
     return false;
+}
+
+void World::letActsIn() {
+    while (AnyActWaits() && platform.step()) continue;
 }
 
 StartedWorld::StartedWorld(simulator::MachineOptions options, std::initializer_list<BoardValue> values)

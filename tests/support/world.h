@@ -38,6 +38,8 @@ class World {
     }
     /// Lets time pass until nothing watched is stale and nothing written is due; false after a virtual minute.
     bool settle();
+    /// Lets what the user has done come in: an act waits for the end of an open exchange.
+    void letActsIn();
     /// Lets time pass.
     void run(double milliseconds) { platform.run(milliseconds); }
 

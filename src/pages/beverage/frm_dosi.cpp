@@ -58,6 +58,7 @@ FrmDosi::FrmDosi() : Page("FrmDosi") {
     Label5[JugCountValue].showsValue("99");
     Label5[FreeCaption].Caption = "bevanda gratis ?";
     TestLamp.namedBy(&TestLampName);
+    TestLamp.standsForNoValue = true;
     SwitchX5[Step2Mask].Visible = false;
     SwitchX5[Step3Mask].Visible = false;
     for (int i = 0; i < RecipeSteps; ++i) {

@@ -59,6 +59,9 @@ FrmInOut::FrmInOut() : Page("FrmInOut") {
     SwitchLed3.OnClick([this](int Index) { SwitchLed3_Click(Index); });
     SwitchLed4.OnClick([this] { SwitchLed4_Click(); });
     Timer1.OnTimer([this] { Timer1_Timer(); });
+    for (LedSwitch& output : SwitchLed1) output.standsForNoValue = true;
+    for (LedSwitch& output : SwitchLed3) output.standsForNoValue = true;
+    SwitchLed4.standsForNoValue = true;
     nameRows();
 }
 

@@ -44,6 +44,7 @@ constexpr const char* NumberWithRoom = "   00";  // the room keeps blocks side b
 void FrmInOut::nameRows() {
     const auto number = [](Label& label, int i, const char* longest) {
         label.showsValue(longest);
+        label.standsForNoValue = true;
         label.Caption = std::to_string(i + 1);
     };
     for (int i = 0; i < MasterInputs; ++i) {

@@ -52,6 +52,7 @@ FrmSchema::FrmSchema() : Page("FrmSchema") {
     for (kestrel::Led& lamp : Led) lamp.shape = kestrel::Led::Shape::Round;
     for (int i = 0; i < Devices; ++i) {
         legendNumbers_[i].showsValue("00");
+        legendNumbers_[i].standsForNoValue = true;
         legendNumbers_[i].Caption = std::to_string(i + 1);
     }
     for (Control* gauge : {static_cast<Control*>(&iThermometerX1), static_cast<Control*>(&iSevenSegmentAnalogX1)})

@@ -53,6 +53,7 @@ FrmTestCedar::FrmTestCedar() : Page("FrmTestCedar") {
     Command1.OnClick([this] { Command1_Click(); });
     Timer1.OnTimer([this] { Timer1_Timer(); });
     Label2[1].showsValue("6 6");
+    Label2[1].standsForNoValue = true;
 }
 
 Layout FrmTestCedar::Arrange() {

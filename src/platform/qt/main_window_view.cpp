@@ -105,7 +105,7 @@ void MainWindowView::activated(QMdiSubWindow* child) {
     const auto found = std::find(children_.begin(), children_.end(), child);
     if (found == children_.end() || &(*found)->model() == front_) return;
     front_ = &(*found)->model();
-    deliver([this] { front_->Form_Activate(); });
+    deliver([this] { front_->UserActivate(); });
 }
 
 void MainWindowView::closePages() {

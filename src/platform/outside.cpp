@@ -1,0 +1,87 @@
+// The door by which everything that is not the link enters the logic.
+// See outside.h.
+#include "platform/outside.h"
+
+#include <algorithm>
+#include <deque>
+#include <memory>
+
+#include "platform/timer.h"
+
+namespace kestrel {
+
+namespace {
+
+constexpr int NextTurnMs = 1;
+
+struct Waiting {
+    const void* sender;
+    std::function<void()> act;
+};
+
+struct Door {
+    bool exchangeIsOpen = false;
+    std::deque<Waiting> waiting;
+    Timer turn{NextTurnMs, Timer::OfTheLink};  ///< lets them in as an event of their own, once the exchange has ended
+    Timer patience{PatienceMs, Timer::OfTheLink};  ///< runs from the oldest on
+};
+
+std::unique_ptr<Door>& instance() {
+    static std::unique_ptr<Door> door;
+    return door;
+}
+
+void letIn();
+
+Door& door() {
+    if (!instance()) {
+        instance() = std::make_unique<Door>();
+        instance()->turn.OnTimer([] {
+            door().turn.Enabled = false;
+            if (!door().exchangeIsOpen) letIn();
+        });
+        instance()->patience.OnTimer(letIn);
+    }
+    return *instance();
+}
+
+/// Those that wait now; an act that asks the user something lets later ones in meanwhile.
+void letIn() {
+    door().patience.Enabled = false;
+    for (auto left = door().waiting.size(); left > 0 && !door().waiting.empty(); --left) {
+        const Waiting next = std::move(door().waiting.front());
+        door().waiting.pop_front();
+        next.act();
+    }
+}
+
+}  // namespace
+
+void FromOutside(const void* sender, std::function<void()> act) {
+    Door& here = door();
+    if (!here.exchangeIsOpen && here.waiting.empty()) return act();
+    here.waiting.push_back({sender, std::move(act)});
+    here.patience.Enabled = true;
+}
+
+void ForgetActs(const void* sender) {
+    if (instance()) std::erase_if(door().waiting, [sender](const Waiting& each) { return each.sender == sender; });
+}
+
+bool ActWaits(const void* sender) {
+    return instance() && std::any_of(door().waiting.begin(), door().waiting.end(),
+                                     [sender](const Waiting& each) { return each.sender == sender; });
+}
+
+bool AnyActWaits() { return !door().waiting.empty(); }
+
+void ExchangeOpened() { door().exchangeIsOpen = true; }
+
+void ExchangeEnded() {
+    door().exchangeIsOpen = false;
+    if (AnyActWaits()) door().turn.Enabled = true;
+}
+
+void ResetOutside() { instance().reset(); }
+
+}  // namespace kestrel

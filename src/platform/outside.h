@@ -1,0 +1,28 @@
+// The door by which everything that is not the link enters the logic: acts of the user, timers of pages, windows
+// opened, activated and closed. An exchange on the line is whole to all of them.
+#pragma once
+
+#include <functional>
+
+namespace kestrel {
+
+/// So long at most an act waits for the end of an open exchange; milliseconds.
+inline constexpr int PatienceMs = 150;
+
+/// Runs the act now; or, while an exchange is open, in its turn after the end of it, and after PatienceMs in any case.
+/// `sender` is who acts: its destructor takes back what it has waiting.
+void FromOutside(const void* sender, std::function<void()> act);
+/// Takes back what the sender has waiting.
+void ForgetActs(const void* sender);
+/// Whether an act of the sender waits for its turn.
+bool ActWaits(const void* sender);
+/// Whether any does; the link opens no new exchange before those.
+bool AnyActWaits();
+
+/// The link says so.
+void ExchangeOpened();
+void ExchangeEnded();
+
+void ResetOutside();
+
+}  // namespace kestrel
