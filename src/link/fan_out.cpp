@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "link/leaving.h"
 #include "platform/platform.h"
 
 namespace kestrel {
@@ -40,6 +41,7 @@ std::unique_ptr<Page> takeOut(Page& page) {
     std::unique_ptr<Page> leaving = std::move(*slot);
     state().loaded.erase(slot);
     leaving->Form_Unload();
+    LeavePage(*leaving);
     platform().closeWindow(*leaving);
     return leaving;
 }
@@ -63,7 +65,7 @@ Page& LoadPage(std::unique_ptr<Page> page) {
     const Layout layout = loaded.Arrange();
     settleLayout(layout);
     eachControl(layout, [&loaded](Control& control) { control.standOn(&loaded); });
-    loaded.OnClose([&loaded] { UnloadPage(loaded); });
+    loaded.OnClose([&loaded] { CloseWhenSettled(loaded); });
     loaded.Form_Load();
     if (!loaded.isSelector) eachControl(loaded.Arrange(), [](Control& control) { control.awaitValue(); });
     return loaded;

@@ -18,28 +18,15 @@ constexpr int RequiredKind = 18;
 constexpr int RequiredType = 256;
 constexpr int SmallestRevision = 23;
 
-/// Numbers of the identity records.
-namespace ident {
-constexpr int Probe = 1, Software = 11, Kind = 12, TypeLow = 13, TypeHigh = 14, Release = 17, Revision = 18;
-}
-
 int revision = 0;
 int powerBoardRevision = 0;
 
 void askOnce(const IdentRecord& record) {
     LinkState& link = Link();
-    Request& request = link.RequestBytes;
-    request.Addr2 = record.Addr2;
-    request.Addr1 = record.Addr1;
-    request.Command = record.Command;
-    request.Addr0 = record.Addr0;
-    request.Data = {record.Addr0};
-    request.n = 0;
-    link.ReplyData.clear();
     link.ReplyTimedOut = false;
     link.Timer5.Enabled = false;
     link.Timer5.Enabled = true;
-    LinkSendFrame();
+    SendIdentityQuestion(record);
     do platform().PumpEvents();
     while (!link.LinkIdle && !link.ReplyTimedOut);
 }
@@ -87,6 +74,19 @@ void refuseIncompatible(const BoardIdentity& identity) {
 }
 
 }  // namespace
+
+void SendIdentityQuestion(const IdentRecord& record) {
+    LinkState& link = Link();
+    Request& request = link.RequestBytes;
+    request.Addr2 = record.Addr2;
+    request.Addr1 = record.Addr1;
+    request.Command = record.Command;
+    request.Addr0 = record.Addr0;
+    request.Data = {record.Addr0};
+    request.n = 0;
+    link.ReplyData.clear();
+    LinkSendFrame();
+}
 
 BoardIdentity IdentifyBoard(int bank) {
     BoardIdentity identity;

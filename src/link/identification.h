@@ -4,17 +4,28 @@
 
 namespace kestrel {
 
+struct IdentRecord;
+
+/// Numbers of the identity records.
+namespace ident {
+inline constexpr int Probe = 1, Software = 11, Kind = 12, TypeLow = 13, TypeHigh = 14, Release = 17, Revision = 18;
+}
+
 /// What a board reports of itself; meaningful only when the board is present afterwards.
 struct BoardIdentity {
     int release = 0;
     int software = 0;
     int kind = 0;
     int boardType = 0;
+    bool operator==(const BoardIdentity&) const = default;
 };
 
 /// Asks the board of the bank, which must be CurrentBank, and settles BoardPresent. A silent master asks the user to
 /// try again; an incompatible one shows a message and ends the process.
 BoardIdentity IdentifyBoard(int bank);
+
+/// Opens the exchange that asks for one identity record of CurrentBank's board; the answer's first byte counts.
+void SendIdentityQuestion(const IdentRecord& record);
 
 /// Revision of the master's software, a version gate for pages; 0 until it has been identified.
 int BoardRevision();

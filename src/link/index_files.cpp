@@ -7,6 +7,7 @@
 #include "link/identification.h"
 #include "link/link_engine.h"
 #include "link/param_table.h"
+#include "link/recheck.h"
 #include "platform/platform.h"
 #include "platform/trouble.h"
 
@@ -119,6 +120,7 @@ void LoadIndexFiles() {
         for (CurrentBank = 0; CurrentBank < Banks; ++CurrentBank) {
             const BoardIdentity identity = IdentifyBoard(CurrentBank);
             if (!BoardPresent(CurrentBank)) continue;
+            RememberIdentity(CurrentBank, identity);
             parameterFile = ParameterFileName(identity.boardType, identity.software, identity.release);
             readParameterFile(parameterFile);
         }

@@ -4,9 +4,12 @@
 
 #include <algorithm>
 #include <string>
+#include <utility>
 
+#include "link/changes.h"
 #include "link/fan_out.h"
 #include "link/param_table.h"
+#include "link/recheck.h"
 #include "platform/outside.h"
 #include "platform/platform.h"
 #include "platform/trouble.h"
@@ -54,6 +57,11 @@ void clearPortTrouble() {
     panel.ToolTip = "";
 }
 
+/// While the boards are being identified for the first time, a lost port is a silent one.
+void interrupted() {
+    if (Link().Timer1.Enabled || LineIsClosed() || WritesAreHeld()) InterruptLine();
+}
+
 /// Closes the port, which drops half a reply included, and opens it again. False, with the reason shown, when it
 /// cannot be opened.
 bool reopenPort() {
@@ -61,11 +69,13 @@ bool reopenPort() {
     try {
         link.Comm1->PortOpen(false);
         link.Comm1->PortOpen(true);
-        return true;
     } catch (const RunTimeError& error) {
         showPortTrouble(error.what());
+        interrupted();
         return false;
     }
+    if (NotePortDevice()) interrupted();
+    return true;
 }
 
 /// Whether a record with this period is sent now; counts the period down or reloads it.
@@ -107,10 +117,12 @@ void Timer1_Timer() {
     link.Timer1.Enabled = false;
     if (link.LinkIdle && !AnyActWaits()) {
         // While the port is away nothing is taken from the table: what the user changes waits for its return.
-        if (link.Comm1->PortOpen())
-            LinkNextRecord();
-        else
+        if (!link.Comm1->PortOpen()) {
             link.ReopenTimer.Enabled = true;
+        } else {
+            RecheckTick();
+            if (!LineIsClosed()) LinkNextRecord();
+        }
     }
     link.Timer1.Enabled = true;
 }
@@ -124,7 +136,7 @@ void Timer2_Timer() {
         link.Timer2.Enabled = true;
         return;
     }
-    if (ParamTable(CurrentBank, link.ScanIndex).Period & RepeatWithoutEnd)
+    if (!LineIsClosed() && (ParamTable(CurrentBank, link.ScanIndex).Period & RepeatWithoutEnd))
         repeatFrame();
     else
         EndExchange();
@@ -143,7 +155,10 @@ void Timer4_Timer() {
 
 /// The port went away under the program. An open exchange runs into its time-out, which reopens; with none open the
 /// scan tick starts a timer for it at the same pace.
-void Comm1_OnLost() { showPortTrouble(platform().portDevice(Link().ComPort) + ": the port is gone"); }
+void Comm1_OnLost() {
+    showPortTrouble(platform().portDevice(Link().ComPort) + ": the port is gone");
+    interrupted();
+}
 
 void ReopenTimer_Timer() {
     LinkState& link = Link();
@@ -155,6 +170,12 @@ void ReopenTimer_Timer() {
 
 }  // namespace
 
+bool NotePortDevice() {
+    LinkState& link = Link();
+    const std::string device = platform().portDevice(link.ComPort);
+    return std::exchange(link.Device, device) != device;
+}
+
 LinkState& Link() {
     if (!instance()) instance() = std::make_unique<LinkState>();
     return *instance();
@@ -163,6 +184,8 @@ LinkState& Link() {
 void ResetLink() {
     instance().reset();
     ResetOutside();
+    ResetRecheck();
+    ResetChanges();
 }
 
 void SetUpLink(StatusBar& statusBar, const std::array<MenuItem*, PortCount + 1>& portEntries) {
@@ -188,6 +211,7 @@ void LinkNextRecord() {
         ParamRecord& record = ParamTable(CurrentBank, link.ScanIndex);
         std::uint8_t& flags = ParamFlags(CurrentBank, link.ScanIndex);
         if ((flags & flag::Pending) && passesGate(record.Period)) {
+            if ((flags & flag::WriteDue) && WritesAreHeld()) HoldWrite(CurrentBank, link.ScanIndex);
             sendRecord(record, flags);
             return;
         }
@@ -264,7 +288,9 @@ void LinkAcceptReply() {
     LinkState& link = Link();
     std::uint8_t& stored = ParamFlags(CurrentBank, link.ScanIndex);
     ParamRecord& record = ParamTable(CurrentBank, link.ScanIndex);
-    if ((stored & flag::Pending) && !link.ReplyData.empty()) {
+    // What the user has changed while the record was being read stands: the reply is older.
+    const bool older = (stored & flag::WriteDue) && !(link.RequestBytes.Command & WriteBit);
+    if ((stored & flag::Pending) && !link.ReplyData.empty() && !older) {
         auto flags = static_cast<std::uint8_t>(stored | flag::Valid);
         const auto notPending = static_cast<std::uint8_t>(~flag::Pending);
         if (flags & flag::OneVisit) flags &= notPending;
@@ -274,7 +300,11 @@ void LinkAcceptReply() {
         stored = flags;
         const std::size_t padded = std::max<std::size_t>(link.ReplyData.size(), WrittenBytes);
         for (std::size_t i = 0; i < padded; ++i) record.Value[i] = i < link.ReplyData.size() ? link.ReplyData[i] : 0;
-        NotifyPages(link.ScanIndex, link.ReplyData, link.RequestBytes.n);
+        const int bank = CurrentBank;
+        const int index = link.ScanIndex;
+        NotifyPages(index, link.ReplyData, link.RequestBytes.n);
+        NoteRead(bank, index);
+        SettleChange(bank, index);
     }
     ++link.ScanIndex;
     if (link.ScanIndex == RecordCount(CurrentBank)) {

@@ -31,6 +31,7 @@ struct LinkState {
     int RequestBank = 0;         ///< whose board the open request, or the last one, is for
     int RetryCount = 0;          ///< bad replies to the present request
     int ComPort = 0;             ///< 1 to 4
+    std::string Device;          ///< behind the port when it was opened last
     std::string PortTrouble;     ///< why the port could not be opened or was lost, for people
 
     Timer Timer1{ScanTickMs, Timer::OfTheLink};               ///< scan tick
@@ -56,6 +57,8 @@ void SetUpLink(StatusBar& statusBar, const std::array<MenuItem*, PortCount + 1>&
 void LinkNextRecord();
 /// Builds and sends the frame of RequestBytes and opens the exchange.
 void LinkSendFrame();
+/// Remembers the device behind the present port. True when it is another one than before.
+bool NotePortDevice();
 /// Ends the open exchange: what waits outside comes in now.
 void EndExchange();
 /// Stores ReplyData in the record at ScanIndex, tells the pages, moves the scan on and closes the exchange.

@@ -17,6 +17,9 @@ class Page : public Window {
     /// Parameter `n` of the current bank has this value. Called once for every accepted reply.
     virtual void SLabel_Change(int n, ParamValue value) = 0;
 
+    /// The line was interrupted: an order that has not gone out is given up.
+    virtual void LineInterrupted() {}
+
     /// Values that this page has been told of since it was loaded.
     long arrivals() const { return arrivals_; }
     /// The notification of this one page: an error ends it silently, and the next page still gets its own.

@@ -9,6 +9,7 @@
 #include <type_traits>
 #include <vector>
 
+#include "link/changes.h"
 #include "platform/trouble.h"
 
 namespace kestrel {
@@ -84,6 +85,7 @@ void ParamWrite(int index, std::uint32_t value) {
     StoreValue(ParamTable(CurrentBank, index), value);
     std::uint8_t& flags = ParamFlags(CurrentBank, index);
     flags = static_cast<std::uint8_t>((flags | flag::WriteDue | flag::Watched | flag::Pending) & ~flag::Valid);
+    NoteWrite(CurrentBank, index, value);
 }
 
 ParamValue ParamRead(int index, int bank) {

@@ -6,6 +6,7 @@
 
 #include "link/configuration_file.h"
 #include "link/link_engine.h"
+#include "link/recheck.h"
 #include "platform/menu.h"
 #include "platform/platform.h"
 #include "platform/trouble.h"
@@ -80,6 +81,8 @@ void OpenPort(int port) {
     for (;;) {
         try {
             tryPort();
+            NotePortDevice();
+            if (link.Timer1.Enabled) InterruptLine();
             return;
         } catch (const RunTimeError& error) {
             if (!isPortFailure(error.number())) throw;

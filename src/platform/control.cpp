@@ -68,6 +68,7 @@ void Control::awaitValue() {
 }
 
 void Control::tellNotTaken(const NotTaken& what) {
+    if (standsForNoValue) return;  // its page gives a lost order up
     notTaken_ = what;
     show();
 }

@@ -5,6 +5,7 @@
 #include "link/index_files.h"
 #include "link/link_engine.h"
 #include "link/port_search.h"
+#include "link/recheck.h"
 #include "shell/main_window.h"
 
 namespace kestrel {
@@ -38,9 +39,17 @@ void FrmSer_Load() {
     LinkState& link = Link();
     link.LinkSetup = true;
     OpenPort(0);
+    FrmSer_Identify();
+}
+
+void FrmSer_Identify() {
+    LinkState& link = Link();
+    ResetRecheck();
+    link.Timer1.Enabled = false;
+    link.LinkSetup = true;
     LoadIndexFiles();
     link.LinkSetup = false;
-    link.LinkIdle = true;
+    EndExchange();
     link.Timer1.Enabled = true;
 }
 

@@ -2,17 +2,21 @@
 // See start_up.h.
 #include "shell/start_up.h"
 
+#include "link/changes.h"
 #include "link/fan_out.h"
 #include "link/identification.h"
 #include "link/index_files.h"
+#include "link/leaving.h"
 #include "link/link_engine.h"
 #include "link/port_search.h"
+#include "link/recheck.h"
 #include "platform/platform.h"
 #include "platform/trouble.h"
 #include "shell/configuration.h"
 #include "shell/frm_ser.h"
 #include "shell/language_files.h"
 #include "shell/language_menu.h"
+#include "shell/line_attendant.h"
 #include "shell/main_window.h"
 #include "shell/windows.h"
 
@@ -26,6 +30,11 @@ constexpr const char* ClearingPage = "FrmCancella";
 std::vector<std::string>& models() {
     static std::vector<std::string> names;
     return names;
+}
+
+LineAttendant& attendant() {
+    static LineAttendant instance;
+    return instance;
 }
 
 void openFromMenu(const std::string& page) {
@@ -79,6 +88,7 @@ void MDIForm_Load(const std::string& title) {
     if (!SelectLanguage()) EndProcess(EndedByTrouble);
     InitBoardTables();
     bindMenu();
+    SetAttendant(&attendant());
     platform().showMainWindow();
     MDIForm1().SetMenuCaptions();
     FrmSer_Load();
@@ -86,7 +96,9 @@ void MDIForm_Load(const std::string& title) {
     MDIForm1().Caption = title;
 }
 
-void smnuExit_Click() {
+namespace {
+
+void leave() {
     FrmSer_Unload();
     try {
         const auto family = platform().programDirectory().parent_path();
@@ -98,13 +110,31 @@ void smnuExit_Click() {
     EndProcess(0);
 }
 
+}  // namespace
+
+void smnuExit_Click() { EndWhenSettled(leave, true); }
+
 void MDIForm_Unload() {
-    smnuExit_Click();
-    EndProcess(0);
+    const auto leaveAnyway = [] {
+        leave();
+        EndProcess(0);
+    };
+    EndWhenSettled(leaveAnyway, true);
+}
+
+void StartAnew() {
+    ClosePages();
+    enablePageEntries(false);
+    ResetParamTable();
+    ResetChanges();
+    ResetLeaving();
+    FrmSer_Identify();
+    enablePageEntries(true);
 }
 
 void ResetProgram() {
     ResetPages();
+    ResetLeaving();
     ResetLink();
     ResetMainWindow();
     ResetParamTable();

@@ -78,6 +78,8 @@ struct Prices : ::testing::Test {
 
 TEST_F(Prices, ComeOutToTheDigitOnLabelBarAndBoard) {
     EXPECT_EQ(page.HScroll1[30].LargeChange, 100);
+    mirror.arrive(0, 3, 0);
+    mirror.arrive(0, 9, 1);
     for (unsigned decimals = 0; decimals <= 3; ++decimals) {
         mirror.arrive(0, 3, decimals);
         for (unsigned raw = 0; raw <= 65535; ++raw) {

@@ -133,6 +133,7 @@ void FrmConMac::limitPowderBars() {
 
 void FrmConMac::EnableControls() {
     if (!SaysPresent(Presence)) return;
+    const Speaking nobody(nullptr);  // some of what is shown here may not have come yet
     const bool before = std::exchange(Updating, true);
     for (SliderSwitch& count : iSwSliderX1) count.Enabled = true;
     for (int i = 0; i < std::min<int>(ValveCount, Valves); ++i) {

@@ -4,6 +4,7 @@
 #include "link/money.h"
 #include "link/presence.h"
 #include "link/value_helpers.h"
+#include "pages/common/show_mirror.h"
 #include "pages/machine/frm_opzioni.h"
 #include "pages/machine/frm_opzioni_tables.h"
 
@@ -39,7 +40,12 @@ bool FrmOpzioni::takeOptionByte(int n, ParamValue value) {
         if (ByteSettings[byte].bank != CurrentBank || ByteSettings[byte].parameter != n) continue;
         latest_[byte] = static_cast<unsigned>(value);
         for (const ToggleRow& row : ToggleRows)
-            if (row.byte == byte) SwitchX1[row.index].Active = (latest_[byte] >> row.bit & 1) != 0;
+            if (row.byte == byte) {
+                // Where the master has the credit time-out, its own byte is the one that is written.
+                const bool ofOtherByte = row.index == CreditTimeout && BoardRevision() == RevisionWithCreditTimeout;
+                const Speaking board(nullptr, !ofOtherByte);
+                SwitchX1[row.index].Active = (latest_[byte] >> row.bit & 1) != 0;
+            }
         if (byte == PaymentByte) showPaymentSystem();
         // The master has taken the credit time-out with its byte; what the bit says is not read back.
         if (byte == CreditTimeoutOnMaster.byte && BoardRevision() == RevisionWithCreditTimeout)
@@ -108,6 +114,7 @@ bool FrmOpzioni::takeFeatures(ParamValue value) {
     Features = value;
     SlswitchX1.PositionLabels = (value & HasEightLanguages) != 0 ? "0,1,2,3,4,5,6,7" : "0,1,2,3";
     if (LanguageIndex > SlswitchX1.top()) LanguageIndex = 0;
+    const ShowMirror shown(DisplayLanguage.parameter, DisplayLanguage.bank);
     SlswitchX1.Position = LanguageIndex;
     return true;
 }

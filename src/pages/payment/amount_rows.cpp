@@ -5,6 +5,7 @@
 #include "link/money.h"
 #include "link/value_helpers.h"
 #include "pages/common/offset_bar.h"
+#include "pages/common/show_mirror.h"
 
 namespace kestrel {
 
@@ -30,6 +31,7 @@ void AmountRows::redraw(int decimals) {
     for (const AmountRun& run : runs_)
         for (int i = 0; i < run.count; ++i) {
             const ParamValue raw = ParamRead(run.parameter + i, 0);
+            const ShowMirror shown(run.parameter + i, 0);
             SetOffsetBar(bar(run.row + i), raw);
             label(run.row + i).Caption = FormatAmount(raw, decimals);
         }

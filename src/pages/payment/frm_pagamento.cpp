@@ -9,6 +9,7 @@
 #include "link/money.h"
 #include "link/value_helpers.h"
 #include "pages/common/bits.h"
+#include "pages/common/show_mirror.h"
 #include "pages/payment/master_settings.h"
 
 namespace kestrel {
@@ -237,7 +238,10 @@ void FrmPagamento::showDecimals(int decimals) {
     decimals_ = decimals;
     coins_.redraw(decimals_);
     HScroll11[0].scale.decimals = decimals_;
-    SetBarDecimals(Label11[0], HScroll11[0], ParamRead(LargestChange.parameter, 0), decimals_);
+    {
+        const ShowMirror shown(LargestChange.parameter, 0);
+        SetBarDecimals(Label11[0], HScroll11[0], ParamRead(LargestChange.parameter, 0), decimals_);
+    }
     tokens_.redraw(decimals_);
     // The labels of the two credits keep the old decimals until their own values come again.
     credits_.rescale(decimals_);

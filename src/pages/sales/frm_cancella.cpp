@@ -35,6 +35,8 @@ bool hasSecondButton() { return BoardRevision() >= FirstRevisionOfSecond; }
 
 FrmCancella::FrmCancella() : Page("FrmCancella") {
     lbrInfo.PositionMax = Steps;
+    lbrInfo.standsForNoValue = true;
+    for (CommandButton& command : cmdCancella) command.standsForNoValue = true;
     mnuClose.Caption = "Close";
     cmdCancella.OnClick([this](int Index) { cmdCancella_Click(Index); });
     mnuClose.OnClick([this] { UnloadPageLater(*this); });

@@ -7,6 +7,7 @@
 #include "link/money.h"
 #include "link/subscriptions.h"
 #include "link/value_helpers.h"
+#include "pages/common/show_mirror.h"
 #include "shell/language_files.h"
 
 namespace kestrel {
@@ -101,8 +102,10 @@ void FrmTotali::SLabel_Change(int n, ParamValue value) {
     if (n == DecimalsParameter) decimals_ = DecimalsOf(value);
     for (std::size_t i = 0; i < TotalRows.size(); ++i) {
         const TotalRow& row = TotalRows[i];
-        if (row.kind == Kind::Money && n == DecimalsParameter)
+        if (row.kind == Kind::Money && n == DecimalsParameter) {
+            const ShowMirror shown(row.parameter, 0);
             valueLabel(i).Caption = FormatAmount(ParamRead(row.parameter, 0), decimals_);
+        }
         if (row.parameter != n) continue;
         if (row.kind == Kind::Count)
             valueLabel(i).Caption = std::to_string(value);

@@ -38,7 +38,10 @@ std::string captionText(const CounterBlock& block, int row) {
 
 VendCounters::VendCounters(const CounterDesign& design) : Page(design.name), design_(design) {
     for (const CounterBlock& block : design_.blocks)
-        for (int row = 0; row < block.rows; ++row) value(block, row).showsValue(LongestCount);
+        for (int row = 0; row < block.rows; ++row) {
+            value(block, row).showsValue(LongestCount);
+            value(block, row).standsForNoValue = row >= block.shown;
+        }
     Timer1.OnTimer([this] { Timer1_Timer(); });
 }
 

@@ -113,10 +113,10 @@ void MainWindowView::closePages() {
 }
 
 void MainWindowView::closeEvent(QCloseEvent* event) {
+    event->ignore();  // the process ends, or what is due goes out first
     deliver([this] {
         if (userClose_) userClose_();
     });
-    event->accept();
 }
 
 }  // namespace kestrel::qt

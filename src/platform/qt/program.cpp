@@ -6,6 +6,7 @@
 #include <memory>
 #include <stdexcept>
 
+#include "link/leaving.h"
 #include "platform/qt/deliver.h"
 #include "platform/qt/demo_port.h"
 #include "platform/qt/end_signals.h"
@@ -80,7 +81,7 @@ void runProgram(QApplication& application, const Options& options) {
     setPlatform(&machine);
     machine.mainWindow().onUserClose(MDIForm_Unload);
     const auto endInGoodOrder = [&machine] { machine.endProcess(0); };
-    onEndSignal(endInGoodOrder);
+    onEndSignal([endInGoodOrder] { deliver([&] { EndWhenSettled(endInGoodOrder, false); }); });
     QObject::connect(&application, &QApplication::aboutToQuit, &application, endInGoodOrder);
     deliver([&] {
         MDIForm_Load(options.demo ? DemoTitle : ProgramTitle);

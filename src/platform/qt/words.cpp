@@ -5,15 +5,11 @@
 #include <array>
 
 #include "platform/qt/text.h"
-#include "shell/language_files.h"
+#include "shell/window_texts.h"
 
 namespace kestrel::qt {
 
 namespace {
-
-/// Files of other makers end before this line or have texts of their own there: the mark tells them apart.
-constexpr int MarkLine = 616;
-constexpr const char* Mark = ";-- Window";
 
 constexpr std::array English = {"Next",
                                 "Previous",
@@ -42,8 +38,7 @@ static_assert(English.size() == static_cast<std::size_t>(Word::Chart) + 1);
 
 QString word(Word which) {
     const auto index = static_cast<int>(which);
-    if (LanguageTable(MarkLine) == Mark) return toQt(LanguageTable(MarkLine + 1 + index));
-    return QString::fromLatin1(English.at(static_cast<std::size_t>(index)));
+    return toQt(WindowText(WindowSectionLine + 1 + index, English.at(static_cast<std::size_t>(index))));
 }
 
 QString outOfRange(const QString& number) { return number + QStringLiteral(", ") + word(Word::OutOfRange); }

@@ -1,0 +1,105 @@
+// What the user has changed and no board has confirmed yet.
+// See changes.h.
+#include "link/changes.h"
+
+#include <algorithm>
+
+#include "link/param_table.h"
+#include "link/recheck.h"
+#include "platform/control.h"
+#include "platform/window.h"
+
+namespace kestrel {
+
+namespace {
+
+struct ChangeState {
+    std::vector<Change> open;
+    std::function<void()> onEnded;
+};
+
+ChangeState& state() {
+    static ChangeState instance;
+    return instance;
+}
+
+auto find(int bank, int index) {
+    return std::find_if(state().open.begin(), state().open.end(),
+                        [=](const Change& each) { return each.bank == bank && each.index == index; });
+}
+
+void end(std::vector<Change>::iterator change) {
+    state().open.erase(change);
+    if (state().onEnded) state().onEnded();
+}
+
+/// What is left of a value in a record of this width.
+ParamValue asHeld(int bank, int index, std::uint32_t value) {
+    ParamRecord record = ParamTable(bank, index);
+    StoreValue(record, value);
+    return ValueOf(record.Value.data(), std::min(ValueNibble(record.Command), WrittenBytes - 1));
+}
+
+}  // namespace
+
+const std::vector<Change>& Changes() { return state().open; }
+
+void NoteWrite(int bank, int index, std::uint32_t value) {
+    Control* const control = Control::acting();
+    if (!control || !control->window()) return;  // a menu or a window acts: the page writes by itself
+    const auto older = find(bank, index);
+    if (older != state().open.end()) state().open.erase(older);
+    Change change;
+    change.bank = bank;
+    change.index = index;
+    change.value = value;
+    change.control = control;
+    change.page = control->window();
+    change.wanted = control->text();
+    change.copy = std::any_of(state().open.begin(), state().open.end(), [&](const Change& each) {
+        return each.control == control && each.value == value && !each.copy;
+    });
+    state().open.push_back(std::move(change));
+}
+
+void SettleChange(int bank, int index) {
+    const auto found = find(bank, index);
+    if (found == state().open.end() || (ParamFlags(bank, index) & flag::WriteDue) || IsHeld(bank, index)) return;
+    const Change change = *found;
+    if (change.control && ParamRead(index, bank) != asHeld(bank, index, change.value))
+        change.control->tellNotTaken({change.wanted, change.copy});
+    end(find(bank, index));
+}
+
+void ForgetChange(int bank, int index) {
+    if (const auto found = find(bank, index); found != state().open.end()) end(found);
+}
+
+bool IsChange(int bank, int index) { return find(bank, index) != state().open.end(); }
+
+bool HasChanges(const Window& page) {
+    return std::any_of(state().open.begin(), state().open.end(),
+                       [&page](const Change& each) { return each.page == &page; });
+}
+
+int LeaveChanges(const Window& page) {
+    int left = 0;
+    for (Change& each : state().open) {
+        if (each.page != &page) continue;
+        each.control = nullptr;
+        each.page = nullptr;
+        each.pageCaption = page.Caption;
+        ++left;
+    }
+    std::erase_if(state().open, [](const Change& each) {
+        const bool due = (ParamFlags(each.bank, each.index) & flag::WriteDue) != 0;
+        return !each.control && !due && !IsHeld(each.bank, each.index);
+    });
+    return left;
+}
+
+void OnChangeEnded(std::function<void()> handler) { state().onEnded = std::move(handler); }
+
+void ResetChanges() { state() = {}; }
+
+}  // namespace kestrel

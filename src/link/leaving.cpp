@@ -1,0 +1,121 @@
+// Closing waits for what is due.
+// See leaving.h.
+#include "link/leaving.h"
+
+#include <algorithm>
+#include <list>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "link/changes.h"
+#include "link/fan_out.h"
+#include "link/recheck.h"
+#include "platform/outside.h"
+
+namespace kestrel {
+
+namespace {
+
+constexpr int TellMs = 1;
+
+struct Leaving {
+    Page* page;
+    Timer limit{LeavingMs, Timer::OfTheLink};
+};
+
+struct LeavingState {
+    std::list<Leaving> pages;
+    std::vector<PageChanges> left;
+    std::function<void()> then;  ///< the end of the program
+    bool tells = false;
+    Timer limit{LeavingMs, Timer::OfTheLink};
+    Timer tell{TellMs, Timer::OfTheLink};  ///< a box must not stand in the middle of what unloads a page
+};
+
+std::unique_ptr<LeavingState>& instance() {
+    static std::unique_ptr<LeavingState> state;
+    return state;
+}
+
+void end();
+void tell_Timer();
+void changeEnded();
+
+LeavingState& state() {
+    if (!instance()) {
+        instance() = std::make_unique<LeavingState>();
+        instance()->limit.OnTimer([] { FromOutside(instance().get(), end); });
+        instance()->tell.OnTimer(tell_Timer);
+        OnChangeEnded(changeEnded);
+    }
+    return *instance();
+}
+
+bool anyChanges() {
+    const std::vector<Page*> pages = LoadedPages();
+    return std::any_of(pages.begin(), pages.end(), [](const Page* page) { return HasChanges(*page); });
+}
+
+/// As an act of its own, since a change ends in the middle of an exchange; and one of the page's handlers may have
+/// ended it.
+void closeSoon(Page& page) {
+    FromOutside(&page, [&page] { UnloadPageLater(page); });
+}
+
+void changeEnded() {
+    std::vector<Page*> settled;
+    for (const Leaving& each : state().pages)
+        if (!HasChanges(*each.page)) settled.push_back(each.page);
+    for (Page* page : settled) closeSoon(*page);
+    if (state().then && !anyChanges()) FromOutside(&state(), end);
+}
+
+void tell_Timer() {
+    state().tell.Enabled = false;
+    if (!state().left.empty()) Attendant().tellLeft(std::exchange(state().left, {}));
+}
+
+void end() {
+    state().limit.Enabled = false;
+    const auto then = std::exchange(state().then, nullptr);
+    if (!then) return;
+    std::vector<PageChanges> left = std::exchange(state().left, {});
+    for (Page* page : LoadedPages())
+        if (const int count = LeaveChanges(*page)) left.push_back({page->Caption, count});
+    if (state().tells && !left.empty()) Attendant().tellLeft(left);
+    then();
+}
+
+}  // namespace
+
+void CloseWhenSettled(Page& page) {
+    if (page.closing()) return;
+    if (!HasChanges(page)) return UnloadPage(page);
+    page.beginClosing();
+    Leaving& leaving = state().pages.emplace_back(&page);
+    leaving.limit.OnTimer([&page] { closeSoon(page); });
+    leaving.limit.Enabled = true;
+}
+
+void EndWhenSettled(std::function<void()> then, bool tells) {
+    if (!anyChanges()) return then();
+    if (state().then) return;
+    state().then = std::move(then);
+    state().tells = tells;
+    for (Page* page : LoadedPages()) page->beginClosing();
+    state().limit.Enabled = true;
+}
+
+void LeavePage(Page& page) {
+    std::erase_if(state().pages, [&page](const Leaving& each) { return each.page == &page; });
+    const int count = LeaveChanges(page);
+    if (count == 0) return;
+    state().left.push_back({page.Caption, count});
+    state().tell.Enabled = true;
+}
+
+void ResetLeaving() { instance().reset(); }
+
+}  // namespace kestrel

@@ -1,0 +1,24 @@
+// Closing waits for what is due: the changes of a page that the user closes, and those of all pages at the end of the
+// program, may still go out for a while. What cannot go stays suspended, and the user is told.
+#pragma once
+
+#include <functional>
+
+#include "link/page.h"
+
+namespace kestrel {
+
+/// So long at most; milliseconds.
+inline constexpr int LeavingMs = 1500;
+
+/// Unloads the page when its changes have ended, at once where it has none. Its controls are dead meanwhile.
+void CloseWhenSettled(Page& page);
+/// Calls `then` when the changes of all loaded pages have ended, or after LeavingMs. What is left by then is told when
+/// `tells`. A second call while the first one waits does nothing.
+void EndWhenSettled(std::function<void()> then, bool tells);
+/// To be called as a page is unloaded: what of its changes is left is told, as an event of its own.
+void LeavePage(Page& page);
+
+void ResetLeaving();
+
+}  // namespace kestrel

@@ -1,0 +1,15 @@
+// In force while a page sets a control from the mirror and not from a value that has just come.
+// What the mirror holds is a board's value only where it is fresh; else the control stays unread.
+#pragma once
+
+#include "link/param_table.h"
+#include "platform/control.h"
+
+namespace kestrel {
+
+class ShowMirror : private Control::Speaking {
+  public:
+    ShowMirror(int parameter, int bank) : Speaking(nullptr, ParamIsFresh(parameter, bank)) {}
+};
+
+}  // namespace kestrel

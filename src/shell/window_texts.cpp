@@ -1,0 +1,14 @@
+// Texts that the program itself adds to those of the installation.
+// See window_texts.h.
+#include "shell/window_texts.h"
+
+#include "shell/language_files.h"
+
+namespace kestrel {
+
+std::string WindowText(int line, const char* english) {
+    const bool own = LanguageTable(WindowSectionLine) == ";-- Window" && !LanguageTable(line).empty();
+    return own ? LanguageTable(line) : english;
+}
+
+}  // namespace kestrel
