@@ -40,6 +40,11 @@ void ScrollBar::UserMove(int value) {
     userChange([&] { Value = bounded; });
 }
 
+void ScrollBar::putBack(int value) {
+    nothingSent();
+    Value = value;
+}
+
 void ScrollBar::assigned(const void* property, bool changed) {
     if (property == &Value) settled();
     Control::assigned(property, changed);

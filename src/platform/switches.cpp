@@ -39,6 +39,11 @@ void SteppedSwitch::UserMove(int position) {
     });
 }
 
+void SteppedSwitch::putBack(int position) {
+    nothingSent();
+    Position = position;
+}
+
 void SteppedSwitch::assigned(const void* property, bool changed) {
     if (property == &Position) settled();
     Control::assigned(property, changed);
