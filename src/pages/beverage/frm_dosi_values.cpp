@@ -22,9 +22,11 @@ int clamped(const ScrollBar& bar, ParamValue value) {
 
 void FrmDosi::SLabel_Change(int n, ParamValue value) {
     Updating = true;
+    dropsMoves_ = false;
     if (CurrentBank == 0) statusArrived(n, value);
     // A brewer's code ends the notification at once: nothing that the user moves is written before the next value.
-    if (CurrentBank == 1 && !recipeArrived(n, value)) return;
+    dropsMoves_ = CurrentBank == 1 && !recipeArrived(n, value);
+    if (dropsMoves_) return;
     Updating = false;
     if (ArrivalCount < ArrivalLimit) return;
     endLoading();
@@ -76,7 +78,11 @@ bool FrmDosi::firstValveArrived(ParamValue value) {
     const int shown = clamped(HScroll1[ValveField], value);
     HScroll1[ValveField].Value = shown;
     if (value == FirstBrewerCode || value == SecondBrewerCode) {
+        const bool wasNone = Label1[ValveField].Caption.get() == OffText;
         Label1[ValveField].Caption = value == FirstBrewerCode ? FirstBrewerText : SecondBrewerText;
+        // Moved here in one go, it opens what the valves on the way would have opened; the edit stays open as after
+        // them.
+        if (wasNone && EventEdited && !LoadingBar.Visible) UnlockPage();
         LockFirstPowders();
         return false;
     }
