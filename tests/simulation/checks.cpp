@@ -4,6 +4,7 @@
 
 #include "link/fan_out.h"
 #include "link/link_engine.h"
+#include "simulation/ledger.h"
 #include "simulator/receiver.h"
 
 namespace kestrel::testing {
@@ -17,6 +18,8 @@ constexpr int TimersOfProgram = 8;
 constexpr int TimersOfPage = 4;
 constexpr int InputLimit = 1024;
 constexpr int WriteBit = 128;
+/// What a user or a page does waits so long for the end of an exchange.
+constexpr Micros WholeExchange = 150'000;
 
 /// The pages whose rules have them write a record when they are told of it.
 bool correctsItself(const Page& page) { return page.name() == "FrmConMac" || page.name() == "FrmProUni"; }
@@ -81,6 +84,7 @@ void Checks::beforeArrival(const Bytes& bytes) {
 }
 
 void Checks::beforeLoss() {
+    if (Ledger* ledger = Ledger::present()) ledger->interrupted();
     if (beginLinkEvent()) model_.portLost();
 }
 
@@ -98,7 +102,15 @@ void Checks::sending(const Bytes& frame) {
     const simulator::Frame asBoardsHearIt = heard(frame);
     same("a frame goes to the board of its bank", static_cast<int>(asBoardsHearIt.board), CurrentBank);
     ++counts[Frames];
-    if (clock_ == Clock::Tick) checkOrigin(asBoardsHearIt);
+    if (clock_ == Clock::Tick) {
+        begun_ = platform_.now();
+        checkOrigin(asBoardsHearIt);
+    }
+    if (Ledger* ledger = Ledger::present()) {
+        require(BoardPresent(CurrentBank) || Link().LinkSetup, "no frame goes to a board that is not there",
+                Place{CurrentBank, Link().ScanIndex});
+        if (clock_ == Clock::Tick) ledger->asks(origin_, asBoardsHearIt);
+    }
     if (++sends_ > 1) ++counts[Repeats];
     require(sends_ <= SendsAllowed, "at most five sends of a frame");
     sentBank_ = CurrentBank;
@@ -108,6 +120,8 @@ void Checks::sending(const Bytes& frame) {
     sent.count = std::min(frame.size(), sent.bytes.size());
     std::copy_n(frame.begin(), sent.count, sent.bytes.begin());
 }
+
+bool Checks::isShort() const { return platform_.now() - begun_ < WholeExchange; }
 
 // ---- What pages do.
 
@@ -128,18 +142,29 @@ void Checks::released(int index) {
 void Checks::written(int index, std::uint32_t value) {
     model_.currentBank = CurrentBank;
     model_.write(index, value);
+    if (Ledger* ledger = Ledger::present()) ledger->written({CurrentBank, index}, value);
     require(!telling_ || told_.back().index != index || correctsItself(*told_.back().page),
             "showing a value writes nothing back", Place{CurrentBank, index});
 }
 
 void Checks::telling(const Page& page, int index, ParamValue value) {
-    const bool reading = (Link().RequestBytes.Command & WriteBit) == 0;
-    if (told_.empty() && reading && (ParamFlags(CurrentBank, index) & flag::WriteDue)) ++counts[OverwrittenEdits];
+    if (told_.empty() && (ParamFlags(CurrentBank, index) & flag::WriteDue)) {
+        ++counts[OverwrittenEdits];
+        if (Ledger* ledger = Ledger::present()) {
+            require(!isShort(), "an exchange of 150 ms overwrites no edit", Place{CurrentBank, index});
+            ledger->overwrittenBySlowReply({CurrentBank, index}, static_cast<std::uint32_t>(value));
+        }
+    }
+    if (Ledger* ledger = Ledger::present()) {
+        ledger->told(page, {CurrentBank, index});
+        ledger->begins({&page});
+    }
     told_.push_back({&page, index, value});
     telling_ = true;
 }
 
 void Checks::told() {
+    if (Ledger* ledger = Ledger::present()) ledger->ends();
     telling_ = false;
     bankLeft_ = CurrentBank;
 }
@@ -189,6 +214,9 @@ void Checks::checkTold() {
         require(told_.size() != loaded.size() || told_[i].page == loaded[i], "pages are told in their order");
     }
     ++counts[Accepted];
+    if (Ledger* ledger = Ledger::present())
+        ledger->accepted({expected->bank, expected->index}, (Link().RequestBytes.Command & WriteBit) != 0,
+                         static_cast<std::uint32_t>(model_.outputs.toldValue));
     explain(expected->bank, expected->index, model_.outputs.toldValue);
 }
 
@@ -222,10 +250,12 @@ void Checks::afterEvent() {
     if (linkEvent_) model_.pagesTold();
     if (!Link().LinkIdle && !left_ && CurrentBank != sentBank_) {
         left_ = true;
+        require(!Ledger::present() || !isShort(), "no page moves the bank in an exchange of 150 ms");
         ++counts[LeftFrames];
     }
     checkExchange();
     checkTold();
+    if (Ledger* ledger = Ledger::present()) ledger->afterEvent();
     compareFrames();
     compareState();
     checkClocks();

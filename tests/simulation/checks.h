@@ -104,6 +104,7 @@ class Checks {
     void compareFrames();
     void compareFlags() const;
     void compareRecord(int bank, int index) const;
+    bool isShort() const;
     void load(int bank);
     void trace(std::int64_t value);
 
@@ -118,6 +119,7 @@ class Checks {
     Micros last_ = 0;
     Micros blockedUntil_ = -1;
     int sends_ = 0;                 ///< of the open exchange, since it began or last ran out of time
+    Micros begun_ = 0;              ///< when the open exchange began
     bool left_ = false;             ///< a page has moved the bank since the newest frame
     int sentBank_ = 0;              ///< under which the newest frame was built
     std::pair<int, int> origin_{};  ///< the record that the newest request was copied from

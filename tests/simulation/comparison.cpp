@@ -4,6 +4,7 @@
 
 #include "link/link_engine.h"
 #include "simulation/checks.h"
+#include "simulation/ledger.h"
 #include "simulator/exchange.h"
 
 namespace kestrel::testing {
@@ -59,6 +60,7 @@ void Checks::searched() {
     opened_ = platform_.opened;
     model_.portThere = true;
     model_.portSearched();
+    if (Ledger* ledger = Ledger::present()) ledger->interrupted();
 }
 
 void Checks::compareState() const {

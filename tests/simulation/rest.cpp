@@ -144,11 +144,11 @@ void Rest::letTheTroubleEbb() {
     line.strike(false);
     stage.openFailures.clear();
     stage.unwritable.clear();
-    line.machine.setLatency(std::min(plan.chunk, LongestChunk) * simulator::millisecond);
+    line.setLatency(std::min(plan.chunk, LongestChunk) * simulator::millisecond);
     stage.runUntil(stage.now() + Ebb);
     // The page of doses gives its order again whenever its argument is read, until it saw the order carried out.
     const Micros limit = stage.now() + LongestOrder;
-    const auto carriesOutAnOrder = [this] { return (line.machine.value(simulator::Board::Master, 7) & 2) != 0; };
+    const auto carriesOutAnOrder = [this] { return (line.memory(0, 7) & 2) != 0; };
     while (carriesOutAnOrder() && stage.now() < limit) stage.runUntil(stage.now() + Second);
     stage.runUntil(stage.now() + FreshWithin);
 }
@@ -188,7 +188,7 @@ void Rest::compareWithBoards() const {
     if (plan.moving) return;
     eachRecord([this](int bank, int index) {
         if (movesByItself(bank, index) || !ParamIsFresh(index, bank) || ParamTable(bank, index).Watchers == 0) return;
-        const ParamValue board = line.machine.value(static_cast<simulator::Board>(bank), index);
+        const ParamValue board = line.memory(bank, index);
         require(ParamRead(index, bank) == board || checks.isMisfiled(bank, index),
                 "at rest the mirror holds what the boards hold", Place{bank, index}, " mirror ", ParamRead(index, bank),
                 " board ", board);

@@ -6,6 +6,7 @@
 #include "link/subscriptions.h"
 #include "link/value_helpers.h"
 #include "shell/main_window.h"
+#include "simulation/random_user.h"
 
 namespace kestrel::testing {
 
@@ -46,7 +47,7 @@ class FrmSmall : public Page {
 Plan smallWorld() {
     Plan plan = Plan::draw(1);
     plan.seconds = 4;
-    plan.hot = plan.sector = plan.moving = plan.rough = plan.strange = plan.chunk = 0;
+    plan.hot = plan.sector = plan.moving = plan.rough = plan.strange = plan.chunk = plan.other = 0;
     plan.aim = Plan::All;
     plan.faults.clear();
     plan.incidents.clear();
@@ -68,7 +69,8 @@ void actInSmallWorld(char letter) {
     if (letter == 'p') MDIForm1().mnuCox(1).UserClick();
     if (!page) return;
     if (letter == 'c') page->UserClose();
-    if (letter == 'e' || letter == 'f') page->bar.UserMove(letter == 'e' ? 1234 : 21'000);
+    if (letter == 'e' || letter == 'f')
+        actOn(*page, page->bar, [&] { page->bar.UserMove(letter == 'e' ? 1234 : 21'000); });
 }
 
 std::vector<Plan> smallWorlds() {
