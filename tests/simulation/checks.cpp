@@ -4,6 +4,7 @@
 
 #include "link/fan_out.h"
 #include "link/link_engine.h"
+#include "platform/outside.h"
 #include "simulation/ledger.h"
 #include "simulator/receiver.h"
 
@@ -14,7 +15,7 @@ namespace {
 Checks* listening = nullptr;
 
 constexpr int SendsAllowed = 5;
-constexpr int TimersOfProgram = 8;
+constexpr int TimersOfProgram = 10;
 constexpr int TimersOfPage = 4;
 constexpr int InputLimit = 1024;
 constexpr int WriteBit = 128;
@@ -64,6 +65,7 @@ bool Checks::beginLinkEvent() {
     const bool opens = clock_ == Clock::Reply || clock_ == Clock::Reopen || !Link().Comm1->PortOpen();
     model_.portThere = line_.present() && !(opens && platform_.openFailures.contains(Link().ComPort));
     model_.setup = Link().LinkSetup;
+    model_.actsWait = AnyActWaits();
     return true;
 }
 

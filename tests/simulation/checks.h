@@ -72,8 +72,6 @@ class Checks {
     void blocked() { blockedUntil_ = platform_.now(); }
     /// After every event and every act.
     void afterEvent();
-    /// The record of the newest request: its bank when it was sent, and its number.
-    const std::pair<int, int>& asked() const { return origin_; }
     /// Whether the newest value of the record is one that a board said of another, with its cause.
     bool isMisfiled(int bank, int index) const { return misfiled_.contains({bank, index}); }
     /// A reply that was filed under a board that is not there is not followed by a better one.

@@ -50,8 +50,6 @@ class Player {
         } catch (const CheckFailed& failure) {
             result.failedCheck = failure.check;
             result.detail = failure.detail;
-        } catch (const EndedByRules& rule) {
-            result.ended = rule.why;
         } catch (const ProcessEnded&) {
             if (!quitting_) result.ended = stage_.lastBox;
             if (quitting_ && stage_.portOpen()) result.failedCheck = "the port is closed at the end";
@@ -83,6 +81,7 @@ class Player {
         stage_.runUntil(stage_.now() + plan_.quiet * Second);
         checks_.compareAll();
         rest_.compareWithBoards();
+        rest_.awaitIdle();
         ClosePages();
         checks_.afterEvent();
         rest_.onlyUnlikeListsAreLeft();

@@ -90,6 +90,7 @@ class Model {
 
     int currentBank = 0;    ///< a page moves it
     bool setup = false;     ///< while set, replies close the exchange and are not stored
+    bool actsWait = false;  ///< what the user or a page does goes before the next exchange
     bool portThere = true;  ///< whether the device can be opened and takes what is sent; unsetting it closes nothing
     /// The bank's board was identified (`present`) and its parameter file read, or it is absent and `recordCount` is
     /// that of its identity file while `records` is empty. records[0] is parameter 1.
@@ -107,7 +108,7 @@ class Model {
 
     /// The program asks identity record `record`: one byte, whatever width its command names (n = 0).
     void askIdentity(Micros now, const IndexRecord& record) {
-        request_ = Request{record, {record.addr0}, 1, 0, 0};
+        request_ = Request{record, {record.addr0}, 1, 0, 0, request_.bank};
         send(now);
     }
     /// The start is over: the link is idle, the reply timer off, the error lamp off, and the tick timer begins.
@@ -125,8 +126,8 @@ class Model {
         if (clock == Reply) return replyTimeout(now);
         if (clock == Reopen) return reopenTimeout(now);
         if (clock == Tick) {
-            if (idle && !portOpen && !due[Reopen]) restart(Reopen, now);
-            if (idle && portOpen) scan(now);
+            if (idle && !actsWait && !portOpen && !due[Reopen]) restart(Reopen, now);
+            if (idle && !actsWait && portOpen) scan(now);
             return restart(Tick, now);
         }
         light(pictures, clock == SendLamp ? SendOff : ReceiveOff);
@@ -152,7 +153,7 @@ class Model {
         } else if (!passes) {
             light(pictures, ErrorOn);
             ++retryCount;
-            return send(now);
+            return repeat(now);
         }
         retryCount = 0;
         if (!setup) return accept();
@@ -251,6 +252,7 @@ class Model {
         std::size_t dataCount = 0;
         unsigned n = 0;  ///< value bytes minus 1
         unsigned checksum = 0;
+        int bank = 0;  ///< whose board was asked
         bool isRead() const { return (record.command & writeBit) == 0; }
     };
 
@@ -273,8 +275,10 @@ class Model {
         return portOpen;
     }
 
-    /// The place where the scan stands is visited even when it lies at or beyond the end of the bank.
+    /// The place where the scan stands is visited even when it lies at or beyond the end of the bank. A bank whose
+    /// board is not there has nothing to visit.
     void scan(Micros now) {
+        if (!bank().present) return nextBank();
         const int end = std::max(bank().recordCount, scanIndex + 1);
         for (;; ++scanIndex) {
             scanIndex = nextPending(bank().flags.data(), scanIndex, end);
@@ -331,6 +335,7 @@ class Model {
     void send(Micros now) {
         restart(SendLamp, now);
         light(pictures, SendOn);
+        if (idle) request_.bank = currentBank;
         idle = false;
         const Frame out = frame(now);
         unread.clear();
@@ -338,6 +343,13 @@ class Model {
         if (!portOpen) tryToOpenPort();
         if (portThere) outputs.frames.push_back(out);
         if (!portThere) panelText = checkSerial;
+    }
+
+    /// To the board that the frame was built for, and to no other.
+    void repeat(Micros now) {
+        if (currentBank == request_.bank) return send(now);
+        retryCount = 0;
+        idle = true;
     }
 
     /// A silent board ends the exchange and leaves the retry count as it is; with the bit in Period the frame goes
@@ -348,7 +360,7 @@ class Model {
         stop(Reply);
         closePort();
         if (!tryToOpenPort()) return restart(Reply, now);
-        if ((record(scanIndex).period & silentRepeatPeriodBit) != 0) return send(now);
+        if ((record(scanIndex).period & silentRepeatPeriodBit) != 0) return repeat(now);
         idle = true;
     }
 

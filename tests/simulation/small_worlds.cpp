@@ -65,7 +65,7 @@ PageRegistry withSmallPage(PageRegistry pages) {
 
 void actInSmallWorld(char letter) {
     auto* page = dynamic_cast<FrmSmall*>(FindLoadedPage(Name));
-    if (letter == 'o') ShowPage(Name);
+    if (letter == 'o') RandomUser::open(Name);
     if (letter == 'p') MDIForm1().mnuCox(1).UserClick();
     if (!page) return;
     if (letter == 'c') page->UserClose();
