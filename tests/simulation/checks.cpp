@@ -157,16 +157,13 @@ void Checks::telling(const Page& page, int index, ParamValue value) {
             ledger->overwrittenBySlowReply({CurrentBank, index}, static_cast<std::uint32_t>(value));
         }
     }
-    if (Ledger* ledger = Ledger::present()) {
-        ledger->told(page, {CurrentBank, index});
-        ledger->begins({&page});
-    }
+    if (Ledger* ledger = Ledger::present()) ledger->telling(page, {CurrentBank, index});
     told_.push_back({&page, index, value});
     telling_ = true;
 }
 
 void Checks::told() {
-    if (Ledger* ledger = Ledger::present()) ledger->ends();
+    if (Ledger* ledger = Ledger::present()) ledger->told();
     telling_ = false;
     bankLeft_ = CurrentBank;
 }

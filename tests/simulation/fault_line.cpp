@@ -117,6 +117,7 @@ void FaultLine::mark(std::string_view struck) {
         return std::any_of(names.begin(), names.end(),
                            [struck](const char* name) { return struck.find(name) != std::string_view::npos; });
     };
+    if (any({"reset", "change", "swap"})) upset_ = now_;
     if (any({"slow", "late", "busy"})) lateUntil_ = now_ + LateSpan;
     if (any({"drop", "extra", "flip", "ack", "echo", "noise", "request", "part", "blind", "collide", "stream"}))
         spoiledUntil_ = now_ + SpoiledSpan;

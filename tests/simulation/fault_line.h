@@ -47,6 +47,8 @@ class FaultLine : public Line {
     /// Whether a wrong value now has a cause in a reply that came late, or in bytes that were spoiled or added.
     bool lateMayBe() const { return now_ <= lateUntil_; }
     bool spoiledMayBe() const { return now_ <= spoiledUntil_; }
+    /// Whether a board may have forgotten or changed what it held.
+    bool memoryUpsetSince(Micros time) const { return upset_ >= time; }
 
     void send(Micros now, const Bytes& frame) override;
     std::optional<Micros> nextEvent() const override { return machines_[plugged()]->nextEvent(); }
@@ -70,6 +72,7 @@ class FaultLine : public Line {
     Said said_;
     Micros lateUntil_ = -1;
     Micros spoiledUntil_ = -1;
+    Micros upset_ = -1;
 };
 
 }  // namespace kestrel::testing

@@ -7,7 +7,6 @@
 #include "link/fan_out.h"
 #include "link/link_engine.h"
 #include "pages/beverage/frm_dosi.h"
-#include "pages/test/frm_in_out.h"
 #include "pages/test/frm_test_cedar.h"
 #include "simulation/require.h"
 
@@ -18,57 +17,59 @@ namespace {
 using Record = Ledger::Record;
 
 constexpr Micros Second = 1'000'000;
-constexpr Micros Grace = Second / 5;       ///< for what waits for the end of an exchange
-constexpr std::size_t FramesUnderWay = 8;  ///< while boards are slow to hear
+constexpr Micros Grace = Second / 5;  ///< for what waits for the end of an exchange
 constexpr Micros InOutGivesUp = 5 * Second + Grace;
+constexpr std::size_t FramesUnderWay = 8;  ///< while boards are slow to hear
+constexpr std::size_t OrdersKept = 16;
 
 Ledger* kept = nullptr;
 
-/// The command registers, and the mailboxes before which no command may go out.
+/// The command registers by bank, and the mailboxes before which no command may go out.
 constexpr std::array<Record, Banks> Commands = {{{0, 4}, {1, 1}, {2, 284}}};
 const std::set<Record> Mailboxes = {{0, 5}, {0, 6}, {0, 370}, {1, 2},   {1, 3},
                                     {1, 4}, {1, 5}, {1, 6},   {2, 285}, {2, 286}};
+constexpr int PowderTestTime = 370;
+constexpr std::uint32_t PowderTest = 18, WaterOnly = 26, Run = 2;
 
 bool isCommand(Record record) { return std::find(Commands.begin(), Commands.end(), record) != Commands.end(); }
 
-/// What pages write by themselves: that In/Out is open or closed, settings that their rules have them put right when
-/// they are shown, and the command 0 by which Doses answers every echo of its mailbox.
-bool isPagesOwn(const Page* page, Record record, std::uint32_t value) {
-    static const std::map<std::string, std::set<std::pair<Record, int>>> putRight = {
-        {"FrmConMac", {{{1, 1154}, 1154}}},
-        {"FrmProUni", {{{1, 1299}, 1299}, {{1, 1301}, 1301}, {{1, 1394}, 1411}}},
-        {"FrmPresel", {{{1, 1412}, 1415}, {{1, 1424}, 1427}}}};
+/// That In/Out is open or closed; settings that their rules have pages put right when they are told of a value; and the
+/// command 0 by which Doses answers every echo of its mailbox.
+bool isPagesOwn(const Page* told, Record record, std::uint32_t value) {
+    static const std::map<std::string, std::vector<std::pair<Record, Record>>> putRight = {
+        {"FrmInOut", {}},
+        {"FrmConMac", {{{1, 1154}, {1, 1154}}}},
+        {"FrmProUni", {{{1, 1299}, {1, 1299}}, {{1, 1301}, {1, 1301}}, {{1, 1394}, {1, 1411}}}},
+        {"FrmPresel", {{{1, 1412}, {1, 1415}}, {{1, 1424}, {1, 1427}}}}};
     if (record == Record{0, 368} || record == Record{0, 369}) return true;
-    if (!page) return false;
-    if (page->name() == "FrmDosi") return record == Commands[0] && value == 0;
-    const auto runs = putRight.find(page->name());
+    if (!told) return false;
+    if (told->name() == "FrmDosi") return record == Commands[0] && value == 0;
+    const auto runs = putRight.find(told->name());
     return runs != putRight.end() && std::any_of(runs->second.begin(), runs->second.end(), [&](const auto& run) {
-               return run.first <= record && record <= Record{run.first.first, run.second};
+               return run.first <= record && record <= run.second;
            });
 }
 
-/// Keys and switches of orders stand for no value; all others show what their board holds.
+/// Keys stand for no value; all others show what their board holds.
 bool standsForValue(const Control& control) {
     return !dynamic_cast<const CommandButton*>(&control) && !dynamic_cast<const Label*>(&control);
 }
 
-std::uint32_t within(std::uint32_t value, int width) { return width < 4 ? value & ((1U << 8 * width) - 1) : value; }
+std::uint32_t cut(std::uint32_t value, int width) { return width < 4 ? value & ((1U << 8 * width) - 1) : value; }
 
-int widthOf(Record record) { return std::min(ValueNibble(ParamTable(record.first, record.second).Command) + 1, 4); }
+int widthOf(Record record) { return ValueNibble(ParamTable(record.first, record.second).Command) + 1; }
 
-bool isTold(const Control& control) {
-    const auto ask = [](const auto& marked) {
-        if constexpr (requires { bool(marked.notTaken()); }) return bool(marked.notTaken());
-        return false;
-    };
-    return ask(control);
+std::uint32_t valueOf(const simulator::Bytes& data) {
+    return static_cast<std::uint32_t>(ValueOf(data.data(), static_cast<int>(data.size()) - 1));
 }
 
-std::string text(Record record) { return say(Place{record.first, record.second}); }
+std::string text(Record record, std::uint32_t value) { return say(Place{record.first, record.second}, " = ", value); }
 
 }  // namespace
 
-Ledger::Ledger(const VirtualPlatform& platform, FaultLine& line) : platform_(platform), line_(line) { kept = this; }
+Ledger::Ledger(const VirtualPlatform& platform, const FaultLine& line) : platform_(platform), line_(line) {
+    kept = this;
+}
 
 Ledger::~Ledger() { kept = nullptr; }
 
@@ -84,101 +85,105 @@ Ledger::Order* Ledger::order(long number) {
     return found == orders_.end() ? nullptr : &*found;
 }
 
-bool Ledger::isOpen(const Doer& doer, long opening) const {
+bool Ledger::isOpen(const Page* page, long opening) const {
     const std::vector<Page*> loaded = LoadedPages();
-    return std::find(loaded.begin(), loaded.end(), doer.page) != loaded.end() &&
-           openings_.at(doer.page).number == opening;
+    return std::find(loaded.begin(), loaded.end(), page) != loaded.end() && openings_.at(page).number == opening;
 }
 
 void Ledger::end(Record record, End how) {
-    ++counts[static_cast<std::size_t>(how)];
+    count(how);
     std::erase_if(wishes_, [&](const Wish& wish) { return wish.record == record; });
 }
 
 std::string Ledger::nameOf(const Wish& wish) const {
-    std::string name = say(text(wish.record), " = ", wish.value);
-    if (wish.opening != 0 && isOpen(wish.doer, wish.opening)) name += " by " + wish.doer.page->name();
-    return name;
+    return text(wish.record, wish.value) + (isOpen(wish.page, wish.opening) ? " by " + wish.page->name() : "");
 }
 
 // ---- What is wanted.
 
-void Ledger::begins(const Doer& doer) {
-    doers_.push_back(doer);
-    act_.clear();
-    actBegan_ = ordered_;
+void Ledger::opens(const Page& page) { openings_[&page] = {++opened_, {}}; }
+
+void Ledger::telling(const Page& page, Record record) {
+    told_ = &page;
+    openings_[&page].told.insert(record);
 }
 
-void Ledger::ends() { doers_.pop_back(); }
-
 void Ledger::written(Record record, std::uint32_t value) {
-    const Doer by = doers_.empty() ? Doer{} : doers_.back();
     if (find(record)) end(record, End::Replaced);
-    Wish wish{record, value, by, 0, 0, line_.plugged(), boxes_};
-    if (by.page && !isPagesOwn(by.control ? nullptr : by.page, record, value)) {
-        wish.opening = openings_[by.page].number;
-        if (isCommand(record) || Mailboxes.contains(record)) {
-            takeForOrder(record, value, wish);
-        } else {
-            require(by.control, "only what somebody chose is written", by.page->name(), " ", text(record));
-            const auto& told = openings_[by.page].told;
-            const bool copy = !act_.empty() && told.contains(act_.back());  // a setting that the board keeps twice
-            require(!standsForValue(*by.control) || copy || told.contains(record),
-                    "what has not been read is not written", by.page->name(), " ", by.control->accessibleName(), " ",
-                    text(record), " = ", value);
-        }
-    } else {
-        require(isPagesOwn(by.page, record, value), "only what somebody chose is written", text(record));
-    }
-    act_.push_back(record);
+    Wish wish{record, value, line_.plugged(), boxes_};
+    wish.control = Control::acting();
+    wish.page = wish.control ? dynamic_cast<const Page*>(wish.control->window()) : told_;
+    if (!isPagesOwn(wish.control ? nullptr : told_, record, value)) wantedByUser(wish);
     wishes_.push_back(wish);
 }
 
-/// A click begins an order of its page; what the page writes on hearing of an echo belongs to its newest one.
-void Ledger::takeForOrder(Record record, std::uint32_t value, Wish& wish) {
-    const auto bank = static_cast<std::size_t>(record.first);
-    const auto sameRoad = [&](const Order& o) { return o.command == Commands[bank] && o.doer.page == wish.doer.page; };
-    const auto newest = std::find_if(orders_.rbegin(), orders_.rend(), sameRoad);
-    if (!wish.doer.control) {
-        wish.order = newest == orders_.rend() ? -1 : newest->number;
+/// Of a setting that the board keeps twice the page is told the first; the copy is written right after it.
+void Ledger::wantedByUser(Wish& wish) {
+    require(wish.page, "only what somebody chose is written", nameOf(wish));
+    if (const std::pair<const Control*, Micros> now{wish.control, platform_.now()}; now != actor_) {
+        actor_ = now;
+        act_.clear();
+        actBegan_ = ordered_;
+    }
+    wish.opening = openings_[wish.page].number;
+    if (isCommand(wish.record) || Mailboxes.contains(wish.record)) return takeForOrder(wish);
+    require(wish.control, "only what somebody chose is written", nameOf(wish));
+    const auto& told = openings_[wish.page].told;
+    const bool isCopy = !act_.empty() && told.contains(act_.back());
+    require(!standsForValue(*wish.control) || isCopy || told.contains(wish.record),
+            "what has not been read is not written", nameOf(wish), ", ", wish.control->accessibleName());
+    act_.push_back(wish.record);
+}
+
+/// A click begins an order of its page; what the page writes when it hears of an echo belongs to its newest one.
+void Ledger::takeForOrder(Wish& wish) {
+    const Record command = Commands[static_cast<std::size_t>(wish.record.first)];
+    const auto newest = std::find_if(orders_.begin(), orders_.end(),
+                                     [&](auto& o) { return o.command == command && o.page == wish.page; });
+    if (!wish.control) {
+        wish.order = newest == orders_.end() ? -1 : newest->number;
         return;
     }
-    if (newest == orders_.rend() || newest->number <= actBegan_) {
-        if (newest != orders_.rend() && !newest->givenUp) newest->givenUp = platform_.now();
-        orders_.push_back(
-            {++ordered_, wish.doer, wish.opening, wish.machine, {}, Commands[bank], 1, platform_.now(), {}, {}});
+    Order* order = newest == orders_.end() ? nullptr : &*newest;
+    if (!order || order->number <= actBegan_) {
+        if (order && !order->givenUp) order->givenUp = platform_.now();
+        order = &orders_.emplace_front(Order{++ordered_, wish.page, wish.opening, command, platform_.now()});
+        if (orders_.size() > OrdersKept) orders_.pop_back();
         lied_.clear();
     }
-    Order& order = newest == orders_.rend() || newest->number <= actBegan_ ? orders_.back() : *newest;
-    wish.order = order.number;
-    if (isCommand(record))
-        order.code = value;
+    wish.order = order->number;
+    if (isCommand(wish.record))
+        order->code = wish.value;
     else
-        order.mailbox[record.second] = value;
-    if (const auto* doses = dynamic_cast<const FrmDosi*>(wish.doer.page))
-        order.code = order.mailbox.contains(370) ? 18 : wish.doer.control == &doses->Command4[0] ? 26 : 2;
-    else if (!isCommand(record) && order.mailbox.size() > 1)
-        order.code = 2;
-    while (orders_.size() > 64) orders_.pop_front();
+        order->mailbox[wish.record.second] = wish.value;
+    if (const auto* doses = dynamic_cast<const FrmDosi*>(wish.page))
+        order->code = order->mailbox.contains(PowderTestTime) ? PowderTest
+                      : wish.control == &doses->Command4[0]   ? WaterOnly
+                                                              : Run;
+    else if (order->mailbox.size() > 1)
+        order->code = Run;
 }
 
 void Ledger::withdrawn(Record record) {
     if (find(record)) end(record, End::Dropped);
 }
 
+void Ledger::answered(const Message& message, Message::Answer answer) {
+    ++boxes_;
+    saidNo_ = message.buttons == Message::Buttons::YesNo && answer == Message::Answer::No;
+}
+
 // ---- What goes over the line.
 
 void Ledger::asks(Record record, const simulator::Frame& frame) {
-    sending_ = sent_.end();
+    open_ = sent_.end();
     if (!frame.write) return;
-    std::uint32_t value = 0;
-    for (std::size_t i = frame.data.size(); i > 0; --i) value = value << 8 | frame.data[i - 1];
+    const std::uint32_t value = valueOf(frame.data);
     Wish* wish = find(record);
-    require(wish && within(wish->value, frame.width) == value, "a write is what somebody wants", text(record), " = ",
-            value, wish ? ", not " + nameOf(*wish) : "");
+    require(wish && cut(wish->value, frame.width) == value, "a write is what somebody wants", text(record, value));
     wish->state = State::Sent;
     sent_.push_front({record, value, *wish, platform_.now()});
-    sending_ = sent_.begin();
+    open_ = sent_.begin();
     if (sent_.size() > FramesUnderWay) sent_.pop_back();
 }
 
@@ -187,42 +192,40 @@ void Ledger::heard(const simulator::Exchange& exchange) {
     const simulator::Frame& frame = exchange.request;
     if (frame.verdict != simulator::Frame::Verdict::Good || !frame.write) return;
     const Record record{static_cast<int>(frame.board), exchange.parameter};
-    std::uint32_t value = 0;
-    for (std::size_t i = frame.data.size(); i > 0; --i) value = value << 8 | frame.data[i - 1];
-    require(exchange.parameter != 0, "a write goes to a place that its board has", text(record), " = ", value);
+    const std::uint32_t value = valueOf(frame.data);
+    require(exchange.parameter != 0, "a write goes to a place that its board has", text(record, value));
     const auto sent = std::find_if(sent_.begin(), sent_.end(),
                                    [&](const Sending& s) { return s.record == record && s.value == value; });
-    require(sent != sent_.end(), "a write that is heard was sent", text(record), " = ", value);
+    require(sent != sent_.end(), "a write that is heard was sent", text(record, value));
     require(sent->wish.machine == line_.plugged(), "a write goes to the machine it was meant for", nameOf(sent->wish));
-    const bool lies =
-        exchange.note.find("noeffect") != std::string::npos || exchange.note.find("clamp") != std::string::npos;
+    const auto struck = [&](const char* fault) { return exchange.note.find(fault) != std::string::npos; };
+    const bool lies = struck("noeffect") || struck("clamp");
     if (lies) lied_.insert(record);
-    Wish* wish = find(record);
-    if (wish && wish->state == State::Sent) {
+    if (Wish* wish = find(record); wish && wish->state == State::Sent) {
         wish->lied = wish->lied || lies;
         wish->reached = wish->reached || !exchange.reply.empty() || line_.memory(record.first, record.second) == value;
     }
     if (sent->wish.order == 0) return;
     Order* const order = this->order(sent->wish.order);
-    require(order, "an order was clicked", text(record), " = ", value);
+    require(order, "an order was clicked", text(record, value));
     heardOfOrder(*order, *sent);
 }
 
 void Ledger::heardOfOrder(Order& order, const Sending& sent) {
     const auto& [record, value, wish, begun] = sent;
     require(!order.givenUp || begun <= *order.givenUp, "nothing of an order goes out after it was given up",
-            text(record), " = ", value, ", clicked at ", order.clicked, ", given up at ", order.givenUp.value_or(0));
+            text(record, value), ", clicked at ", order.clicked, ", given up at ", order.givenUp.value_or(0));
     if (!isCommand(record)) return;
     same("an order is the one that was clicked", value, order.code);
     for (const auto& [index, wanted] : order.mailbox) {
-        const Record at{record.first, index};
-        const bool right = line_.memory(at.first, at.second) == within(wanted, widthOf(at));
-        require(right || lied_.contains(at) || line_.lateMayBe() || line_.spoiledMayBe(),
-                "an order finds in its mailbox what was clicked", text(at), " holds ",
-                line_.memory(at.first, at.second), ", not ", wanted);
-        if (!right) ++counts[static_cast<std::size_t>(lied_.contains(at) ? End::BoardLied : End::FalseReply)];
+        const std::uint32_t holds = line_.memory(record.first, index);
+        if (holds == cut(wanted, widthOf({record.first, index}))) continue;
+        const bool lied = lied_.contains({record.first, index}) || line_.memoryUpsetSince(order.clicked);
+        require(lied || line_.lateMayBe() || line_.spoiledMayBe(), "an order finds in its mailbox what was clicked",
+                text({record.first, index}, holds), ", not ", wanted);
+        count(lied ? End::BoardLied : End::FalseReply);
     }
-    require(!order.ran || *order.ran == begun, "an order runs once", text(record), " = ", value);
+    require(!order.ran || *order.ran == begun, "an order runs once", text(record, value));
     order.ran = begun;
 }
 
@@ -230,12 +233,12 @@ void Ledger::heardOfOrder(Order& order, const Sending& sent) {
 void Ledger::accepted(Record record, bool write, std::uint32_t value) {
     Wish* wish = find(record);
     if (!wish) return;
-    if (write && sending_ != sent_.end() && sending_->record == record && wish->state == State::Sent) {
-        require(wish->reached || line_.lateMayBe() || line_.spoiledMayBe(), "what is confirmed was heard",
-                nameOf(*wish));
+    if (write && open_ != sent_.end() && open_->record == record && wish->state == State::Sent) {
+        const bool mayBeFalse = line_.lateMayBe() || line_.spoiledMayBe();
+        require(wish->reached || mayBeFalse, "what is confirmed was heard", nameOf(*wish));
         end(record, !wish->reached ? End::FalseReply : wish->lied ? End::BoardLied : End::Confirmed);
     } else if (!write && wish->state == State::Lost) {
-        if (within(wish->value, widthOf(record)) == value) return end(record, End::Confirmed);
+        if (cut(wish->value, widthOf(record)) == value) return end(record, End::Confirmed);
         wish->state = State::Refused;
     }
 }
@@ -244,7 +247,7 @@ void Ledger::accepted(Record record, bool write, std::uint32_t value) {
 void Ledger::overwrittenBySlowReply(Record record, std::uint32_t by) {
     Wish* const wish = find(record);
     if (!wish) return;
-    ++counts[static_cast<std::size_t>(End::SlowReply)];
+    count(End::SlowReply);
     wish->value = by;
     wish->opening = 0;
 }
@@ -255,60 +258,52 @@ void Ledger::interrupted() {
         if (!order.givenUp) order.givenUp = platform_.now();
 }
 
-void Ledger::answered(const Message& message, Message::Answer answer) {
-    ++boxes_;
-    saidNo_ = message.buttons == Message::Buttons::YesNo && answer == Message::Answer::No;
-}
-
 // ---- What becomes of it.
 
 /// Whether its page still stands behind the order.
-bool Ledger::ordersPage(const Order& order) const {
-    if (!isOpen(order.doer, order.opening)) return false;
-    if (const auto* doses = dynamic_cast<const FrmDosi*>(order.doer.page)) return doses->TestLamp.Active;
-    if (const auto* model = dynamic_cast<const FrmTestCedar*>(order.doer.page))
+bool Ledger::isStillOrdered(const Order& order) const {
+    if (!isOpen(order.page, order.opening)) return false;
+    if (const auto* doses = dynamic_cast<const FrmDosi*>(order.page)) return doses->TestLamp.Active;
+    if (const auto* model = dynamic_cast<const FrmTestCedar*>(order.page))
         return order.mailbox.empty() || model->Label2[1].Caption.get() != "_ _";
-    const bool outputs = order.doer.page->name() == "FrmInOut" && order.code == 2;
+    const bool outputs = order.page->name() == "FrmInOut" && order.code == Run;
     return !outputs || platform_.now() < order.clicked + InOutGivesUp;
 }
 
 void Ledger::look(Wish& wish) {
     const auto [bank, index] = wish.record;
-    const bool due = (ParamFlags(bank, index) & flag::WriteDue) != 0;
-    const auto held = static_cast<std::uint32_t>(ValueOf(ParamTable(bank, index).Value.data(), WrittenBytes - 1));
+    const std::uint8_t flags = ParamFlags(bank, index);
+    const bool due = (flags & flag::WriteDue) != 0;
+    const ParamValue held = ValueOf(ParamTable(bank, index).Value.data(), WrittenBytes - 1);
+    if (saidNo_ && wish.state == State::Due && !due) return end(wish.record, End::Dropped);
     if (wish.state == State::Sent && Link().LinkIdle) wish.state = State::Lost;
-    const bool lostAtThePort = wish.state == State::Due && !due && (ParamFlags(bank, index) & flag::Pending);
-    if (lostAtThePort && held == wish.value) wish.state = State::Lost;
+    // The frame was lost on this side, at the port.
+    if (wish.state == State::Due && !due && (flags & flag::Pending) && held == wish.value) wish.state = State::Lost;
     require(wish.state != State::Due || (due && held == wish.value), "nothing that is wanted vanishes", nameOf(wish),
             due ? "" : ", not due", ", mirror ", held);
     if (!wish.isSetting() || wish.state == State::Suspended) return;
-    const bool open = isOpen(wish.doer, wish.opening);
+    const bool open = isOpen(wish.page, wish.opening);
+    const bool boxTold = boxes_ > wish.boxes;
     if (open && wish.state != State::Refused) {
         wish.boxes = boxes_;
     } else if (open) {
-        require(isTold(*wish.doer.control) || boxes_ > wish.boxes, "what is not taken is told", nameOf(wish));
+        require(wish.control->notTaken() || boxTold, "what is not taken is told", nameOf(wish));
         end(wish.record, End::Told);
-    } else if (boxes_ > wish.boxes) {
-        if (!due) return end(wish.record, End::Told);
-        wish.state = State::Suspended;
-        ++counts[static_cast<std::size_t>(End::Told)];
-    } else {
+    } else if (!boxTold) {
         if (!wish.gone) wish.gone = platform_.now();
         require(platform_.now() < *wish.gone + Grace, "what a closed page leaves behind is told", nameOf(wish));
+    } else if (due) {
+        wish.state = State::Suspended;
+        count(End::Told);
+    } else {
+        end(wish.record, End::Told);
     }
 }
 
 void Ledger::afterEvent() {
     for (Order& order : orders_)
-        if (!order.givenUp && !ordersPage(order)) order.givenUp = platform_.now();
-    for (std::size_t i = wishes_.size(); i > 0; --i) {
-        Wish& wish = wishes_[i - 1];
-        if (saidNo_ && wish.state == State::Due &&
-            !(ParamFlags(wish.record.first, wish.record.second) & flag::WriteDue))
-            end(wish.record, End::Dropped);
-        else
-            look(wish);
-    }
+        if (!order.givenUp && !isStillOrdered(order)) order.givenUp = platform_.now();
+    for (std::size_t i = wishes_.size(); i > 0; --i) look(wishes_[i - 1]);
 }
 
 void Ledger::atRest() const {

@@ -3,7 +3,6 @@
 #pragma once
 
 #include <array>
-#include <deque>
 #include <list>
 #include <map>
 #include <optional>
@@ -18,41 +17,38 @@
 
 namespace kestrel::testing {
 
-/// How intents ended, as they are counted.
+/// How an intent ended.
 enum class End : std::size_t { Confirmed, Replaced, Told, Dropped, BoardLied, FalseReply, SlowReply, Kinds };
 
 class Ledger {
   public:
-    Ledger(const VirtualPlatform& platform, FaultLine& line);
+    using Record = std::pair<int, int>;  ///< bank and number
+    using Ends = std::array<long, static_cast<std::size_t>(End::Kinds)>;
+
+    Ledger(const VirtualPlatform& platform, const FaultLine& line);
     ~Ledger();
     /// The one that is kept, or null.
     static Ledger* present();
 
-    using Record = std::pair<int, int>;  ///< bank and number
-    /// Who is at work: a user on a control, or a page that is being told of a value.
-    struct Doer {
-        const Page* page = nullptr;
-        Control* control = nullptr;
-    };
-
-    void opens(const Page& page) { openings_[&page] = {++opened_, {}}; }
-    void begins(const Doer& doer);
-    void ends();
-    void told(const Page& page, Record record) { openings_[&page].told.insert(record); }
+    // What pages do, and the user on them.
+    void opens(const Page& page);
+    void telling(const Page& page, Record record);
+    void told() { told_ = nullptr; }
     void written(Record record, std::uint32_t value);
     void withdrawn(Record record);
+    void answered(const Message& message, Message::Answer answer);
+    // What the line does.
     void asks(Record record, const simulator::Frame& frame);  ///< the first frame of an exchange
     void heard(const simulator::Exchange& exchange);
     void accepted(Record record, bool write, std::uint32_t value);
     void overwrittenBySlowReply(Record record, std::uint32_t by);
     void interrupted();
-    void answered(const Message& message, Message::Answer answer);
+
     void afterEvent();
     /// The line is well and all that is watched has been read: nothing may be open any more.
     void atRest() const;
 
-    using Ends = std::array<long, static_cast<std::size_t>(End::Kinds)>;
-    Ends counts{};
+    const Ends& ends() const { return ends_; }
 
   private:
     struct Opening {
@@ -62,28 +58,27 @@ class Ledger {
     /// A click that has a machine do something: what stands in the mailbox, and the command that follows.
     struct Order {
         long number;
-        Doer doer;
+        const Page* page;
         long opening;
-        std::size_t machine;
-        std::map<int, std::uint32_t> mailbox;
         Record command;
-        std::uint32_t code = 0;
         Micros clicked;
-        std::optional<Micros> givenUp;
-        std::optional<Micros> ran;
+        std::uint32_t code = 1;
+        std::map<int, std::uint32_t> mailbox = {};
+        std::optional<Micros> givenUp = {}, ran = {};
     };
     enum class State { Due, Sent, Lost, Refused, Suspended };
     struct Wish {
         Record record;
         std::uint32_t value;
-        Doer doer;
-        long opening;  ///< of its page; 0: a page's own write
-        long order;    ///< 0: a setting
         std::size_t machine;
         long boxes;  ///< shown when its page was last seen
+        const Page* page = nullptr;
+        Control* control = nullptr;  ///< on which the user acted
+        long opening = 0;            ///< of the page; 0: a page's own write
+        long order = 0;              ///< 0: a setting
         State state = State::Due;
         bool reached = false;  ///< a board has it
-        bool lied = false;     ///< a board acknowledged and did otherwise
+        bool lied = false;     ///< a board acknowledged it and did otherwise
         std::optional<Micros> gone = {};
         bool isSetting() const { return opening != 0 && order == 0; }
     };
@@ -97,25 +92,30 @@ class Ledger {
 
     Wish* find(Record record);
     Order* order(long number);
-    bool isOpen(const Doer& doer, long opening) const;
+    bool isOpen(const Page* page, long opening) const;
+    bool isStillOrdered(const Order& order) const;
+    void count(End how) { ++ends_[static_cast<std::size_t>(how)]; }
     void end(Record record, End how);
-    void takeForOrder(Record record, std::uint32_t value, Wish& wish);
+    void wantedByUser(Wish& wish);
+    void takeForOrder(Wish& wish);
     void heardOfOrder(Order& order, const Sending& sent);
-    bool ordersPage(const Order& order) const;
     void look(Wish& wish);
     std::string nameOf(const Wish& wish) const;
 
     const VirtualPlatform& platform_;
-    FaultLine& line_;
+    const FaultLine& line_;
+    Ends ends_{};
     std::map<const Page*, Opening> openings_;
-    std::vector<Doer> doers_;
+    const Page* told_ = nullptr;  ///< of a value at this moment
+    std::pair<const Control*, Micros> actor_;
     std::vector<Record> act_;  ///< what the act that goes on has written
-    std::deque<Order> orders_;
+    long actBegan_ = 0;        ///< orders before it
+    std::list<Order> orders_;
     std::vector<Wish> wishes_;
-    std::list<Sending> sent_;                                   ///< the newest writes that went out, the newest first
-    std::list<Sending>::const_iterator sending_ = sent_.end();  ///< in the open exchange
-    std::set<Record> lied_;                                     ///< what some board did not store as it said
-    long opened_ = 0, ordered_ = 0, boxes_ = 0, actBegan_ = 0;
+    std::list<Sending> sent_;                                ///< the newest writes that went out, the newest first
+    std::list<Sending>::const_iterator open_ = sent_.end();  ///< in the open exchange
+    std::set<Record> lied_;                                  ///< what some board did not store as it said
+    long opened_ = 0, ordered_ = 0, boxes_ = 0;
     bool saidNo_ = false;
 };
 

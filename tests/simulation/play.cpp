@@ -61,7 +61,7 @@ class Player {
         result.hash = checks_.traceHash;
         result.played = stage_.now();
         result.counts = checks_.counts;
-        if (ledger_) result.ends = ledger_->counts;
+        if (ledger_) result.ends = ledger_->ends();
         return result;
     }
 

@@ -10,7 +10,6 @@
 #include "platform/switches.h"
 #include "shell/main_window.h"
 #include "shell/windows.h"
-#include "simulation/ledger.h"
 
 namespace kestrel::testing {
 
@@ -75,13 +74,6 @@ std::string stateOf(const Control& control) {
 
 }  // namespace
 
-void actOn(const Page& page, Control& control, const std::function<void()>& act) {
-    Ledger* const ledger = Ledger::present();
-    if (ledger) ledger->begins({&page, &control});
-    act();
-    if (ledger) ledger->ends();
-}
-
 std::vector<Control*> controlsOf(Window& window) {
     std::vector<Control*> controls;
     collect(window.Arrange(), controls);
@@ -103,14 +95,12 @@ SelectorPositions::SelectorPositions(Window& window) {
     }
 }
 
-void SelectorPositions::chooseIn(Page& page) const {
+void SelectorPositions::chooseIn(Window& window) const {
     std::size_t next = 0;
-    for (Control* control : controlsOf(page)) {
+    for (Control* control : controlsOf(window)) {
         if (!control->isSelector) continue;
-        actOn(page, *control, [&] {
-            if (auto* stepped = dynamic_cast<SteppedSwitch*>(control)) stepped->UserMove(positions_.at(next++));
-            if (auto* bar = dynamic_cast<ScrollBar*>(control)) bar->UserMove(positions_.at(next++));
-        });
+        if (auto* stepped = dynamic_cast<SteppedSwitch*>(control)) stepped->UserMove(positions_.at(next++));
+        if (auto* bar = dynamic_cast<ScrollBar*>(control)) bar->UserMove(positions_.at(next++));
     }
 }
 
@@ -121,15 +111,10 @@ void RandomUser::open(const std::string& page) {
 }
 
 void RandomUser::moveAnything(Dice& random) const {
-    Page* const page = random.of(LoadedPages());
-    const std::vector<Control*> controls = controlsOf(*page);
+    const std::vector<Control*> controls = controlsOf(*random.of(LoadedPages()));
     constexpr int Tries = 8;
-    for (int i = 0; i < Tries && !controls.empty(); ++i) {
-        Control* const control = random.of(controls);
-        bool used = false;
-        actOn(*page, *control, [&] { used = use(*control, random); });
-        if (used) return;
-    }
+    for (int i = 0; i < Tries && !controls.empty(); ++i)
+        if (use(*random.of(controls), random)) return;
 }
 
 void RandomUser::act(int number) {

@@ -2,7 +2,6 @@
 // port. What stands on a page is found from its layout, so a page that is added takes part by itself.
 #pragma once
 
-#include <functional>
 #include <string>
 #include <vector>
 
@@ -11,8 +10,6 @@
 
 namespace kestrel::testing {
 
-/// Something that the user does on a control of a page: the ledger hears of it.
-void actOn(const Page& page, Control& control, const std::function<void()>& act);
 /// The controls of a window, in the order of its layout.
 std::vector<Control*> controlsOf(Window& window);
 /// What a page shows of its boards, a line a control: value labels, bars, switches, lamps, lists.
@@ -20,7 +17,7 @@ std::vector<std::string> shownBy(Window& window);
 /// Gives the selectors of a page the positions of those of another page of its class.
 struct SelectorPositions {
     explicit SelectorPositions(Window& window);
-    void chooseIn(Page& page) const;
+    void chooseIn(Window& window) const;
     bool operator==(const SelectorPositions&) const = default;
 
   private:

@@ -69,8 +69,7 @@ void actInSmallWorld(char letter) {
     if (letter == 'p') MDIForm1().mnuCox(1).UserClick();
     if (!page) return;
     if (letter == 'c') page->UserClose();
-    if (letter == 'e' || letter == 'f')
-        actOn(*page, page->bar, [&] { page->bar.UserMove(letter == 'e' ? 1234 : 21'000); });
+    if (letter == 'e' || letter == 'f') page->bar.UserMove(letter == 'e' ? 1234 : 21'000);
 }
 
 std::vector<Plan> smallWorlds() {
