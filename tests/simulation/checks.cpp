@@ -4,6 +4,7 @@
 
 #include "link/fan_out.h"
 #include "link/link_engine.h"
+#include "link/recheck.h"
 #include "platform/outside.h"
 #include "simulation/ledger.h"
 #include "simulator/receiver.h"
@@ -15,7 +16,7 @@ namespace {
 Checks* listening = nullptr;
 
 constexpr int SendsAllowed = 5;
-constexpr int TimersOfProgram = 10;
+constexpr int TimersOfProgram = 16;
 constexpr int TimersOfPage = 4;
 constexpr int InputLimit = 1024;
 constexpr int WriteBit = 128;
@@ -64,7 +65,8 @@ bool Checks::beginLinkEvent() {
     model_.currentBank = CurrentBank;
     const bool opens = clock_ == Clock::Reply || clock_ == Clock::Reopen || !Link().Comm1->PortOpen();
     model_.portThere = line_.present() && !(opens && platform_.openFailures.contains(Link().ComPort));
-    model_.setup = Link().LinkSetup;
+    model_.setup = !loaded_;
+    model_.holding = WritesAreHeld() && model_.recheck.phase != reference::Recheck::Reading;
     model_.actsWait = AnyActWaits();
     return true;
 }
@@ -91,12 +93,15 @@ void Checks::beforeLoss() {
 }
 
 void Checks::beforeQuestion() {
-    if (!following_) opened_ = platform_.opened;
-    following_ = true;
-    beginLinkEvent();
     sends_ = 0;
-    const Request& request = Link().RequestBytes;
-    model_.askIdentity(platform_.now(), {request.Addr2, request.Addr1, request.Command, 0, request.Addr0, {}});
+    if (clock_ == Clock::Tick) return;  // after an interruption the model asks by itself
+    if (!following_) opened_ = platform_.opened;
+    if (!following_) loadIdentities();
+    if (loaded_) model_.startAnew();
+    following_ = true;
+    loaded_ = false;
+    beginLinkEvent();
+    model_.askIdentity(platform_.now(), questionAsked());
 }
 
 void Checks::sending(const Bytes& frame) {
@@ -104,14 +109,15 @@ void Checks::sending(const Bytes& frame) {
     const simulator::Frame asBoardsHearIt = heard(frame);
     same("a frame goes to the board of its bank", static_cast<int>(asBoardsHearIt.board), CurrentBank);
     ++counts[Frames];
-    if (clock_ == Clock::Tick) {
+    const bool isRecord = clock_ == Clock::Tick && model_.recheck.phase != reference::Recheck::Asking;
+    if (isRecord) {
         begun_ = platform_.now();
         checkOrigin(asBoardsHearIt);
     }
     if (Ledger* ledger = Ledger::present()) {
         require(BoardPresent(CurrentBank) || Link().LinkSetup, "no frame goes to a board that is not there",
                 Place{CurrentBank, Link().ScanIndex});
-        if (clock_ == Clock::Tick) ledger->asks(origin_, asBoardsHearIt);
+        if (isRecord) ledger->asks(origin_, asBoardsHearIt);
     }
     if (++sends_ > 1) ++counts[Repeats];
     require(sends_ <= SendsAllowed, "at most five sends of a frame");
@@ -142,8 +148,9 @@ void Checks::released(int index) {
 }
 
 void Checks::written(int index, std::uint32_t value) {
-    model_.currentBank = CurrentBank;
+    const int bank = std::exchange(model_.currentBank, CurrentBank);
     model_.write(index, value);
+    if (clock_ == Clock::Tick) model_.currentBank = bank;  // what was held is given back before the scan
     if (Ledger* ledger = Ledger::present()) ledger->written({CurrentBank, index}, value);
     require(!telling_ || told_.back().index != index || correctsItself(*told_.back().page),
             "showing a value writes nothing back", Place{CurrentBank, index});
@@ -247,6 +254,8 @@ void Checks::afterEvent() {
     if (!following_) return;
     model_.currentBank = linkEvent_ ? (told_.empty() ? model_.currentBank : bankLeft_) : CurrentBank;
     if (linkEvent_) model_.pagesTold();
+    model_.holding = WritesAreHeld() && model_.recheck.phase != reference::Recheck::Reading;
+    if (clock_ == Clock::Tick) model_.endTick(now);
     if (!Link().LinkIdle && !left_ && CurrentBank != sentBank_) {
         left_ = true;
         require(!Ledger::present() || !isShort(), "no page moves the bank in an exchange of 150 ms");

@@ -69,6 +69,8 @@ class Checks {
     void searching() { searching_ = true; }
     void searched();
     bool isSearching() const { return searching_; }
+    /// The machine on which the program last started.
+    std::size_t home() const { return home_; }
     void blocked() { blockedUntil_ = platform_.now(); }
     /// After every event and every act.
     void afterEvent();
@@ -104,6 +106,8 @@ class Checks {
     void compareRecord(int bank, int index) const;
     bool isShort() const;
     void load(int bank);
+    void loadIdentities();
+    int questionAsked() const;
     void trace(std::int64_t value);
 
     VirtualPlatform& platform_;
@@ -112,6 +116,7 @@ class Checks {
     bool following_ = false;  ///< the model runs beside the program
     bool loaded_ = false;
     bool searching_ = false;
+    std::size_t home_ = 0;
     bool linkEvent_ = false;
     Clock clock_ = Clock::ClockCount;  ///< of this event
     Micros last_ = 0;

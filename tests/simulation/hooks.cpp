@@ -26,6 +26,7 @@ Page& wrapLoad(std::unique_ptr<Page> page) {
     if (Ledger* ledger = Ledger::present()) ledger->opens(*page);
     return realLoad(std::move(page));
 }
+KESTREL_AROUND(StartAnew, "_ZN7kestrel9StartAnewEv", (), (), here(), started())
 KESTREL_AROUND(Watch, "_ZN7kestrel10ParamWatchEi", (int index), (index), here(), watched(index))
 KESTREL_AROUND(Release, "_ZN7kestrel12ParamReleaseEi", (int index), (index), here(), released(index))
 KESTREL_AROUND(Write, "_ZN7kestrel10ParamWriteEij", (int index, std::uint32_t value), (index, value), here(),

@@ -9,11 +9,14 @@
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
+#include <functional>
 #include <numeric>
 #include <optional>
 #include <ostream>
 #include <string>
 #include <vector>
+
+#include "simulation/reference_recheck.h"
 
 namespace kestrel::testing::reference {
 
@@ -91,6 +94,9 @@ class Model {
     int currentBank = 0;    ///< a page moves it
     bool setup = false;     ///< while set, replies close the exchange and are not stored
     bool actsWait = false;  ///< what the user or a page does goes before the next exchange
+    bool holding = false;   ///< what was due at an interruption waits for the user's word
+    /// Whether a user's act has written the record and nothing has come of it yet.
+    std::function<bool(int bank, int index)> isUsers;
     bool portThere = true;  ///< whether the device can be opened and takes what is sent; unsetting it closes nothing
     /// The bank's board was identified (`present`) and its parameter file read, or it is absent and `recordCount` is
     /// that of its identity file while `records` is empty. records[0] is parameter 1.
@@ -106,13 +112,24 @@ class Model {
 
     // ---- Events of the link.
 
-    /// The program asks identity record `record`: one byte, whatever width its command names (n = 0).
-    void askIdentity(Micros now, const IndexRecord& record) {
+    /// The program asks identity record `number` of the bank: one byte, whatever width its command names (n = 0).
+    void askIdentity(Micros now, int number) {
+        const IndexRecord& record = at(at(identities, currentBank), number - 1);
+        learn();
+        asked_ = {currentBank, number};
+        replyData_.clear();
         request_ = Request{record, {record.addr0}, 1, 0, 0, request_.bank};
         send(now);
     }
+    /// The program begins anew with the boards that are there now: the tick stops until startScan().
+    void startAnew() {
+        stop(Tick);
+        recheck = {};
+        holding = false;
+    }
     /// The start is over: the link is idle, the reply timer off, the error lamp off, and the tick timer begins.
     void startScan(Micros now) {
+        learn();
         stop(Reply);
         currentBank = 0;
         light(pictures, ErrorOff);
@@ -127,12 +144,17 @@ class Model {
         if (clock == Reopen) return reopenTimeout(now);
         if (clock == Tick) {
             if (idle && !actsWait && !portOpen && !due[Reopen]) restart(Reopen, now);
-            if (idle && !actsWait && portOpen) scan(now);
+            tickGoesOn_ = idle && !actsWait && portOpen;
+            if (tickGoesOn_) recheckTick(now);
             return restart(Tick, now);
         }
         light(pictures, clock == SendLamp ? SendOff : ReceiveOff);
         if (clock == ReceiveLamp) light(pictures, ErrorOff);
         stop(clock);
+    }
+    /// Behind the end of a recheck, where the program may write again what it has held, a tick goes on to the scan.
+    void endTick(Micros now) {
+        if (std::exchange(tickGoesOn_, false) && !recheck.isClosed()) scan(now);
     }
     /// These bytes came in and the serial event was raised. If a reply is accepted, the work stops where the pages
     /// are told: the driver then passes on what they do (watch, release, write, currentBank) and calls
@@ -156,7 +178,7 @@ class Model {
             return repeat(now);
         }
         retryCount = 0;
-        if (!setup) return accept();
+        if (!setup && recheck.phase != Recheck::Asking) return accept();
         idle = true;
     }
     void pagesTold() {
@@ -166,12 +188,14 @@ class Model {
     void portLost() {
         closePort();
         panelText = checkSerial;
+        interrupt();
     }
     /// The user chose a port and the search found a board: the port is open with nothing unread. An exchange that was
     /// open stays open and its time-out goes on.
     void portSearched() {
         portOpen = true;
         unread.clear();
+        if (due[Tick]) recheck.interrupt();
     }
 
     // ---- What pages do, in currentBank. Never with index 0.
@@ -199,6 +223,8 @@ class Model {
 
     // ---- What must now be so.
 
+    Recheck recheck;
+    std::array<std::vector<IndexRecord>, BankCount> identities;  ///< of the identity files
     int scanIndex = 0, retryCount = 0;
     bool idle = true, portOpen = true;
     std::vector<std::uint8_t> unread;
@@ -275,6 +301,73 @@ class Model {
         return portOpen;
     }
 
+    bool reopenPort() {
+        if (!tryToOpenPort()) interrupt();
+        return portOpen;
+    }
+
+    /// While the boards are asked for the first time a lost port is a silent one.
+    void interrupt() {
+        if (due[Tick] || recheck.phase != Recheck::Open || holding) recheck.interrupt();
+    }
+
+    /// What the newest question at the start has brought: noise counts as well.
+    void learn() {
+        if (asked_.first >= 0 && !replyData_.empty()) recheck.learn(asked_.first, asked_.second, replyData_.front());
+        asked_.first = -1;
+    }
+
+    void recheckTick(Micros now) {
+        if (recheck.phase == Recheck::Asking) {
+            recheck.take(replyData_.empty() ? -1 : replyData_.front(),
+                         {banks[0].present, banks[1].present, banks[2].present});
+            scanIndex = currentBank = 0;
+            if (recheck.phase == Recheck::Reading) wantAllWatched();
+        }
+        if (recheck.phase == Recheck::Asking) {
+            const auto [bank, number] = recheck.ask();
+            currentBank = bank;
+            askIdentity(now, number);
+            asked_.first = -1;
+        }
+        if (recheck.phase != Recheck::Reading) return;
+        std::erase_if(recheck.unread, [this](const auto& place) {
+            return at(at(banks, place.first).records, place.second).watchers == 0;
+        });
+        if (recheck.unread.empty()) endReading();
+    }
+
+    template <class Visit>
+    void eachRecord(Visit&& visit) {
+        const int before = currentBank;
+        for (currentBank = 0; currentBank < BankCount; ++currentBank)
+            for (int index = 1; bank().present && index < bank().recordCount; ++index) visit(index);
+        currentBank = before;
+    }
+
+    void wantAllWatched() {
+        recheck.unread.clear();
+        eachRecord([this](int index) {
+            if (record(index).watchers == 0) return;
+            recheck.unread.emplace(currentBank, index);
+            flags(index) = low8(flags(index) | Pending | Watched);
+            touch(index);
+        });
+    }
+
+    /// What is still due is held as well, but for what a page that is gone wrote by itself.
+    void endReading() {
+        eachRecord([this](int index) {
+            if ((flags(index) & WriteDue) && ((flags(index) & Pending) || isUsers(currentBank, index))) hold(index);
+        });
+        recheck.phase = Recheck::Open;
+    }
+
+    void hold(int index) {
+        flags(index) = low8(flags(index) & ~WriteDue);
+        touch(index);
+    }
+
     /// The place where the scan stands is visited even when it lies at or beyond the end of the bank. A bank whose
     /// board is not there has nothing to visit.
     void scan(Micros now) {
@@ -305,6 +398,7 @@ class Model {
     void ask(int index, Micros now) {
         request_.record = at(bank().file, index);
         request_.data = record(index).value;
+        if ((flags(index) & WriteDue) != 0 && (holding || recheck.phase == Recheck::Reading)) hold(index);
         request_.dataCount = request_.data.size();
         if ((flags(index) & WriteDue) != 0) request_.record.command = low8(request_.record.command | writeBit);
         flags(index) = low8(flags(index) & ~WriteDue);
@@ -359,15 +453,15 @@ class Model {
         light(pictures, ReceiveOff);
         stop(Reply);
         closePort();
-        if (!tryToOpenPort()) return restart(Reply, now);
-        if ((record(scanIndex).period & silentRepeatPeriodBit) != 0) return repeat(now);
+        if (!reopenPort()) return restart(Reply, now);
+        if (!recheck.isClosed() && (record(scanIndex).period & silentRepeatPeriodBit) != 0) return repeat(now);
         idle = true;
     }
 
     void reopenTimeout(Micros now) {
         restart(Reopen, now);
         if (!idle) return stop(Reopen);
-        if (!portOpen && !tryToOpenPort()) return;
+        if (!portOpen && !reopenPort()) return;
         stop(Reopen);
         panelText.clear();
     }
@@ -388,6 +482,7 @@ class Model {
         const int index = scanIndex;
         unsigned flag = flags(index);
         if ((flag & Pending) == 0 || replyData_.empty()) return finishReply();
+        if ((flag & WriteDue) != 0 && request_.isRead()) return finishReply();  // what the user did since stands
         if ((flag & Watched) == 0) std::abort();
         flag |= Valid;
         if ((flag & AlsoOneShot) != 0 || record(index).period == 0) flag &= ~unsigned{Pending};
@@ -401,6 +496,7 @@ class Model {
         for (std::size_t i = width; i > 0; --i) value = value * 256 + replyData_[i - 1];
         outputs.told = {currentBank, index};
         outputs.toldValue = static_cast<std::int64_t>(value);
+        recheck.unread.erase({currentBank, index});
         telling_ = true;
     }
 
@@ -415,6 +511,8 @@ class Model {
     Request request_;
     std::vector<std::uint8_t> replyData_;
     bool telling_ = false;
+    bool tickGoesOn_ = false;
+    std::pair<int, int> asked_{-1, 0};  ///< bank and number of the identity record, at the start
 };
 
 }  // namespace kestrel::testing::reference

@@ -8,8 +8,10 @@
 #include "link/fan_out.h"
 #include "link/link_engine.h"
 #include "link/param_table.h"
+#include "link/recheck.h"
 #include "pages/beverage/recipe.h"
 #include "platform/outside.h"
+#include "shell/main_window.h"
 #include "shell/windows.h"
 #include "simulation/random_user.h"
 #include "support/world.h"
@@ -117,6 +119,7 @@ void Rest::learn() { leftByUnlikeLists(); }
 
 void Rest::comeRight() {
     letTheTroubleEbb();
+    openTheLine();
     readAll();
     checks.compareAll();
     compareWithBoards();
@@ -135,6 +138,18 @@ void Rest::letTheTroubleEbb() {
     const auto carriesOutAnOrder = [this] { return (line.memory(0, 7) & 2) != 0; };
     while (carriesOutAnOrder() && stage.now() < limit) stage.runUntil(stage.now() + Second);
     stage.runUntil(stage.now() + FreshWithin);
+}
+
+/// Another machine is there, or one was taken for another: the user plugs in the right one, or chooses the port again.
+void Rest::openTheLine() {
+    for (int tries = 0; LineIsClosed() && tries < 3; ++tries) {
+        if (line.plugged() != checks.home())
+            line.begin(stage.now(), CablesChanged);
+        else
+            MDIForm1().mnuCox(Link().ComPort).UserClick();
+        stage.runUntil(stage.now() + Ebb);
+    }
+    require(!LineIsClosed(), "the line is open to the pages at rest");
 }
 
 void Rest::awaitIdle() {

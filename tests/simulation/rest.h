@@ -24,6 +24,7 @@ struct Rest {
 
     // The steps of coming right.
     void letTheTroubleEbb();
+    void openTheLine();
     /// The end of an open exchange: then an act is taken at once.
     void awaitIdle();
     void close(Page& page);

@@ -89,7 +89,7 @@ Message::Answer Stage::answerTo(const Message& message) {
 
 Message::Answer Stage::showMessage(const Message& message) {
     require(isKnown(message), "boxes have known texts", message.title, ": ", message.text);
-    require(!boxOpen_, "one box at a time");
+    require(!boxOpen_, "one box at a time", message.text, " over ", lastBox);
     boxOpen_ = true;
     lastBox = message.text;
     ++Checks::present()->counts[Boxes];
