@@ -4,6 +4,9 @@
 
 #include "link/fan_out.h"
 #include "link/link_engine.h"
+#include "link/recheck.h"
+#include "platform/outside.h"
+#include "simulation/ledger.h"
 #include "simulator/receiver.h"
 
 namespace kestrel::testing {
@@ -13,10 +16,12 @@ namespace {
 Checks* listening = nullptr;
 
 constexpr int SendsAllowed = 5;
-constexpr int TimersOfProgram = 8;
+constexpr int TimersOfProgram = 16;
 constexpr int TimersOfPage = 4;
 constexpr int InputLimit = 1024;
 constexpr int WriteBit = 128;
+/// What a user or a page does waits so long for the end of an exchange.
+constexpr Micros WholeExchange = 150'000;
 
 /// The pages whose rules have them write a record when they are told of it.
 bool correctsItself(const Page& page) { return page.name() == "FrmConMac" || page.name() == "FrmProUni"; }
@@ -60,7 +65,9 @@ bool Checks::beginLinkEvent() {
     model_.currentBank = CurrentBank;
     const bool opens = clock_ == Clock::Reply || clock_ == Clock::Reopen || !Link().Comm1->PortOpen();
     model_.portThere = line_.present() && !(opens && platform_.openFailures.contains(Link().ComPort));
-    model_.setup = Link().LinkSetup;
+    model_.setup = !loaded_;
+    model_.holding = WritesAreHeld() && model_.recheck.phase != reference::Recheck::Reading;
+    model_.actsWait = AnyActWaits();
     return true;
 }
 
@@ -81,16 +88,20 @@ void Checks::beforeArrival(const Bytes& bytes) {
 }
 
 void Checks::beforeLoss() {
+    if (Ledger* ledger = Ledger::present()) ledger->interrupted();
     if (beginLinkEvent()) model_.portLost();
 }
 
 void Checks::beforeQuestion() {
-    if (!following_) opened_ = platform_.opened;
-    following_ = true;
-    beginLinkEvent();
     sends_ = 0;
-    const Request& request = Link().RequestBytes;
-    model_.askIdentity(platform_.now(), {request.Addr2, request.Addr1, request.Command, 0, request.Addr0, {}});
+    if (clock_ == Clock::Tick) return;  // after an interruption the model asks by itself
+    if (!following_) opened_ = platform_.opened;
+    if (!following_) loadIdentities();
+    if (loaded_) model_.startAnew();
+    following_ = true;
+    loaded_ = false;
+    beginLinkEvent();
+    model_.askIdentity(platform_.now(), questionAsked());
 }
 
 void Checks::sending(const Bytes& frame) {
@@ -98,7 +109,16 @@ void Checks::sending(const Bytes& frame) {
     const simulator::Frame asBoardsHearIt = heard(frame);
     same("a frame goes to the board of its bank", static_cast<int>(asBoardsHearIt.board), CurrentBank);
     ++counts[Frames];
-    if (clock_ == Clock::Tick) checkOrigin(asBoardsHearIt);
+    const bool isRecord = clock_ == Clock::Tick && model_.recheck.phase != reference::Recheck::Asking;
+    if (isRecord) {
+        begun_ = platform_.now();
+        checkOrigin(asBoardsHearIt);
+    }
+    if (Ledger* ledger = Ledger::present()) {
+        require(BoardPresent(CurrentBank) || Link().LinkSetup, "no frame goes to a board that is not there",
+                Place{CurrentBank, Link().ScanIndex});
+        if (isRecord) ledger->asks(origin_, asBoardsHearIt);
+    }
     if (++sends_ > 1) ++counts[Repeats];
     require(sends_ <= SendsAllowed, "at most five sends of a frame");
     sentBank_ = CurrentBank;
@@ -108,6 +128,8 @@ void Checks::sending(const Bytes& frame) {
     sent.count = std::min(frame.size(), sent.bytes.size());
     std::copy_n(frame.begin(), sent.count, sent.bytes.begin());
 }
+
+bool Checks::isShort() const { return platform_.now() - begun_ < WholeExchange; }
 
 // ---- What pages do.
 
@@ -126,8 +148,10 @@ void Checks::released(int index) {
 }
 
 void Checks::written(int index, std::uint32_t value) {
-    model_.currentBank = CurrentBank;
+    const int bank = std::exchange(model_.currentBank, CurrentBank);
     model_.write(index, value);
+    if (clock_ == Clock::Tick) model_.currentBank = bank;  // what was held is given back before the scan
+    if (Ledger* ledger = Ledger::present()) ledger->written({CurrentBank, index}, value);
     require(!telling_ || told_.back().index != index || correctsItself(*told_.back().page),
             "showing a value writes nothing back", Place{CurrentBank, index});
 }
@@ -139,13 +163,20 @@ void Checks::withdrawn(int index) {
 }
 
 void Checks::telling(const Page& page, int index, ParamValue value) {
-    const bool reading = (Link().RequestBytes.Command & WriteBit) == 0;
-    if (told_.empty() && reading && (ParamFlags(CurrentBank, index) & flag::WriteDue)) ++counts[OverwrittenEdits];
+    if (told_.empty() && (ParamFlags(CurrentBank, index) & flag::WriteDue)) {
+        ++counts[OverwrittenEdits];
+        if (Ledger* ledger = Ledger::present()) {
+            require(!isShort(), "an exchange of 150 ms overwrites no edit", Place{CurrentBank, index});
+            ledger->overwrittenBySlowReply({CurrentBank, index}, static_cast<std::uint32_t>(value));
+        }
+    }
+    if (Ledger* ledger = Ledger::present()) ledger->telling(page, {CurrentBank, index});
     told_.push_back({&page, index, value});
     telling_ = true;
 }
 
 void Checks::told() {
+    if (Ledger* ledger = Ledger::present()) ledger->told();
     telling_ = false;
     bankLeft_ = CurrentBank;
 }
@@ -195,6 +226,9 @@ void Checks::checkTold() {
         require(told_.size() != loaded.size() || told_[i].page == loaded[i], "pages are told in their order");
     }
     ++counts[Accepted];
+    if (Ledger* ledger = Ledger::present())
+        ledger->accepted({expected->bank, expected->index}, (Link().RequestBytes.Command & WriteBit) != 0,
+                         static_cast<std::uint32_t>(model_.outputs.toldValue));
     explain(expected->bank, expected->index, model_.outputs.toldValue);
 }
 
@@ -226,12 +260,16 @@ void Checks::afterEvent() {
     if (!following_) return;
     model_.currentBank = linkEvent_ ? (told_.empty() ? model_.currentBank : bankLeft_) : CurrentBank;
     if (linkEvent_) model_.pagesTold();
+    model_.holding = WritesAreHeld() && model_.recheck.phase != reference::Recheck::Reading;
+    if (clock_ == Clock::Tick) model_.endTick(now);
     if (!Link().LinkIdle && !left_ && CurrentBank != sentBank_) {
         left_ = true;
+        require(!Ledger::present() || !isShort(), "no page moves the bank in an exchange of 150 ms");
         ++counts[LeftFrames];
     }
     checkExchange();
     checkTold();
+    if (Ledger* ledger = Ledger::present()) ledger->afterEvent();
     compareFrames();
     compareState();
     checkClocks();

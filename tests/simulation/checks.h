@@ -70,11 +70,11 @@ class Checks {
     void searching() { searching_ = true; }
     void searched();
     bool isSearching() const { return searching_; }
+    /// The machine on which the program last started.
+    std::size_t home() const { return home_; }
     void blocked() { blockedUntil_ = platform_.now(); }
     /// After every event and every act.
     void afterEvent();
-    /// The record of the newest request: its bank when it was sent, and its number.
-    const std::pair<int, int>& asked() const { return origin_; }
     /// Whether the newest value of the record is one that a board said of another, with its cause.
     bool isMisfiled(int bank, int index) const { return misfiled_.contains({bank, index}); }
     /// A reply that was filed under a board that is not there is not followed by a better one.
@@ -105,7 +105,10 @@ class Checks {
     void compareFrames();
     void compareFlags() const;
     void compareRecord(int bank, int index) const;
+    bool isShort() const;
     void load(int bank);
+    void loadIdentities();
+    int questionAsked() const;
     void trace(std::int64_t value);
 
     VirtualPlatform& platform_;
@@ -114,11 +117,13 @@ class Checks {
     bool following_ = false;  ///< the model runs beside the program
     bool loaded_ = false;
     bool searching_ = false;
+    std::size_t home_ = 0;
     bool linkEvent_ = false;
     Clock clock_ = Clock::ClockCount;  ///< of this event
     Micros last_ = 0;
     Micros blockedUntil_ = -1;
     int sends_ = 0;                 ///< of the open exchange, since it began or last ran out of time
+    Micros begun_ = 0;              ///< when the open exchange began
     bool left_ = false;             ///< a page has moved the bank since the newest frame
     int sentBank_ = 0;              ///< under which the newest frame was built
     std::pair<int, int> origin_{};  ///< the record that the newest request was copied from

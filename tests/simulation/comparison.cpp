@@ -2,8 +2,10 @@
 // See checks.h.
 #include <cstring>
 
+#include "link/changes.h"
 #include "link/link_engine.h"
 #include "simulation/checks.h"
+#include "simulation/ledger.h"
 #include "simulator/exchange.h"
 
 namespace kestrel::testing {
@@ -33,6 +35,7 @@ void Checks::started() {
     model_.setup = false;
     model_.startScan(platform_.now());
     loaded_ = true;
+    home_ = line_.plugged();
     compareAll();
 }
 
@@ -47,6 +50,31 @@ void Checks::load(int bank) {
     same("a bank has the records of its file", RecordCount(bank), static_cast<int>(count));
 }
 
+void Checks::loadIdentities() {
+    for (std::size_t bank = 0; bank < Banks; ++bank) {
+        const std::string& file = platform_.file(IdentityFiles[bank]);
+        auto& records = model_.identities[bank];
+        records.resize(file.size() / IdentitySize);
+        for (std::size_t i = 0; i < records.size(); ++i)
+            std::copy_n(&file[i * IdentitySize], IdentitySize, reinterpret_cast<char*>(&records[i]));
+    }
+    model_.isUsers = IsChange;
+}
+
+/// The number of the identity record that the program asks for.
+int Checks::questionAsked() const {
+    const Request& request = Link().RequestBytes;
+    for (const int number : reference::Recheck::questions) {
+        const auto& record =
+            model_.identities[static_cast<std::size_t>(CurrentBank)][static_cast<std::size_t>(number) - 1];
+        const bool isIt =
+            record.addr0 == request.Addr0 && record.addr1 == request.Addr1 && record.addr2 == request.Addr2;
+        if (isIt) return number;
+    }
+    require(false, "a board is asked for what it says of itself");
+    return 0;
+}
+
 std::uint32_t Checks::addressOf(int bank, int index) const {
     const auto& record = model_.banks[static_cast<std::size_t>(bank)].file[static_cast<std::size_t>(index)];
     return record.addr0 | record.addr1 * 256U | record.addr2 * 65536U;
@@ -59,6 +87,7 @@ void Checks::searched() {
     opened_ = platform_.opened;
     model_.portThere = true;
     model_.portSearched();
+    if (Ledger* ledger = Ledger::present()) ledger->interrupted();
 }
 
 void Checks::compareState() const {

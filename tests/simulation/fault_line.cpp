@@ -4,6 +4,8 @@
 
 #include <algorithm>
 
+#include "link/link_engine.h"
+
 namespace kestrel::testing {
 
 namespace {
@@ -13,35 +15,61 @@ using simulator::second;
 /// How long a late reply of a busy board may stay away, and spoiled bytes lie about.
 constexpr Micros LateSpan = 13 * second;
 constexpr Micros SpoiledSpan = 3 * second;
+constexpr int OtherRevision = 25;
 
-simulator::MachineOptions optionsOf(const Plan& plan) {
+/// The second machine has other values, and where the plan wants it another master, or not the same boards.
+simulator::MachineOptions optionsOf(const Plan& plan, bool isSecond) {
     simulator::MachineOptions options;
     options.directory = KESTREL_INSTALLATION;
     options.hotDrinkBoard = plan.hot != 0;
     options.sectorBoard = plan.sector != 0;
     options.moving = plan.moving != 0;
-    options.seed = plan.seed;
+    options.seed = plan.seed + isSecond;
+    if (isSecond && plan.other == Plan::OtherMaster) options.identities[0].revision = OtherRevision;
+    if (isSecond && plan.other == Plan::OtherBoards) options.hotDrinkBoard = !options.hotDrinkBoard;
     return options;
 }
 
 }  // namespace
 
-FaultLine::FaultLine(const Plan& plan) : MachineLine(optionsOf(plan)), plan_(plan) {
+FaultLine::FaultLine(const Plan& plan) : plan_(plan) {
     for (const auto& [name, rate] : plan.faults) faults_.setRate(simulator::kindNamed(name), rate);
-    machine.onExchange = [this](const simulator::Exchange& exchange) { heard(exchange); };
+    for (const bool isSecond : {false, true}) {
+        if (isSecond && plan.other == Plan::NoOther) break;
+        auto& added = machines_.emplace_back(std::make_unique<MachineLine>(optionsOf(plan, isSecond)))->machine;
+        added.onExchange = [this](const simulator::Exchange& exchange) { heard(exchange); };
+        if (isSecond) added.strike(simulator::FaultKind::Swap);
+    }
+}
+
+std::size_t FaultLine::plugged() const {
+    const bool secondPort = Link().ComPort == 2;
+    return machines_.size() > 1 && secondPort != changedOver_ ? 1 : 0;
+}
+
+void FaultLine::setLatency(Micros latency) {
+    for (const auto& line : machines_) line->machine.setLatency(latency);
 }
 
 void FaultLine::strike(bool on) {
     striking_ = on;
     calm_ = frames_;
-    if (!on) machine.setFaults({});
+    for (const auto& line : machines_)
+        if (!on) line->machine.setFaults({});
 }
 
 void FaultLine::begin(Micros now, const std::string& incident) {
     now_ = now;
-    machine.advance(now);
     mark(incident);
-    machine.strike(simulator::kindNamed(incident));
+    const bool cables = incident == CablesChanged;
+    for (const auto& line : machines_) {
+        line->machine.advance(now);
+        if (cables) line->machine.strike(simulator::FaultKind::PortLost);
+    }
+    if (cables)
+        changedOver_ = !changedOver_;
+    else
+        machine().strike(simulator::kindNamed(incident));
 }
 
 void FaultLine::standStill(Micros now, Micros length) {
@@ -63,20 +91,21 @@ void FaultLine::send(Micros now, const Bytes& frame) {
     if (striking_) {
         simulator::FaultPlan faults = isAimedAt(frame) ? faults_ : simulator::FaultPlan{};
         if (frames_ - calm_ == plan_.frame) faults.setRate(simulator::kindNamed(plan_.single), 1);
-        machine.setFaults(faults);
+        machine().setFaults(faults);
     }
-    MachineLine::send(now, frame);
+    machines_[plugged()]->send(now, frame);
 }
 
 Bytes FaultLine::take(Micros now) {
     now_ = now;
-    return MachineLine::take(now);
+    return machines_[plugged()]->take(now);
 }
 
 /// A board has made up its mind about a frame.
 void FaultLine::heard(const simulator::Exchange& exchange) {
     now_ = std::max(now_, exchange.time);
     mark(exchange.note);
+    if (onHeard) onHeard(exchange);
     if (exchange.request.verdict != simulator::Frame::Verdict::Good) return;
     said_ = {frames_, static_cast<int>(exchange.request.board), exchange.request.address, exchange.request.write,
              exchange.value};
@@ -88,6 +117,7 @@ void FaultLine::mark(std::string_view struck) {
         return std::any_of(names.begin(), names.end(),
                            [struck](const char* name) { return struck.find(name) != std::string_view::npos; });
     };
+    if (any({"reset", "change", "swap"})) upset_ = now_;
     if (any({"slow", "late", "busy"})) lateUntil_ = now_ + LateSpan;
     if (any({"drop", "extra", "flip", "ack", "echo", "noise", "request", "part", "blind", "collide", "stream"}))
         spoiledUntil_ = now_ + SpoiledSpan;

@@ -1,8 +1,9 @@
-// The line to the simulated machine of a run: aims the machine's faults, and remembers what the boards really said, and
-// until when a wrong value could have a cause.
+// The line to the simulated machine of a run, or to two of them: aims the machines' faults, and remembers what the
+// boards really said, and until when a wrong value could have a cause.
 #pragma once
 
 #include <functional>
+#include <memory>
 #include <string>
 
 #include "simulation/plan.h"
@@ -10,12 +11,21 @@
 
 namespace kestrel::testing {
 
-class FaultLine : public MachineLine {
+class FaultLine : public Line {
   public:
     explicit FaultLine(const Plan& plan);
 
-    /// Called with every frame before it goes out.
+    /// Called with every frame before it goes out, and when a board has made up its mind about one.
     std::function<void(const Bytes&)> onSend;
+    std::function<void(const simulator::Exchange&)> onHeard;
+
+    /// The number of the machine on the port that the program uses: the cables of the two ports may be changed over.
+    std::size_t plugged() const;
+    simulator::Machine& machine() const { return machines_[plugged()]->machine; }
+    std::uint32_t memory(int bank, int parameter) const {
+        return machine().value(static_cast<simulator::Board>(bank), parameter);
+    }
+    void setLatency(Micros latency);
 
     /// The plan's faults strike from now on, or no more; those that go on come to their end.
     void strike(bool on);
@@ -37,9 +47,14 @@ class FaultLine : public MachineLine {
     /// Whether a wrong value now has a cause in a reply that came late, or in bytes that were spoiled or added.
     bool lateMayBe() const { return now_ <= lateUntil_; }
     bool spoiledMayBe() const { return now_ <= spoiledUntil_; }
+    /// Whether a board may have forgotten or changed what it held.
+    bool memoryUpsetSince(Micros time) const { return upset_ >= time; }
 
     void send(Micros now, const Bytes& frame) override;
+    std::optional<Micros> nextEvent() const override { return machines_[plugged()]->nextEvent(); }
+    std::optional<Micros> nextArrival(Micros limit) override { return machines_[plugged()]->nextArrival(limit); }
     Bytes take(Micros now) override;
+    bool present() const override { return machine().portOpen(); }
 
   private:
     bool isAimedAt(const Bytes& frame) const;
@@ -47,6 +62,8 @@ class FaultLine : public MachineLine {
     void mark(std::string_view struck);
 
     const Plan& plan_;
+    std::vector<std::unique_ptr<MachineLine>> machines_;
+    bool changedOver_ = false;
     simulator::FaultPlan faults_;
     bool striking_ = false;
     Micros now_ = 0;
@@ -55,6 +72,7 @@ class FaultLine : public MachineLine {
     Said said_;
     Micros lateUntil_ = -1;
     Micros spoiledUntil_ = -1;
+    Micros upset_ = -1;
 };
 
 }  // namespace kestrel::testing

@@ -15,8 +15,8 @@ namespace kestrel::testing {
 namespace {
 
 constexpr const char* Usage =
-    "Usage: kestrel_simulation [--seeds FIRST-LAST] [--days N] [--small-worlds] [--keep-going]\n"
-    "       kestrel_simulation --plan LINE [--shorten]\n"
+    "Usage: kestrel_simulation [--seeds FIRST-LAST] [--days N] [--small-worlds] [--keep-going] [--ledger]\n"
+    "       kestrel_simulation --plan LINE [--shorten] [--ledger]\n"
     "--days: machine-days to be played at least; what the trouble leaves passes with the pages left open.\n"
     "A long run can be stopped by SIGINT or SIGTERM, and tells then what was played.\n";
 
@@ -42,12 +42,24 @@ constexpr std::array<const char*, CountKinds> NamesOfCounts = {
     "pages at rest that a known cause excused",
 };
 
+/// By End.
+constexpr std::array<const char*, static_cast<std::size_t>(End::Kinds)> NamesOfEnds = {
+    "wanted and confirmed",
+    "wanted, then something else",
+    "not taken, and told",
+    "given up or refused by the user",
+    "wanted, and a board lied",
+    "wanted, and a false reply confirmed it",
+    "wanted, and a slow reply overwrote it",
+};
+
 volatile std::sig_atomic_t stopped = 0;
 
 class Report {
   public:
     void take(const Plan& plan, const Outcome& outcome) {
         for (std::size_t i = 0; i < CountKinds; ++i) counts_[i] += outcome.counts[i];
+        for (std::size_t i = 0; i < ends_.size(); ++i) ends_[i] += outcome.ends[i];
         played_ += outcome.played;
         hash_ = hash_ * 31 + outcome.hash;
         ++runs_;
@@ -68,6 +80,8 @@ class Report {
         for (std::size_t i = 0; i < CountKinds; ++i)
             std::printf("  %-48s %12ld  %10.1f per million frames\n", NamesOfCounts[i], counts_[i],
                         static_cast<double>(counts_[i]) / millionFrames);
+        for (std::size_t i = 0; keepsLedger && i < ends_.size(); ++i)
+            std::printf("  %-48s %12ld\n", NamesOfEnds[i], ends_[i]);
         for (const auto& [why, count] : ended_) std::printf("  ended by the rules: %-28s %12ld\n", why.c_str(), count);
     }
 
@@ -76,6 +90,7 @@ class Report {
 
   private:
     Counts counts_{};
+    Ledger::Ends ends_{};
     Micros played_ = 0;
     std::uint64_t hash_ = 0;
     long runs_ = 0, failures_ = 0;
@@ -85,9 +100,9 @@ class Report {
 /// The command line: each name with its value, or with nothing. Throws std::invalid_argument for what is not known.
 struct Options : std::map<std::string, std::string> {
     Options(int count, char** arguments) : map{{"--seeds", "1-200"}, {"--days", "0"}} {
-        const std::map<std::string, bool> known = {{"--seeds", true},       {"--days", true},
-                                                   {"--plan", true},        {"--small-worlds", false},
-                                                   {"--keep-going", false}, {"--shorten", false}};
+        const std::map<std::string, bool> known = {
+            {"--seeds", true},       {"--days", true},     {"--plan", true},   {"--small-worlds", false},
+            {"--keep-going", false}, {"--shorten", false}, {"--ledger", false}};
         for (int i = 1; i < count; ++i) {
             const std::string name = arguments[i];
             const bool takesValue = known.contains(name) && known.at(name);
@@ -135,6 +150,7 @@ int main(int count, char** arguments) {
     for (const int signal : {SIGINT, SIGTERM}) std::signal(signal, [](int) { stopped = 1; });
     try {
         const Options options(count, arguments);
+        keepsLedger = options.contains("--ledger");
         Report report;
         options.contains("--plan") ? playPlan(options, report) : playSeeds(options, report);
         report.print();

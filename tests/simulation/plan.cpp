@@ -22,6 +22,7 @@ void eachNumber(AnyPlan& plan, Visit&& visit) {
     visit("seconds", plan.seconds), visit("quiet", plan.quiet), visit("hot", plan.hot), visit("sector", plan.sector);
     visit("moving", plan.moving), visit("rough", plan.rough), visit("strange", plan.strange);
     visit("chunk", plan.chunk), visit("aim", plan.aim), visit("pace", plan.pace), visit("stay", plan.stay);
+    visit("other", plan.other);
     visit("frame", plan.frame), visit("event", plan.event);
 }
 
@@ -87,9 +88,9 @@ const std::vector<std::string>& allFaults() {
 }
 
 const std::vector<std::string>& allIncidents() {
-    static const std::vector<std::string> names = {"noise",    "reset",     "lost",      "port",
-                                                   "busy",     "stream",    "change",    "swap",
-                                                   PortDenied, LoopBlocked, DiskTrouble, WindowClosed};
+    static const std::vector<std::string> names = {"noise",     "reset",      "lost",       "port",     "busy",
+                                                   "stream",    "change",     "swap",       PortDenied, LoopBlocked,
+                                                   DiskTrouble, WindowClosed, CablesChanged};
     return names;
 }
 
@@ -113,12 +114,15 @@ Plan Plan::draw(std::uint64_t seed) {
     }
     for (const std::string& name : allIncidents()) {
         const double aMinute = random.of(std::array{0.5, 2.0, 8.0});
+        if (name == CablesChanged) continue;  // below
         if (random.chance(name == WindowClosed ? density / 10 : density)) plan.incidents[name] = aMinute;
     }
     for (auto count = random.between(1, 5); count > 0; --count) {
         const std::string name = random.of(AllPages()).first;
         if (std::find(plan.pages.begin(), plan.pages.end(), name) == plan.pages.end()) plan.pages.push_back(name);
     }
+    plan.other = random.of(std::array<int, 4>{NoOther, NoOther, NoOther, SameIdentity});
+    if (plan.other != NoOther) plan.incidents[CablesChanged] = random.of(std::array{0.5, 2.0});
     plan.drawActs();
     return plan;
 }

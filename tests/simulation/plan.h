@@ -35,13 +35,15 @@ Dice chanceOf(std::uint64_t seed, Chance subject, std::uint32_t part = 0);
 
 /// Faults by name, those of the simulated machine and those of the computer, each with its strength.
 using Strengths = std::map<std::string, double>;
-inline constexpr const char* PortDenied = "denied";  ///< the port cannot be opened for a while
-inline constexpr const char* LoopBlocked = "block";  ///< the program's loop stands still
-inline constexpr const char* DiskTrouble = "disk";   ///< nothing can be written, or a language file is spoiled
-inline constexpr const char* WindowClosed = "quit";  ///< the user has enough
+inline constexpr const char* PortDenied = "denied";    ///< the port cannot be opened for a while
+inline constexpr const char* LoopBlocked = "block";    ///< the program's loop stands still
+inline constexpr const char* DiskTrouble = "disk";     ///< nothing can be written, or a language file is spoiled
+inline constexpr const char* WindowClosed = "quit";    ///< the user has enough
+inline constexpr const char* CablesChanged = "cable";  ///< the ports' cables are changed over, to the second machine
 
 struct Plan {
     enum Aim { All, Reads, Writes, Slaves };
+    enum Other { NoOther, SameIdentity, OtherMaster, OtherBoards };
 
     std::uint64_t seed = 1;
     int seconds = 60;                ///< of trouble, before the line heals
@@ -54,6 +56,7 @@ struct Plan {
     int aim = All;                   ///< which requests the faults of the line strike
     int pace = 20;                   ///< acts a minute
     int stay = 0;                    ///< all pages of the plan are open from the start, and the user closes none
+    int other = NoOther;             ///< a second machine, on the second port
     int frame = 0, event = 0;        ///< of the trouble, at which `single` strikes; 0: at none
     std::string single;              ///< a fault that strikes once
     std::string script;              ///< the user's acts in a small world, a letter each, in place of `acts`

@@ -4,6 +4,7 @@
 
 #include <map>
 #include <memory>
+#include <optional>
 
 #include "link/link_engine.h"
 #include "pages/registry.h"
@@ -32,6 +33,10 @@ class Player {
         RegisterPages(withSmallPage(AllPages()));
         stage_.lines[1] = stage_.lines[2] = &line_;
         line_.onSend = [this](const Bytes& frame) { checks_.sending(frame); };
+        if (keepsLedger) {
+            ledger_.emplace(stage_, line_);
+            line_.onHeard = [this](const simulator::Exchange& exchange) { ledger_->heard(exchange); };
+        }
         stage_.beforeArrival = [this](const Bytes& bytes) { checks_.beforeArrival(bytes); };
         stage_.beforeLoss = [this] { checks_.beforeLoss(); };
         stage_.afterEvent = [this] { afterEvent(); };
@@ -45,8 +50,6 @@ class Player {
         } catch (const CheckFailed& failure) {
             result.failedCheck = failure.check;
             result.detail = failure.detail;
-        } catch (const EndedByRules& rule) {
-            result.ended = rule.why;
         } catch (const ProcessEnded&) {
             if (!quitting_) result.ended = stage_.lastBox;
             if (quitting_ && stage_.portOpen()) result.failedCheck = "the port is closed at the end";
@@ -58,6 +61,7 @@ class Player {
         result.hash = checks_.traceHash;
         result.played = stage_.now();
         result.counts = checks_.counts;
+        if (ledger_) result.ends = ledger_->ends();
         return result;
     }
 
@@ -68,14 +72,16 @@ class Player {
         checks_.started();
         stage_.started = true;
         line_.strike(true);
-        line_.machine.setLatency(plan_.chunk * simulator::millisecond);
+        line_.setLatency(plan_.chunk * simulator::millisecond);
         for (std::size_t i = 0; plan_.stay && i < plan_.pages.size(); ++i) RandomUser::open(plan_.pages[i]);
         checks_.afterEvent();
         trouble();
         rest_.comeRight();
+        if (ledger_) ledger_->atRest();
         stage_.runUntil(stage_.now() + plan_.quiet * Second);
         checks_.compareAll();
         rest_.compareWithBoards();
+        rest_.awaitIdle();
         ClosePages();
         checks_.afterEvent();
         rest_.onlyUnlikeListsAreLeft();
@@ -155,6 +161,7 @@ class Player {
     Stage stage_;
     FaultLine line_;
     Checks checks_{stage_, line_};
+    std::optional<Ledger> ledger_;
     RandomUser user_;
     Rest rest_{plan_, stage_, line_, checks_};
     long begun_ = 0;  ///< events before the trouble, where one incident strikes at an event
@@ -162,6 +169,8 @@ class Player {
 };
 
 }  // namespace
+
+bool keepsLedger = false;
 
 Outcome play(const Plan& plan) {
     try {

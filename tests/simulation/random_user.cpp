@@ -6,6 +6,7 @@
 
 #include "link/fan_out.h"
 #include "platform/displays.h"
+#include "platform/outside.h"
 #include "platform/switches.h"
 #include "shell/main_window.h"
 #include "shell/windows.h"
@@ -106,7 +107,7 @@ void SelectorPositions::chooseIn(Window& window) const {
 void RandomUser::open(const std::string& page) {
     for (const MenuRow& row : MenuTree())
         if (row.page && row.page == page) return MDIForm1().entry(row.name).UserClick();
-    ShowPage(page);
+    FromOutside(nullptr, [page] { ShowPage(page); });
 }
 
 void RandomUser::moveAnything(Dice& random) const {

@@ -9,11 +9,14 @@
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
+#include <functional>
 #include <numeric>
 #include <optional>
 #include <ostream>
 #include <string>
 #include <vector>
+
+#include "simulation/reference_recheck.h"
 
 namespace kestrel::testing::reference {
 
@@ -90,6 +93,10 @@ class Model {
 
     int currentBank = 0;    ///< a page moves it
     bool setup = false;     ///< while set, replies close the exchange and are not stored
+    bool actsWait = false;  ///< what the user or a page does goes before the next exchange
+    bool holding = false;   ///< what was due at an interruption waits for the user's word
+    /// Whether a user's act has written the record and nothing has come of it yet.
+    std::function<bool(int bank, int index)> isUsers;
     bool portThere = true;  ///< whether the device can be opened and takes what is sent; unsetting it closes nothing
     /// The bank's board was identified (`present`) and its parameter file read, or it is absent and `recordCount` is
     /// that of its identity file while `records` is empty. records[0] is parameter 1.
@@ -105,13 +112,24 @@ class Model {
 
     // ---- Events of the link.
 
-    /// The program asks identity record `record`: one byte, whatever width its command names (n = 0).
-    void askIdentity(Micros now, const IndexRecord& record) {
-        request_ = Request{record, {record.addr0}, 1, 0, 0};
+    /// The program asks identity record `number` of the bank: one byte, whatever width its command names (n = 0).
+    void askIdentity(Micros now, int number) {
+        const IndexRecord& record = at(at(identities, currentBank), number - 1);
+        learn();
+        asked_ = {currentBank, number};
+        replyData_.clear();
+        request_ = Request{record, {record.addr0}, 1, 0, 0, request_.bank};
         send(now);
+    }
+    /// The program begins anew with the boards that are there now: the tick stops until startScan().
+    void startAnew() {
+        stop(Tick);
+        recheck = {};
+        holding = false;
     }
     /// The start is over: the link is idle, the reply timer off, the error lamp off, and the tick timer begins.
     void startScan(Micros now) {
+        learn();
         stop(Reply);
         currentBank = 0;
         light(pictures, ErrorOff);
@@ -125,13 +143,18 @@ class Model {
         if (clock == Reply) return replyTimeout(now);
         if (clock == Reopen) return reopenTimeout(now);
         if (clock == Tick) {
-            if (idle && !portOpen && !due[Reopen]) restart(Reopen, now);
-            if (idle && portOpen) scan(now);
+            if (idle && !actsWait && !portOpen && !due[Reopen]) restart(Reopen, now);
+            tickGoesOn_ = idle && !actsWait && portOpen;
+            if (tickGoesOn_) recheckTick(now);
             return restart(Tick, now);
         }
         light(pictures, clock == SendLamp ? SendOff : ReceiveOff);
         if (clock == ReceiveLamp) light(pictures, ErrorOff);
         stop(clock);
+    }
+    /// Behind the end of a recheck, where the program may write again what it has held, a tick goes on to the scan.
+    void endTick(Micros now) {
+        if (std::exchange(tickGoesOn_, false) && !recheck.isClosed()) scan(now);
     }
     /// These bytes came in and the serial event was raised. If a reply is accepted, the work stops where the pages
     /// are told: the driver then passes on what they do (watch, release, write, currentBank) and calls
@@ -152,10 +175,10 @@ class Model {
         } else if (!passes) {
             light(pictures, ErrorOn);
             ++retryCount;
-            return send(now);
+            return repeat(now);
         }
         retryCount = 0;
-        if (!setup) return accept();
+        if (!setup && recheck.phase != Recheck::Asking) return accept();
         idle = true;
     }
     void pagesTold() {
@@ -165,12 +188,14 @@ class Model {
     void portLost() {
         closePort();
         panelText = checkSerial;
+        interrupt();
     }
     /// The user chose a port and the search found a board: the port is open with nothing unread. An exchange that was
     /// open stays open and its time-out goes on.
     void portSearched() {
         portOpen = true;
         unread.clear();
+        if (due[Tick]) recheck.interrupt();
     }
 
     // ---- What pages do, in currentBank. Never with index 0.
@@ -203,6 +228,8 @@ class Model {
 
     // ---- What must now be so.
 
+    Recheck recheck;
+    std::array<std::vector<IndexRecord>, BankCount> identities;  ///< of the identity files
     int scanIndex = 0, retryCount = 0;
     bool idle = true, portOpen = true;
     std::vector<std::uint8_t> unread;
@@ -256,6 +283,7 @@ class Model {
         std::size_t dataCount = 0;
         unsigned n = 0;  ///< value bytes minus 1
         unsigned checksum = 0;
+        int bank = 0;  ///< whose board was asked
         bool isRead() const { return (record.command & writeBit) == 0; }
     };
 
@@ -278,8 +306,77 @@ class Model {
         return portOpen;
     }
 
-    /// The place where the scan stands is visited even when it lies at or beyond the end of the bank.
+    bool reopenPort() {
+        if (!tryToOpenPort()) interrupt();
+        return portOpen;
+    }
+
+    /// While the boards are asked for the first time a lost port is a silent one.
+    void interrupt() {
+        if (due[Tick] || recheck.phase != Recheck::Open || holding) recheck.interrupt();
+    }
+
+    /// What the newest question at the start has brought: noise counts as well.
+    void learn() {
+        if (asked_.first >= 0 && !replyData_.empty()) recheck.learn(asked_.first, asked_.second, replyData_.front());
+        asked_.first = -1;
+    }
+
+    void recheckTick(Micros now) {
+        if (recheck.phase == Recheck::Asking) {
+            recheck.take(replyData_.empty() ? -1 : replyData_.front(),
+                         {banks[0].present, banks[1].present, banks[2].present});
+            scanIndex = currentBank = 0;
+            if (recheck.phase == Recheck::Reading) wantAllWatched();
+        }
+        if (recheck.phase == Recheck::Asking) {
+            const auto [bank, number] = recheck.ask();
+            currentBank = bank;
+            askIdentity(now, number);
+            asked_.first = -1;
+        }
+        if (recheck.phase != Recheck::Reading) return;
+        std::erase_if(recheck.unread, [this](const auto& place) {
+            return at(at(banks, place.first).records, place.second).watchers == 0;
+        });
+        if (recheck.unread.empty()) endReading();
+    }
+
+    template <class Visit>
+    void eachRecord(Visit&& visit) {
+        const int before = currentBank;
+        for (currentBank = 0; currentBank < BankCount; ++currentBank)
+            for (int index = 1; bank().present && index < bank().recordCount; ++index) visit(index);
+        currentBank = before;
+    }
+
+    void wantAllWatched() {
+        recheck.unread.clear();
+        eachRecord([this](int index) {
+            if (record(index).watchers == 0) return;
+            recheck.unread.emplace(currentBank, index);
+            flags(index) = low8(flags(index) | Pending | Watched);
+            touch(index);
+        });
+    }
+
+    /// What is still due is held as well, but for what a page that is gone wrote by itself.
+    void endReading() {
+        eachRecord([this](int index) {
+            if ((flags(index) & WriteDue) && ((flags(index) & Pending) || isUsers(currentBank, index))) hold(index);
+        });
+        recheck.phase = Recheck::Open;
+    }
+
+    void hold(int index) {
+        flags(index) = low8(flags(index) & ~WriteDue);
+        touch(index);
+    }
+
+    /// The place where the scan stands is visited even when it lies at or beyond the end of the bank. A bank whose
+    /// board is not there has nothing to visit.
     void scan(Micros now) {
+        if (!bank().present) return nextBank();
         const int end = std::max(bank().recordCount, scanIndex + 1);
         for (;; ++scanIndex) {
             scanIndex = nextPending(bank().flags.data(), scanIndex, end);
@@ -306,6 +403,7 @@ class Model {
     void ask(int index, Micros now) {
         request_.record = at(bank().file, index);
         request_.data = record(index).value;
+        if ((flags(index) & WriteDue) != 0 && (holding || recheck.phase == Recheck::Reading)) hold(index);
         request_.dataCount = request_.data.size();
         if ((flags(index) & WriteDue) != 0) request_.record.command = low8(request_.record.command | writeBit);
         flags(index) = low8(flags(index) & ~WriteDue);
@@ -336,6 +434,7 @@ class Model {
     void send(Micros now) {
         restart(SendLamp, now);
         light(pictures, SendOn);
+        if (idle) request_.bank = currentBank;
         idle = false;
         const Frame out = frame(now);
         unread.clear();
@@ -345,6 +444,13 @@ class Model {
         if (!portThere) panelText = checkSerial;
     }
 
+    /// To the board that the frame was built for, and to no other.
+    void repeat(Micros now) {
+        if (currentBank == request_.bank) return send(now);
+        retryCount = 0;
+        idle = true;
+    }
+
     /// A silent board ends the exchange and leaves the retry count as it is; with the bit in Period the frame goes
     /// again.
     void replyTimeout(Micros now) {
@@ -352,15 +458,15 @@ class Model {
         light(pictures, ReceiveOff);
         stop(Reply);
         closePort();
-        if (!tryToOpenPort()) return restart(Reply, now);
-        if ((record(scanIndex).period & silentRepeatPeriodBit) != 0) return send(now);
+        if (!reopenPort()) return restart(Reply, now);
+        if (!recheck.isClosed() && (record(scanIndex).period & silentRepeatPeriodBit) != 0) return repeat(now);
         idle = true;
     }
 
     void reopenTimeout(Micros now) {
         restart(Reopen, now);
         if (!idle) return stop(Reopen);
-        if (!portOpen && !tryToOpenPort()) return;
+        if (!portOpen && !reopenPort()) return;
         stop(Reopen);
         panelText.clear();
     }
@@ -381,6 +487,7 @@ class Model {
         const int index = scanIndex;
         unsigned flag = flags(index);
         if ((flag & Pending) == 0 || replyData_.empty()) return finishReply();
+        if ((flag & WriteDue) != 0 && request_.isRead()) return finishReply();  // what the user did since stands
         if ((flag & Watched) == 0) std::abort();
         flag |= Valid;
         if ((flag & AlsoOneShot) != 0 || record(index).period == 0) flag &= ~unsigned{Pending};
@@ -394,6 +501,7 @@ class Model {
         for (std::size_t i = width; i > 0; --i) value = value * 256 + replyData_[i - 1];
         outputs.told = {currentBank, index};
         outputs.toldValue = static_cast<std::int64_t>(value);
+        recheck.unread.erase({currentBank, index});
         telling_ = true;
     }
 
@@ -408,6 +516,8 @@ class Model {
     Request request_;
     std::vector<std::uint8_t> replyData_;
     bool telling_ = false;
+    bool tickGoesOn_ = false;
+    std::pair<int, int> asked_{-1, 0};  ///< bank and number of the identity record, at the start
 };
 
 }  // namespace kestrel::testing::reference

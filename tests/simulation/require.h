@@ -13,10 +13,6 @@ struct CheckFailed {
     std::string check;
     std::string detail;
 };
-/// The rules of the program let the run go no further.
-struct EndedByRules {
-    std::string why;
-};
 
 template <class... Parts>
 std::string say(const Parts&... parts) {

@@ -8,7 +8,10 @@
 #include "link/fan_out.h"
 #include "link/link_engine.h"
 #include "link/param_table.h"
+#include "link/recheck.h"
 #include "pages/beverage/recipe.h"
+#include "platform/outside.h"
+#include "shell/main_window.h"
 #include "shell/windows.h"
 #include "simulation/random_user.h"
 #include "support/world.h"
@@ -25,7 +28,6 @@ constexpr int LongestChunk = 16;  ///< milliseconds
 constexpr Micros Hang = 60 * Second;
 constexpr Micros LongestOrder = 1200 * Second;  ///< where every time of a recipe is the highest
 constexpr int LongestGate = 16;                 ///< passes, where the index files name any refresh bytes
-constexpr std::uint8_t RepeatedUntilAnswered = 2;
 
 /// The payment page releases these twice, and so takes them from other pages.
 constexpr std::array<int, 3> TwiceReleased = {84, 85, 330};
@@ -80,26 +82,10 @@ void dropFresh(Records& records) {
     });
 }
 
-/// A page took a write for a board that is not there: it waits for ever.
-bool writeWaitsForAbsentBoard(int bank, int upTo) {
-    for (int index = 1; !BoardPresent(bank) && index < upTo; ++index)
-        if (ParamFlags(bank, index) & flag::Pending) return true;
-    return false;
-}
-
-/// Or nobody watches the record that was written: the payment page takes it from other pages, and from itself.
+/// Nobody watches the record that was written: the payment page takes it from other pages, and from itself.
 bool someWriteNeverGoesOut() {
-    return writeWaitsForAbsentBoard(1, ParamRecords) || writeWaitsForAbsentBoard(2, ParamRecords) ||
-           std::any_of(TwiceReleased.begin(), TwiceReleased.end(),
+    return std::any_of(TwiceReleased.begin(), TwiceReleased.end(),
                        [](int index) { return ParamFlags(0, index) == flag::WriteDue; });
-}
-
-/// The scan walks as many empty records of a board that is not there as its identity file has, and stays at one that
-/// was written; a page that moves the bank may have it stand at one that lies beyond.
-bool scanWaitsForAbsentBoard() {
-    const int at = Link().ScanIndex;
-    const bool beyond = !BoardPresent(CurrentBank) && (ParamFlags(CurrentBank, at) & flag::Pending);
-    return beyond || writeWaitsForAbsentBoard(1, RecordCount(1)) || writeWaitsForAbsentBoard(2, RecordCount(2));
 }
 
 /// Subscriptions that pages leave behind since they release other records than they watch.
@@ -133,6 +119,7 @@ void Rest::learn() { leftByUnlikeLists(); }
 
 void Rest::comeRight() {
     letTheTroubleEbb();
+    openTheLine();
     readAll();
     checks.compareAll();
     compareWithBoards();
@@ -144,18 +131,43 @@ void Rest::letTheTroubleEbb() {
     line.strike(false);
     stage.openFailures.clear();
     stage.unwritable.clear();
-    line.machine.setLatency(std::min(plan.chunk, LongestChunk) * simulator::millisecond);
+    line.setLatency(std::min(plan.chunk, LongestChunk) * simulator::millisecond);
     stage.runUntil(stage.now() + Ebb);
     // The page of doses gives its order again whenever its argument is read, until it saw the order carried out.
     const Micros limit = stage.now() + LongestOrder;
-    const auto carriesOutAnOrder = [this] { return (line.machine.value(simulator::Board::Master, 7) & 2) != 0; };
+    const auto carriesOutAnOrder = [this] { return (line.memory(0, 7) & 2) != 0; };
     while (carriesOutAnOrder() && stage.now() < limit) stage.runUntil(stage.now() + Second);
     stage.runUntil(stage.now() + FreshWithin);
 }
 
-void Rest::readAll() {
+/// Another machine is there, or one was taken for another: the user plugs in the right one, or chooses the port again.
+void Rest::openTheLine() {
+    for (int tries = 0; LineIsClosed() && tries < 3; ++tries) {
+        if (line.plugged() != checks.home())
+            line.begin(stage.now(), CablesChanged);
+        else
+            MDIForm1().mnuCox(Link().ComPort).UserClick();
+        stage.runUntil(stage.now() + Ebb);
+    }
+    require(!LineIsClosed(), "the line is open to the pages at rest");
+}
+
+void Rest::awaitIdle() {
     const Micros hang = stage.now() + Hang;
-    while (!Link().LinkIdle && stage.stepUntil(hang)) continue;  // no cursor moves under an open exchange
+    while ((!Link().LinkIdle || AnyActWaits()) && stage.stepUntil(hang)) continue;
+}
+
+void Rest::close(Page& page) {
+    awaitIdle();
+    const std::string name = page.name();
+    const Micros limit = stage.now() + FreshWithin;
+    page.UserClose();
+    while (FindLoadedPage(name) && stage.stepUntil(limit)) continue;
+    require(!FindLoadedPage(name), "a page that is closed goes", name);
+}
+
+void Rest::readAll() {
+    awaitIdle();  // no cursor moves under an open exchange
     Records stale = subscribeAnew();
     checks.afterEvent();
     const Micros each = PerRecord + LongestChunk * simulator::millisecond;
@@ -166,7 +178,6 @@ void Rest::readAll() {
         // A record whose reply was dropped, since a page moved the bank under it, is sent again when its gate opens.
         const bool waitsForItsGate = plan.strange || checks.counts[LeftFrames] > left;
         const bool tooLate = stage.now() > (waitsForItsGate ? gated : plain);
-        giveUpWhereTheRulesDo(tooLate);
         require(!tooLate, "everything comes right after healing", stale.size(), " records; the scan is at ",
                 Place{CurrentBank, Link().ScanIndex}, Link().LinkIdle ? ", idle" : ", waiting");
         stage.runUntil(stage.now() + Second / 50);
@@ -174,21 +185,11 @@ void Rest::readAll() {
     }
 }
 
-void Rest::giveUpWhereTheRulesDo(bool tooLate) const {
-    if (scanWaitsForAbsentBoard()) throw EndedByRules{"a write waits for a board that is not there"};
-    // After a time-out the record at the cursor decides whether the frame goes again, until its board answers. A page
-    // that moved the cursor may so have a frame repeated to a board that does not know its address.
-    const int at = Link().ScanIndex;
-    const bool stray = !Link().LinkIdle && checks.asked() != std::pair{CurrentBank, at} &&
-                       (ParamTable(CurrentBank, at).Period & RepeatedUntilAnswered);
-    if (tooLate && stray) throw EndedByRules{"a request is repeated for another bank, to which a page moved"};
-}
-
 void Rest::compareWithBoards() const {
     if (plan.moving) return;
     eachRecord([this](int bank, int index) {
         if (movesByItself(bank, index) || !ParamIsFresh(index, bank) || ParamTable(bank, index).Watchers == 0) return;
-        const ParamValue board = line.machine.value(static_cast<simulator::Board>(bank), index);
+        const ParamValue board = line.memory(bank, index);
         require(ParamRead(index, bank) == board || checks.isMisfiled(bank, index),
                 "at rest the mirror holds what the boards hold", Place{bank, index}, " mirror ", ParamRead(index, bank),
                 " board ", board);
@@ -217,10 +218,12 @@ bool Rest::showsWhatANewOneShows(Page& page) {
     const std::vector<std::string> shown = shownBy(page);
     const SelectorPositions selected(page);
     const auto watched = watchedOfTheTwiceReleased();
-    page.UserClose();
+    close(page);
+    awaitIdle();
     Page& fresh = ShowPage(name);
     checks.afterEvent();
     readAll();
+    awaitIdle();
     selected.chooseIn(fresh);
     checks.afterEvent();
     readAll();

@@ -24,9 +24,12 @@ struct Rest {
 
     // The steps of coming right.
     void letTheTroubleEbb();
-    /// Has all that is watched read, and waits for it. Throws EndedByRules where the link can never come that far.
+    void openTheLine();
+    /// The end of an open exchange: then an act is taken at once.
+    void awaitIdle();
+    void close(Page& page);
+    /// Has all that is watched read, and waits for it.
     void readAll();
-    void giveUpWhereTheRulesDo(bool tooLate) const;
     void nothingWaits() const;
     void comparePagesWithNewOnes();
     bool showsWhatANewOneShows(Page& page);

@@ -6,6 +6,7 @@
 #include "link/subscriptions.h"
 #include "link/value_helpers.h"
 #include "shell/main_window.h"
+#include "simulation/random_user.h"
 
 namespace kestrel::testing {
 
@@ -46,7 +47,7 @@ class FrmSmall : public Page {
 Plan smallWorld() {
     Plan plan = Plan::draw(1);
     plan.seconds = 4;
-    plan.hot = plan.sector = plan.moving = plan.rough = plan.strange = plan.chunk = 0;
+    plan.hot = plan.sector = plan.moving = plan.rough = plan.strange = plan.chunk = plan.other = 0;
     plan.aim = Plan::All;
     plan.faults.clear();
     plan.incidents.clear();
@@ -64,7 +65,7 @@ PageRegistry withSmallPage(PageRegistry pages) {
 
 void actInSmallWorld(char letter) {
     auto* page = dynamic_cast<FrmSmall*>(FindLoadedPage(Name));
-    if (letter == 'o') ShowPage(Name);
+    if (letter == 'o') RandomUser::open(Name);
     if (letter == 'p') MDIForm1().mnuCox(1).UserClick();
     if (!page) return;
     if (letter == 'c') page->UserClose();

@@ -6,6 +6,7 @@
 
 #include "link/link_engine.h"
 #include "platform/trouble.h"
+#include "simulation/ledger.h"
 
 namespace kestrel::testing {
 
@@ -79,9 +80,16 @@ bool Stage::begin(const std::string& incident, Dice& random) {
     return incident == PortDenied || incident == DiskTrouble;
 }
 
+Message::Answer Stage::answerTo(const Message& message) {
+    if (message.buttons == Message::Buttons::Ok) return Message::Answer::Ok;
+    const bool first = answers_.chance(0.7);
+    if (message.buttons == Message::Buttons::YesNo) return first ? Message::Answer::Yes : Message::Answer::No;
+    return first ? Message::Answer::Retry : Message::Answer::Cancel;
+}
+
 Message::Answer Stage::showMessage(const Message& message) {
     require(isKnown(message), "boxes have known texts", message.title, ": ", message.text);
-    require(!boxOpen_, "one box at a time");
+    require(!boxOpen_, "one box at a time", message.text, " over ", lastBox);
     boxOpen_ = true;
     lastBox = message.text;
     ++Checks::present()->counts[Boxes];
@@ -89,10 +97,9 @@ Message::Answer Stage::showMessage(const Message& message) {
     if (started && !Checks::present()->isSearching())
         for (auto events = answers_.between(0, 60); events > 0; --events) step();
     boxOpen_ = false;
-    if (message.buttons == Message::Buttons::Ok) return Message::Answer::Ok;
-    const bool first = answers_.chance(0.7);
-    if (message.buttons == Message::Buttons::YesNo) return first ? Message::Answer::Yes : Message::Answer::No;
-    return first ? Message::Answer::Retry : Message::Answer::Cancel;
+    const Message::Answer answer = answerTo(message);
+    if (Ledger* ledger = Ledger::present()) ledger->answered(message, answer);
+    return answer;
 }
 
 }  // namespace kestrel::testing

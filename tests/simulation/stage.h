@@ -27,6 +27,7 @@ class Stage : public VirtualPlatform {
     std::string lastBox;
 
   private:
+    Message::Answer answerTo(const Message& message);
     void changeIndexFiles(std::uint64_t seed);
 
     Dice answers_;

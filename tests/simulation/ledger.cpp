@@ -1,0 +1,314 @@
+// The ledger of intents.
+// See ledger.h.
+#include "simulation/ledger.h"
+
+#include <algorithm>
+
+#include "link/fan_out.h"
+#include "link/link_engine.h"
+#include "pages/beverage/frm_dosi.h"
+#include "pages/test/frm_test_cedar.h"
+#include "simulation/require.h"
+
+namespace kestrel::testing {
+
+namespace {
+
+using Record = Ledger::Record;
+
+constexpr Micros Second = 1'000'000;
+constexpr Micros Grace = Second / 5;  ///< for what waits for the end of an exchange
+constexpr Micros InOutGivesUp = 5 * Second + Grace;
+constexpr std::size_t FramesUnderWay = 8;  ///< while boards are slow to hear
+constexpr std::size_t OrdersKept = 16;
+
+Ledger* kept = nullptr;
+
+/// The command registers by bank, and the mailboxes before which no command may go out.
+constexpr std::array<Record, Banks> Commands = {{{0, 4}, {1, 1}, {2, 284}}};
+const std::set<Record> Mailboxes = {{0, 5}, {0, 6}, {0, 370}, {1, 2},   {1, 3},
+                                    {1, 4}, {1, 5}, {1, 6},   {2, 285}, {2, 286}};
+constexpr int PowderTestTime = 370;
+constexpr std::uint32_t PowderTest = 18, WaterOnly = 26, Run = 2;
+
+bool isCommand(Record record) { return std::find(Commands.begin(), Commands.end(), record) != Commands.end(); }
+
+/// That In/Out is open or closed; settings that their rules have pages put right when they are told of a value; and the
+/// command 0 by which Doses answers every echo of its mailbox.
+bool isPagesOwn(const Page* told, Record record, std::uint32_t value) {
+    static const std::map<std::string, std::vector<std::pair<Record, Record>>> putRight = {
+        {"FrmInOut", {}},
+        {"FrmConMac", {{{1, 1154}, {1, 1154}}}},
+        {"FrmProUni", {{{1, 1299}, {1, 1299}}, {{1, 1301}, {1, 1301}}, {{1, 1394}, {1, 1411}}}},
+        {"FrmPresel", {{{1, 1412}, {1, 1415}}, {{1, 1424}, {1, 1427}}}}};
+    if (record == Record{0, 368} || record == Record{0, 369}) return true;
+    if (!told) return false;
+    if (told->name() == "FrmDosi") return record == Commands[0] && value == 0;
+    const auto runs = putRight.find(told->name());
+    return runs != putRight.end() && std::any_of(runs->second.begin(), runs->second.end(), [&](const auto& run) {
+               return run.first <= record && record <= run.second;
+           });
+}
+
+/// Keys stand for no value; all others show what their board holds.
+bool standsForValue(const Control& control) {
+    return !dynamic_cast<const CommandButton*>(&control) && !dynamic_cast<const Label*>(&control);
+}
+
+std::uint32_t cut(std::uint32_t value, int width) { return width < 4 ? value & ((1U << 8 * width) - 1) : value; }
+
+int widthOf(Record record) { return ValueNibble(ParamTable(record.first, record.second).Command) + 1; }
+
+std::uint32_t valueOf(const simulator::Bytes& data) {
+    return static_cast<std::uint32_t>(ValueOf(data.data(), static_cast<int>(data.size()) - 1));
+}
+
+std::string text(Record record, std::uint32_t value) { return say(Place{record.first, record.second}, " = ", value); }
+
+}  // namespace
+
+Ledger::Ledger(const VirtualPlatform& platform, const FaultLine& line) : platform_(platform), line_(line) {
+    kept = this;
+}
+
+Ledger::~Ledger() { kept = nullptr; }
+
+Ledger* Ledger::present() { return kept; }
+
+Ledger::Wish* Ledger::find(Record record) {
+    const auto found = std::find_if(wishes_.begin(), wishes_.end(), [&](auto& w) { return w.record == record; });
+    return found == wishes_.end() ? nullptr : &*found;
+}
+
+Ledger::Order* Ledger::order(long number) {
+    const auto found = std::find_if(orders_.begin(), orders_.end(), [&](auto& o) { return o.number == number; });
+    return found == orders_.end() ? nullptr : &*found;
+}
+
+bool Ledger::isOpen(const Page* page, long opening) const {
+    const std::vector<Page*> loaded = LoadedPages();
+    return std::find(loaded.begin(), loaded.end(), page) != loaded.end() && openings_.at(page).number == opening;
+}
+
+void Ledger::end(Record record, End how) {
+    count(how);
+    std::erase_if(wishes_, [&](const Wish& wish) { return wish.record == record; });
+}
+
+std::string Ledger::nameOf(const Wish& wish) const {
+    return text(wish.record, wish.value) + (isOpen(wish.page, wish.opening) ? " by " + wish.page->name() : "");
+}
+
+// ---- What is wanted.
+
+void Ledger::opens(const Page& page) { openings_[&page] = {++opened_, {}}; }
+
+void Ledger::telling(const Page& page, Record record) {
+    told_ = &page;
+    openings_[&page].told.insert(record);
+}
+
+void Ledger::written(Record record, std::uint32_t value) {
+    if (find(record)) end(record, End::Replaced);
+    Wish wish{record, value, line_.plugged(), boxes_};
+    wish.control = Control::acting();
+    wish.page = wish.control ? dynamic_cast<const Page*>(wish.control->window()) : told_;
+    if (!isPagesOwn(wish.control ? nullptr : told_, record, value)) wantedByUser(wish);
+    wishes_.push_back(wish);
+}
+
+/// Of a setting that the board keeps twice the page is told the first; the copy is written right after it.
+void Ledger::wantedByUser(Wish& wish) {
+    require(wish.page, "only what somebody chose is written", nameOf(wish));
+    if (const std::pair<const Control*, Micros> now{wish.control, platform_.now()}; now != actor_) {
+        actor_ = now;
+        act_.clear();
+        actBegan_ = ordered_;
+    }
+    wish.opening = openings_[wish.page].number;
+    if (isCommand(wish.record) || Mailboxes.contains(wish.record)) return takeForOrder(wish);
+    require(wish.control, "only what somebody chose is written", nameOf(wish));
+    const auto& told = openings_[wish.page].told;
+    const bool isCopy = !act_.empty() && told.contains(act_.back());
+    require(!standsForValue(*wish.control) || isCopy || told.contains(wish.record),
+            "what has not been read is not written", nameOf(wish), ", ", wish.control->accessibleName());
+    act_.push_back(wish.record);
+}
+
+/// A click begins an order of its page; what the page writes when it hears of an echo belongs to its newest one.
+void Ledger::takeForOrder(Wish& wish) {
+    const Record command = Commands[static_cast<std::size_t>(wish.record.first)];
+    const auto newest = std::find_if(orders_.begin(), orders_.end(),
+                                     [&](auto& o) { return o.command == command && o.page == wish.page; });
+    if (!wish.control) {
+        wish.order = newest == orders_.end() ? -1 : newest->number;
+        return;
+    }
+    Order* order = newest == orders_.end() ? nullptr : &*newest;
+    if (!order || order->number <= actBegan_) {
+        if (order && !order->givenUp) order->givenUp = platform_.now();
+        order = &orders_.emplace_front(Order{++ordered_, wish.page, wish.opening, command, platform_.now()});
+        if (orders_.size() > OrdersKept) orders_.pop_back();
+        lied_.clear();
+    }
+    wish.order = order->number;
+    if (isCommand(wish.record))
+        order->code = wish.value;
+    else
+        order->mailbox[wish.record.second] = wish.value;
+    if (const auto* doses = dynamic_cast<const FrmDosi*>(wish.page))
+        order->code = order->mailbox.contains(PowderTestTime) ? PowderTest
+                      : wish.control == &doses->Command4[0]   ? WaterOnly
+                                                              : Run;
+    else if (order->mailbox.size() > 1)
+        order->code = Run;
+}
+
+void Ledger::withdrawn(Record record) {
+    if (find(record)) end(record, End::Dropped);
+}
+
+void Ledger::answered(const Message& message, Message::Answer answer) {
+    ++boxes_;
+    saidNo_ = message.buttons == Message::Buttons::YesNo && answer == Message::Answer::No;
+}
+
+// ---- What goes over the line.
+
+void Ledger::asks(Record record, const simulator::Frame& frame) {
+    open_ = sent_.end();
+    if (!frame.write) return;
+    const std::uint32_t value = valueOf(frame.data);
+    Wish* wish = find(record);
+    require(wish && cut(wish->value, frame.width) == value, "a write is what somebody wants", text(record, value));
+    wish->state = State::Sent;
+    sent_.push_front({record, value, *wish, platform_.now()});
+    open_ = sent_.begin();
+    if (sent_.size() > FramesUnderWay) sent_.pop_back();
+}
+
+/// A board has made up its mind about a frame.
+void Ledger::heard(const simulator::Exchange& exchange) {
+    const simulator::Frame& frame = exchange.request;
+    if (frame.verdict != simulator::Frame::Verdict::Good || !frame.write) return;
+    const Record record{static_cast<int>(frame.board), exchange.parameter};
+    const std::uint32_t value = valueOf(frame.data);
+    require(exchange.parameter != 0, "a write goes to a place that its board has", text(record, value));
+    const auto sent = std::find_if(sent_.begin(), sent_.end(),
+                                   [&](const Sending& s) { return s.record == record && s.value == value; });
+    require(sent != sent_.end(), "a write that is heard was sent", text(record, value));
+    require(sent->wish.machine == line_.plugged(), "a write goes to the machine it was meant for", nameOf(sent->wish));
+    const auto struck = [&](const char* fault) { return exchange.note.find(fault) != std::string::npos; };
+    const bool lies = struck("noeffect") || struck("clamp");
+    if (lies) lied_.insert(record);
+    if (Wish* wish = find(record); wish && wish->state == State::Sent) {
+        wish->lied = wish->lied || lies;
+        wish->reached = wish->reached || !exchange.reply.empty() || line_.memory(record.first, record.second) == value;
+    }
+    if (sent->wish.order == 0) return;
+    Order* const order = this->order(sent->wish.order);
+    require(order, "an order was clicked", text(record, value));
+    heardOfOrder(*order, *sent);
+}
+
+void Ledger::heardOfOrder(Order& order, const Sending& sent) {
+    const auto& [record, value, wish, begun] = sent;
+    require(!order.givenUp || begun <= *order.givenUp, "nothing of an order goes out after it was given up",
+            text(record, value), ", clicked at ", order.clicked, ", given up at ", order.givenUp.value_or(0));
+    if (!isCommand(record)) return;
+    same("an order is the one that was clicked", value, order.code);
+    for (const auto& [index, wanted] : order.mailbox) {
+        const std::uint32_t holds = line_.memory(record.first, index);
+        if (holds == cut(wanted, widthOf({record.first, index}))) continue;
+        const bool lied = lied_.contains({record.first, index}) || line_.memoryUpsetSince(order.clicked);
+        require(lied || line_.lateMayBe() || line_.spoiledMayBe(), "an order finds in its mailbox what was clicked",
+                text({record.first, index}, holds), ", not ", wanted);
+        count(lied ? End::BoardLied : End::FalseReply);
+    }
+    require(!order.ran || *order.ran == begun, "an order runs once", text(record, value));
+    order.ran = begun;
+}
+
+/// A reply was taken for this record; of a write that was moved elsewhere by a page nothing is known.
+void Ledger::accepted(Record record, bool write, std::uint32_t value) {
+    Wish* wish = find(record);
+    if (!wish) return;
+    if (write && open_ != sent_.end() && open_->record == record && wish->state == State::Sent) {
+        const bool mayBeFalse = line_.lateMayBe() || line_.spoiledMayBe();
+        require(wish->reached || mayBeFalse, "what is confirmed was heard", nameOf(*wish));
+        end(record, !wish->reached ? End::FalseReply : wish->lied ? End::BoardLied : End::Confirmed);
+    } else if (!write && wish->state == State::Lost) {
+        if (cut(wish->value, widthOf(record)) == value) return end(record, End::Confirmed);
+        wish->state = State::Refused;
+    }
+}
+
+/// The rules of the link have what the reply said written then.
+void Ledger::overwrittenBySlowReply(Record record, std::uint32_t by) {
+    Wish* const wish = find(record);
+    if (!wish) return;
+    count(End::SlowReply);
+    wish->value = by;
+    wish->opening = 0;
+}
+
+/// The line led nowhere, or may lead to another machine now.
+void Ledger::interrupted() {
+    for (Order& order : orders_)
+        if (!order.givenUp) order.givenUp = platform_.now();
+}
+
+// ---- What becomes of it.
+
+/// Whether its page still stands behind the order.
+bool Ledger::isStillOrdered(const Order& order) const {
+    if (!isOpen(order.page, order.opening)) return false;
+    if (const auto* doses = dynamic_cast<const FrmDosi*>(order.page)) return doses->TestLamp.Active;
+    if (const auto* model = dynamic_cast<const FrmTestCedar*>(order.page))
+        return order.mailbox.empty() || model->Label2[1].Caption.get() != "_ _";
+    const bool outputs = order.page->name() == "FrmInOut" && order.code == Run;
+    return !outputs || platform_.now() < order.clicked + InOutGivesUp;
+}
+
+void Ledger::look(Wish& wish) {
+    const auto [bank, index] = wish.record;
+    const std::uint8_t flags = ParamFlags(bank, index);
+    const bool due = (flags & flag::WriteDue) != 0;
+    const ParamValue held = ValueOf(ParamTable(bank, index).Value.data(), WrittenBytes - 1);
+    if (saidNo_ && wish.state == State::Due && !due) return end(wish.record, End::Dropped);
+    if (wish.state == State::Sent && Link().LinkIdle) wish.state = State::Lost;
+    // The frame was lost on this side, at the port.
+    if (wish.state == State::Due && !due && (flags & flag::Pending) && held == wish.value) wish.state = State::Lost;
+    require(wish.state != State::Due || (due && held == wish.value), "nothing that is wanted vanishes", nameOf(wish),
+            due ? "" : ", not due", ", mirror ", held);
+    if (!wish.isSetting() || wish.state == State::Suspended) return;
+    const bool open = isOpen(wish.page, wish.opening);
+    const bool boxTold = boxes_ > wish.boxes;
+    if (open && wish.state != State::Refused) {
+        wish.boxes = boxes_;
+    } else if (open) {
+        require(wish.control->notTaken() || boxTold, "what is not taken is told", nameOf(wish));
+        end(wish.record, End::Told);
+    } else if (!boxTold) {
+        if (!wish.gone) wish.gone = platform_.now();
+        require(platform_.now() < *wish.gone + Grace, "what a closed page leaves behind is told", nameOf(wish));
+    } else if (due) {
+        wish.state = State::Suspended;
+        count(End::Told);
+    } else {
+        end(wish.record, End::Told);
+    }
+}
+
+void Ledger::afterEvent() {
+    for (Order& order : orders_)
+        if (!order.givenUp && !isStillOrdered(order)) order.givenUp = platform_.now();
+    for (std::size_t i = wishes_.size(); i > 0; --i) look(wishes_[i - 1]);
+}
+
+void Ledger::atRest() const {
+    for (const Wish& wish : wishes_)
+        require(!wish.isSetting() || wish.state == State::Suspended, "at rest every intent has ended", nameOf(wish));
+}
+
+}  // namespace kestrel::testing
