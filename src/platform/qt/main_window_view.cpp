@@ -113,6 +113,7 @@ void MainWindowView::closePages() {
 }
 
 void MainWindowView::closeEvent(QCloseEvent* event) {
+    for (ChildWindow* child : children_) child->endGestures();
     deliver([this] {
         if (userClose_) userClose_();
     });

@@ -31,6 +31,9 @@ constexpr int ListSpacing = 3 * GridStep;   ///< so that a figure is not read wi
 /// What stands in the page: as wide and high as its window, or as its contents when the window is smaller.
 class PageContents : public QWidget {
   public:
+    /// A click beside the controls leaves the one that has the focus.
+    PageContents() { setFocusPolicy(Qt::ClickFocus); }
+
     std::vector<ViewBase*> views;
     FocusKeeper focus;
 
@@ -255,8 +258,12 @@ void layOut(QWidget* page) {
     if (QLayout* layout = page->layout()) layout->activate();
 }
 
-void dismissPage(QWidget* page) {
+void releaseModels(QWidget* page) {
     for (ViewBase* view : static_cast<PageView*>(page)->contents().views) view->release();
+}
+
+void dismissPage(QWidget* page) {
+    releaseModels(page);
     page->hide();
     delete page;  // at once: the models are gone when this returns, and a widget that lives on would ask them its size
 }
