@@ -19,7 +19,7 @@ constexpr int BesideTitle = 160;  ///< width of the icon and the buttons in the 
 
 ChildWindow::ChildWindow(Window& model, PageArea& area) : model_(&model), area_(area), page_(buildPage(model)) {
     setWidget(page_);
-    setFocusPolicy(Qt::NoFocus);  // a click on the title bar, such as on the cross, leaves no control
+    setFocusPolicy(Qt::TabFocus);  // a click on the title bar, such as on the cross, leaves no control
     area.addSubWindow(this);
     hide();
     model.bind(this);

@@ -31,9 +31,6 @@ constexpr int ListSpacing = 3 * GridStep;   ///< so that a figure is not read wi
 /// What stands in the page: as wide and high as its window, or as its contents when the window is smaller.
 class PageContents : public QWidget {
   public:
-    /// A click beside the controls leaves the one that has the focus.
-    PageContents() { setFocusPolicy(Qt::ClickFocus); }
-
     std::vector<ViewBase*> views;
     FocusKeeper focus;
 
@@ -52,6 +49,12 @@ class PageContents : public QWidget {
             if (QWidget* viewport = parentWidget()) viewport->parentWidget()->updateGeometry();
         }
         return QWidget::event(event);
+    }
+    /// A click beside the controls leaves the one that has the focus. Not by the policy: the focus of a page that opens
+    /// belongs to its first control.
+    void mousePressEvent(QMouseEvent* event) override {
+        setFocus(Qt::MouseFocusReason);
+        QWidget::mousePressEvent(event);
     }
     /// On the value of a bar: the bar takes a typed one.
     void mouseDoubleClickEvent(QMouseEvent* event) override {
