@@ -22,7 +22,9 @@ class Session : public ::testing::Test {
   protected:
     static constexpr int Soon = 5000;  ///< milliseconds
     static constexpr const char* SecondLine = "second";
+    static constexpr int MasterBoard = 0;
     static constexpr int HotDrinkBoard = 1;
+    static constexpr int ServiceCode = 362;
     static constexpr int BrewingWater = 1143;  ///< the first bar of the page of times
     static constexpr int BrewingWaterShadow = 1148;
 

@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include <QElapsedTimer>
+#include <QLineEdit>
 #include <csignal>
 #include <fstream>
 #include <iterator>
@@ -12,6 +13,7 @@
 
 #include "link/fan_out.h"
 #include "link/param_table.h"
+#include "pages/shell_pages/frm_password.h"
 #include "platform/qt/child_window.h"
 #include "platform/qt/main_window_view.h"
 #include "session.h"
@@ -50,6 +52,31 @@ TEST_F(Session, WritesAChangeOnceAndShowsItOnlyWhenTheBoardHasConfirmedIt) {
     EXPECT_EQ(writes(BrewingWaterShadow).size(), 1);
     EXPECT_EQ(board.value(HotDrinkBoard, BrewingWater), value + 2);
     EXPECT_EQ(board.value(HotDrinkBoard, BrewingWaterShadow), value + 2);
+}
+
+TEST_F(Session, ClosingAPageWithTheFocusInABoxSendsNothing) {
+    platform->mainWindow().activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&platform->mainWindow()));
+    QWindow& keyboard = *platform->mainWindow().windowHandle();
+    const auto openAndType = [&](const char* typed) {
+        MDIForm1().entry("smnuPassword").UserClick();
+        const Page& page = *FindLoadedPage("FrmPassword");
+        ASSERT_TRUE(eventually([&] { return page.arrivals() >= FrmPassword::Codes; }));
+        auto* box = qobject_cast<QLineEdit*>(QApplication::focusWidget());
+        ASSERT_NE(box, nullptr);
+        box->selectAll();
+        for (const char* key = typed; *key; ++key) QTest::keyClick(&keyboard, *key);
+    };
+    const QStringList write{QStringLiteral("write")};
+    for (const char* typed : {"", "22222", ""}) {
+        openAndType(typed);
+        QTest::keyClick(&keyboard, Qt::Key_W, Qt::ControlModifier);
+        EXPECT_EQ(FindLoadedPage("FrmPassword"), nullptr);
+        QTest::qWait(1000);
+        EXPECT_TRUE(board.exchanges(write).isEmpty()) << "typed: " << typed;
+    }
+    openAndType("22222\t");
+    EXPECT_TRUE(eventually([&] { return board.value(MasterBoard, ServiceCode) == 22222; })) << "leaving it enters it";
 }
 
 std::string contentOf(const std::filesystem::path& file) {

@@ -42,15 +42,22 @@ TEST_F(Box, KeepsTheTypingToItselfUntilEnter) {
     EXPECT_EQ(told, (Told{"key 13 45", "left 45"})) << "leaving is told even after Enter: the page decides";
 }
 
-TEST_F(Box, TellsThePageOnceOnLeavingOrClosingWithAndWithoutAnEdit) {
+TEST_F(Box, TellsThePageOnLeavingWithAndWithoutAnEditButNothingOnceItIsClosing) {
     leave(edit());
     EXPECT_EQ(told, Told{"left 123"});
     edit().setFocus();
     type("9");
-    endGestures(edit().window());
+    press(Qt::Key_Tab);
     EXPECT_EQ(told, (Told{"left 123", "left 1239"}));
+    edit().setFocus();
+    QTest::mouseClick(edit().parentWidget(), Qt::LeftButton);
+    EXPECT_EQ(told.size(), 3u) << "a click beside it leaves it";
+    edit().setFocus();
+    type("8");
+    endGestures(edit().window());
+    EXPECT_EQ(shown(), "1239") << "dropped";
     leave(edit());
-    EXPECT_EQ(told.size(), 2u) << "left already";
+    EXPECT_EQ(told.size(), 3u);
 }
 
 TEST_F(Box, BringsBackTheBoardsValueOnEscape) {

@@ -223,13 +223,13 @@ void BarView::keyPressEvent(QKeyEvent* event) {
 void BarView::focusOutEvent(QFocusEvent* event) {
     repeat_.stop();
     pressed_ = Part::None;
-    endGesture();
+    isLeaving(*this, *event) ? leave() : gesture_.finish();
     View::focusOutEvent(event);
 }
 
 void BarView::hideEvent(QHideEvent* event) {
     repeat_.stop();
-    endGesture();
+    leave();
     View::hideEvent(event);
 }
 
@@ -242,9 +242,16 @@ void BarView::changeEvent(QEvent* event) {
     View::changeEvent(event);
 }
 
-void BarView::endGesture() {
+void BarView::leave() {
     if (!commitTyped()) setTyped({});
     gesture_.commit();
+}
+
+void BarView::endGesture() {
+    repeat_.stop();
+    pressed_ = Part::None;
+    setTyped({});
+    gesture_.finish();
 }
 
 void BarView::beginTyping() {

@@ -1,6 +1,7 @@
 // Shows a scroll bar: arrow ends for single steps, a trough for large ones, a handle to drag.
 // While the user acts, the handle carries the value to come; one change goes out when the gesture ends. A value can be
-// typed too, in a field that a figure or Enter opens: Enter or leaving the bar hands it over, Escape drops it.
+// typed too, in a field that a figure or Enter opens: Enter or leaving the bar hands it over, Escape or closing the
+// page drops it.
 #pragma once
 
 #include <QTimer>
@@ -57,6 +58,7 @@ class BarView : public View<ScrollBar> {
     QString handleText() const;
     bool typed(const QKeyEvent& event);
     void setTyped(const QString& text, bool chosen = false);
+    void leave();
     /// Hands a typed value over. False, and nothing is done, when it is none of the bar's.
     bool commitTyped();
 

@@ -19,6 +19,7 @@ constexpr int BesideTitle = 160;  ///< width of the icon and the buttons in the 
 
 ChildWindow::ChildWindow(Window& model, PageArea& area) : model_(&model), area_(area), page_(buildPage(model)) {
     setWidget(page_);
+    setFocusPolicy(Qt::TabFocus);  // a click on the title bar, such as on the cross, leaves no control
     area.addSubWindow(this);
     hide();
     model.bind(this);
@@ -45,6 +46,7 @@ void ChildWindow::settle() {
 void ChildWindow::dismiss() {
     model_->unbind(this);
     model_ = nullptr;
+    if (page_) releaseModels(page_);
     setWidget(nullptr);
     if (page_) dismissPage(page_);
     area_.removeSubWindow(this);
@@ -86,10 +88,12 @@ bool ChildWindow::event(QEvent* event) {
     return handled;
 }
 
+void ChildWindow::endGestures() { qt::endGestures(page_); }
+
 void ChildWindow::closeEvent(QCloseEvent* event) {
     event->ignore();
     if (!model_) return;
-    endGestures(page_);
+    endGestures();
     deliver([this] { model_->UserClose(); });
 }
 

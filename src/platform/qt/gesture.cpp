@@ -44,4 +44,6 @@ void Gesture::cancel() {
     show_();
 }
 
+void Gesture::finish() { settle_.isActive() ? commit() : cancel(); }
+
 }  // namespace kestrel::qt

@@ -28,6 +28,8 @@ class Gesture {
     void settle();
     void commit();
     void cancel();
+    /// Its page closes: steps that were made count, what is still held does not.
+    void finish();
 
   private:
     std::function<void()> show_;

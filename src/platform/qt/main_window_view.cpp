@@ -114,6 +114,7 @@ void MainWindowView::closePages() {
 
 void MainWindowView::closeEvent(QCloseEvent* event) {
     event->ignore();  // the process ends, or what is due goes out first
+    for (ChildWindow* child : children_) child->endGestures();
     deliver([this] {
         if (userClose_) userClose_();
     });

@@ -50,6 +50,12 @@ class PageContents : public QWidget {
         }
         return QWidget::event(event);
     }
+    /// A click beside the controls leaves the one that has the focus. Not by the policy: the focus of a page that opens
+    /// belongs to its first control.
+    void mousePressEvent(QMouseEvent* event) override {
+        setFocus(Qt::MouseFocusReason);
+        QWidget::mousePressEvent(event);
+    }
     /// On the value of a bar: the bar takes a typed one.
     void mouseDoubleClickEvent(QMouseEvent* event) override {
         const QWidget* under = childAt(event->position().toPoint());
@@ -255,8 +261,12 @@ void layOut(QWidget* page) {
     if (QLayout* layout = page->layout()) layout->activate();
 }
 
-void dismissPage(QWidget* page) {
+void releaseModels(QWidget* page) {
     for (ViewBase* view : static_cast<PageView*>(page)->contents().views) view->release();
+}
+
+void dismissPage(QWidget* page) {
+    releaseModels(page);
     page->hide();
     delete page;  // at once: the models are gone when this returns, and a widget that lives on would ask them its size
 }

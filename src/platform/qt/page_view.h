@@ -12,14 +12,18 @@ namespace kestrel::qt {
 /// called before they go. Run-time errors of the page's Arrange() pass through.
 QWidget* buildPage(Window& window);
 
-/// Hands over what the user has begun on the page and not finished. To be called before the page is told to close.
+/// The user closes the page: hands over the steps that were made, and drops what is held or typed and not entered.
+/// To be called before the page is told to close.
 void endGestures(QWidget* page);
 
 /// Lays the page out at once for the texts that it has now.
 void layOut(QWidget* page);
 
-/// Lets go of the page's models, which may be destroyed from now on, and deletes the widget: not inside an event of a
-/// widget of the page's own.
+/// Lets go of the page's models, which may be destroyed from now on. To be called before the page leaves its frame:
+/// a view that loses the focus on the way must tell nothing any more.
+void releaseModels(QWidget* page);
+
+/// Lets go of the page's models and deletes the widget: not inside an event of a widget of the page's own.
 void dismissPage(QWidget* page);
 
 }  // namespace kestrel::qt

@@ -14,7 +14,7 @@ class SteppedView : public View<SteppedSwitch> {
   public:
     explicit SteppedView(SteppedSwitch& stepped);
 
-    void endGesture() override { gesture_.commit(); }
+    void endGesture() override { gesture_.finish(); }
     QString spokenValue() const override;
     std::optional<Span> span() const override;
     void moveTo(int value) override;

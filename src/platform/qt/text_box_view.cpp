@@ -46,10 +46,16 @@ void TextBoxView::commit(void (TextBox::*action)()) {
     if (bound()) showModel();
 }
 
-void TextBoxView::endGesture() {
+void TextBoxView::leave() {
     if (!entered_) return;
     entered_ = false;
     commit(&TextBox::UserLeave);
+}
+
+void TextBoxView::endGesture() {
+    entered_ = false;
+    edited_ = false;
+    showModel();
 }
 
 void TextBoxView::keyPressEvent(QKeyEvent* event) {
@@ -70,9 +76,7 @@ void TextBoxView::focusInEvent(QFocusEvent* event) {
 
 void TextBoxView::focusOutEvent(QFocusEvent* event) {
     View::focusOutEvent(event);
-    // A menu of the box itself and a switch to another program are no leaving: the typing can go on after them.
-    const bool toOtherProgram = event->reason() == Qt::ActiveWindowFocusReason && !window()->isActiveWindow();
-    if (event->reason() != Qt::PopupFocusReason && !toOtherProgram) endGesture();
+    if (isLeaving(*this, *event)) leave();
 }
 
 void TextBoxView::paintEvent(QPaintEvent* event) {

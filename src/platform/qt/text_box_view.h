@@ -1,4 +1,5 @@
-// Shows a text box. What is typed stays in the view until Enter or leaving the box hands it to the page.
+// Shows a text box. What is typed stays in the view until Enter or leaving the box hands it to the page; closing the
+// page drops it.
 // Escape brings back what the board has told, also if it told it since the typing began.
 #pragma once
 
@@ -29,6 +30,8 @@ class TextBoxView : public View<TextBox, QLineEdit> {
 
   private:
     void showModel();
+    /// Tells the page, once, that the user has left the box.
+    void leave();
     /// Hands the typed text over, then tells the page what the user did.
     void commit(void (TextBox::*action)());
 

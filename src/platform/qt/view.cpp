@@ -62,9 +62,21 @@ QString ViewBase::spokenDescription() const {
 
 void ViewBase::valueShown() {
     widget_.update();
-    if (!QAccessible::isActive()) return;
+    if (!QAccessible::isActive() || !bound()) return;
     QAccessibleValueChangeEvent event(&widget_, spokenValue());
     QAccessible::updateAccessibility(&event);
+}
+
+bool isLeaving(const QWidget& widget, const QFocusEvent& event) {
+    switch (event.reason()) {
+        case Qt::PopupFocusReason:
+        case Qt::MenuBarFocusReason:
+            return false;
+        case Qt::ActiveWindowFocusReason:
+            return widget.window()->isActiveWindow();
+        default:
+            return true;
+    }
 }
 
 int rowHeight(const QWidget& widget) { return std::max(32, widget.fontMetrics().height() + 14); }

@@ -3,7 +3,7 @@
 #pragma once
 
 #include <QAccessible>
-#include <QEvent>
+#include <QFocusEvent>
 #include <QString>
 #include <QWidget>
 #include <optional>
@@ -37,7 +37,8 @@ class ViewBase : public ControlView {
     QWidget& widget() const { return widget_; }
     bool waiting() const { return control_ && control_->waiting(); }
 
-    /// Hands over what the user has begun and not finished: a preview, a text that was typed.
+    /// The user closes the page: steps that were made are handed over; what is held or typed and not entered is
+    /// dropped.
     virtual void endGesture() {}
     /// The caption that names the control may have changed.
     virtual void renamed() {}
@@ -91,6 +92,10 @@ class View : public Base, public ViewBase {
         if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) this->updateGeometry();
     }
 };
+
+/// Whether the user leaves the widget. A menu, a box and another program are no leaving: the typing can go on after
+/// them.
+bool isLeaving(const QWidget& widget, const QFocusEvent& event);
 
 /// Height of a row with something to press in it, from the widget's font; at least 32.
 int rowHeight(const QWidget& widget);
