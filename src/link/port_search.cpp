@@ -45,7 +45,7 @@ void tryPort() {
     MenuItem& entry = portEntry(link.ComPort);
     entry.Checked = true;
     entry.Detail = platform().portDevice(link.ComPort);
-    if (link.Comm1->PortOpen()) link.Comm1->PortOpen(false);
+    link.Comm1->PortOpen(false);
     link.Comm1->CommPort(link.ComPort);
     link.Comm1->PortOpen(true);
     probeBoard();

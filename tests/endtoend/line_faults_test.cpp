@@ -172,6 +172,22 @@ TEST_F(LineFaults, BoardIsFoundAgainBehindOtherDevicesAndNames) {
     expectAllIsWell();
 }
 
+TEST_F(LineFaults, PortThatGoesAwayInItsProbeIsPassedOverAtStartAndFromTheMenu) {
+    {
+        const auto fromTheMenu = Wire::thatHangsUp(second);
+        MDIForm1().mnuCox(2).UserClick();
+        EXPECT_FALSE(MDIForm1().mnuCox(2).Enabled);
+        expectAllIsWell();
+    }
+    const auto configuration = installation.configuration(platform->programName());
+    stop();
+    std::ofstream(configuration) << "Com=2\r\nLingua=English\r\n";
+    const auto atStart = Wire::thatHangsUp(second);
+    start();
+    EXPECT_TRUE(MDIForm1().mnuCox(1).Checked);
+    expectAllIsWell();
+}
+
 TEST_F(LineFaults, OtherPortMayBeChosenInTheMiddleOfAnExchange) {
     BoardProcess other(installation.program(), {}, SecondLine);
     other.tell("set 1 1143 99");

@@ -78,6 +78,22 @@ TEST(PortSearch, OnlyTwoEqualBytesWithinHalfASecondAreABoard) {
     }
 }
 
+TEST(PortSearch, APortThatGoesAwayInItsProbeKeepsNoOtherFromBeingTried) {
+    SearchBench bench;
+    bench.device(3, Good);
+    bench.device(2, {});
+    bench.devices[2].answer = [&](const Bytes&) {
+        bench.devices[2].there = false;
+        return Pieces{};
+    };
+    bench.search(2);
+    EXPECT_EQ(bench.probed, std::vector{3});
+    EXPECT_EQ(bench.menu(), "o-xo");
+    bench.run(2000);
+    EXPECT_TRUE(bench.platform.portOpen());
+    EXPECT_EQ(LinkBench::notice(), "") << "the loss of a port that was left is nobody's";
+}
+
 TEST(PortSearch, WithoutAnyPortEachIsTriedTwiceAndTheReasonsAreShown) {
     for (const bool lastIsForbidden : {true, false}) {
         SearchBench bench;
