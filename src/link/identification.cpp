@@ -42,6 +42,7 @@ void askOnce(const IdentRecord& record) {
     LinkSendFrame();
     do platform().PumpEvents();
     while (!link.LinkIdle && !link.ReplyTimedOut);
+    CloseExchange();  // no repeat may go out behind a box
 }
 
 bool userRetries() {

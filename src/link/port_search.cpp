@@ -52,6 +52,7 @@ void tryPort() {
 }
 
 [[noreturn]] void endWithoutPort(int errorNumber, const std::string& reasons) {
+    StopLink();  // the port tried last has no board, and the scan would go on behind the box
     Message message;
     message.title = "ERROR  " + std::to_string(errorNumber);
     message.text = "Check serial !\nSerial device unavailable\nor Board Not Ready";
@@ -80,6 +81,7 @@ void OpenPort(int port) {
     for (;;) {
         try {
             tryPort();
+            ClearPortTrouble();
             return;
         } catch (const RunTimeError& error) {
             if (!isPortFailure(error.number())) throw;

@@ -30,7 +30,7 @@ struct SearchBench : LinkBench {
         platform.lines[port] = &device;
     }
     void search(int port) {
-        start();
+        if (!Link().Timer1.Enabled) start();
         for (int i = 1; i <= 4; ++i)
             if (!platform.lines.contains(i) || i == 1) device(i, {});
         OpenPort(port);
@@ -111,6 +111,19 @@ TEST(PortSearch, WithoutAnyPortEachIsTriedTwiceAndTheReasonsAreShown) {
                                               "/dev/port3: no board answers\n/dev/port4: ") +
                                       (lastIsForbidden ? "no permission" : "no board answers"));
     }
+}
+
+TEST(PortSearch, NothingGoesIntoThePortTriedLastWhileTheBoxStands) {
+    SearchBench bench;
+    bench.start();
+    Write(0, 1, 9);
+    Watch(0, 1);
+    bench.platform.whileMessageIsOpen = [&] {
+        EXPECT_FALSE(bench.platform.portOpen());
+        bench.run(5000);
+    };
+    EXPECT_THROW(bench.search(2), ProcessEnded);
+    EXPECT_EQ(bench.probed.size(), 7U) << "and no other frame";
 }
 
 TEST(PortSearch, AMissingConfigurationMeansPortOneAndIsWrittenIfItCanBe) {

@@ -58,7 +58,7 @@ void Checks::searched() {
     if (!following_) return;
     opened_ = platform_.opened;
     model_.portThere = true;
-    model_.portSearched();
+    model_.portSearched(Link().Comm1->PortOpen());
 }
 
 void Checks::compareState() const {
