@@ -9,6 +9,7 @@
 
 #include "link/fan_out.h"
 #include "link/link_engine.h"
+#include "moments.h"
 #include "session.h"
 #include "shell/main_window.h"
 #include "wire.h"
@@ -185,6 +186,18 @@ TEST_F(LineFaults, PortThatGoesAwayInItsProbeIsPassedOverAtStartAndFromTheMenu) 
     const auto atStart = Wire::thatHangsUp(second);
     start();
     EXPECT_TRUE(MDIForm1().mnuCox(1).Checked);
+    expectAllIsWell();
+}
+
+TEST_F(LineFaults, NoPortIsChosenWhileTheBoardsAreStillAsked) {
+    board.tell("fault slow=1");
+    stop();
+    when(witness, isIdentifying, [this] {
+        MDIForm1().mnuCox(2).UserClick();
+        board.tell("fault");
+    });
+    start();
+    EXPECT_TRUE(MDIForm1().mnuCox(1).Checked && MDIForm1().mnuCox(2).Enabled);
     expectAllIsWell();
 }
 
