@@ -4,7 +4,6 @@
 
 #include <string>
 
-#include "link/configuration_file.h"
 #include "link/link_engine.h"
 #include "platform/menu.h"
 #include "platform/platform.h"
@@ -67,17 +66,7 @@ void OpenPort(int port) {
     LinkState& link = Link();
     bool allTried = false;
     std::string reasons;
-    if (port != 0) {
-        link.ComPort = port;
-    } else {
-        try {
-            link.ComPort = ReadConfiguredPort();
-        } catch (const RunTimeError& error) {
-            if (error.number() != error_number::FileNotFound) throw;
-            WriteFirstPort();
-            link.ComPort = FirstPort;
-        }
-    }
+    if (port != 0) link.ComPort = port;
     for (;;) {
         try {
             tryPort();

@@ -258,7 +258,9 @@ std::string VirtualPlatform::readFile(const std::filesystem::path& file) {
 }
 
 void VirtualPlatform::writeFile(const std::filesystem::path& file, const std::string& content) {
-    if (unwritable.contains(file.string()) || unwritable.contains(file.parent_path().string()))
+    const bool isNewInAClosedDirectory =
+        unwritable.contains(file.parent_path().string()) && !files.contains(file.string());
+    if (unwritable.contains(file.string()) || isNewInAClosedDirectory)
         throw RunTimeError(error_number::FileAccess, file.string() + ": no permission");
     files[file.string()] = content;
     written.push_back(file.string());
