@@ -66,14 +66,4 @@ void WriteConfigurationFile(int port, const std::string& language) {
                          PortPrefix + std::to_string(port) + LineEnd + LanguagePrefix + language + LineEnd);
 }
 
-int ReadConfiguredPort() { return ConfigurationLines(OwnConfigurationFile()).port(); }
-
-void WriteFirstPort() {
-    try {
-        platform().writeFile(OwnConfigurationFile(), PortPrefix + std::to_string(FirstPort) + LineEnd);
-    } catch (const RunTimeError&) {
-        return;  // nothing can be saved here; the port holds for this run
-    }
-}
-
 }  // namespace kestrel

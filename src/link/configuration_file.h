@@ -33,9 +33,4 @@ class ConfigurationLines {
 /// Replaces the program's own file.
 void WriteConfigurationFile(int port, const std::string& language);
 
-/// The port in the program's own file.
-int ReadConfiguredPort();
-/// Writes the program's own file anew with the first port alone. A directory that cannot be written is no failure.
-void WriteFirstPort();
-
 }  // namespace kestrel

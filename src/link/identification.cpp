@@ -29,6 +29,7 @@ void askOnce(const IdentRecord& record) {
     SendIdentityQuestion(record);
     do platform().PumpEvents();
     while (!link.LinkIdle && !link.ReplyTimedOut);
+    CloseExchange();  // no repeat may go out behind a box
 }
 
 bool userRetries() {

@@ -49,12 +49,9 @@ void showPortTrouble(const std::string& reason) {
     panel.ToolTip = reason;
 }
 
-void clearPortTrouble() {
-    StatusPanel& panel = Link().statusBar->Panels(TextPanel);
-    if (panel.Text.get().empty()) return;
-    Link().PortTrouble.clear();
-    panel.Text = "";
-    panel.ToolTip = "";
+/// The port is open again, whether or not anything is asked for. A notice that no loss called for waits for a reply.
+void takeLossBack() {
+    if (!Link().PortTrouble.empty()) ClearPortTrouble();
 }
 
 /// While the boards are being identified for the first time, a lost port is a silent one.
@@ -136,6 +133,7 @@ void Timer2_Timer() {
         link.Timer2.Enabled = true;
         return;
     }
+    takeLossBack();
     if (!LineIsClosed() && (ParamTable(CurrentBank, link.ScanIndex).Period & RepeatWithoutEnd))
         repeatFrame();
     else
@@ -165,7 +163,7 @@ void ReopenTimer_Timer() {
     const bool done = !link.LinkIdle || link.Comm1->PortOpen() || reopenPort();
     if (!done) return;
     link.ReopenTimer.Enabled = false;
-    if (link.LinkIdle) clearPortTrouble();
+    if (link.LinkIdle) ClearPortTrouble();
 }
 
 }  // namespace
@@ -201,6 +199,30 @@ void SetUpLink(StatusBar& statusBar, const std::array<MenuItem*, PortCount + 1>&
     link.Timer4.OnTimer(Timer4_Timer);
     link.Timer5.OnTimer([] { Link().ReplyTimedOut = true; });
     link.ReopenTimer.OnTimer(ReopenTimer_Timer);
+}
+
+void ClearPortTrouble() {
+    StatusPanel& panel = Link().statusBar->Panels(TextPanel);
+    if (panel.Text.get().empty()) return;
+    Link().PortTrouble.clear();
+    panel.Text = "";
+    panel.ToolTip = "";
+}
+
+void CloseExchange() {
+    Link().Timer2.Enabled = false;
+    Link().LinkIdle = true;
+}
+
+void StopLink() {
+    LinkState& link = Link();
+    if (!link.Comm1) return;
+    for (Timer* timer : {&link.Timer1, &link.Timer2, &link.Timer3, &link.Timer4, &link.Timer5, &link.ReopenTimer})
+        timer->Enabled = false;
+    CloseExchange();
+    link.Comm1->PortOpen(false);
+    for (const int off : {lamp::SendOff, lamp::ReceiveOff, lamp::ErrorOff}) SetLinkIndicator(off);
+    showPortTrouble(platform().portDevice(link.ComPort) + ": closed");
 }
 
 void LinkNextRecord() {
@@ -259,7 +281,7 @@ void Comm1_OnComm() {
     restart(link.Timer4);
     SetLinkIndicator(lamp::ReceiveOn);
     SetLinkIndicator(lamp::ErrorOff);
-    clearPortTrouble();
+    ClearPortTrouble();
     Judgement judgement = JudgeReply(link.RequestBytes, received);
     link.ReplyData = std::move(judgement.data);
     if (link.RetryCount != BadRepliesAllowed) {

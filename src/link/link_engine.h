@@ -53,6 +53,13 @@ void ResetLink();
 /// Makes the serial control and sets the timers' handlers. The status bar must have its four panels by then.
 void SetUpLink(StatusBar& statusBar, const std::array<MenuItem*, PortCount + 1>& portEntries);
 
+/// Takes the notice about the port out of the status bar.
+void ClearPortTrouble();
+/// Gives the open exchange up: nothing is repeated, and what still comes answers nothing.
+void CloseExchange();
+/// Nothing goes out any more: timers off, port closed. The lamps go out and the status bar says so.
+void StopLink();
+
 /// The scan: visits records from ScanIndex in CurrentBank and sends at most one frame. Only while LinkIdle.
 void LinkNextRecord();
 /// Builds and sends the frame of RequestBytes and opens the exchange.

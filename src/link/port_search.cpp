@@ -4,7 +4,6 @@
 
 #include <string>
 
-#include "link/configuration_file.h"
 #include "link/link_engine.h"
 #include "link/recheck.h"
 #include "platform/menu.h"
@@ -46,13 +45,14 @@ void tryPort() {
     MenuItem& entry = portEntry(link.ComPort);
     entry.Checked = true;
     entry.Detail = platform().portDevice(link.ComPort);
-    if (link.Comm1->PortOpen()) link.Comm1->PortOpen(false);
+    link.Comm1->PortOpen(false);
     link.Comm1->CommPort(link.ComPort);
     link.Comm1->PortOpen(true);
     probeBoard();
 }
 
 [[noreturn]] void endWithoutPort(int errorNumber, const std::string& reasons) {
+    StopLink();  // the port tried last has no board, and the scan would go on behind the box
     Message message;
     message.title = "ERROR  " + std::to_string(errorNumber);
     message.text = "Check serial !\nSerial device unavailable\nor Board Not Ready";
@@ -67,20 +67,11 @@ void OpenPort(int port) {
     LinkState& link = Link();
     bool allTried = false;
     std::string reasons;
-    if (port != 0) {
-        link.ComPort = port;
-    } else {
-        try {
-            link.ComPort = ReadConfiguredPort();
-        } catch (const RunTimeError& error) {
-            if (error.number() != error_number::FileNotFound) throw;
-            WriteFirstPort();
-            link.ComPort = FirstPort;
-        }
-    }
+    if (port != 0) link.ComPort = port;
     for (;;) {
         try {
             tryPort();
+            ClearPortTrouble();
             NotePortDevice();
             if (link.Timer1.Enabled) InterruptLine();
             return;

@@ -4,7 +4,7 @@
 
 namespace kestrel {
 
-/// Opens a port: 1 to 4 from the menu, or 0 to take it from the program's configuration file. Failed ports stay
+/// Opens a port: 1 to 4 from the menu, or 0 for the one that start-up settled. Failed ports stay
 /// disabled in the menu for the run, with the reason beside them. When no port has a board, a message is shown and
 /// the process ends.
 void OpenPort(int port);

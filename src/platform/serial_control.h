@@ -20,7 +20,7 @@ class SerialControl {
   public:
     virtual ~SerialControl() = default;
 
-    /// Number of the port, 1 to 4. Only while the port is closed.
+    /// Number of the port, 1 to 4. Not while the port is open.
     virtual void CommPort(int port) = 0;
     virtual bool PortOpen() const = 0;
     /// Opens or closes; closing drops what stands unread and unsent. The error's text names the device and says

@@ -53,11 +53,6 @@ void FrmSer_Identify() {
     link.Timer1.Enabled = true;
 }
 
-void FrmSer_Unload() {
-    LinkState& link = Link();
-    for (Timer* timer : {&link.Timer1, &link.Timer2, &link.Timer3, &link.Timer4, &link.Timer5, &link.ReopenTimer})
-        timer->Enabled = false;
-    if (link.Comm1 && link.Comm1->PortOpen()) link.Comm1->PortOpen(false);
-}
+void FrmSer_Unload() { StopLink(); }
 
 }  // namespace kestrel

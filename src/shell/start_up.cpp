@@ -26,6 +26,7 @@ namespace {
 
 constexpr const char* FamilyLauncher = "KESTREL.EXE";
 constexpr const char* ClearingPage = "FrmCancella";
+constexpr const char* PortMenu = "mnuCom";
 
 std::vector<std::string>& models() {
     static std::vector<std::string> names;
@@ -51,24 +52,26 @@ void describePorts() {
     }
 }
 
-/// Pages open only once the boards are known; entries of pages that do not exist stay disabled.
-void enablePageEntries(bool boardsAreKnown) {
+/// Pages open, and another port is chosen, only once the boards are known: the byte of a probe must not be taken for
+/// the answer of a board. Entries of pages that do not exist stay disabled.
+void enableEntries(bool boardsAreKnown) {
     for (const MenuRow& row : MenuTree())
         if (row.page) MDIForm1().entry(row.name).Enabled = boardsAreKnown && PageIsRegistered(row.page);
+    MDIForm1().entry(PortMenu).Enabled = boardsAreKnown;
 }
 
 void bindMenu() {
     MainWindow& window = MDIForm1();
     for (const MenuRow& row : MenuTree())
         if (row.page) window.entry(row.name).OnClick([page = std::string(row.page)] { openFromMenu(page); });
-    enablePageEntries(false);
+    enableEntries(false);
     window.entry("smnuExit").OnClick(smnuExit_Click);
     for (int i = 0; i < MainWindow::LanguageEntries; ++i) window.smnuLingue(i).OnClick([i] { smnuLingue_Click(i); });
     for (int port = 1; port <= PortCount; ++port)
         window.mnuCox(port).OnClick([port] {
-            if (Link().Comm1) OpenPort(port);
+            if (MDIForm1().entry(PortMenu).Enabled) OpenPort(port);
         });
-    window.entry("mnuCom").OnOpening(describePorts);
+    window.entry(PortMenu).OnOpening(describePorts);
     describePorts();
 }
 
@@ -92,7 +95,7 @@ void MDIForm_Load(const std::string& title) {
     platform().showMainWindow();
     MDIForm1().SetMenuCaptions();
     FrmSer_Load();
-    enablePageEntries(true);
+    enableEntries(true);
     MDIForm1().Caption = title;
 }
 

@@ -6,11 +6,13 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QTest>
+#include <QTimer>
 #include <csignal>
 #include <functional>
 #include <map>
 
 #include "link/fan_out.h"
+#include "link/link_engine.h"
 #include "moments.h"
 #include "pages/registry.h"
 #include "platform/platform.h"
@@ -31,6 +33,10 @@ char letterOf(const QAction& entry) {
     const QString text = entry.text();
     return text[text.indexOf(u'&') + 1].toLatin1();
 }
+
+constexpr int LongerThanATimeOut = 2500;
+/// The last one that a search tries, so that it is still open when that fails.
+constexpr int Port = 4;
 
 void leaveByKeys() {
     const QAction& file = *window().menuBar()->actions().first();
@@ -55,6 +61,15 @@ void workAndLeave() {
     when(*qApp, isPageFilled, closeWindow);
 }
 
+bool isErrorLit() { return Link().statusBar->Panels(4).Picture == 6; }
+
+/// Chooses the port in use when its board has fallen silent, and lets the box of the search that fails stand.
+void searchInVain() {
+    MDIForm1().entry("smnuTempi").UserClick();
+    when(*qApp, isErrorLit, [] { MDIForm1().mnuCox(Link().ComPort).UserClick(); });
+    when(*qApp, isBoxOpen, [] { QTimer::singleShot(LongerThanATimeOut, confirmBox); });
+}
+
 void sendSignal() { std::raise(SIGTERM); }
 
 }  // namespace
@@ -72,13 +87,14 @@ void runDriven(QApplication& application, const std::string& act, const std::str
         {"signal-identifying", {isIdentifying, sendSignal}},
         {"signal-in-box", {isBoxOpen, sendSignal}},
         {"work", {isRunning, workAndLeave}},
+        {"search", {isRunning, searchInVain}},
         {"trouble", {isRunning, meetTrouble}},
     };
     when(*qApp, cues.at(act).isTime, cues.at(act).act);
     RegisterPages(AllPages());
     Options options;
     options.directory = directory;
-    options.devices = {{1, device}};
+    options.devices = {{Port, device}};
     qt::runProgram(application, options);
 }
 

@@ -2,12 +2,15 @@
 // A technician who cannot open the port again has to pull the adapter.
 #include <gtest/gtest.h>
 #include <signal.h>
+#include <unistd.h>
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QProcess>
 #include <QSerialPort>
 #include <QTest>
+#include <fstream>
+#include <iterator>
 #include <ostream>
 
 #include "board_process.h"
@@ -96,6 +99,37 @@ TEST_F(Exit, BySignalWhileAMessageBoxIsOpen) {
     EXPECT_EQ(status(StartWithin), 0);
     EXPECT_TRUE(isPortFree(board.device()));
     EXPECT_FALSE(launcherRuns());
+}
+
+TEST_F(Exit, BySearchInVainBehindWhoseBoxNothingIsSent) {
+    BoardProcess board(installation.program());
+    startDriven("search", board);
+    const QStringList filling{QStringLiteral("hot-drink"), QStringLiteral("1144")};
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !board.exchanges(filling).isEmpty(); }, StartWithin));
+    board.tell("silent 0 on");
+    EXPECT_EQ(status(StartWithin), 1);
+    EXPECT_TRUE(board.exchanges().last().contains(u"[00 00 00 00 00]")) << board.exchanges().last().toStdString();
+    EXPECT_TRUE(isPortFree(board.device()));
+}
+
+TEST_F(Exit, AfterALanguageIsSavedInADirectoryThatTakesNoNewFile) {
+    constexpr uid_t Nobody = 65534;
+    using std::filesystem::perms;
+    const auto configuration = installation.configuration("kestrel_endtoend_tests");
+    std::ofstream(configuration) << "Com=4\r\nLingua=Italiano\r\n";
+    BoardProcess board(installation.program());
+    const auto everybody = perms::owner_all | perms::group_all | perms::others_all;
+    for (const auto& path : {installation.family(), configuration, std::filesystem::canonical(board.device())})
+        std::filesystem::permissions(path, everybody);
+    std::filesystem::permissions(installation.program(), perms(0555));
+    program.setChildProcessModifier([] {
+        if (geteuid() == 0 && setuid(Nobody) != 0) _exit(-1);
+    });
+    startDriven("work", board);
+    EXPECT_EQ(status(StartWithin), 0) << program.readAllStandardError().toStdString();
+    std::filesystem::permissions(installation.program(), everybody);
+    std::ifstream saved(configuration, std::ios::binary);
+    EXPECT_EQ(std::string(std::istreambuf_iterator<char>(saved), {}), "Com=4\r\nLingua=English\r\n");
 }
 
 TEST_F(Exit, WithoutALauncherEndsAllTheSame) {

@@ -9,6 +9,7 @@
 
 #include "link/fan_out.h"
 #include "link/link_engine.h"
+#include "moments.h"
 #include "session.h"
 #include "shell/main_window.h"
 #include "wire.h"
@@ -169,6 +170,34 @@ TEST_F(LineFaults, BoardIsFoundAgainBehindOtherDevicesAndNames) {
     }
     plugUnderTheOtherName();
     EXPECT_TRUE(QTest::qWaitFor(works, BackWithin));
+    expectAllIsWell();
+}
+
+TEST_F(LineFaults, PortThatGoesAwayInItsProbeIsPassedOverAtStartAndFromTheMenu) {
+    {
+        const auto fromTheMenu = Wire::thatHangsUp(second);
+        MDIForm1().mnuCox(2).UserClick();
+        EXPECT_FALSE(MDIForm1().mnuCox(2).Enabled);
+        expectAllIsWell();
+    }
+    const auto configuration = installation.configuration(platform->programName());
+    stop();
+    std::ofstream(configuration) << "Com=2\r\nLingua=English\r\n";
+    const auto atStart = Wire::thatHangsUp(second);
+    start();
+    EXPECT_TRUE(MDIForm1().mnuCox(1).Checked);
+    expectAllIsWell();
+}
+
+TEST_F(LineFaults, NoPortIsChosenWhileTheBoardsAreStillAsked) {
+    board.tell("fault slow=1");
+    stop();
+    when(witness, isIdentifying, [this] {
+        MDIForm1().mnuCox(2).UserClick();
+        board.tell("fault");
+    });
+    start();
+    EXPECT_TRUE(MDIForm1().mnuCox(1).Checked && MDIForm1().mnuCox(2).Enabled);
     expectAllIsWell();
 }
 

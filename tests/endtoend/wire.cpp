@@ -39,6 +39,12 @@ Wire::Wire(std::filesystem::path link, const std::string& device)
     thread_ = std::thread([this] { carry(); });
 }
 
+std::unique_ptr<Wire> Wire::thatHangsUp(const std::filesystem::path& link) {
+    auto wire = std::make_unique<Wire>(link);
+    wire->hangsUp_ = true;
+    return wire;
+}
+
 Wire::~Wire() {
     ends_ = true;
     thread_.join();
@@ -54,8 +60,9 @@ void Wire::carry() {
         poll(ready, 2, LookEveryMs);
         for (const pollfd& from : ready) {
             const ssize_t count = (from.revents & POLLIN) != 0 ? read(from.fd, bytes.data(), bytes.size()) : 0;
+            if (count > 0 && hangsUp_) close(std::exchange(near_, -1));
             const bool isReply = from.fd == far_;
-            for (ssize_t i = 0; i < count; ++i) {
+            for (ssize_t i = 0; i < count && near_ >= 0; ++i) {
                 if (isReply) usleep(PauseUs);
                 if (write(isReply || far_ < 0 ? near_ : far_, &bytes[static_cast<std::size_t>(i)], 1) < 0) return;
             }

@@ -96,5 +96,23 @@ TEST(Identification, OnlyTheMachineThatTheProgramIsMadeForIsServed) {
     }
 }
 
+TEST(Identification, NothingGoesOutWhileABoxStands) {
+    LinkBench bench;
+    bench.replies["i0.18?"] = "b";
+    bench.line.answer = [&](const Bytes& frame) {
+        auto pieces = bench.answer(frame);
+        if (LinkBench::tell(frame) == "i0.18?") pieces[0].after = 900'000;  // the next is under way when the wait ends
+        return pieces;
+    };
+    bench.identity[{0, 18}] = 22;
+    std::size_t sent = 0;
+    bench.platform.whileMessageIsOpen = [&] {
+        sent = bench.line.sent.size();
+        bench.run(5000);
+    };
+    EXPECT_THROW(LinkBench::load(), ProcessEnded);
+    EXPECT_EQ(bench.line.sent.size(), sent);
+}
+
 }  // namespace
 }  // namespace kestrel::testing

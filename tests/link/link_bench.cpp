@@ -6,6 +6,7 @@
 #include <sstream>
 
 #include "link/index_files.h"
+#include "link/link_engine.h"
 #include "link/param_table.h"
 #include "shell/frm_ser.h"
 #include "shell/main_window.h"
@@ -59,7 +60,7 @@ LinkBench::LinkBench() {
     ResetProgram();
     InitBoardTables();
     platform.lines[1] = &line;
-    platform.put("kestrel.ini", "Com=1\r\nLingua=Italiano\r\n");
+    Link().ComPort = 1;
     line.answer = [this](const Bytes& frame) { return answer(frame); };
     for (auto& bank : rows) bank.resize(4);
     identity = {{{0, 11}, 15}, {{0, 12}, 18}, {{0, 13}, 0}, {{0, 14}, 1},   {{0, 17}, 3}, {{0, 18}, 23}, {{1, 11}, 15},

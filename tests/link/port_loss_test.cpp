@@ -64,16 +64,23 @@ TEST(PortLoss, ALostPortIsToldOnceAndWhatWasEditedGoesOutWhenItIsBack) {
 
 constexpr std::size_t IdentityQuestions = 7 + 6 + 6;  // of the master and the two boards behind it
 
-TEST(PortLoss, AnIdleLinkTakesTheNoticeAwayWhenThePortIsBack) {
-    LinkBench bench;
-    bench.start();
-    bench.unplug();
-    bench.run(3000);
-    bench.plug();
-    bench.run(3000);
-    EXPECT_EQ(LinkBench::notice(), "");
-    EXPECT_TRUE(bench.platform.portOpen());
-    EXPECT_EQ(bench.line.sent.size(), IdentityQuestions);
+TEST(PortLoss, TheNoticeGoesWhenThePortIsBackThoughNothingIsAskedForAnyMore) {
+    for (const bool exchangeWasOpen : {false, true}) {
+        LinkBench bench;
+        bench.start();
+        bench.replies["0.1?"] = "s";
+        if (exchangeWasOpen) Watch(0, 1);
+        bench.run(100);
+        bench.unplug();
+        if (exchangeWasOpen) ParamRelease(1);
+        bench.run(3000);
+        EXPECT_EQ(LinkBench::notice(), CheckInterface);
+        bench.plug();
+        bench.run(3000);
+        EXPECT_EQ(LinkBench::notice(), "");
+        EXPECT_TRUE(bench.platform.portOpen());
+        EXPECT_EQ(bench.line.sent.size(), (exchangeWasOpen ? 1U : 0U) + IdentityQuestions);
+    }
 }
 
 TEST(PortLoss, APortChosenAnewEndsTheWaitForTheLostOne) {
@@ -92,7 +99,6 @@ TEST(PortLoss, APortChosenAnewEndsTheWaitForTheLostOne) {
         EXPECT_EQ(LinkBench::notice(), "");
         bench.replies.clear();
         bench.run(2100);
-        EXPECT_EQ(LinkBench::notice(), "");
         EXPECT_EQ(ParamIsFresh(1, 0), exchangeIsOpen);
     }
 }

@@ -30,7 +30,7 @@ struct SearchBench : LinkBench {
         platform.lines[port] = &device;
     }
     void search(int port) {
-        start();
+        if (!Link().Timer1.Enabled) start();
         for (int i = 1; i <= 4; ++i)
             if (!platform.lines.contains(i) || i == 1) device(i, {});
         OpenPort(port);
@@ -78,6 +78,22 @@ TEST(PortSearch, OnlyTwoEqualBytesWithinHalfASecondAreABoard) {
     }
 }
 
+TEST(PortSearch, APortThatGoesAwayInItsProbeKeepsNoOtherFromBeingTried) {
+    SearchBench bench;
+    bench.device(3, Good);
+    bench.device(2, {});
+    bench.devices[2].answer = [&](const Bytes&) {
+        bench.devices[2].there = false;
+        return Pieces{};
+    };
+    bench.search(2);
+    EXPECT_EQ(bench.probed, std::vector{3});
+    EXPECT_EQ(bench.menu(), "o-xo");
+    bench.run(2000);
+    EXPECT_TRUE(bench.platform.portOpen());
+    EXPECT_EQ(LinkBench::notice(), "") << "the loss of a port that was left is nobody's";
+}
+
 TEST(PortSearch, WithoutAnyPortEachIsTriedTwiceAndTheReasonsAreShown) {
     for (const bool lastIsForbidden : {true, false}) {
         SearchBench bench;
@@ -97,32 +113,28 @@ TEST(PortSearch, WithoutAnyPortEachIsTriedTwiceAndTheReasonsAreShown) {
     }
 }
 
-TEST(PortSearch, AMissingConfigurationMeansPortOneAndIsWrittenIfItCanBe) {
-    for (const bool readOnly : {false, true}) {
-        LinkBench bench;
-        bench.platform.files.erase("/family/kestrel/kestrel.ini");
-        if (readOnly) bench.platform.unwritable = {"/family/kestrel"};
-        bench.start();
-        EXPECT_EQ(Link().ComPort, 1);
-        EXPECT_TRUE(Link().LinkIdle);
-        EXPECT_EQ(bench.platform.files["/family/kestrel/kestrel.ini"], readOnly ? "" : "Com=1\r\n");
-    }
+TEST(PortSearch, NothingGoesIntoThePortTriedLastWhileTheBoxStands) {
+    SearchBench bench;
+    bench.start();
+    Write(0, 1, 9);
+    Watch(0, 1);
+    bench.platform.whileMessageIsOpen = [&] {
+        EXPECT_FALSE(bench.platform.portOpen());
+        bench.run(5000);
+    };
+    EXPECT_THROW(bench.search(2), ProcessEnded);
+    EXPECT_EQ(bench.probed.size(), 7U) << "and no other frame";
 }
 
 TEST(PortSearch, WhatIsNoTroubleOfAPortEndsTheSearch) {
     SearchBench bench;
     bench.platform.openFailures[2] = {8022, "no trouble of a port"};
     EXPECT_THROW(bench.search(2), RunTimeError);
-    for (const char line : {'9', '0', '5', '='}) {
+    for (const int port : {0, 5, 9}) {
         LinkBench other;
-        other.platform.put("kestrel.ini", std::string("Com=") + line + "\r\nLingua=Italiano\r\n");
-        try {
-            other.start();
-            ADD_FAILURE() << line;
-        } catch (const RunTimeError& error) {
-            EXPECT_NE(std::string(error.what()).find("port"), std::string::npos) << "unclear: " << error.what();
-        }
-        EXPECT_TRUE(other.line.sent.empty()) << line;
+        Link().ComPort = port;
+        EXPECT_THROW(other.start(), RunTimeError) << port;
+        EXPECT_TRUE(other.line.sent.empty()) << port;
     }
 }
 

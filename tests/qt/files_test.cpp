@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 #include <sys/resource.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <QTemporaryDir>
@@ -29,6 +30,16 @@ class Files : public ::testing::Test {
             return error.number();
         }
         return 0;
+    }
+
+    /// What the call gives in a process that has no right beyond the permissions.
+    static int asOrdinaryUser(const std::function<int()>& act) {
+        constexpr uid_t Nobody = 65534;
+        const pid_t user = fork();
+        if (user == 0) _exit(geteuid() != 0 || setuid(Nobody) == 0 ? act() : -1);
+        int status = -1;
+        waitpid(user, &status, 0);
+        return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
     }
 
     QTemporaryDir temporary;
@@ -70,14 +81,25 @@ TEST_F(Files, ThatCannotBeUsedSayWhy) {
     EXPECT_EQ(numberOf([&] { enterDirectory(directory / "none"); }), error_number::PathNotFound);
 }
 
-TEST_F(Files, ThatMayNotBeTouchedStayAsTheyAre) {
-    if (geteuid() == 0) GTEST_SKIP() << "everything is permitted to the superuser";
-    writeWholeFile(file, "old");
-    fs::permissions(file, fs::perms::none);
-    EXPECT_EQ(numberOf([&] { readWholeFile(file); }), error_number::FileAccess);
-    fs::permissions(file, fs::perms(0444));
-    EXPECT_EQ(numberOf([&] { writeWholeFile(file, "new"); }), error_number::FileAccess);
-    EXPECT_EQ(readWholeFile(file), "old");
+TEST_F(Files, AreWrittenWherePermissionsLetThemAndElseStayAsTheyAre) {
+    struct Row {
+        int directory, file;
+        int reading, writing;  ///< numbers of the trouble
+    };
+    for (const Row& row : {Row{0777, 0000, error_number::FileAccess, error_number::FileAccess},
+                           Row{0777, 0444, 0, error_number::FileAccess}, Row{0555, 0666, 0, 0},
+                           Row{0555, 0444, 0, error_number::FileAccess}}) {
+        SCOPED_TRACE(std::to_string(row.directory) + " " + std::to_string(row.file));
+        writeWholeFile(file, "old and long");
+        fs::permissions(file, fs::perms(row.file));
+        fs::permissions(directory, fs::perms(row.directory));
+        EXPECT_EQ(asOrdinaryUser([&] { return numberOf([&] { readWholeFile(file); }); }), row.reading);
+        EXPECT_EQ(asOrdinaryUser([&] { return numberOf([&] { writeWholeFile(file, "new"); }); }), row.writing);
+        fs::permissions(directory, fs::perms::all);
+        fs::permissions(file, fs::perms::all);
+        EXPECT_EQ(readWholeFile(file), row.writing ? "old and long" : "new");
+        EXPECT_TRUE(standsAlone());
+    }
 }
 
 TEST_F(Files, AreListedByEndingInOrderOfName) {

@@ -63,13 +63,28 @@ TEST(ConfigurationFile, SettlesPortAndLanguage) {
     }
 }
 
-TEST(ConfigurationFile, ReadOnlyDirectoryStillStarts) {
-    World world;
-    world.platform.unwritable.insert(world.platform.directory.string());
-    MDIForm_Load("Kestrel");
-    EXPECT_EQ(Link().ComPort, 1);
-    EXPECT_TRUE(Link().LinkIdle);
-    EXPECT_TRUE(world.platform.messages.empty());
+TEST(ConfigurationFile, HoldsForTheRunWhereItCannotBeSaved) {
+    struct Row {
+        const char* own;
+        const char* family;
+        int port;
+    };
+    for (const Row& row : {Row{Missing, Missing, 1}, Row{"", Missing, 1}, Row{"Com=", Missing, 1},
+                           Row{"Com=9\r\nLingua=English\r\n", Missing, 1},
+                           Row{"Com=3\r\nLingua=English\r\n", "Com=2\r\nLingua=English\r\n", 2}}) {
+        SCOPED_TRACE(row.own ? row.own : "none");
+        World world;
+        for (int port = 1; port <= 4; ++port) world.platform.lines[port] = &world.line;
+        if (row.own) world.platform.put("kestrel.ini", row.own);
+        if (row.family) world.platform.files[Family] = row.family;
+        world.platform.unwritable = {world.platform.directory.string(),
+                                     (world.platform.directory / "kestrel.ini").string()};
+        MDIForm_Load("Kestrel");
+        EXPECT_EQ(Link().ComPort, row.port);
+        EXPECT_TRUE(MDIForm1().mnuCox(row.port).Checked);
+        EXPECT_TRUE(world.platform.messages.empty());
+        EXPECT_TRUE(world.platform.written.empty());
+    }
 }
 
 TEST(ConfigurationFile, PortOfTheFamilyAboveFourEndsInARunTimeError) {

@@ -56,12 +56,16 @@ TEST(Pages, ASecondClickBringsThePageToTheFrontAndClosingReleasesEverything) {
 TEST(Pages, AnEntryOpensAPageOnlyWhenThePageIsThereAndTheBoardsAreKnown) {
     World world;
     RegisterPages({{"FrmTempi", AllPages().at("FrmTempi")}});
-    bool wasEnabled = true;
+    bool wasEnabled = false;
     world.platform.afterEvent = [&] {
-        if (Link().LinkSetup) wasEnabled = MDIForm1().entry("smnuTempi").Enabled;
+        if (!Link().LinkSetup) return;
+        for (const char* entry : {"smnuTempi", "mnuCom"}) wasEnabled |= MDIForm1().entry(entry).Enabled;
+        MDIForm1().mnuCox(2).UserClick();
     };
     world.start();
     EXPECT_FALSE(wasEnabled);
+    EXPECT_TRUE(MDIForm1().mnuCox(2).Enabled) << "nobody has looked for a board there";
+    EXPECT_TRUE(MDIForm1().entry("mnuCom").Enabled);
     EXPECT_TRUE(MDIForm1().entry("smnuTempi").Enabled);
     EXPECT_FALSE(MDIForm1().entry("smnuDosi").Enabled);
     MDIForm1().entry("smnuDosi").UserClick();

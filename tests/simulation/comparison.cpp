@@ -86,7 +86,7 @@ void Checks::searched() {
     if (!following_) return;
     opened_ = platform_.opened;
     model_.portThere = true;
-    model_.portSearched();
+    model_.portSearched(Link().Comm1->PortOpen());
     if (Ledger* ledger = Ledger::present()) ledger->interrupted();
 }
 

@@ -76,10 +76,10 @@ inline int nextPending(const std::uint8_t* flags, int from, int end) {
 /// - Sending drops what stands unread. Bytes that arrive while no exchange is open are dropped; the bytes of an arrival
 ///   add to those that came before in the same exchange. At most 1024 stand unread, later ones are lost.
 /// - Sending starts the reply time-out anew. A closed port is opened before a frame is sent. When the device is not
-///   there the frame is lost, the port stays as it is, and panel 1 says "Check serial interface "; the reply time-out
-///   runs all the same.
-/// - The reply time-out closes and opens the port. When it cannot be opened, panel 1 says the same, and the exchange
-///   stays open, its frame unsent, with a new reply time-out; so it goes on until the port is there.
+///   there the frame is lost, the port counts as closed, and panel 1 says "Check serial interface " when the loss is
+///   told of or the port could not be opened; the reply time-out runs all the same.
+/// - The reply time-out closes and opens the port, and the text goes. When it cannot be opened, panel 1 says the same,
+///   and the exchange stays open, its frame unsent, with a new reply time-out; so it goes on until the port is there.
 /// - A tick with the link idle and the port closed does not scan but starts the reopen timer (1000 ms; one that runs is
 ///   left as it is). That timer on expiry: if an exchange is open, it stops; else if the port is closed, it tries to
 ///   open it, and on failure shows the text and stays on; when the port is open, it stops and the text goes.
@@ -190,11 +190,12 @@ class Model {
         panelText = checkSerial;
         interrupt();
     }
-    /// The user chose a port and the search found a board: the port is open with nothing unread. An exchange that was
-    /// open stays open and its time-out goes on.
-    void portSearched() {
-        portOpen = true;
+    /// The user chose a port and the search found a board: the port is open with nothing unread, unless it has gone
+    /// away since, and what was said of a loss goes. An exchange that was open stays open and its time-out goes on.
+    void portSearched(bool stillOpen) {
+        portOpen = stillOpen;
         unread.clear();
+        panelText.clear();
         if (due[Tick]) recheck.interrupt();
     }
 
@@ -441,7 +442,7 @@ class Model {
         restart(Reply, now);
         if (!portOpen) tryToOpenPort();
         if (portThere) outputs.frames.push_back(out);
-        if (!portThere) panelText = checkSerial;
+        if (!portThere) closePort();  // found out by the sending; the news of it comes by itself
     }
 
     /// To the board that the frame was built for, and to no other.
@@ -459,6 +460,7 @@ class Model {
         stop(Reply);
         closePort();
         if (!reopenPort()) return restart(Reply, now);
+        panelText.clear();
         if (!recheck.isClosed() && (record(scanIndex).period & silentRepeatPeriodBit) != 0) return repeat(now);
         idle = true;
     }

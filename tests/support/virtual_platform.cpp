@@ -56,23 +56,27 @@ class VirtualSerial : public SerialControl {
     explicit VirtualSerial(VirtualPlatform& owner) : owner_(owner) { owner_.serial_ = this; }
     ~VirtualSerial() override { owner_.serial_ = nullptr; }
 
-    void CommPort(int port) override { port_ = port; }
-    bool PortOpen() const override { return open_; }
+    void CommPort(int port) override {
+        if (state_ != State::Closed) throw RunTimeError(error_number::SerialFirst, "The port is open");
+        port_ = port;
+    }
+    bool PortOpen() const override { return state_ == State::Open; }
     void PortOpen(bool open) override {
+        if (open && PortOpen()) throw RunTimeError(error_number::SerialPortInUse, "The port is already open");
         buffer_.clear();
-        open_ = false;
+        state_ = State::Closed;
         if (!open) return;
         if (const auto failure = owner_.openFailures.find(port_); failure != owner_.openFailures.end())
             throw RunTimeError(failure->second.first, failure->second.second);
         if (!line() || !line()->present())
             throw RunTimeError(error_number::SerialBadPort, owner_.portDevice(port_) + ": not there");
         line()->take(owner_.now_);
-        open_ = true;
+        state_ = State::Open;
         ++owner_.opened;
     }
     int InBufferCount() const override { return static_cast<int>(buffer_.size()); }
     Bytes Input() override {
-        if (!open_) throw RunTimeError(error_number::SerialNotOpen, "The port is not open");
+        if (state_ == State::Closed) throw RunTimeError(error_number::SerialNotOpen, "The port is not open");
         return std::exchange(buffer_, {});
     }
     int CommEvent() const override {
@@ -90,15 +94,20 @@ class VirtualSerial : public SerialControl {
     bool collect() {
         if (!line()) return false;
         arrived_ = line()->take(owner_.now_);
-        if (!open_ || arrived_.empty()) return false;
+        if (!PortOpen() || arrived_.empty()) return false;
         for (const auto byte : arrived_)
             if (buffer_.size() < InputBufferSize) buffer_.push_back(byte);
         return true;
     }
-    void lose() {
+    bool isLost() const { return state_ == State::Lost; }
+    /// Whether the device is gone from under the open port, which the program hears of with the next event.
+    bool findsLoss() {
+        if (PortOpen() && !line()->present()) state_ = State::Lost;
+        return isLost();
+    }
+    void tellLoss() {
         if (owner_.beforeLoss) owner_.beforeLoss();
-        open_ = false;
-        buffer_.clear();
+        PortOpen(false);
         raiseLost();
     }
     void raise() const {
@@ -108,15 +117,16 @@ class VirtualSerial : public SerialControl {
 
   protected:
     void write(const Bytes& bytes) override {
-        if (!open_ || !line()->present()) throw RunTimeError(error_number::SerialNotOpen, "The port is not open");
-        line()->send(owner_.now_, bytes);
+        if (state_ == State::Closed) throw RunTimeError(error_number::SerialNotOpen, "The port is not open");
+        if (!findsLoss()) line()->send(owner_.now_, bytes);
     }
 
   private:
+    enum class State { Closed, Open, Lost };
     static constexpr std::size_t InputBufferSize = 1024;
     VirtualPlatform& owner_;
     int port_ = 1;
-    bool open_ = false;
+    State state_ = State::Closed;
     Bytes buffer_;
     Bytes arrived_;  ///< in the last collection
 };
@@ -135,6 +145,7 @@ VirtualTimer* VirtualPlatform::nextTimer() const {
 
 std::optional<Micros> VirtualPlatform::nextArrival(Micros limit) const {
     if (!serial_ || !serial_->line()) return std::nullopt;
+    if (serial_->isLost()) return now_ <= limit ? std::optional(now_) : std::nullopt;
     auto when = serial_->line()->nextArrival(limit);
     if (!when) return std::nullopt;
     when = std::max(*when, now_);
@@ -143,8 +154,8 @@ std::optional<Micros> VirtualPlatform::nextArrival(Micros limit) const {
 
 void VirtualPlatform::collect() {
     const bool arrived = serial_->collect();
-    if (serial_->PortOpen() && !serial_->line()->present())
-        serial_->lose();
+    if (serial_->findsLoss())
+        serial_->tellLoss();
     else if (arrived)
         serial_->raise();
 }
@@ -202,7 +213,9 @@ void VirtualPlatform::PumpEvents() {
 
 void VirtualPlatform::BusyWait(int milliseconds) {
     now_ += Micros{milliseconds} * 1000;
-    if (serial_) serial_->collect();
+    if (!serial_) return;
+    serial_->collect();
+    serial_->findsLoss();
 }
 
 std::unique_ptr<SerialControl> VirtualPlatform::makeSerialControl() { return std::make_unique<VirtualSerial>(*this); }
@@ -245,7 +258,9 @@ std::string VirtualPlatform::readFile(const std::filesystem::path& file) {
 }
 
 void VirtualPlatform::writeFile(const std::filesystem::path& file, const std::string& content) {
-    if (unwritable.contains(file.string()) || unwritable.contains(file.parent_path().string()))
+    const bool isNewInAClosedDirectory =
+        unwritable.contains(file.parent_path().string()) && !files.contains(file.string());
+    if (unwritable.contains(file.string()) || isNewInAClosedDirectory)
         throw RunTimeError(error_number::FileAccess, file.string() + ": no permission");
     files[file.string()] = content;
     written.push_back(file.string());

@@ -61,7 +61,7 @@ class VirtualPlatform : public Platform {
 
     // Files.
     std::map<std::string, std::string> files;
-    std::set<std::string> unwritable;  ///< files or directories that cannot be written
+    std::set<std::string> unwritable;  ///< files that cannot be written, and directories that take no new file
     std::set<std::string> unreadable;
     std::vector<std::string> written;  ///< every file that was written, in order
     std::filesystem::path directory = "/family/kestrel";

@@ -3,6 +3,7 @@
 #include "platform/qt/files.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <QSaveFile>
 #include <algorithm>
 #include <system_error>
@@ -24,6 +25,21 @@ namespace fs = std::filesystem;
     fail(error_number::FileAccess, file, device.errorString().toStdString());
 }
 
+/// Writes over a file whose directory takes no new one. A text as short as a configuration is there with the first
+/// write; what the old one was longer is cut off behind it, and on a failure the old text is put back.
+void writeOver(const fs::path& file, const QByteArray& content) {
+    QFile target(pathToQt(file));
+    if (!target.open(QIODevice::ReadWrite | QIODevice::ExistingOnly | QIODevice::Unbuffered)) failAccess(file, target);
+    const QByteArray old = target.readAll();
+    const auto put = [&target](const QByteArray& text) {
+        return target.seek(0) && target.write(text) == text.size() && target.resize(text.size());
+    };
+    if (put(content)) return;
+    const std::string reason = target.errorString().toStdString();
+    put(old);
+    fail(error_number::FileAccess, file, reason);
+}
+
 }  // namespace
 
 std::string readWholeFile(const fs::path& file) {
@@ -37,6 +53,8 @@ std::string readWholeFile(const fs::path& file) {
 
 void writeWholeFile(const fs::path& file, const std::string& content) {
     QSaveFile target(pathToQt(file));
+    const bool takesNewFiles = QFileInfo(pathToQt(file.parent_path())).isWritable();
+    if (!takesNewFiles && QFile::exists(target.fileName())) return writeOver(file, QByteArray::fromStdString(content));
     const auto size = static_cast<qint64>(content.size());
     // Unbuffered, because a write cut short by a full disk goes unnoticed when it happens inside commit().
     const bool isOpen = target.open(QIODevice::WriteOnly | QIODevice::Unbuffered);

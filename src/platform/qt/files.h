@@ -10,7 +10,8 @@ namespace kestrel::qt {
 
 std::string readWholeFile(const std::filesystem::path& file);
 /// The new text is written aside, brought to the disk and put in place of the old one, with its permissions. On a
-/// failure the old file stands and nothing else is left.
+/// failure the old file stands and nothing else is left. Where the directory takes no new file the old one is written
+/// over, and put back on a failure.
 void writeWholeFile(const std::filesystem::path& file, const std::string& content);
 /// Names, in order of name, of the plain files whose name ends so.
 std::vector<std::string> listFilesEnding(const std::filesystem::path& directory, const std::string& ending);

@@ -55,7 +55,8 @@ QtSerialPort::~QtSerialPort() {
 }
 
 void QtSerialPort::CommPort(int port) {
-    if (state_ != State::Closed) throw RunTimeError(error_number::SerialFirst, "The port is open");
+    if (state_ == State::Open) throw RunTimeError(error_number::SerialFirst, "The port is open");
+    close();
     number_ = port;
 }
 
