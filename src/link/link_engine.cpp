@@ -132,6 +132,7 @@ void Timer2_Timer() {
     SetLinkIndicator(lamp::ErrorOn);
     SetLinkIndicator(lamp::ReceiveOff);
     link.Timer2.Enabled = false;
+    if (link.Comm1->InBufferCount() > 0) ++link.SpoiledArrivals;
     if (!reopenPort()) {
         link.Timer2.Enabled = true;
         return;
@@ -201,6 +202,7 @@ void SetUpLink(StatusBar& statusBar, const std::array<MenuItem*, PortCount + 1>&
     link.Timer4.OnTimer(Timer4_Timer);
     link.Timer5.OnTimer([] { Link().ReplyTimedOut = true; });
     link.ReopenTimer.OnTimer(ReopenTimer_Timer);
+    for (Timer* once : {&link.RestTimer, &link.LateTimer}) once->OnTimer([once] { once->Enabled = false; });
 }
 
 void LinkNextRecord() {
@@ -251,6 +253,7 @@ void Comm1_OnComm() {
     if (event != CommEventReceive) return;
     if (link.LinkIdle) {
         link.Comm1->Input();  // no exchange is open: these bytes answer nothing
+        ++link.SpoiledArrivals;
         return;
     }
     if (!ReplyIsComplete(link.RequestBytes, link.Comm1->InBufferCount())) return;
@@ -261,7 +264,8 @@ void Comm1_OnComm() {
     SetLinkIndicator(lamp::ErrorOff);
     clearPortTrouble();
     Judgement judgement = JudgeReply(link.RequestBytes, received);
-    link.ReplyData = std::move(judgement.data);
+    link.ReplyData = judgement.good ? std::move(judgement.data) : Bytes{};
+    if (!judgement.good) ++link.SpoiledArrivals;
     if (link.RetryCount != BadRepliesAllowed) {
         if (!judgement.good) {
             SetLinkIndicator(lamp::ErrorOn);

@@ -55,7 +55,8 @@ void FrmSer_Identify() {
 
 void FrmSer_Unload() {
     LinkState& link = Link();
-    for (Timer* timer : {&link.Timer1, &link.Timer2, &link.Timer3, &link.Timer4, &link.Timer5, &link.ReopenTimer})
+    for (Timer* timer : {&link.Timer1, &link.Timer2, &link.Timer3, &link.Timer4, &link.Timer5, &link.ReopenTimer,
+                         &link.RestTimer, &link.LateTimer})
         timer->Enabled = false;
     if (link.Comm1 && link.Comm1->PortOpen()) link.Comm1->PortOpen(false);
 }
