@@ -2,10 +2,12 @@
 // See identification.h.
 #include "link/identification.h"
 
+#include <array>
 #include <optional>
 #include <string>
 
 #include "link/index_files.h"
+#include "link/line_rest.h"
 #include "link/link_engine.h"
 #include "link/param_table.h"
 #include "platform/platform.h"
@@ -18,19 +20,17 @@ constexpr int RequiredKind = 18;
 constexpr int RequiredType = 256;
 constexpr int SmallestRevision = 23;
 
+constexpr int RestMs = 5;     ///< about ten characters
+constexpr int AnswerMs = 50;  ///< within which a board that is not busy has answered, the adapter's delay included
+constexpr int ReadingsAllowed = 5;
+
+/// In the order in which they are read; the last is the master's alone.
+constexpr std::array Questions = {ident::Probe,   ident::Release,  ident::Software, ident::Kind,
+                                  ident::TypeLow, ident::TypeHigh, ident::Revision};
+using Reading = std::array<int, Questions.size()>;
+
 int revision = 0;
 int powerBoardRevision = 0;
-
-void askOnce(const IdentRecord& record) {
-    LinkState& link = Link();
-    link.ReplyTimedOut = false;
-    link.Timer5.Enabled = false;
-    link.Timer5.Enabled = true;
-    SendIdentityQuestion(record);
-    do platform().PumpEvents();
-    while (!link.LinkIdle && !link.ReplyTimedOut);
-    CloseExchange();  // no repeat may go out behind a box
-}
 
 bool userRetries() {
     Message message;
@@ -46,16 +46,80 @@ bool userRetries() {
 std::optional<int> ask(int bank, int number) {
     const LinkState& link = Link();
     for (;;) {
-        askOnce(IdentTable(bank, number));
+        Await([&] { SendIdentityQuestion(IdentTable(bank, number)); }, [&] { return link.LinkIdle; });
+        CloseExchange();  // no repeat may go out behind a box
         if (!link.ReplyData.empty()) {
             SetBoardPresent(bank, true);
             return link.ReplyData.front();
         }
+        ExpectLateAnswer();
         if (bank != 0) {
             SetBoardPresent(bank, false);
             Link().ReplyData = {0};
             return std::nullopt;
         }
+        if (!userRetries()) EndProcess(EndedByTrouble);
+        LetLateAnswersPass();
+    }
+}
+
+/// Lets the line come to rest before a question; longer when something has been spoiled since the last time, since that
+/// may have left a question that is yet to be answered.
+class Rest {
+  public:
+    void operator()(int milliseconds) {
+        LetLineRest(milliseconds);
+        if (isSpoiled()) {
+            LetLineRest(ReplyTimeoutMs);
+            ExpectLateAnswer();
+        }
+        known_ = Link().SpoiledArrivals;
+    }
+    bool isSpoiled() const { return known_ != Link().SpoiledArrivals; }
+
+  private:
+    std::int64_t known_ = Link().SpoiledArrivals;
+};
+
+/// Asks everything once, each question on a line at rest; none when the board of a slave bank does not answer.
+std::optional<Reading> readOnce(int bank) {
+    Reading reading{};
+    Rest rest;
+    bool isDoubtful = false;
+    const std::size_t count = bank == 0 ? Questions.size() : Questions.size() - 1;
+    for (std::size_t i = 0; i < count; ++i) {
+        rest(RestMs);
+        Link().RestTimer.Interval = AnswerMs;
+        Link().RestTimer.Enabled = true;
+        const std::optional<int> value = ask(bank, Questions[i]);
+        const bool isSlow = !Link().RestTimer.Enabled;
+        Link().RestTimer.Enabled = false;
+        if (!value) return std::nullopt;
+        reading[i] = *value;
+        // A slow answer may be the one to an older question, and its own is then yet to come.
+        if (isSlow && (LateAnswerIsExpected() || rest.isSpoiled())) isDoubtful = true;
+    }
+    if (isDoubtful) ExpectLateAnswer(), LetLateAnswersPass();
+    rest(AnswerMs);
+    reading.front() = 0;  // the probe tells nothing but that a board answers
+    return reading;
+}
+
+/// Reads until it can be believed: at once when nothing was spoiled, otherwise when two readings in a row agree. That a
+/// board is not there is believed only of a reading that nothing spoiled.
+std::optional<Reading> readIdentity(int bank) {
+    for (;;) {
+        std::optional<Reading> last;
+        for (int number = 1; number <= ReadingsAllowed; ++number) {
+            if (number > 1 && !last) LetLateAnswersPass();
+            const std::int64_t known = Link().SpoiledArrivals;
+            const std::optional<Reading> reading = readOnce(bank);
+            const bool isClean = known == Link().SpoiledArrivals;
+            if (number == 1 ? isClean : reading == last && (reading || isClean)) return reading;
+            last = reading;
+        }
+        SetBoardPresent(bank, false);
+        if (bank != 0) return std::nullopt;
         if (!userRetries()) EndProcess(EndedByTrouble);
     }
 }
@@ -90,26 +154,12 @@ void SendIdentityQuestion(const IdentRecord& record) {
 }
 
 BoardIdentity IdentifyBoard(int bank) {
-    BoardIdentity identity;
-    int typeLow = 0;
-    int typeHigh = 0;
-    struct Exchange {
-        int record;
-        int* value;
-    };
-    int ignored = 0;
-    const Exchange exchanges[] = {
-        {ident::Probe, &ignored},      {ident::Release, &identity.release}, {ident::Software, &identity.software},
-        {ident::Kind, &identity.kind}, {ident::TypeLow, &typeLow},          {ident::TypeHigh, &typeHigh},
-    };
-    for (const Exchange& exchange : exchanges) {
-        const std::optional<int> value = ask(bank, exchange.record);
-        if (!value) return {};
-        *exchange.value = *value;
-    }
-    identity.boardType = typeLow + 256 * typeHigh;
+    const std::optional<Reading> reading = readIdentity(bank);
+    if (!reading) return {};
+    const auto [probe, release, software, kind, typeLow, typeHigh, ofMaster] = *reading;
+    const BoardIdentity identity = {release, software, kind, typeLow + 256 * typeHigh};
     if (bank != 0) return identity;
-    revision = *ask(bank, ident::Revision);
+    revision = ofMaster;
     refuseIncompatible(identity);
     return identity;
 }

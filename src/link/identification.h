@@ -20,8 +20,9 @@ struct BoardIdentity {
     bool operator==(const BoardIdentity&) const = default;
 };
 
-/// Asks the board of the bank, which must be CurrentBank, and settles BoardPresent. A silent master asks the user to
-/// try again; an incompatible one shows a message and ends the process.
+/// Asks the board of the bank, which must be CurrentBank, and settles BoardPresent. What is said on a line that spoils
+/// replies counts when it has been said twice. A silent master asks the user to try again; an incompatible one shows a
+/// message and ends the process.
 BoardIdentity IdentifyBoard(int bank);
 
 /// Opens the exchange that asks for one identity record of CurrentBank's board; the answer's first byte counts.

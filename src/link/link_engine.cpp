@@ -129,6 +129,7 @@ void Timer2_Timer() {
     SetLinkIndicator(lamp::ErrorOn);
     SetLinkIndicator(lamp::ReceiveOff);
     link.Timer2.Enabled = false;
+    if (link.Comm1->InBufferCount() > 0) ++link.SpoiledArrivals;
     if (!reopenPort()) {
         link.Timer2.Enabled = true;
         return;
@@ -199,6 +200,7 @@ void SetUpLink(StatusBar& statusBar, const std::array<MenuItem*, PortCount + 1>&
     link.Timer4.OnTimer(Timer4_Timer);
     link.Timer5.OnTimer([] { Link().ReplyTimedOut = true; });
     link.ReopenTimer.OnTimer(ReopenTimer_Timer);
+    for (Timer* once : {&link.RestTimer, &link.LateTimer}) once->OnTimer([once] { once->Enabled = false; });
 }
 
 void ClearPortTrouble() {
@@ -211,13 +213,14 @@ void ClearPortTrouble() {
 
 void CloseExchange() {
     Link().Timer2.Enabled = false;
-    Link().LinkIdle = true;
+    EndExchange();
 }
 
 void StopLink() {
     LinkState& link = Link();
     if (!link.Comm1) return;
-    for (Timer* timer : {&link.Timer1, &link.Timer2, &link.Timer3, &link.Timer4, &link.Timer5, &link.ReopenTimer})
+    for (Timer* timer : {&link.Timer1, &link.Timer2, &link.Timer3, &link.Timer4, &link.Timer5, &link.ReopenTimer,
+                         &link.RestTimer, &link.LateTimer})
         timer->Enabled = false;
     CloseExchange();
     link.Comm1->PortOpen(false);
@@ -273,6 +276,7 @@ void Comm1_OnComm() {
     if (event != CommEventReceive) return;
     if (link.LinkIdle) {
         link.Comm1->Input();  // no exchange is open: these bytes answer nothing
+        ++link.SpoiledArrivals;
         return;
     }
     if (!ReplyIsComplete(link.RequestBytes, link.Comm1->InBufferCount())) return;
@@ -283,7 +287,8 @@ void Comm1_OnComm() {
     SetLinkIndicator(lamp::ErrorOff);
     ClearPortTrouble();
     Judgement judgement = JudgeReply(link.RequestBytes, received);
-    link.ReplyData = std::move(judgement.data);
+    link.ReplyData = judgement.good ? std::move(judgement.data) : Bytes{};
+    if (!judgement.good) ++link.SpoiledArrivals;
     if (link.RetryCount != BadRepliesAllowed) {
         if (!judgement.good) {
             SetLinkIndicator(lamp::ErrorOn);

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <array>
+#include <cstdint>
 #include <memory>
 
 #include "link/frames.h"
@@ -19,6 +20,7 @@ inline constexpr int ScanTickMs = 40;
 inline constexpr int ReplyTimeoutMs = 1000;
 inline constexpr int LampMs = 500;
 inline constexpr int IdentificationTimeoutMs = 2000;
+inline constexpr int LateReplyMs = 5000;
 
 /// State of the engine; its names are those of the window of no size that carries the serial control and the timers.
 struct LinkState {
@@ -34,12 +36,16 @@ struct LinkState {
     std::string Device;          ///< behind the port when it was opened last
     std::string PortTrouble;     ///< why the port could not be opened or was lost, for people
 
+    std::int64_t SpoiledArrivals = 0;  ///< bad and half replies, and bytes that nobody asked for
+
     Timer Timer1{ScanTickMs, Timer::OfTheLink};               ///< scan tick
     Timer Timer2{ReplyTimeoutMs, Timer::OfTheLink};           ///< reply time-out
     Timer Timer3{LampMs, Timer::OfTheLink};                   ///< send lamp off
     Timer Timer4{LampMs, Timer::OfTheLink};                   ///< receive lamp off
     Timer Timer5{IdentificationTimeoutMs, Timer::OfTheLink};  ///< identification time-out
     Timer ReopenTimer{ReplyTimeoutMs, Timer::OfTheLink};      ///< tries a port that was lost while no exchange was open
+    Timer RestTimer{0, Timer::OfTheLink};                     ///< identification: how long nothing, or no answer, came
+    Timer LateTimer{LateReplyMs, Timer::OfTheLink};           ///< identification: an older answer may still come
     std::unique_ptr<SerialControl> Comm1;
 
     StatusBar* statusBar = nullptr;                 ///< where the lamps are

@@ -4,6 +4,7 @@
 
 #include <string>
 
+#include "link/line_rest.h"
 #include "link/link_engine.h"
 #include "link/recheck.h"
 #include "platform/menu.h"
@@ -35,8 +36,9 @@ void probeBoard() {
     Bytes reply = link.Comm1->Input();
     if (reply.empty()) reply = {'X', 'Y'};
     link.ReplyData = {reply.front()};
-    if (reply.size() != ProbeReplyBytes || reply[0] != reply[1])
-        throw RunTimeError(error_number::DeviceUnavailable, platform().portDevice(link.ComPort) + ": no board answers");
+    if (reply.size() == ProbeReplyBytes && reply[0] == reply[1]) return;
+    ExpectLateAnswer();
+    throw RunTimeError(error_number::DeviceUnavailable, platform().portDevice(link.ComPort) + ": no board answers");
 }
 
 void tryPort() {

@@ -127,12 +127,12 @@ void MDIForm_Unload() {
 
 void StartAnew() {
     ClosePages();
-    enablePageEntries(false);
+    enableEntries(false);
     ResetParamTable();
     ResetChanges();
     ResetLeaving();
     FrmSer_Identify();
-    enablePageEntries(true);
+    enableEntries(true);
 }
 
 void ResetProgram() {

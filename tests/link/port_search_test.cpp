@@ -23,7 +23,7 @@ struct SearchBench : LinkBench {
     void device(int port, const Pieces& reply) {
         ScriptedLine& device = devices[static_cast<std::size_t>(port)];
         device.answer = [this, port, reply](const Bytes& frame) {
-            EXPECT_EQ(frame, Bytes(5, 0));
+            if (frame != Bytes(5, 0)) return answer(frame);
             probed.push_back(port);
             return reply;
         };

@@ -36,7 +36,7 @@ bool World::settle() {
     constexpr int Slice = 20;
     for (int waited = 0; waited < VirtualMinute; waited += Slice) {
         run(Slice);
-        if (UnsettledRecords() == 0 && Link().LinkIdle) return true;
+        if (UnsettledRecords() == 0 && Link().LinkIdle && !AnyActWaits()) return true;
     }
     return false;
 }
