@@ -39,7 +39,7 @@ bool userRetries() {
     message.icon = Message::Icon::Exclamation;
     message.buttons = Message::Buttons::RetryCancel;
     message.detail = Link().PortTrouble;
-    return platform().showMessage(message) == Message::Answer::Retry;
+    return ShowMessage(message) == Message::Answer::Retry;
 }
 
 /// One identity exchange: the value, or none when the board of a slave bank does not answer.
@@ -134,7 +134,7 @@ void refuseIncompatible(const BoardIdentity& identity) {
     Message message;
     message.title = "ERROR";
     message.text = text;
-    platform().showMessage(message);
+    ShowMessage(message);
     EndProcess(EndedByTrouble);
 }
 

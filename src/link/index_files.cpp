@@ -86,7 +86,7 @@ void readParameterFile(const std::string& name) {
     message.title = "ERROR";
     message.text = name + " not found !";
     message.detail = reason;
-    platform().showMessage(message);
+    ShowMessage(message);
     EndProcess(EndedByTrouble);
 }
 

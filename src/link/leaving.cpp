@@ -13,12 +13,13 @@
 #include "link/fan_out.h"
 #include "link/recheck.h"
 #include "platform/outside.h"
+#include "platform/platform.h"
 
 namespace kestrel {
 
 namespace {
 
-constexpr int TellMs = 1;
+constexpr int TellMs = 100;
 
 struct Leaving {
     Page* page;
@@ -73,6 +74,7 @@ void changeEnded() {
 }
 
 void tell_Timer() {
+    if (MessageIsOpen()) return;  // after the box that stands
     state().tell.Enabled = false;
     if (!state().left.empty()) Attendant().tellLeft(std::exchange(state().left, {}));
 }

@@ -59,7 +59,7 @@ void tryPort() {
     message.title = "ERROR  " + std::to_string(errorNumber);
     message.text = "Check serial !\nSerial device unavailable\nor Board Not Ready";
     message.detail = reasons;
-    platform().showMessage(message);
+    ShowMessage(message);
     EndProcess(EndedByTrouble);
 }
 

@@ -24,7 +24,7 @@ namespace {
 
 constexpr int SilencesAllowed = 3;  ///< of a slave board, whose answer may have been lost
 constexpr int ReadingsAllowed = 3;  ///< of an identity that differs, which noise may have done
-constexpr int AskUserMs = 1;
+constexpr int AskUserMs = 100;
 
 /// The last is the master's alone.
 constexpr std::array<int, 7> Questions = {ident::Probe,   ident::Release,  ident::Software, ident::Kind,
@@ -209,6 +209,7 @@ void readingEnds() {
 
 void askUser_Timer() {
     RecheckState& here = state();
+    if (MessageIsOpen()) return;  // after the box that stands
     here.askUser.Enabled = false;
     if (here.phase == Phase::Closed) {
         if (Attendant().wantsToStartAnew() && here.phase == Phase::Closed) Attendant().startAnew();

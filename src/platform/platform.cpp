@@ -10,12 +10,23 @@ namespace kestrel {
 
 namespace {
 Platform* present = nullptr;
-}
+int openMessages = 0;
+}  // namespace
 
 Platform& platform() {
     if (!present) throw ProgrammingError("No platform has been set");
     return *present;
 }
+
+Message::Answer ShowMessage(const Message& message) {
+    const struct Open {
+        Open() { ++openMessages; }
+        ~Open() { --openMessages; }
+    } open;
+    return platform().showMessage(message);
+}
+
+bool MessageIsOpen() { return openMessages > 0; }
 
 void EndProcess(int status) {
     platform().endProcess(status);

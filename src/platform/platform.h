@@ -93,6 +93,10 @@ class Platform {
 
 /// The process-wide instance. Asking before one is set is a programming error.
 Platform& platform();
+/// Shows a message box through the platform.
+Message::Answer ShowMessage(const Message& message);
+/// Whether one stands: the program asks nothing by itself meanwhile.
+bool MessageIsOpen();
 /// Ends the process through the platform.
 [[noreturn]] void EndProcess(int status);
 /// Sets the instance; the caller keeps it alive. Null takes it away.

@@ -45,7 +45,7 @@ void refuseLanguage(const std::string& oldFile, int old) {
     message.title = "Wrong file";
     message.text = "Check file message !!!";
     message.icon = Message::Icon::Exclamation;
-    platform().showMessage(message);
+    ShowMessage(message);
 }
 
 /// The choice holds for this run even where it cannot be saved.
@@ -58,7 +58,7 @@ void saveChoice() {
         message.text = "The choice of language could not be saved";
         message.icon = Message::Icon::Exclamation;
         message.detail = error.what();
-        platform().showMessage(message);
+        ShowMessage(message);
     }
 }
 
@@ -78,7 +78,7 @@ void FillLanguageMenu() {
         message.title = "Error";
         message.text = "File missing!\nReinstall program";
         message.detail = "No language file (*.lng) in " + platform().programDirectory().string();
-        platform().showMessage(message);
+        ShowMessage(message);
         EndProcess(EndedByTrouble);
     }
     for (int i = 0; i <= LastEntry && i < static_cast<int>(files.size()); ++i) {

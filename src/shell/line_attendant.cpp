@@ -29,7 +29,7 @@ Message::Answer show(const std::string& text, Message::Buttons buttons) {
     message.text = text;
     message.icon = Message::Icon::Exclamation;
     message.buttons = buttons;
-    return platform().showMessage(message);
+    return ShowMessage(message);
 }
 
 }  // namespace

@@ -192,9 +192,9 @@ TEST_F(Intents, AChangeThatCannotGoOutBeforeItsPageIsGoneIsTold) {
         open.HScroll1[Row].UserMove((byTheUser ? 71 : 72) - 32768);
         byTheUser ? open.UserClose() : ClosePages();
         EXPECT_EQ(FindLoadedPage("FrmPrezzi") != nullptr, byTheUser);
-        world.run(byTheUser ? 1'490 : 10);
+        world.run(byTheUser ? 1'490 : 110);
         EXPECT_EQ(boxes().size(), byTheUser ? 0U : 2U);
-        world.run(20 + PatienceMs);
+        world.run(120 + PatienceMs);
         EXPECT_EQ(FindLoadedPage("FrmPrezzi"), nullptr);
         EXPECT_EQ(boxes().size(), byTheUser ? 1U : 2U);
         silence(false);

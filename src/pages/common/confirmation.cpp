@@ -14,13 +14,13 @@ constexpr int TitleLine = 21;
 
 }  // namespace
 
-bool ConfirmClearing() {
+void ConfirmClearing(Control& asker, const std::function<void()>& clear) {
     Message question;
     question.text = LanguageTable(TextLine);
     question.title = LanguageTable(TitleLine);
     question.icon = Message::Icon::Exclamation;
     question.buttons = Message::Buttons::YesNo;
-    return platform().showMessage(question) == Message::Answer::Yes;
+    if (ShowMessage(question) == Message::Answer::Yes) asker.carryOn(clear);
 }
 
 }  // namespace kestrel

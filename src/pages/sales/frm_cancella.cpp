@@ -73,7 +73,10 @@ void FrmCancella::PageCaptions() {
 }
 
 void FrmCancella::cmdCancella_Click(int Index) {
-    if (!ConfirmClearing()) return;
+    ConfirmClearing(cmdCancella[Index], [this, Index] { clear(Index); });
+}
+
+void FrmCancella::clear(int Index) {
     CurrentBank = 0;
     ParamWrite(CommandParameter, Clearings[static_cast<std::size_t>(Index)].command);
     Timer1.Enabled = true;

@@ -27,6 +27,7 @@ class FrmCancella : public Page {
   private:
     void PageCaptions();
     void cmdCancella_Click(int Index);
+    void clear(int Index);
     void Timer1_Timer();
 };
 

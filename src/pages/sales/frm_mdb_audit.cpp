@@ -58,10 +58,11 @@ void FrmMDBaudit::Timer1_Timer() {
 }
 
 void FrmMDBaudit::Command1_Click() {
-    if (!ConfirmClearing()) return;
-    Command1.Enabled = false;
-    CurrentBank = 0;
-    for (int i = 0; i < Amounts; ++i) ParamWrite(FirstAmount + i, 0);
+    ConfirmClearing(Command1, [this] {
+        Command1.Enabled = false;
+        CurrentBank = 0;
+        for (int i = 0; i < Amounts; ++i) ParamWrite(FirstAmount + i, 0);
+    });
 }
 
 void FrmMDBaudit::SLabel_Change(int n, ParamValue value) {

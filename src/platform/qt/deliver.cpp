@@ -36,7 +36,7 @@ bool isEnding() { return ending; }
 
 void endByTrouble(const std::exception_ptr& trouble) {
     ending = true;
-    platform().showMessage(describe(trouble));
+    ShowMessage(describe(trouble));
     EndProcess(EndedByTrouble);
 }
 
