@@ -88,6 +88,11 @@ void ParamWrite(int index, std::uint32_t value) {
     NoteWrite(CurrentBank, index, value);
 }
 
+void ParamWithdraw(int index) {
+    std::uint8_t& flags = ParamFlags(CurrentBank, index);
+    flags = static_cast<std::uint8_t>(flags & ~flag::WriteDue);
+}
+
 ParamValue ParamRead(int index, int bank) {
     const ParamRecord& record = ParamTable(bank, index);
     return ValueOf(record.Value.data(), ValueNibble(record.Command));

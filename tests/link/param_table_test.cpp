@@ -25,6 +25,7 @@ class ParamTableTest : public ::testing::Test {
 void watch() { ParamWatch(7); }
 void release() { ParamRelease(7); }
 void write() { ParamWrite(7, 5); }
+void withdraw() { ParamWithdraw(7); }
 
 struct Image {
     int flags;
@@ -54,9 +55,12 @@ constexpr Transition Transitions[] = {
     {"the last leaves before the write went out: it is held back", {134, 0x12, 1}, release, {128, 0x02, 0}},
     {"release without a subscriber", {0, 0x33, 0}, release, {0, 0x33, 0}},
     {"release of a write that nobody watches lets it go out", {134, 0x33, 0}, release, {134, 0x33, 0}},
+    {"a write taken back is read instead", {0x78 | 134, 0x33, 1}, withdraw, {0x78 | 6, 0x33, 1}},
+    {"a write that was held back is forgotten", {128, 0x02, 0}, withdraw, {0, 0x02, 0}},
+    {"nothing is taken back of what has gone out", {7, 0x33, 1}, withdraw, {7, 0x33, 1}},
 };
 
-TEST_F(ParamTableTest, OperationsMoveARecordThroughItsLifeAndAnAbsentBoardTakesWritesAlone) {
+TEST_F(ParamTableTest, OperationsMoveARecordThroughItsLifeAndAnAbsentBoardTakesAndGivesBackWritesAlone) {
     for (const Transition& the : Transitions) {
         for (const bool present : {true, false}) {
             CurrentBank = present ? 0 : 1;
@@ -66,7 +70,8 @@ TEST_F(ParamTableTest, OperationsMoveARecordThroughItsLifeAndAnAbsentBoardTakesW
             record.Period = static_cast<std::uint8_t>(the.before.period);
             record.Watchers = static_cast<std::uint8_t>(the.before.watchers);
             the.operation();
-            const Image& expected = present || the.operation == write ? the.after : the.before;
+            const bool needsTheBoard = the.operation == watch || the.operation == release;
+            const Image& expected = present || !needsTheBoard ? the.after : the.before;
             EXPECT_EQ((Image{flags, record.Period, record.Watchers}), expected) << the.name << ", present " << present;
         }
     }
@@ -89,6 +94,7 @@ TEST_F(ParamTableTest, NothingOutsideTheTableIsTouched) {
         EXPECT_THROW(ParamWatch(index), RunTimeError) << bank << " " << index;
         EXPECT_THROW(ParamRelease(index), RunTimeError) << bank << " " << index;
         EXPECT_THROW(ParamWrite(index, 1), RunTimeError) << bank << " " << index;
+        EXPECT_THROW(ParamWithdraw(index), RunTimeError) << bank << " " << index;
         EXPECT_THROW(ParamRead(index, bank), RunTimeError) << bank << " " << index;
         EXPECT_THROW(ParamIsFresh(index, bank), RunTimeError) << bank << " " << index;
         EXPECT_THROW(IdentTable(bank, index), RunTimeError) << bank << " " << index;

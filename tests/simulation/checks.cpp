@@ -132,6 +132,12 @@ void Checks::written(int index, std::uint32_t value) {
             "showing a value writes nothing back", Place{CurrentBank, index});
 }
 
+void Checks::withdrawn(int index) {
+    model_.currentBank = CurrentBank;
+    model_.withdraw(index);
+    compareRecord(CurrentBank, index);
+}
+
 void Checks::telling(const Page& page, int index, ParamValue value) {
     const bool reading = (Link().RequestBytes.Command & WriteBit) == 0;
     if (told_.empty() && reading && (ParamFlags(CurrentBank, index) & flag::WriteDue)) ++counts[OverwrittenEdits];

@@ -62,6 +62,7 @@ class Checks {
     void watched(int index);
     void released(int index);
     void written(int index, std::uint32_t value);
+    void withdrawn(int index);
     void telling(const Page& page, int index, ParamValue value);
     void told();
     // What the runner does.

@@ -196,6 +196,11 @@ class Model {
         touch(index);
     }
 
+    void withdraw(int index) {
+        flags(index) = low8(flags(index) & ~unsigned{WriteDue});
+        touch(index);
+    }
+
     // ---- What must now be so.
 
     int scanIndex = 0, retryCount = 0;
