@@ -149,14 +149,17 @@ TEST_F(InOut, StartAndStopGoToTheBoardsThatAreThereMailboxFirst) {
     }
 }
 
-TEST_F(InOut, StartWaitsForAChangeAndForItsOwnMailboxOnTheCedarBoardAlone) {
+TEST_F(InOut, StartWaitsForItsOwnMailboxOnEachBoard) {
     presence(There, There);
     mirror.deliverAll();
     page.Command1.UserClick();
-    mirror.arrive(2, 286, 0);
-    EXPECT_EQ(mirror.due(), (Writes{{1, 2, 60}, {2, 285, 60}})) << "285 has not been taken yet";
-    mirror.arrive(1, 5, 0);
-    EXPECT_EQ(mirror.due(), (Writes{{1, 1, 1}, {1, 2, 60}, {2, 285, 60}})) << "any byte of the Alder mailbox does";
+    const Writes mailboxes = {{1, 2, 60}, {2, 285, 60}};
+    for (const auto& [bank, parameter] : {std::pair(2, 286), {1, 5}}) mirror.arrive(bank, parameter, 0);
+    EXPECT_EQ(mirror.due(), mailboxes) << "other bytes say nothing of it";
+    for (const BoardValue& write : mailboxes) mirror.arrive(write.bank, write.parameter, 128);
+    EXPECT_EQ(mirror.due(), Writes{}) << "a time that was lost on the line is not put into force";
+    for (const BoardValue& write : mailboxes) mirror.arrive(write.bank, write.parameter, 60);
+    EXPECT_EQ(mirror.due(), (Writes{{1, 1, 1}, {2, 284, 1}}));
     presence(There, There);
     report(true, false);
     EXPECT_FALSE(page.Command1.Enabled) << "words that repeat say nothing new";
@@ -280,6 +283,97 @@ TEST_F(InOut, WorkOnOneBoardPutsTheOtherOnesTestTimeUp) {
             mirror.run(5001);
             presence(There, There);
         }
+}
+
+/// However far the order got: a line that comes back after minutes must not start a pump.
+TEST_F(InOut, WhatIsGivenUpNeverGoesOut) {
+    startTest();
+    for (LedSwitch* clicked : {&page.SwitchLed1[18], &page.SwitchLed3[9], &page.SwitchLed4})
+        for (const bool mailboxesTaken : {false, true}) {
+            clicked->UserClick();
+            if (mailboxesTaken)
+                for (const BoardValue& write : mirror.due()) mirror.deliver(write.bank, write.parameter);
+            const Writes left = mirror.due();
+            EXPECT_EQ(left.size(), mailboxesTaken ? 2U : clicked == &page.SwitchLed1[18] ? 6U : 3U);
+            CurrentBank = 0;
+            mirror.run(5001);
+            EXPECT_EQ(CurrentBank, 0) << "the scan is not moved";
+            EXPECT_EQ(mirror.due(), Writes{});
+            for (const BoardValue& write : left) mirror.arrive(write.bank, write.parameter, write.value);
+            EXPECT_EQ(mirror.due(), Writes{}) << "nor does a command follow a mailbox that came after all";
+        }
+    // Two echoes of before the order unlock the switches, and end no wait of it.
+    for (const bool mailboxTaken : {false, true}) {
+        page.SwitchLed1[18].UserClick();
+        for (int n = 2; mailboxTaken && n <= 6; ++n) mirror.deliver(1, n);
+        for (const int n : {285, 284}) mirror.deliver(2, n);
+        for (int echo = 0; echo < 2; ++echo) mirror.arrive(1, 1294, 0);
+        EXPECT_EQ(live(), Both);
+        mirror.run(5001);
+        EXPECT_EQ(mirror.due(), Writes{});
+    }
+    page.SwitchLed1[18].UserClick();
+    UnloadPage(page);
+    EXPECT_EQ(mirror.due(), (Writes{{0, 368, 0}, {0, 369, 0}}));
+}
+
+TEST_F(InOut, StopTakesTheOutputsBackAndStaysGivenItself) {
+    startTest();
+    const Writes stop = {{1, 2, 0}, {2, 285, 0}};
+    for (LedSwitch* clicked : {&page.SwitchLed1[18], &page.SwitchLed3[9]})
+        for (const bool mailboxesTaken : {false, true}) {
+            clicked->UserClick();
+            if (mailboxesTaken)
+                for (const BoardValue& write : mirror.due()) mirror.deliver(write.bank, write.parameter);
+            page.Command1.UserClick();
+            EXPECT_EQ(mirror.due(), stop);
+            mirror.run(5001);
+            EXPECT_EQ(mirror.due(), stop) << "the end of the wait for an output is none of the stop";
+            EXPECT_EQ(mirror.deliverAll(), (Writes{{1, 2, 0}, {2, 285, 0}, {1, 1, 1}, {2, 284, 1}}));
+            report(false, false);
+            report(true, true);
+        }
+    page.SwitchLed1[18].UserClick();
+    mirror.arrive(0, 1, 0);
+    page.Command1.UserClick();
+    EXPECT_EQ(mirror.due(), (Writes{{2, 285, 0}})) << "nor do they wait for a board that comes back";
+}
+
+TEST_F(InOut, OutsideATestNothingUnlocks) {
+    for (LedSwitch* clicked : {&page.SwitchLed1[0], &page.SwitchLed3[0], &page.SwitchLed4}) {
+        startTest();
+        clicked->UserClick();
+        report(false, false);
+        mirror.arrive(1, 1292, 1);
+        for (int reading = 0; reading < 2; ++reading) echoOfCedar(1, 1);
+        EXPECT_EQ(live(), "");
+        mirror.run(5001);
+        EXPECT_EQ(live(), "");
+    }
+}
+
+/// Echoes of before the order unlock the switches early; a click on the other board must then leave the order alone.
+TEST_F(InOut, ARearmedTestTimeDoesNotTakeThePlaceOfOutputsThatAreOnTheirWay) {
+    startTest();
+    page.SwitchLed1[0].UserClick();
+    for (int reading = 0; reading < 2; ++reading) mirror.arrive(1, 1292, 0);
+    page.SwitchLed3[0].UserClick();
+    EXPECT_TRUE(isDue({1, 2, 1}));
+    for (int reading = 0; reading < 2; ++reading) echoOfCedar(0, 0);
+    page.SwitchLed1[0].UserClick();
+    EXPECT_TRUE(isDue({2, 285, 1}));
+}
+
+/// The image's first byte would be taken for the time.
+TEST_F(InOut, OutputsTakeThePlaceOfATestTimeThatIsOnItsWay) {
+    startTest();
+    page.SwitchLed3[0].UserClick();
+    mirror.deliver(1, 2);
+    EXPECT_TRUE(isDue({1, 1, 1}));
+    for (int reading = 0; reading < 2; ++reading) echoOfCedar(0, 0);
+    page.SwitchLed1[7].UserClick();
+    EXPECT_TRUE(isDue({1, 2, 128}));
+    EXPECT_FALSE(isDue({1, 1, 1}));
 }
 
 TEST_F(InOut, OneCedarOutputAtATimeGoesAsGroupAndBitAndTheCompressorKeepsIt) {

@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
+
 #include "support/bare_mirror.h"
 #include "support/layouts.h"
 
@@ -127,12 +129,50 @@ TEST_F(ModelTest, AWriteThatWasLostIsNotFollowedByTheCommand) {
     EXPECT_EQ(live(), All);
 }
 
-TEST_F(ModelTest, ClosesWithoutACommand) {
+/// However far the order got: the line may come back when nobody stands at the machine any more.
+TEST_F(ModelTest, WhatIsGivenUpNeverGoesOut) {
+    const auto timer = [&] { mirror.run(2001); };
+    const auto foreignRun = [&] {
+        mirror.arrive(0, 7, Running);
+        mirror.arrive(0, 7, 0);
+    };
+    const auto boardGoes = [&] { mirror.arrive(0, 2, 0); };
+    const auto close = [&] { UnloadPage(page); };
+    const std::vector<std::vector<int>> delivered = {{}, {5}, {5, 6}};
+    for (const auto& giveUp : std::vector<std::function<void()>>{timer, foreignRun, boardGoes, close})
+        for (const std::vector<int>& parameters : delivered) {
+            mirror.arrive(0, 2, There);
+            clickPair(1, 1);
+            for (const int n : parameters) mirror.deliver(0, n);
+            EXPECT_FALSE(mirror.due().empty());
+            CurrentBank = 1;
+            giveUp();
+            EXPECT_EQ(mirror.due(), Writes{});
+            for (const auto& [n, value] : {std::pair(5, 12U), {6, 16U}}) mirror.arrive(0, n, value);
+            EXPECT_EQ(mirror.due(), Writes{}) << "nor does the command follow a mailbox that came after all";
+            if (!FindLoadedPage("FrmTestCedar")) return;
+        }
+}
+
+TEST_F(ModelTest, TheZeroingIsGivenUpWithItsBoardAndItsPageAndAnotherOrderIsLeftAlone) {
+    page.Command1.UserClick();
+    mirror.arrive(0, 2, 0);
+    EXPECT_EQ(mirror.due(), Writes{});
+    mirror.arrive(0, 2, There);
+    page.Command1.UserClick();
+    mirror.arrive(2, 290, 2);
+    mirror.arrive(2, 290, 0);
     clickPair(1, 1);
-    mirror.deliver(0, 5);
+    CurrentBank = 0;
+    ParamWrite(6, 8);
+    CurrentBank = 1;
+    mirror.run(2001);
+    EXPECT_EQ(CurrentBank, 1) << "the scan is not moved";
+    EXPECT_EQ(mirror.due(), (Writes{{0, 6, 8}}));
+    mirror.deliverAll();
+    page.Command1.UserClick();
     UnloadPage(page);
-    EXPECT_EQ(mirror.due(), (Writes{{0, 6, 16}}));
-    EXPECT_EQ(mirror.deliverAll(), (Writes{{0, 6, 16}})) << "without the page no command follows the mailbox";
+    EXPECT_EQ(mirror.due(), Writes{});
 }
 
 }  // namespace

@@ -1,12 +1,44 @@
-// Delivery of a board's mailbox: a command may follow only when the board has taken all of it.
-// Orders drive motors, valves and heaters, so that "has taken" is meant to the letter.
+// Orders to a board: a mailbox of a few parameters, and a command that may follow only when the board has taken all of
+// it. Orders drive motors, valves and heaters: each runs as it was given or not at all, and never after it was given
+// up.
 #pragma once
+
+#include <span>
+#include <vector>
 
 namespace kestrel {
 
-/// Whether the parameter's last write has arrived: the mirror is fresh, holds what was sent, and owes no write.
-/// Freshness alone would not do: a write that was lost on the line is followed by a read, which brings back what the
-/// mailbox held before, and a reply filed under the wrong bank looks fresh while the write is still due.
-bool BoardHasTaken(int bank, int parameter, unsigned sent);
+struct MailboxValue {
+    int parameter;
+    unsigned value;
+};
+
+/// Takes the write of this value back if it has not gone out; CurrentBank stays where it is.
+void WithdrawWrite(int bank, const MailboxValue& written);
+
+/// The orders that one page gives to one command register, of which the newest counts.
+class Handshake {
+  public:
+    Handshake(int bank, int commandRegister) : bank_(bank), register_(commandRegister) {}
+
+    /// Writes the mailbox in CurrentBank = the board's. What is left of the order before is taken back.
+    void give(unsigned command, std::span<const MailboxValue> mailbox);
+    /// To be called when a parameter of the mailbox has come: gives the command, once, when the board has taken all.
+    void mailboxCame();
+    /// Gives the order up: nothing of it that has not gone out goes out any more.
+    void withdraw();
+    /// Its command waits for the mailbox, or has yet to go out.
+    bool isUnderWay() const;
+    bool isUnderWayWith(unsigned command) const { return command_ == command && isUnderWay(); }
+
+  private:
+    bool isTaken() const;
+
+    const int bank_;
+    const int register_;
+    unsigned command_ = 0;
+    bool commandWaits_ = false;  ///< for the board to take the mailbox
+    std::vector<MailboxValue> mailbox_;
+};
 
 }  // namespace kestrel

@@ -78,6 +78,7 @@ void FrmInOut::Form_Activate() { PageCaptions(); }
 
 /// The boards are left in test mode: they fall out of it when their time runs out.
 void FrmInOut::Form_Unload() {
+    withdrawOrders();
     CurrentBank = 0;
     ParamWrite(PageOpenMarker, PageIsClosed);
     ParamWrite(PageWord, PageIsClosed);
@@ -123,8 +124,11 @@ void FrmInOut::masterChanged(int n, ParamValue value) {
 
 void FrmInOut::presenceChanged() { Command1.Enabled = SaysPresent(CedarPresence) || SaysPresent(AlderPresence); }
 
+/// Takes back what a switch has ordered, also on a board that is away at this moment.
 void FrmInOut::Command1_Click() {
     Command1.Enabled = false;
+    withdrawOrders();
+    switchOrdered_ = false;
     const unsigned time = TestActive ? TestTimeStop : TestTimeRun;
     writeAlderTestTime(time);
     writeCedarTestTime(time);
@@ -140,11 +144,30 @@ void FrmInOut::TestStateReported() {
     setSwitches(active);
 }
 
+/// An order that is still out when its page stops waiting must not run at some later time.
 void FrmInOut::Timer1_Timer() {
+    if (switchOrdered_) withdrawOrders();
     EnableSwitches();
     Timer1.Enabled = false;
     PendingEcho = {};
     PendingCompressor = false;
+}
+
+void FrmInOut::beginSwitchOrder() {
+    switchOrdered_ = true;
+    Timer1.Enabled = false;
+    Timer1.Enabled = true;
+}
+
+/// Echoes of before the order can look like the answer to it: the five seconds go on until it has gone out.
+void FrmInOut::echoUnlocks() {
+    Timer1.Enabled = switchOrdered_ && (AlderHandshake.isUnderWay() || CedarHandshake.isUnderWay());
+    EnableSwitches();
+}
+
+void FrmInOut::withdrawOrders() {
+    AlderHandshake.withdraw();
+    CedarHandshake.withdraw();
 }
 
 void FrmInOut::setSwitches(bool live) {

@@ -6,6 +6,7 @@
 #include <cstdint>
 
 #include "link/page.h"
+#include "pages/common/mailbox.h"
 #include "pages/test/test_parameters.h"
 #include "platform/displays.h"
 #include "platform/switches.h"
@@ -62,7 +63,12 @@ class FrmInOut : public Page {
     void Timer1_Timer();
     void ShowTestState();
     void TestStateReported();
-    void EnableSwitches() { setSwitches(true); }
+    void beginSwitchOrder();
+    void echoUnlocks();
+    void withdrawOrders();
+    void EnableSwitches() {
+        if (TestActive) setSwitches(true);
+    }
     void DisableSwitches() { setSwitches(false); }
     void setSwitches(bool live);
     void masterChanged(int n, ParamValue value);
@@ -73,23 +79,23 @@ class FrmInOut : public Page {
     void DisableAlderFrame();
     void setAlderFrame(bool live);
     void alderChanged(int n, ParamValue value);
-    void alderMailboxChanged();
     void alderEcho(int byte, ParamValue value);
     void SwitchLed1_Click(int Index);
     void writeAlderTestTime(unsigned time);
+    void rearmAlder();
 
     // The Cedar board.
     void EnableCedarFrame();
     void DisableCedarFrame();
     void setCedarFrame(bool live);
     void cedarChanged(int n, ParamValue value);
-    void cedarMailboxChanged();
     void cedarReading(ParamValue value);
     void cedarEcho(ParamValue bitByte);
     void SwitchLed3_Click(int Index);
     void SwitchLed4_Click();
     void writeCedarOutput(unsigned group, unsigned bit);
     void writeCedarTestTime(unsigned time);
+    void rearmCedar();
 
     /// The unit of the test time is the boards' own.
     static constexpr unsigned TestTimeRun = 60;
@@ -112,10 +118,9 @@ class FrmInOut : public Page {
     double CedarReading = 0;       ///< whole degrees
     ParamValue AlderPresence = NeverReported;
     ParamValue CedarPresence = NeverReported;
-    unsigned AlderHandshake = command::None;  ///< what goes to the command register when the mailbox has been taken
-    unsigned CedarHandshake = command::None;
-    OutputBytes alderSent_{};                          ///< outputs that were put into the Alder mailbox
-    std::array<unsigned, 2> cedarSent_{};              ///< group and bit that were put into the Cedar mailbox
+    Handshake AlderHandshake{alder::Bank, alder::Command};
+    Handshake CedarHandshake{cedar::Bank, cedar::Command};
+    bool switchOrdered_ = false;                       ///< by a switch were they begun, not by start or stop
     ControlArray<Label, MasterInputs> masterNumbers_;  ///< of the rows, for people who talk about them
     ControlArray<Label, AlderInputs> inputNumbers_;
     ControlArray<Label, AlderOutputs> outputNumbers_;

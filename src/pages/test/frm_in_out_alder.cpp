@@ -4,7 +4,6 @@
 
 #include "link/presence.h"
 #include "pages/common/lamp_runs.h"
-#include "pages/common/mailbox.h"
 #include "pages/test/frm_in_out.h"
 
 namespace kestrel {
@@ -50,7 +49,7 @@ void FrmInOut::setAlderFrame(bool live) {
 void FrmInOut::alderChanged(int n, ParamValue value) {
     ShowLamps(iLedRectangleX1, InputLamps, LitBy::ClearBits, n, value);
     if (n == alder::BoilerReading) iAnalogX1.Value = static_cast<double>(value);
-    if (n >= alder::Mailbox && n < alder::Mailbox + alder::MailboxBytes) alderMailboxChanged();
+    if (n >= alder::Mailbox && n < alder::Mailbox + alder::MailboxBytes) AlderHandshake.mailboxCame();
     if (n >= alder::OutputEcho && n < alder::OutputEcho + alder::MailboxBytes) alderEcho(n - alder::OutputEcho, value);
     if (n == alder::TestState) {
         AlderInTest = HasBit(value, TestModeBit);
@@ -58,25 +57,12 @@ void FrmInOut::alderChanged(int n, ParamValue value) {
     }
 }
 
-void FrmInOut::alderMailboxChanged() {
-    if (AlderHandshake == command::None) return;
-    if (AlderHandshake == command::Outputs) {
-        int n = alder::Mailbox;
-        for (const std::uint8_t byte : alderSent_)
-            if (!BoardHasTaken(alder::Bank, n++, byte)) return;
-    }
-    CurrentBank = alder::Bank;
-    ParamWrite(alder::Command, AlderHandshake);
-    AlderHandshake = command::None;
-}
-
 /// An echo that differs from what was sent changes the display and leaves the switches locked.
 void FrmInOut::alderEcho(int byte, ParamValue value) {
     const auto b = static_cast<std::size_t>(byte);
     if (value == OutputByte[b] && PendingEcho[b]) {
-        Timer1.Enabled = false;
         PendingEcho[b] = false;
-        EnableSwitches();
+        echoUnlocks();
     }
     OutputByte[b] = static_cast<std::uint8_t>(value);
     for (int bit = 0; bit < OutputsPerByte; ++bit) SwitchLed1[byte * OutputsPerByte + bit].Active = HasBit(value, bit);
@@ -94,21 +80,23 @@ void FrmInOut::SwitchLed1_Click(int Index) {
     Updating = false;
     DisableSwitches();
 
-    CurrentBank = alder::Bank;
-    int n = alder::Mailbox;
-    for (const std::uint8_t output : OutputByte) ParamWrite(n++, output);
-    alderSent_ = OutputByte;
-    AlderHandshake = command::Outputs;
-    Timer1.Enabled = true;
-    writeCedarTestTime(TestTimeRun);
+    std::array<MailboxValue, alder::MailboxBytes> image{};
+    for (int i = 0; i < alder::MailboxBytes; ++i)
+        image[static_cast<std::size_t>(i)] = {alder::Mailbox + i, OutputByte[static_cast<std::size_t>(i)]};
+    beginSwitchOrder();
+    AlderHandshake.give(command::Outputs, image);
+    rearmCedar();
 }
 
-/// Work on one board starts the other one's test time anew, so that both stay in test together.
 void FrmInOut::writeAlderTestTime(unsigned time) {
-    if (!SaysPresent(AlderPresence)) return;
-    CurrentBank = alder::Bank;
-    ParamWrite(alder::Mailbox, time);
-    AlderHandshake = command::TestTime;
+    if (SaysPresent(AlderPresence))
+        AlderHandshake.give(command::TestTime, std::array{MailboxValue{alder::Mailbox, time}});
+}
+
+/// Work on one board starts the other one's test time anew, so that both stay in test together. Outputs that are on
+/// their way do so by themselves, and would be lost under it.
+void FrmInOut::rearmAlder() {
+    if (!AlderHandshake.isUnderWayWith(command::Outputs)) writeAlderTestTime(TestTimeRun);
 }
 
 }  // namespace kestrel

@@ -5,7 +5,6 @@
 
 #include "link/presence.h"
 #include "pages/common/lamp_runs.h"
-#include "pages/common/mailbox.h"
 #include "pages/test/frm_in_out.h"
 
 namespace kestrel {
@@ -56,7 +55,7 @@ void FrmInOut::cedarChanged(int n, ParamValue value) {
             break;
         case cedar::GroupMailbox:
         case cedar::BitMailbox:
-            cedarMailboxChanged();
+            CedarHandshake.mailboxCame();
             break;
         case cedar::TankReading:
             cedarReading(value);
@@ -74,17 +73,6 @@ void FrmInOut::cedarChanged(int n, ParamValue value) {
         default:
             break;
     }
-}
-
-void FrmInOut::cedarMailboxChanged() {
-    if (CedarHandshake == command::None) return;
-    if (CedarHandshake == command::TestTime && !ParamIsFresh(cedar::GroupMailbox, cedar::Bank)) return;
-    if (CedarHandshake == command::Outputs && !(BoardHasTaken(cedar::Bank, cedar::GroupMailbox, cedarSent_[0]) &&
-                                                BoardHasTaken(cedar::Bank, cedar::BitMailbox, cedarSent_[1])))
-        return;
-    CurrentBank = cedar::Bank;
-    ParamWrite(cedar::Command, CedarHandshake);
-    CedarHandshake = command::None;
 }
 
 /// The reading has a fraction in its low byte and, with the correction, a sign in its high byte.
@@ -111,10 +99,9 @@ void FrmInOut::cedarEcho(ParamValue bitByte) {
     for (int i = 0; i < CedarOutputs; ++i) SwitchLed3[i].Active = i == on;
     SwitchLed4.Active = HasBit(CedarGroup, CompressorBit);
     if (!repeated || !(PendingEcho.back() || PendingCompressor)) return;
-    Timer1.Enabled = false;
     PendingEcho.back() = false;
     PendingCompressor = false;
-    EnableSwitches();
+    echoUnlocks();
 }
 
 void FrmInOut::SwitchLed3_Click(int Index) {
@@ -122,7 +109,7 @@ void FrmInOut::SwitchLed3_Click(int Index) {
     Updating = true;
     PendingEcho.back() = true;
     DisableSwitches();
-    Timer1.Enabled = true;
+    beginSwitchOrder();
     const unsigned compressor = static_cast<unsigned>(CedarGroup) & CompressorMask;
     if (LastCedarOutput == Index) {
         writeCedarOutput(compressor, 0);
@@ -133,7 +120,7 @@ void FrmInOut::SwitchLed3_Click(int Index) {
     }
     SwitchLed3[Index].Active = !SwitchLed3[Index].Active;
     Updating = false;
-    writeAlderTestTime(TestTimeRun);
+    rearmAlder();
 }
 
 /// The output that is on stays on: its byte goes again with the new group byte.
@@ -142,28 +129,27 @@ void FrmInOut::SwitchLed4_Click() {
     Updating = true;
     PendingCompressor = true;
     DisableSwitches();
-    Timer1.Enabled = true;
+    beginSwitchOrder();
     const auto group = static_cast<unsigned>(CedarGroup);
     writeCedarOutput(SwitchLed4.Active ? group | CompressorMask : group & ~CompressorMask,
                      static_cast<unsigned>(CedarBit));
     SwitchLed4.Active = !SwitchLed4.Active;
     Updating = false;
-    writeAlderTestTime(TestTimeRun);
+    rearmAlder();
 }
 
 void FrmInOut::writeCedarOutput(unsigned group, unsigned bit) {
-    CurrentBank = cedar::Bank;
-    ParamWrite(cedar::GroupMailbox, group);
-    ParamWrite(cedar::BitMailbox, bit);
-    cedarSent_ = {group, bit};
-    CedarHandshake = command::Outputs;
+    CedarHandshake.give(command::Outputs,
+                        std::array{MailboxValue{cedar::GroupMailbox, group}, MailboxValue{cedar::BitMailbox, bit}});
 }
 
 void FrmInOut::writeCedarTestTime(unsigned time) {
-    if (!SaysPresent(CedarPresence)) return;
-    CurrentBank = cedar::Bank;
-    ParamWrite(cedar::GroupMailbox, time);
-    CedarHandshake = command::TestTime;
+    if (SaysPresent(CedarPresence))
+        CedarHandshake.give(command::TestTime, std::array{MailboxValue{cedar::GroupMailbox, time}});
+}
+
+void FrmInOut::rearmCedar() {
+    if (!CedarHandshake.isUnderWayWith(command::Outputs)) writeCedarTestTime(TestTimeRun);
 }
 
 }  // namespace kestrel

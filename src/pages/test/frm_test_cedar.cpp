@@ -8,7 +8,6 @@
 #include "link/subscriptions.h"
 #include "link/value_helpers.h"
 #include "pages/common/bits.h"
-#include "pages/common/mailbox.h"
 #include "pages/test/test_parameters.h"
 #include "shell/language_files.h"
 
@@ -47,7 +46,7 @@ constexpr const char* NoPair = "_ _";
 
 }  // namespace
 
-FrmTestCedar::FrmTestCedar() : Page("FrmTestCedar") {
+FrmTestCedar::FrmTestCedar() : Page("FrmTestCedar"), pair_(0, MasterCommand) {
     for (int i = 0; i < Zones; ++i) Label1[i].Caption = std::to_string(i + 1);
     Label1.OnClick([this](int Index) { Label1_Click(Index); });
     Command1.OnClick([this] { Command1_Click(); });
@@ -76,6 +75,7 @@ void FrmTestCedar::Form_Load() {
 void FrmTestCedar::Form_Activate() { PageCaptions(); }
 
 void FrmTestCedar::Form_Unload() {
+    giveUp();
     PageRelease();
     Timer1.Enabled = false;
 }
@@ -99,12 +99,8 @@ void FrmTestCedar::Label1_Click(int Index) {
     SecondChoice = Index + 1;
     Label2[1].Caption = std::to_string(FirstChoice) + " " + std::to_string(SecondChoice);
     DisableZones();
-    sentFirst_ = static_cast<unsigned>(FirstChoice) * FirstFactor;
-    sentSecond_ = static_cast<unsigned>(SecondChoice) + SecondOffset;
-    pairDue_ = true;
-    CurrentBank = 0;
-    ParamWrite(FirstMailbox, sentFirst_);
-    ParamWrite(SecondMailbox, sentSecond_);
+    pair_.give(RunPair, std::array{MailboxValue{FirstMailbox, static_cast<unsigned>(FirstChoice) * FirstFactor},
+                                   MailboxValue{SecondMailbox, static_cast<unsigned>(SecondChoice) + SecondOffset}});
     Timer1.Enabled = true;
 }
 
@@ -133,7 +129,14 @@ void FrmTestCedar::forgetPair() {
     Label2[1].Caption = NoPair;
 }
 
+/// What drives motors must not go out once the page counts on it no more, however long the line was away.
+void FrmTestCedar::giveUp() {
+    pair_.withdraw();
+    WithdrawWrite(cedar::Bank, {cedar::Command, command::ZeroMotors});
+}
+
 void FrmTestCedar::backToIdle() {
+    giveUp();
     forgetPair();
     EnableZones();
 }
@@ -150,7 +153,8 @@ void FrmTestCedar::SLabel_Change(int n, ParamValue value) {
 }
 
 void FrmTestCedar::masterChanged(int n, ParamValue value) {
-    if (n == FirstMailbox || n == SecondMailbox) mailboxChanged();
+    // Other pages use the same mailbox for orders of their own; only a pair of this page is followed by its command.
+    if (n == FirstMailbox || n == SecondMailbox) pair_.mailboxCame();
     if (n == MachineState && HasBit(value, RunningBit)) {
         TestRunning = true;
         Timer1.Enabled = false;
@@ -160,17 +164,9 @@ void FrmTestCedar::masterChanged(int n, ParamValue value) {
     }
     if (n == SectorPresence && value != CedarPresence) {
         CedarPresence = value;
+        giveUp();
         setZones(SaysPresent(value));
     }
-}
-
-/// Other pages use the same mailbox for orders of their own; only a pair of this page is followed by its command.
-void FrmTestCedar::mailboxChanged() {
-    if (!pairDue_ || !BoardHasTaken(0, FirstMailbox, sentFirst_) || !BoardHasTaken(0, SecondMailbox, sentSecond_))
-        return;
-    pairDue_ = false;
-    CurrentBank = 0;
-    ParamWrite(MasterCommand, RunPair);
 }
 
 }  // namespace kestrel

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "link/page.h"
+#include "pages/common/mailbox.h"
 
 namespace kestrel {
 
@@ -35,8 +36,8 @@ class FrmTestCedar : public Page {
     void DisableZones() { setZones(false); }
     void setZones(bool live);
     void masterChanged(int n, ParamValue value);
-    void mailboxChanged();
     void forgetPair();
+    void giveUp();
     void backToIdle();
 
     int FirstChoice = 0;             ///< 1 to 6, or 0 for none
@@ -44,9 +45,7 @@ class FrmTestCedar : public Page {
     ParamValue CedarPresence = 255;  ///< never reported, so that the first word counts as a change
     bool TestRunning = false;
     bool ZeroRunning = false;
-    bool pairDue_ = false;    ///< a pair of this page is in the mailbox and its command has not been given
-    unsigned sentFirst_ = 0;  ///< what that pair is in the mailbox
-    unsigned sentSecond_ = 0;
+    Handshake pair_;  ///< with the master; the zeroing goes to the sector board without a mailbox
 };
 
 }  // namespace kestrel
