@@ -42,6 +42,11 @@ void ScrollBar::UserMove(int value) {
     });
 }
 
+void ScrollBar::putBack(int value) {
+    nothingSent();
+    Value = value;
+}
+
 void ScrollBar::assigned(const void* property, bool changed) {
     Control::assigned(property, changed);
     if (property == &Value && changed) raise(onChange_);

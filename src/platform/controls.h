@@ -77,6 +77,8 @@ class ScrollBar : public Control {
     void design(int lowest, int highest, int largeStep);
     void OnChange(Handler handler) { onChange_ = std::move(handler); }
     void UserMove(int value);
+    /// The page drops what was moved: this value stands there again, and no answer of a board is awaited.
+    void putBack(int value);
     void assigned(const void* property, bool changed) override;
     std::string text() const override { return textOf(Value); }
 

@@ -47,6 +47,11 @@ void SteppedSwitch::UserMove(int position) {
     });
 }
 
+void SteppedSwitch::putBack(int position) {
+    nothingSent();
+    Position = position;
+}
+
 void SteppedSwitch::assigned(const void* property, bool changed) {
     Control::assigned(property, changed);
     if (property == &Position && changed) raise(onPositionChange_);

@@ -25,6 +25,8 @@ class SteppedSwitch : public Control {
     /// Raised by the user's changes alone, after the position-change event.
     void OnPositionChangeUser(Handler handler) { onPositionChangeUser_ = std::move(handler); }
     void UserMove(int position);
+    /// The page drops what was moved: this position stands there again, and no answer of a board is awaited.
+    void putBack(int position);
     void assigned(const void* property, bool changed) override;
     std::string text() const override;
 

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/outside.h"
+#include "support/bare_mirror.h"
 #include "support/doses.h"
 
 namespace kestrel::testing {
@@ -169,6 +170,116 @@ TEST(TestDispensing, AMasterThatIsLostLeavesTheEndToTheTimersAndThatOfARunningTe
         EXPECT_TRUE(withoutTraces(changed(before, doses.boards()), 2).empty());
         EXPECT_EQ(doses.world.board(0, 162), before.at({0, 162}) + (begun ? 1 : 0)) << "and nothing is dispensed later";
     }
+}
+
+/// The page over a bare mirror, open, with 3.0 s for the second powder of step 1.
+struct DispensingOrders : ::testing::Test {
+    BareMirror mirror;
+    FrmDosi& page = mirror.load<FrmDosi>();
+
+    struct Order {
+        CommandButton& button;
+        Writes mailbox;
+        BoardValue command;
+        double givenUpAfterMs;
+    };
+    const std::array<Order, 2> orders = {{
+        {page.Command1[1], {{0, 5, 0}, {0, 6, 1}, {0, 370, 30}}, {0, 4, 18}, 4000},
+        {page.Command4[1], {{0, 5, 1}, {0, 6, 0}}, {0, 4, 2}, 2000},
+    }};
+
+    DispensingOrders() {
+        mirror.arrive(1, 583, 30);
+        mirror.arrive(0, 1, 4);
+    }
+    void arriveAll(const Writes& values) {
+        for (const BoardValue& each : values) mirror.arrive(each.bank, each.parameter, each.value);
+    }
+};
+
+TEST_F(DispensingOrders, AnOrderIsCommandedOnceAndOnlyWhenTheBoardHasTakenAllOfIt) {
+    for (const Order& order : orders)
+        for (const BoardValue& lost : order.mailbox) {
+            order.button.UserClick();
+            EXPECT_EQ(mirror.due(), order.mailbox);
+            mirror.arrive(lost.bank, lost.parameter, lost.value + 9);
+            for (const BoardValue& write : mirror.due()) mirror.deliver(write.bank, write.parameter);
+            EXPECT_EQ(mirror.due(), Writes{}) << lost << " was lost: the board would run another order";
+            mirror.arrive(lost.bank, lost.parameter, lost.value);
+            EXPECT_EQ(mirror.deliverAll(), Writes{order.command});
+            arriveAll(order.mailbox);
+            EXPECT_EQ(mirror.due(), Writes{}) << "what is read once more runs nothing once more";
+            mirror.run(order.givenUpAfterMs + 1);
+            EXPECT_TRUE(page.HScroll7.usable());
+            mirror.arrive(0, 5, 3);
+            EXPECT_EQ(mirror.deliverAll(), (Writes{{0, 4, 0}})) << "without a test its echo releases command 0";
+        }
+}
+
+/// However far the order got: a line that comes back after minutes must not open a valve.
+TEST_F(DispensingOrders, WhatIsGivenUpNeverGoesOut) {
+    for (const bool closes : {false, true})
+        for (const Order& order : orders)
+            for (const bool mailboxTaken : {false, true}) {
+                if (!FindLoadedPage("FrmDosi")) return;
+                order.button.UserClick();
+                if (mailboxTaken)
+                    for (const BoardValue& write : order.mailbox) mirror.deliver(write.bank, write.parameter);
+                EXPECT_EQ(mirror.due(), mailboxTaken ? Writes{order.command} : order.mailbox);
+                CurrentBank = 2;
+                closes ? UnloadPage(page) : mirror.run(order.givenUpAfterMs + 1);
+                EXPECT_EQ(mirror.due(), Writes{});
+                EXPECT_TRUE(closes || CurrentBank == 2) << "the scan is not moved";
+            }
+}
+
+TEST_F(DispensingOrders, AVendOfTheMachinesOwnAndAnEditOfBeforeOpenNoPageInATest) {
+    mirror.arrive(0, 7, Busy);
+    mirror.arrive(0, 7, 0);
+    page.HScroll1[0].UserMove(3);
+    page.Command4[0].UserClick();
+    mirror.arrive(0, 7, 0);
+    mirror.deliverAll();
+    EXPECT_FALSE(page.HScroll7.usable());
+    mirror.arrive(0, 7, Busy);
+    mirror.arrive(0, 7, 0);
+    EXPECT_TRUE(page.HScroll7.usable());
+}
+
+TEST(TestDispensing, WhateverTheLineLosesTheMachineRunsWhatWasClicked) {
+    Doses doses;
+    for (int block = 0; block < 33; ++block)
+        doses.world.setBoard(1, 7 + 32 * block, static_cast<std::uint32_t>(block < 3 ? 3 - block : 2 + block % 7));
+    FrmDosi& page = doses.open();
+    Writes clicked;  // what the mailbox has to hold
+    int commands = 0;
+    int commandsOfOrder = 0;
+    doses.world.machine.onExchange = [&](const simulator::Exchange& exchange) {
+        const bool command = exchange.request.write && exchange.request.board == simulator::Board::Master &&
+                             exchange.parameter == 4 && exchange.value != 0;
+        if (!command) return;
+        ++commands;
+        ++commandsOfOrder;
+        for (const BoardValue& each : clicked) EXPECT_EQ(doses.world.board(0, each.parameter), each.value) << each;
+    };
+    doses.world.machine.setFaults(simulator::parseFaults("silent=0.15"));
+    for (int order = 0; order < 60; ++order) {
+        commandsOfOrder = 0;
+        const int solenoid = order % 3;
+        if (order % 4 == 3) {
+            clicked = {{0, 5, 1}, {0, 6, 0}};
+            page.Command4[order % 2].UserClick();
+        } else {
+            const auto time = static_cast<std::uint32_t>(page.HScroll1[2 * solenoid + 5].Value.get());
+            clicked = {{0, 5, 0}, {0, 6, static_cast<std::uint32_t>(solenoid)}, {0, 370, time}};
+            page.Command1[solenoid].UserClick();
+        }
+        EXPECT_FALSE(page.HScroll7.usable());
+        ASSERT_LT(doses.msUntilOpen(page), 60'000);
+        doses.world.run(100 + 37 * order);
+        EXPECT_LE(commandsOfOrder, 1);
+    }
+    EXPECT_GT(commands, 30) << "too little happened to say anything";
 }
 
 }  // namespace

@@ -154,20 +154,53 @@ TEST(FrmDosi, AValveMovedToNoneLocksWhatDependsOnItOnceTheBoardHasIt) {
     }
 }
 
+TEST(FrmDosi, AValveMovedFromNoneToABrewerInOneGoOpensWhatTheStepsBetweenWouldHaveOpened) {
+    for (const int brewer : {5, 6}) {
+        Doses doses;
+        auto& page = doses.openAt(2, 0);
+        say(page, 1, 9, brewer);
+        EXPECT_EQ(openParts(page), "k1v23") << "nobody moved it";
+        say(page, 1, 9, 0);
+        page.HScroll1[0].UserMove(brewer);
+        ASSERT_TRUE(doses.world.settle());
+        EXPECT_EQ(openParts(page), "kj1vt2vtp3vtp");
+        doses.world.run(500);
+        page.HScroll1[0].UserMove(0);
+        ASSERT_TRUE(doses.world.settle());
+        EXPECT_EQ(openParts(page), "k1v23");
+        page.HScroll1[0].UserMove(brewer);
+        page.Label11[0].UserClick();
+        say(page, 1, 7, brewer);
+        EXPECT_EQ(openParts(page), "123") << "another selection's brewer opens nothing while it loads";
+    }
+}
+
 TEST(FrmDosi, AfterABrewersCodeNothingIsWrittenUntilTheNextValue) {
     Doses doses;
+    doses.world.setBoard(1, 1087, 1);
+    doses.world.setBoard(1, 1095, 20);
     auto& page = doses.openAt(0);
     for (const ParamValue brewer : {5, 6}) {
         say(page, 1, 7, brewer);
         EXPECT_EQ(openParts(page), "kj1vt2vtp3vtp");
         EXPECT_FALSE(page.Label1[2].Enabled || page.Label1[10].Enabled);
         doses.writes.clear();
-        page.HScroll1[1].UserMove(page.HScroll1[1].Value + 1);
-        page.SwitchX5[CupMask].UserMove(1 - page.SwitchX5[CupMask].Position);
+        const auto isDropped = [](auto& control, const auto& shown) {
+            EXPECT_TRUE(control.usable());
+            const int before = shown;
+            control.UserMove(before == 0 ? 1 : before - 1);
+            EXPECT_EQ(shown, before) << "what is dropped does not stay on show";
+            EXPECT_FALSE(control.waiting());
+        };
+        isDropped(page.HScroll1[1], page.HScroll1[1].Value);
+        isDropped(page.HScroll3[0], page.HScroll3[0].Value);
+        isDropped(page.HScroll5, page.HScroll5.Value);
+        for (const Mask mask : {CupMask, JugMask}) isDropped(page.SwitchX5[mask], page.SwitchX5[mask].Position);
         EXPECT_FALSE(ParamFlags(1, 103) & flag::WriteDue);
         EXPECT_FALSE(ParamFlags(1, 1063) & flag::WriteDue);
-        say(page, 0, 7, 4);
-        page.HScroll1[1].UserMove(page.HScroll1[1].Value + 1);
+        say(page, 1, 103, 9);
+        EXPECT_EQ(page.HScroll1[1].Value, 9);
+        page.HScroll1[1].UserMove(10);
         ASSERT_TRUE(doses.world.settle());
         EXPECT_EQ(doses.writes.size(), 1U);
     }

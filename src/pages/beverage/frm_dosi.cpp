@@ -134,6 +134,7 @@ void FrmDosi::Form_Load() {
 void FrmDosi::Form_Activate() { PageCaptions(); }
 
 void FrmDosi::Form_Unload() {
+    order_.withdraw();
     ReleaseSelection();
     CurrentBank = 0;
     for (const int n : {MachineState, HotDrinkPresence, FirstArgument}) ParamRelease(n);
@@ -194,23 +195,29 @@ void FrmDosi::HScroll7_Change() {
 }
 
 void FrmDosi::HScroll_Change(int number, int Index) {
+    const int parameter = RecipeParameter(SelectionIndex, number, Index);
+    ScrollBar& bar = step(number).bars[Index];
+    if (dropsMoves_) return bar.putBack(static_cast<int>(ParamRead(parameter, 1)));
     if (Updating) return;
     if (Index == ValveField) EventEdited = true;
-    const ScrollBar& bar = step(number).bars[Index];
     CurrentBank = 1;
-    ParamWrite(RecipeParameter(SelectionIndex, number, Index), static_cast<unsigned>(bar.Value.get()));
+    ParamWrite(parameter, static_cast<unsigned>(bar.Value.get()));
 }
 
 void FrmDosi::HScroll5_Change() {
+    const int parameter = JugCountParameter + SelectionIndex;
+    if (dropsMoves_) return HScroll5.putBack(static_cast<int>(ParamRead(parameter, 1)));
     if (Updating) return;
     CurrentBank = 1;
-    ParamWrite(JugCountParameter + SelectionIndex, static_cast<unsigned>(HScroll5.Value.get()));
+    ParamWrite(parameter, static_cast<unsigned>(HScroll5.Value.get()));
 }
 
 void FrmDosi::SwitchX5_PositionChange(int Index) {
+    const Mask mask = static_cast<Mask>(Index);
+    if (dropsMoves_) return SwitchX5[Index].putBack(storedMasks_.bit(mask, SelectionIndex) ? 1 : 0);
     if (Updating) return;
     const bool on = SwitchX5[Index].Position != 0;
-    storedMasks_.change(static_cast<Mask>(Index), SelectionIndex, on);
+    storedMasks_.change(mask, SelectionIndex, on);
     if (Index == JugMask) HScroll5.Enabled = on;
     if (Index == ColdMask) ApplyColdLayout();
 }

@@ -7,6 +7,7 @@
 #include "link/page.h"
 #include "link/presence.h"
 #include "pages/beverage/recipe.h"
+#include "pages/common/mailbox.h"
 #include "platform/displays.h"
 #include "platform/switches.h"
 
@@ -48,6 +49,7 @@ class FrmDosi : public Page {
 
   private:
     /// Parameters of bank 0 that the page lives on beside the presence word.
+    static constexpr int CommandParameter = 4;
     static constexpr int FirstArgument = 5;
     static constexpr int MachineState = 7;
     /// How the valves are written in their labels, from which the locks read them back.
@@ -117,6 +119,7 @@ class FrmDosi : public Page {
     void Command4_Click(int Index);
     void Timer1_Timer();
     void Timer3_Timer();
+    void endTest();
     void statusArrived(int n, ParamValue value);
     void machineStateArrived(ParamValue value);
     void presenceArrived(ParamValue value);
@@ -137,7 +140,10 @@ class FrmDosi : public Page {
     ParamValue LastStatus = 0;
     SelectionMasks storedMasks_;
 
+    bool dropsMoves_ = false;  ///< a brewer's code was the last value to come
+
     unsigned PendingCommand = 0;  ///< waits for the echo of its argument; as long as it is not 0 a test runs
+    Handshake order_{0, CommandParameter};
     bool MachineBusySeen = false;
     bool PowderTestActive = false;
 };

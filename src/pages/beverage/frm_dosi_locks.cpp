@@ -66,7 +66,9 @@ void FrmDosi::LockFirstPowders() {
     enable(Command1, false);
 }
 
+/// Not in a test, whose end unlocks: an edit of before may be confirmed in it.
 void FrmDosi::UnlockPage() {
+    if (PendingCommand != 0) return;
     enableKeys(true);
     enableFullTest(true);
     HScroll7.Enabled = true;

@@ -1,12 +1,12 @@
 // Doses: having the machine run what the page shows, one powder solenoid or the whole selection.
-// Orders go through the master's mailbox: two arguments, and the command once the first argument has come back.
+// Orders go through the master's mailbox: two arguments, for a powder its time, and the command once all have come
+// back.
 #include "pages/beverage/frm_dosi.h"
 
 namespace kestrel {
 
 namespace {
 
-constexpr int CommandParameter = 4;
 constexpr int SecondArgument = 6;
 constexpr int PowderTestTime = 370;  ///< tenths of a second
 
@@ -29,11 +29,11 @@ void FrmDosi::setPendingCommand(unsigned code) {
 /// The solenoids of all steps count through. The selection counts from 0 here, unlike in a full test.
 void FrmDosi::Command_Click(int number, int Index) {
     const int time = step(number).bars[2 * Index + FirstPowderField].Value;
-    CurrentBank = 0;
     setPendingCommand(PowderTest);
-    ParamWrite(FirstArgument, static_cast<unsigned>(SelectionIndex));
-    ParamWrite(SecondArgument, static_cast<unsigned>(number * PowderSolenoids + Index));
-    ParamWrite(PowderTestTime, static_cast<unsigned>(time));
+    order_.give(PowderTest,
+                std::array{MailboxValue{FirstArgument, static_cast<unsigned>(SelectionIndex)},
+                           MailboxValue{SecondArgument, static_cast<unsigned>(number * PowderSolenoids + Index)},
+                           MailboxValue{PowderTestTime, static_cast<unsigned>(time)}});
     Timer3.Interval = time == 0 ? NoPowderMs : time * TenthMs + AfterPowderMs;
     LockPage();
     enableFullTest(false);
@@ -42,21 +42,24 @@ void FrmDosi::Command_Click(int number, int Index) {
 }
 
 /// The selection as the machine's keypad names it: a key from 1, and whether it is pressed with preselection.
+/// A vend of the machine's own, before the test, says nothing of its end.
 void FrmDosi::Command4_Click(int Index) {
     const bool preselected = SelectionIndex >= SelectionKeys;
+    MachineBusySeen = false;
     setPendingCommand(FullTests[static_cast<std::size_t>(Index)]);
-    CurrentBank = 0;
-    ParamWrite(FirstArgument, static_cast<unsigned>(SelectionIndex % SelectionKeys + 1));
-    ParamWrite(SecondArgument, preselected ? 1 : 0);
+    order_.give(PendingCommand,
+                std::array{MailboxValue{FirstArgument, static_cast<unsigned>(SelectionIndex % SelectionKeys + 1)},
+                           MailboxValue{SecondArgument, preselected ? 1U : 0U}});
     LockPage();
     Timer1.Enabled = true;
 }
 
 void FrmDosi::statusArrived(int n, ParamValue value) {
-    if (n == FirstArgument) {
-        // Every echo releases a command, also when no test waits for one: command 0 then goes out.
+    if (n == FirstArgument || n == SecondArgument || n == PowderTestTime) order_.mailboxCame();
+    if (n == FirstArgument && PendingCommand == 0) {
+        // The echo releases a command also when no test waits for one: command 0 then goes out.
         CurrentBank = 0;
-        ParamWrite(CommandParameter, PendingCommand);
+        ParamWrite(CommandParameter, 0);
     } else if (n == MachineState) {
         machineStateArrived(value);
     } else if (n == HotDrinkPresence) {
@@ -69,8 +72,7 @@ void FrmDosi::machineStateArrived(ParamValue value) {
         MachineBusySeen = true;
     } else if (PendingCommand != 0 && MachineBusySeen && !PowderTestActive) {
         MachineBusySeen = false;
-        setPendingCommand(0);
-        UnlockPage();
+        endTest();
     }
 }
 
@@ -86,10 +88,7 @@ void FrmDosi::presenceArrived(ParamValue value) {
 
 /// A dispense that has begun ends with the machine's own word; one that never began ends here.
 void FrmDosi::Timer1_Timer() {
-    if (!MachineBusySeen) {
-        setPendingCommand(0);
-        UnlockPage();
-    }
+    if (!MachineBusySeen) endTest();
     Timer1.Enabled = false;
 }
 
@@ -97,6 +96,11 @@ void FrmDosi::Timer3_Timer() {
     Timer3.Enabled = false;
     PowderTestActive = false;
     MachineBusySeen = false;
+    endTest();
+}
+
+void FrmDosi::endTest() {
+    order_.withdraw();
     setPendingCommand(0);
     UnlockPage();
 }

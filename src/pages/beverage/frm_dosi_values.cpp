@@ -22,9 +22,11 @@ int clamped(const ScrollBar& bar, ParamValue value) {
 
 void FrmDosi::SLabel_Change(int n, ParamValue value) {
     Updating = true;
+    dropsMoves_ = false;
     if (CurrentBank == 0) statusArrived(n, value);
     // A brewer's code ends the notification at once: nothing that the user moves is written before the next value.
-    if (CurrentBank == 1 && !recipeArrived(n, value)) return;
+    dropsMoves_ = CurrentBank == 1 && !recipeArrived(n, value);
+    if (dropsMoves_) return;
     Updating = false;
     if (ArrivalCount < ArrivalLimit) return;
     endLoading();
@@ -77,6 +79,8 @@ bool FrmDosi::firstValveArrived(ParamValue value) {
     HScroll1[ValveField].Value = shown;
     if (value == FirstBrewerCode || value == SecondBrewerCode) {
         Label1[ValveField].Caption = value == FirstBrewerCode ? FirstBrewerText : SecondBrewerText;
+        // Moved here from none in one go, it opens what the valves between would have opened.
+        if (EventEdited && !LoadingBar.Visible) UnlockPage();
         LockFirstPowders();
         return false;
     }
