@@ -24,6 +24,7 @@ class FrmTestCedar : public Page {
     void Form_Activate() override;
     void Form_Unload() override;
     void SLabel_Change(int n, ParamValue value) override;
+    void LineInterrupted() override { giveUp(); }
 
   private:
     void PageSubscribe();
