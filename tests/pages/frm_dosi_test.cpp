@@ -154,6 +154,30 @@ TEST(FrmDosi, AValveMovedToNoneLocksWhatDependsOnItOnceTheBoardHasIt) {
     }
 }
 
+TEST(FrmDosi, AnotherSelectionIsUnreadUntilItsOwnValuesHaveCome) {
+    Doses doses;
+    doses.world.setBoard(1, 1456, 0xA6);
+    auto& page = doses.openAt(0);
+    page.HScroll7.UserMove(9);
+    doses.world.letActsIn();
+    say(page, 0, 1, 0x14);
+    EXPECT_EQ(openParts(page), "kj1vtp2vtp3vtp") << "a new status opens it";
+    EXPECT_TRUE(page.Label3[10].unread() && page.Label5[9].unread());
+    doses.writes.clear();
+    page.SwitchX5[FreeMask].UserMove(1 - page.SwitchX5[FreeMask].Position);
+    page.HScroll2[3].UserMove(page.HScroll2[3].Value + 1);
+    page.HScroll5.UserMove(page.HScroll5.Value + 1);
+    page.Command3[1].UserClick();
+    ASSERT_TRUE(doses.settle(page));
+    EXPECT_EQ(doses.writes, Writes{});
+    eachControl(page.Arrange(), [](const Control& control) {
+        EXPECT_FALSE(control.unread() && control.Visible) << control.accessibleName();
+    });
+    page.SwitchX5[FreeMask].UserMove(0);
+    EXPECT_TRUE(doses.settle(page));
+    EXPECT_EQ(doses.world.board(1, 1456), 0xA4U);
+}
+
 TEST(FrmDosi, AValveMovedFromNoneToABrewerInOneGoOpensWhatTheStepsBetweenWouldHaveOpened) {
     for (const int brewer : {5, 6}) {
         Doses doses;

@@ -179,7 +179,20 @@ void FrmDosi::Label11_Click(int Index) {
     HScroll7.Value = SelectionIndex;
     WatchSelection();
     startLoading();
+    awaitSelection();
     showSelectionNumber();
+}
+
+/// What stands here is the former selection's.
+void FrmDosi::awaitSelection() {
+    for (Step& each : steps_)
+        for (int field = 0; field < RecipeFields; ++field) {
+            each.bars[field].awaitValue();
+            each.values[field].awaitValue();
+        }
+    for (SliderSwitch& slider : SwitchX5) slider.awaitValue();
+    HScroll5.awaitValue();
+    Label5[JugCountValue].awaitValue();
 }
 
 /// The selection on show stays: the toggle counts for the next key.

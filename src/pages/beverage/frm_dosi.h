@@ -46,6 +46,7 @@ class FrmDosi : public Page {
     void Form_Activate() override;
     void Form_Unload() override;
     void SLabel_Change(int n, ParamValue value) override;
+    void LineInterrupted() override { order_.withdraw(); }
 
   private:
     /// Parameters of bank 0 that the page lives on beside the presence word.
@@ -81,6 +82,7 @@ class FrmDosi : public Page {
     void WatchSelection() { EachParameterOfSelection(SelectionIndex, WatchAll); }
     void ReleaseSelection() { EachParameterOfSelection(SelectionIndex, ReleaseAll); }
     void Label11_Click(int Index);
+    void awaitSelection();
     void lblPres_Click();
     void HScroll7_Change();
     void HScroll_Change(int number, int Index);

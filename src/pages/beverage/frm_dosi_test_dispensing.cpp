@@ -28,7 +28,9 @@ void FrmDosi::setPendingCommand(unsigned code) {
 
 /// The solenoids of all steps count through. The selection counts from 0 here, unlike in a full test.
 void FrmDosi::Command_Click(int number, int Index) {
-    const int time = step(number).bars[2 * Index + FirstPowderField].Value;
+    const ScrollBar& powder = step(number).bars[2 * Index + FirstPowderField];
+    if (powder.unread()) return;
+    const int time = powder.Value;
     setPendingCommand(PowderTest);
     order_.give(PowderTest,
                 std::array{MailboxValue{FirstArgument, static_cast<unsigned>(SelectionIndex)},
