@@ -7,6 +7,7 @@
 #include <functional>
 
 #include "link/changes.h"
+#include "link/recheck.h"
 #include "support/bare_mirror.h"
 #include "support/layouts.h"
 
@@ -177,6 +178,10 @@ TEST_F(ModelTest, TheZeroingIsGivenUpWithItsBoardAndItsPageAndAnotherOrderIsLeft
     EXPECT_EQ(CurrentBank, 1) << "the scan is not moved";
     EXPECT_EQ(mirror.due(), (Writes{{0, 6, 8}}));
     mirror.deliverAll();
+    clickPair(1, 1);
+    HoldWrite(0, 6);
+    mirror.run(2001);
+    EXPECT_FALSE(IsHeld(0, 6)) << "nor does it wait for the user's word after an interruption";
     page.Command1.UserClick();
     UnloadPage(page);
     EXPECT_EQ(mirror.due(), Writes{});
