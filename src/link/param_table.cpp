@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "link/changes.h"
+#include "link/recheck.h"
 #include "platform/trouble.h"
 
 namespace kestrel {
@@ -91,6 +92,7 @@ void ParamWrite(int index, std::uint32_t value) {
 void ParamWithdraw(int index) {
     std::uint8_t& flags = ParamFlags(CurrentBank, index);
     flags = static_cast<std::uint8_t>(flags & ~flag::WriteDue);
+    DropHeldWrite(CurrentBank, index);
     ForgetChange(CurrentBank, index);
 }
 

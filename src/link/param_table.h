@@ -53,8 +53,9 @@ void SetRecordCount(int bank, int count);
 /// Puts a value into the mirror of CurrentBank and queues its write. Does not look at presence, width or subscribers.
 /// Parameter number 0 is a programming error.
 void ParamWrite(int index, std::uint32_t value);
-/// Takes a write back that has not gone out, in CurrentBank: whoever gave the order wants it no more. The bytes stay in
-/// the mirror until the next reply; a watched record is read for it, and a write that was held back is forgotten.
+/// Takes a write back that has not gone out, or is held, in CurrentBank: whoever gave the order wants it no more. The
+/// bytes stay in the mirror until the next reply; a watched record is read for it, and a write that was held back is
+/// forgotten.
 void ParamWithdraw(int index);
 /// The value as the mirror has it, fresh or not: before the first reply, the index file's preload.
 ParamValue ParamRead(int index, int bank);

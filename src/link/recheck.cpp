@@ -265,9 +265,12 @@ void HoldWrite(int bank, int index) {
     const ParamRecord& record = ParamTable(bank, index);
     std::uint32_t value = 0;
     for (std::size_t i = WrittenBytes; i-- > 0;) value = value * 256 + record.Value[i];
-    auto& held = state().held;
-    std::erase_if(held, [=](const HeldWrite& each) { return each.bank == bank && each.index == index; });
-    held.push_back({bank, index, value});
+    DropHeldWrite(bank, index);
+    state().held.push_back({bank, index, value});
+}
+
+void DropHeldWrite(int bank, int index) {
+    std::erase_if(state().held, [=](const HeldWrite& each) { return each.bank == bank && each.index == index; });
 }
 
 void NoteRead(int bank, int index) {

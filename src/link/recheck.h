@@ -27,6 +27,8 @@ bool WritesAreHeld();
 /// The write of the record that is due is held; its mark is taken away.
 void HoldWrite(int bank, int index);
 bool IsHeld(int bank, int index);
+/// The write that is held, if any, was taken back.
+void DropHeldWrite(int bank, int index);
 /// A reply was stored in the record.
 void NoteRead(int bank, int index);
 

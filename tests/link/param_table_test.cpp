@@ -8,6 +8,7 @@
 
 #include "link/frames.h"
 #include "link/index_files.h"
+#include "link/recheck.h"
 #include "platform/trouble.h"
 
 namespace kestrel {
@@ -75,6 +76,17 @@ TEST_F(ParamTableTest, OperationsMoveARecordThroughItsLifeAndAnAbsentBoardTakesA
             EXPECT_EQ((Image{flags, record.Period, record.Watchers}), expected) << the.name << ", present " << present;
         }
     }
+}
+
+TEST_F(ParamTableTest, AWriteThatIsHeldIsTakenBackAsWell) {
+    ParamWrite(7, 5);
+    HoldWrite(0, 7);
+    ParamWrite(8, 5);
+    HoldWrite(0, 8);
+    ParamWithdraw(7);
+    EXPECT_FALSE(IsHeld(0, 7));
+    EXPECT_TRUE(IsHeld(0, 8));
+    ResetRecheck();
 }
 
 TEST_F(ParamTableTest, ParameterZeroStopsTheProgramUnlessTheBoardIsAbsent) {

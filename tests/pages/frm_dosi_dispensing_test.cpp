@@ -137,7 +137,8 @@ TEST(TestDispensing, TheMachinesEndOfWorkDoesNotEndAPowderTest) {
     EXPECT_NEAR(doses.msUntilOpen(page), 10'500, 2);
     doses.world.machine.setBoardSilent(simulator::Board::Master, true);
     page.Command4[0].UserClick();
-    EXPECT_NEAR(doses.msUntilOpen(page), 2000, 2 + PatienceMs) << "what the powder test saw of the machine is forgotten";
+    EXPECT_NEAR(doses.msUntilOpen(page), 2000, 2 + PatienceMs)
+        << "what the powder test saw of the machine is forgotten";
 }
 
 TEST(TestDispensing, AMasterThatIsLostLeavesTheEndToTheTimersAndThatOfARunningTestToItsReturn) {
@@ -220,17 +221,22 @@ TEST_F(DispensingOrders, AnOrderIsCommandedOnceAndOnlyWhenTheBoardHasTakenAllOfI
 TEST_F(DispensingOrders, WhatIsGivenUpNeverGoesOut) {
     for (const bool closes : {false, true})
         for (const Order& order : orders)
-            for (const bool mailboxTaken : {false, true}) {
-                if (!FindLoadedPage("FrmDosi")) return;
-                order.button.UserClick();
-                if (mailboxTaken)
-                    for (const BoardValue& write : order.mailbox) mirror.deliver(write.bank, write.parameter);
-                EXPECT_EQ(mirror.due(), mailboxTaken ? Writes{order.command} : order.mailbox);
-                CurrentBank = 2;
-                closes ? UnloadPage(page) : mirror.run(order.givenUpAfterMs + 1);
-                EXPECT_EQ(mirror.due(), Writes{});
-                EXPECT_TRUE(closes || CurrentBank == 2) << "the scan is not moved";
-            }
+            for (const bool interrupted : {false, true})
+                for (const bool mailboxTaken : {false, true}) {
+                    if (!FindLoadedPage("FrmDosi")) return;
+                    order.button.UserClick();
+                    if (mailboxTaken)
+                        for (const BoardValue& write : order.mailbox) mirror.deliver(write.bank, write.parameter);
+                    EXPECT_EQ(mirror.due(), mailboxTaken ? Writes{order.command} : order.mailbox);
+                    CurrentBank = 2;
+                    if (interrupted) {
+                        page.LineInterrupted();
+                        EXPECT_EQ(mirror.due(), Writes{});
+                    }
+                    closes ? UnloadPage(page) : mirror.run(order.givenUpAfterMs + 1);
+                    EXPECT_EQ(mirror.due(), Writes{});
+                    EXPECT_TRUE(closes || CurrentBank == 2) << "the scan is not moved";
+                }
 }
 
 TEST_F(DispensingOrders, AVendOfTheMachinesOwnAndAnEditOfBeforeOpenNoPageInATest) {
@@ -267,15 +273,14 @@ TEST(TestDispensing, WhateverTheLineLosesTheMachineRunsWhatWasClicked) {
         commandsOfOrder = 0;
         const int solenoid = order % 3;
         if (order % 4 == 3) {
-            page.Command4[order % 2].UserClick();
-            doses.world.letActsIn();
             clicked = {{0, 5, 1}, {0, 6, 0}};
+            page.Command4[order % 2].UserClick();
         } else {
             const auto time = static_cast<std::uint32_t>(page.HScroll1[2 * solenoid + 5].Value.get());
-            page.Command1[solenoid].UserClick();
-            doses.world.letActsIn();
             clicked = {{0, 5, 0}, {0, 6, static_cast<std::uint32_t>(solenoid)}, {0, 370, time}};
+            page.Command1[solenoid].UserClick();
         }
+        doses.world.letActsIn();
         EXPECT_FALSE(page.HScroll7.usable());
         ASSERT_LT(doses.msUntilOpen(page), 60'000);
         doses.world.run(100 + 37 * order);

@@ -154,10 +154,37 @@ TEST(FrmDosi, AValveMovedToNoneLocksWhatDependsOnItOnceTheBoardHasIt) {
     }
 }
 
+TEST(FrmDosi, AnotherSelectionIsUnreadUntilItsOwnValuesHaveCome) {
+    Doses doses;
+    doses.world.setBoard(1, 1456, 0xA6);
+    auto& page = doses.openAt(0);
+    page.HScroll7.UserMove(9);
+    doses.world.letActsIn();
+    say(page, 0, 1, 0x14);
+    EXPECT_EQ(openParts(page), "kj1vtp2vtp3vtp") << "a new status opens it";
+    EXPECT_TRUE(page.Label3[10].unread() && page.Label5[9].unread());
+    doses.writes.clear();
+    page.SwitchX5[FreeMask].UserMove(1 - page.SwitchX5[FreeMask].Position);
+    page.HScroll2[3].UserMove(page.HScroll2[3].Value + 1);
+    page.HScroll5.UserMove(page.HScroll5.Value + 1);
+    page.Command3[1].UserClick();
+    ASSERT_TRUE(doses.settle(page));
+    EXPECT_EQ(doses.writes, Writes{});
+    eachControl(page.Arrange(), [](const Control& control) {
+        EXPECT_FALSE(control.unread() && control.Visible) << control.accessibleName();
+    });
+    page.SwitchX5[FreeMask].UserMove(0);
+    EXPECT_TRUE(doses.settle(page));
+    EXPECT_EQ(doses.world.board(1, 1456), 0xA4U);
+}
+
 TEST(FrmDosi, AValveMovedFromNoneToABrewerInOneGoOpensWhatTheStepsBetweenWouldHaveOpened) {
     for (const int brewer : {5, 6}) {
         Doses doses;
         auto& page = doses.openAt(2, 0);
+        say(page, 1, 9, brewer);
+        EXPECT_EQ(openParts(page), "k1v23") << "nobody moved it";
+        say(page, 1, 9, 0);
         page.HScroll1[0].UserMove(brewer);
         ASSERT_TRUE(doses.world.settle());
         EXPECT_EQ(openParts(page), "kj1vt2vtp3vtp");
@@ -195,8 +222,9 @@ TEST(FrmDosi, AfterABrewersCodeNothingIsWrittenUntilTheNextValue) {
         for (const Mask mask : {CupMask, JugMask}) isDropped(page.SwitchX5[mask], page.SwitchX5[mask].Position);
         EXPECT_FALSE(ParamFlags(1, 103) & flag::WriteDue);
         EXPECT_FALSE(ParamFlags(1, 1063) & flag::WriteDue);
-        say(page, 0, 7, 4);
-        page.HScroll1[1].UserMove(page.HScroll1[1].Value + 1);
+        say(page, 1, 103, 9);
+        EXPECT_EQ(page.HScroll1[1].Value, 9);
+        page.HScroll1[1].UserMove(10);
         ASSERT_TRUE(doses.world.settle());
         EXPECT_EQ(doses.writes.size(), 1U);
     }

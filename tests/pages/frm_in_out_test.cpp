@@ -23,6 +23,10 @@ struct InOut : ::testing::Test {
     BareMirror mirror;
     FrmInOut& page = mirror.load<FrmInOut>();
 
+    InOut() {
+        for (int byte = 0; byte < 5; ++byte) mirror.arrive(1, 1292 + byte, 0);
+        echoOfCedar(0, 0);
+    }
     void presence(std::uint32_t alderWord, std::uint32_t cedarWord) {
         mirror.arrive(0, 1, alderWord);
         mirror.arrive(0, 2, cedarWord);
@@ -303,11 +307,19 @@ TEST_F(InOut, WhatIsGivenUpNeverGoesOut) {
             EXPECT_EQ(mirror.due(), Writes{}) << "nor does a command follow a mailbox that came after all";
         }
     // Two echoes of before the order unlock the switches, and end no wait of it.
+    for (const bool mailboxTaken : {false, true}) {
+        page.SwitchLed1[18].UserClick();
+        for (int n = 2; mailboxTaken && n <= 6; ++n) mirror.deliver(1, n);
+        for (const int n : {285, 284}) mirror.deliver(2, n);
+        for (int echo = 0; echo < 2; ++echo) mirror.arrive(1, 1294, 0);
+        EXPECT_EQ(live(), Both);
+        mirror.run(5001);
+        EXPECT_EQ(mirror.due(), Writes{});
+    }
     page.SwitchLed1[18].UserClick();
-    for (int echo = 0; echo < 2; ++echo) mirror.arrive(1, 1294, 0);
-    EXPECT_EQ(live(), Both);
-    mirror.run(5001);
+    page.LineInterrupted();
     EXPECT_EQ(mirror.due(), Writes{});
+    mirror.run(5001);
     page.SwitchLed1[18].UserClick();
     UnloadPage(page);
     EXPECT_EQ(mirror.due(), (Writes{{0, 368, 0}, {0, 369, 0}}));
@@ -358,6 +370,41 @@ TEST_F(InOut, ARearmedTestTimeDoesNotTakeThePlaceOfOutputsThatAreOnTheirWay) {
     for (int reading = 0; reading < 2; ++reading) echoOfCedar(0, 0);
     page.SwitchLed1[0].UserClick();
     EXPECT_TRUE(isDue({2, 285, 1}));
+}
+
+TEST_F(InOut, NoOutputCanBeOrderedBeforeAllThatTheOrderWritesHaveBeenRead) {
+    UnloadPage(page);
+    auto& anew = mirror.load<FrmInOut>();
+    startTest();
+    const auto check = [&](bool alder, bool cedar) {
+        EXPECT_EQ(anew.SwitchLed1[0].usable(), alder);
+        EXPECT_EQ(anew.SwitchLed3[0].usable() && anew.SwitchLed4.usable(), cedar);
+    };
+    mirror.arrive(2, 289, 1);
+    for (const int byte : {0, 1, 2, 4}) mirror.arrive(1, 1292 + byte, 1);
+    check(false, false);
+    echoOfCedar(0x81, 1);
+    check(false, true);
+    anew.SwitchLed4.UserClick();
+    EXPECT_TRUE(isDue({2, 285, 1}) && isDue({2, 286, 1}));
+    mirror.arrive(1, 1295, 1);
+    check(false, false);
+    mirror.run(5001);
+    check(true, true);
+    anew.SwitchLed1[7].UserClick();
+    EXPECT_EQ(mirror.due(), (Writes{{1, 2, 0x81}, {1, 3, 1}, {1, 4, 1}, {1, 5, 1}, {1, 6, 1}, {2, 285, 60}}));
+}
+
+/// The image's first byte would be taken for the time.
+TEST_F(InOut, OutputsTakeThePlaceOfATestTimeThatIsOnItsWay) {
+    startTest();
+    page.SwitchLed3[0].UserClick();
+    mirror.deliver(1, 2);
+    EXPECT_TRUE(isDue({1, 1, 1}));
+    for (int reading = 0; reading < 2; ++reading) echoOfCedar(0, 0);
+    page.SwitchLed1[7].UserClick();
+    EXPECT_TRUE(isDue({1, 2, 128}));
+    EXPECT_FALSE(isDue({1, 1, 1}));
 }
 
 TEST_F(InOut, OneCedarOutputAtATimeGoesAsGroupAndBitAndTheCompressorKeepsIt) {

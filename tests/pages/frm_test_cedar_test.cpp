@@ -6,6 +6,8 @@
 
 #include <functional>
 
+#include "link/changes.h"
+#include "link/recheck.h"
 #include "support/bare_mirror.h"
 #include "support/layouts.h"
 
@@ -137,9 +139,14 @@ TEST_F(ModelTest, WhatIsGivenUpNeverGoesOut) {
         mirror.arrive(0, 7, 0);
     };
     const auto boardGoes = [&] { mirror.arrive(0, 2, 0); };
+    const auto interruption = [&] {
+        page.LineInterrupted();
+        EXPECT_EQ(mirror.due(), Writes{});
+        mirror.run(2001);
+    };
     const auto close = [&] { UnloadPage(page); };
     const std::vector<std::vector<int>> delivered = {{}, {5}, {5, 6}};
-    for (const auto& giveUp : std::vector<std::function<void()>>{timer, foreignRun, boardGoes, close})
+    for (const auto& giveUp : std::vector<std::function<void()>>{timer, foreignRun, boardGoes, interruption, close})
         for (const std::vector<int>& parameters : delivered) {
             mirror.arrive(0, 2, There);
             clickPair(1, 1);
@@ -148,6 +155,7 @@ TEST_F(ModelTest, WhatIsGivenUpNeverGoesOut) {
             CurrentBank = 1;
             giveUp();
             EXPECT_EQ(mirror.due(), Writes{});
+            EXPECT_FALSE(parameters.empty() && IsChange(0, 5)) << "it is no change of which the user hears later";
             for (const auto& [n, value] : {std::pair(5, 12U), {6, 16U}}) mirror.arrive(0, n, value);
             EXPECT_EQ(mirror.due(), Writes{}) << "nor does the command follow a mailbox that came after all";
             if (!FindLoadedPage("FrmTestCedar")) return;
@@ -170,6 +178,10 @@ TEST_F(ModelTest, TheZeroingIsGivenUpWithItsBoardAndItsPageAndAnotherOrderIsLeft
     EXPECT_EQ(CurrentBank, 1) << "the scan is not moved";
     EXPECT_EQ(mirror.due(), (Writes{{0, 6, 8}}));
     mirror.deliverAll();
+    clickPair(1, 1);
+    HoldWrite(0, 6);
+    mirror.run(2001);
+    EXPECT_FALSE(IsHeld(0, 6)) << "nor does it wait for the user's word after an interruption";
     page.Command1.UserClick();
     UnloadPage(page);
     EXPECT_EQ(mirror.due(), Writes{});

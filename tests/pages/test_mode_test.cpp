@@ -3,9 +3,11 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <functional>
 #include <random>
 #include <set>
 
+#include "pages/beverage/frm_dosi.h"
 #include "pages/test/frm_in_out.h"
 #include "pages/test/frm_test_cedar.h"
 #include "support/writes.h"
@@ -121,6 +123,42 @@ TEST(TestMode, ABoardLostUnderTheModelTestLeavesThePageToItsTimerOrToTheBoardsRe
         EXPECT_EQ(page.Command1.usable() && page.Label1[5].usable(), each.openAfterwards) << each.lostAfterMs;
         for (const BoardValue& write : log.take()) EXPECT_EQ(write, (BoardValue{0, 6, 48})) << "no motor starts late";
     }
+}
+
+/// Nobody may stand at the machine any more when the adapter is plugged in again.
+TEST(TestMode, WhatWasOrderedWhileTheAdapterWasOutDoesNotRunWhenItIsBack) {
+    const struct {
+        const char* page;
+        std::function<void(Page&)> order;
+        Writes afterwards;
+    } cases[] = {
+        {"FrmTestCedar",
+         [](Page& page) {
+             for (const int zone : {2, 1}) dynamic_cast<FrmTestCedar&>(page).Label1[zone].UserClick();
+         },
+         {}},
+        {"FrmInOut", [](Page& page) { dynamic_cast<FrmInOut&>(page).SwitchLed1[18].UserClick(); }, {}},
+        {"FrmInOut", [](Page& page) { dynamic_cast<FrmInOut&>(page).SwitchLed3[9].UserClick(); }, {}},
+        {"FrmDosi", [](Page& page) { dynamic_cast<FrmDosi&>(page).Command1[0].UserClick(); }, {{0, 4, 0}}},
+        {"FrmDosi", [](Page& page) { dynamic_cast<FrmDosi&>(page).Command4[1].UserClick(); }, {{0, 4, 0}}},
+    };
+    for (const auto& each : cases)
+        for (const double secondsOut : {8, 28}) {
+            SCOPED_TRACE(each.page);
+            StartedWorld world({{1, 7, 3}, {1, 487, 20}});
+            if (each.page == std::string("FrmInOut")) startTest(world);
+            auto& page = world.open<Page>(each.page);
+            world.machine.portLost();
+            each.order(page);
+            EXPECT_NE(UnsettledRecords(), 0);
+            world.run(secondsOut * 1000);
+            WriteLog log(world);
+            world.machine.portBack();
+            world.run(20'000);
+            EXPECT_EQ(log.take(), each.afterwards);
+            for (const int output : {AlderOutput, AlderOutput + 2}) EXPECT_EQ(world.board(1, output), 0U);
+            EXPECT_EQ(world.board(2, CedarBit), 0U);
+        }
 }
 
 /// What the boards drive, against what clicks have asked them to drive; all off is always allowed.

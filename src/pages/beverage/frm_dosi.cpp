@@ -134,7 +134,7 @@ void FrmDosi::Form_Load() {
 void FrmDosi::Form_Activate() { PageCaptions(); }
 
 void FrmDosi::Form_Unload() {
-    LineInterrupted();
+    order_.withdraw();
     ReleaseSelection();
     CurrentBank = 0;
     for (const int n : {MachineState, HotDrinkPresence, FirstArgument}) ParamRelease(n);
@@ -183,14 +183,14 @@ void FrmDosi::Label11_Click(int Index) {
     showSelectionNumber();
 }
 
-/// All that stands for a value stands for another one now.
+/// What stands here is the former selection's.
 void FrmDosi::awaitSelection() {
-    for (int number = 0; number < RecipeSteps; ++number)
+    for (Step& each : steps_)
         for (int field = 0; field < RecipeFields; ++field) {
-            step(number).bars[field].awaitValue();
-            step(number).values[field].awaitValue();
+            each.bars[field].awaitValue();
+            each.values[field].awaitValue();
         }
-    for (SliderSwitch& mask : SwitchX5) mask.awaitValue();
+    for (SliderSwitch& slider : SwitchX5) slider.awaitValue();
     HScroll5.awaitValue();
     Label5[JugCountValue].awaitValue();
 }

@@ -82,6 +82,7 @@ class FrmDosi : public Page {
     void WatchSelection() { EachParameterOfSelection(SelectionIndex, WatchAll); }
     void ReleaseSelection() { EachParameterOfSelection(SelectionIndex, ReleaseAll); }
     void Label11_Click(int Index);
+    void awaitSelection();
     void lblPres_Click();
     void HScroll7_Change();
     void HScroll_Change(int number, int Index);
@@ -121,7 +122,6 @@ class FrmDosi : public Page {
     void Timer1_Timer();
     void Timer3_Timer();
     void endTest();
-    void awaitSelection();
     void statusArrived(int n, ParamValue value);
     void machineStateArrived(ParamValue value);
     void presenceArrived(ParamValue value);

@@ -28,9 +28,9 @@ void FrmDosi::setPendingCommand(unsigned code) {
 
 /// The solenoids of all steps count through. The selection counts from 0 here, unlike in a full test.
 void FrmDosi::Command_Click(int number, int Index) {
-    const ScrollBar& bar = step(number).bars[2 * Index + FirstPowderField];
-    if (bar.unread()) return;  // its time would be one of another selection
-    const int time = bar.Value;
+    const ScrollBar& powder = step(number).bars[2 * Index + FirstPowderField];
+    if (powder.unread()) return;
+    const int time = powder.Value;
     setPendingCommand(PowderTest);
     order_.give(PowderTest,
                 std::array{MailboxValue{FirstArgument, static_cast<unsigned>(SelectionIndex)},

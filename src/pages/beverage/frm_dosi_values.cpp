@@ -78,11 +78,9 @@ bool FrmDosi::firstValveArrived(ParamValue value) {
     const int shown = clamped(HScroll1[ValveField], value);
     HScroll1[ValveField].Value = shown;
     if (value == FirstBrewerCode || value == SecondBrewerCode) {
-        const bool wasNone = Label1[ValveField].Caption.get() == OffText;
         Label1[ValveField].Caption = value == FirstBrewerCode ? FirstBrewerText : SecondBrewerText;
-        // Moved here in one go, it opens what the valves on the way would have opened; the edit stays open as after
-        // them.
-        if (wasNone && EventEdited && !LoadingBar.Visible) UnlockPage();
+        // Moved here from none in one go, it opens what the valves between would have opened.
+        if (EventEdited && !LoadingBar.Visible) UnlockPage();
         LockFirstPowders();
         return false;
     }

@@ -5,12 +5,15 @@
 #include <algorithm>
 
 #include "link/param_table.h"
+#include "link/recheck.h"
 
 namespace kestrel {
 
 namespace {
 
+/// The mirror of a write that is held has what the board had.
 bool isOwed(int bank, const MailboxValue& written) {
+    if (IsHeld(bank, written.parameter)) return true;
     return (ParamFlags(bank, written.parameter) & flag::WriteDue) != 0 &&
            ParamRead(written.parameter, bank) == ParamValue{written.value};
 }

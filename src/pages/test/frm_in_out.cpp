@@ -2,6 +2,7 @@
 // See frm_in_out.h; the two slave boards have files of their own.
 #include "pages/test/frm_in_out.h"
 
+#include <algorithm>
 #include <array>
 
 #include "link/presence.h"
@@ -176,9 +177,14 @@ void FrmInOut::withdrawOrders() {
 }
 
 void FrmInOut::setSwitches(bool live) {
-    for (LedSwitch& output : SwitchLed1) output.Enabled = live;
-    for (LedSwitch& output : SwitchLed3) output.Enabled = live;
-    SwitchLed4.Enabled = live;
+    setAlderSwitches(live);
+    setCedarSwitches(live);
+}
+
+/// All outputs of a board have been told for the first time: until then an order would write some that nobody has read.
+void FrmInOut::outputsTold() {
+    const bool locked = PendingCompressor || std::ranges::count(PendingEcho, true) > 0;
+    if (!locked) EnableSwitches();
 }
 
 }  // namespace kestrel

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <array>
+#include <bitset>
 #include <cstdint>
 
 #include "link/page.h"
@@ -70,6 +71,9 @@ class FrmInOut : public Page {
     void EnableSwitches() {
         if (TestActive) setSwitches(true);
     }
+    void setAlderSwitches(bool live);
+    void setCedarSwitches(bool live);
+    void outputsTold();
     void DisableSwitches() { setSwitches(false); }
     void setSwitches(bool live);
     void masterChanged(int n, ParamValue value);
@@ -110,6 +114,9 @@ class FrmInOut : public Page {
     bool CedarInTest = false;
     std::array<bool, alder::MailboxBytes> PendingEcho{};  ///< by output byte; the last also stands for a Cedar output
     bool PendingCompressor = false;
+    std::bitset<alder::MailboxBytes> alderTold_;  ///< output bytes whose echo has come: an order writes all of them
+    bool groupTold_ = false;                      ///< of the Cedar board, and then the pair
+    bool cedarTold_ = false;
     int LastCedarOutput = NoOutput;  ///< the one output that this page last switched on
     OutputBytes OutputByte{};        ///< of the Alder board, from its echo and from the switches
     ParamValue CedarGroup = 0;       ///< latest pair of echoes ...

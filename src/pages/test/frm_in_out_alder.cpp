@@ -27,13 +27,16 @@ constexpr int SwitchedInputs = 11;
 
 void FrmInOut::EnableAlderFrame() {
     setAlderFrame(true);
-    if (!TestActive) return;
-    for (LedSwitch& output : SwitchLed1) output.Enabled = true;
+    if (TestActive) setAlderSwitches(true);
 }
 
 void FrmInOut::DisableAlderFrame() {
     setAlderFrame(false);
-    for (LedSwitch& output : SwitchLed1) output.Enabled = false;
+    setAlderSwitches(false);
+}
+
+void FrmInOut::setAlderSwitches(bool live) {
+    for (LedSwitch& output : SwitchLed1) output.Enabled = live && alderTold_.all();
 }
 
 void FrmInOut::setAlderFrame(bool live) {
@@ -66,6 +69,9 @@ void FrmInOut::alderEcho(int byte, ParamValue value) {
     }
     OutputByte[b] = static_cast<std::uint8_t>(value);
     for (int bit = 0; bit < OutputsPerByte; ++bit) SwitchLed1[byte * OutputsPerByte + bit].Active = HasBit(value, bit);
+    if (alderTold_.all()) return;
+    alderTold_.set(b);
+    if (alderTold_.all()) outputsTold();
 }
 
 void FrmInOut::SwitchLed1_Click(int Index) {

@@ -31,15 +31,17 @@ int lowestBit(ParamValue value, unsigned mask, int none) {
 
 void FrmInOut::EnableCedarFrame() {
     setCedarFrame(true);
-    if (!TestActive) return;
-    for (LedSwitch& output : SwitchLed3) output.Enabled = true;
-    SwitchLed4.Enabled = true;
+    if (TestActive) setCedarSwitches(true);
 }
 
 void FrmInOut::DisableCedarFrame() {
     setCedarFrame(false);
-    for (LedSwitch& output : SwitchLed3) output.Enabled = false;
-    SwitchLed4.Enabled = false;
+    setCedarSwitches(false);
+}
+
+void FrmInOut::setCedarSwitches(bool live) {
+    for (LedSwitch& output : SwitchLed3) output.Enabled = live && cedarTold_;
+    SwitchLed4.Enabled = live && cedarTold_;
 }
 
 void FrmInOut::setCedarFrame(bool live) {
@@ -63,6 +65,7 @@ void FrmInOut::cedarChanged(int n, ParamValue value) {
             break;
         case cedar::GroupEcho:
             CedarGroupNew = value;
+            groupTold_ = true;
             break;
         case cedar::BitEcho:
             cedarEcho(value);
@@ -100,6 +103,10 @@ void FrmInOut::cedarEcho(ParamValue bitByte) {
     const int on = group < NoGroup && bit < NoBit ? group * OutputsPerByte + bit : NoOutput;
     for (int i = 0; i < CedarOutputs; ++i) SwitchLed3[i].Active = i == on;
     SwitchLed4.Active = HasBit(CedarGroup, CompressorBit);
+    if (!cedarTold_ && groupTold_) {
+        cedarTold_ = true;
+        outputsTold();
+    }
     if (!repeated || !(PendingEcho.back() || PendingCompressor)) return;
     PendingEcho.back() = false;
     PendingCompressor = false;

@@ -137,6 +137,7 @@ void FrmTestCedar::giveUp() {
 
 /// What already runs ends by the boards' word.
 void FrmTestCedar::LineInterrupted() {
+    giveUp();
     if (!TestRunning && !ZeroRunning && SaysPresent(CedarPresence)) backToIdle();
 }
 
