@@ -13,7 +13,6 @@ namespace {
 
 /// Files of other makers end before this line or have texts of their own there: the mark tells them apart.
 constexpr int MarkLine = 616;
-constexpr const char* Mark = ";-- Window";
 
 constexpr std::array English = {"Next",
                                 "Previous",
@@ -42,7 +41,9 @@ static_assert(English.size() == static_cast<std::size_t>(Word::Chart) + 1);
 
 QString word(Word which) {
     const auto index = static_cast<int>(which);
-    if (LanguageTable(MarkLine) == Mark) return toQt(LanguageTable(MarkLine + 1 + index));
+    const bool isOurs = LanguageTable(MarkLine).starts_with(SectionMark);
+    const std::string& text = LanguageTable(MarkLine + 1 + index);
+    if (isOurs && !text.empty()) return toQt(text);
     return QString::fromLatin1(English.at(static_cast<std::size_t>(index)));
 }
 
