@@ -8,6 +8,7 @@
 #include "platform/platform.h"
 #include "platform/qt/display.h"
 #include "platform/qt/program.h"
+#include "platform/qt/text.h"
 #include "platform/qt/tour.h"
 #include "platform/trouble.h"
 #include "program_version.h"
@@ -53,10 +54,14 @@ int main(int argc, char** argv) {
         return failWith(EndedByBadOption, error.what());
     }
     if (!qt::prepareDisplay(options.tour.empty())) return EndedByTrouble;
+    std::string about;
     try {
+        about = "--directory: ";
+        qt::pathToQt(options.directory);
+        about = "--tour: ";
         if (!options.tour.empty()) qt::prepareTourDirectory(options.tour);
     } catch (const RunTimeError& error) {
-        return failWith(EndedByTrouble, std::string("--tour: ") + error.what());
+        return failWith(EndedByTrouble, about + error.what());
     }
     int ownName = 1;  // the other arguments are the program's, not the toolkit's
     const qt::FatalMessagesInOneLine whileRunning;

@@ -3,7 +3,6 @@
 #include "shell/language_files.h"
 
 #include <array>
-#include <string_view>
 
 #include "platform/code_page.h"
 #include "platform/platform.h"
@@ -13,7 +12,6 @@ namespace kestrel {
 
 namespace {
 
-constexpr std::string_view SectionMark = ";--";
 constexpr const char* LanguageEnding = ".lng";
 
 struct LanguageState {
@@ -57,7 +55,9 @@ const std::string& LanguageTable(int line) { return slot(line); }
 void ResetLanguageTable() { state() = {}; }
 
 std::vector<std::string> FindLanguageFiles() {
-    return platform().listFiles(platform().programDirectory(), LanguageEnding);
+    std::vector<std::string> files = platform().listFiles(platform().programDirectory(), LanguageEnding);
+    std::erase(files, LanguageEnding);
+    return files;
 }
 
 void LoadLanguage(const std::string& file) {
@@ -72,6 +72,7 @@ void LoadLanguage(const std::string& file) {
 bool CheckLanguageFile(const std::string& reference, const std::string& candidate) {
     const std::vector<std::string> wanted = readLines(reference);
     std::vector<std::string> offered = readLines(candidate);
+    if (offered.size() > LanguageLines) return false;
     for (std::size_t i = 0; i < wanted.size(); ++i) {
         if (i >= offered.size()) return false;
         const bool marked = wanted[i].starts_with(SectionMark);

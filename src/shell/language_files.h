@@ -3,6 +3,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace kestrel {
@@ -14,7 +15,11 @@ inline constexpr int LanguageLines = 800;
 const std::string& LanguageTable(int line);
 void ResetLanguageTable();
 
-/// Names of the language files of the program's directory, in the order of the directory.
+/// What a line begins with that marks a section; nothing more of it is ever compared.
+inline constexpr std::string_view SectionMark = ";--";
+
+/// Names of the language files of the program's directory, in the order of the directory. A mere ending names no
+/// language.
 std::vector<std::string> FindLanguageFiles();
 
 /// Fills the table from a file of the program's directory, which is in the single-byte code page. Entries beyond the
@@ -22,7 +27,8 @@ std::vector<std::string> FindLanguageFiles();
 void LoadLanguage(const std::string& file);
 
 /// Reads two files in step and loads the candidate as it goes. True when every section mark of the reference stands
-/// on the same line of the candidate; the table then holds the candidate's lines, else those read so far.
+/// on the same line of the candidate; the table then holds the candidate's lines, else those read so far. A candidate
+/// of more than 800 lines is refused unread, since no start could load it.
 bool CheckLanguageFile(const std::string& reference, const std::string& candidate);
 
 }  // namespace kestrel

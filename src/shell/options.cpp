@@ -19,6 +19,14 @@ struct Option {
     void (*take)(Options& options, const std::string& value);
 };
 
+/// The program changes its directory when it starts, so that a relative path would lead elsewhere.
+std::filesystem::path absolutePath(const std::string& path) {
+    std::error_code trouble;
+    const std::filesystem::path found = std::filesystem::absolute(path, trouble);
+    if (trouble) throw BadOption("\"" + path + "\": the working directory is not there: " + trouble.message());
+    return found;
+}
+
 void takeDirectory(Options& options, const std::string& value) {
     std::error_code trouble;
     options.directory = std::filesystem::canonical(value, trouble);
@@ -26,13 +34,12 @@ void takeDirectory(Options& options, const std::string& value) {
         throw BadOption("--directory: there is no directory \"" + value + "\"");
 }
 
-/// The program changes its directory when it starts, so that a relative path would lead elsewhere. A bare name is the
-/// system's name of a device.
+/// A bare name is the system's name of a device.
 std::string devicePath(const std::string& device) {
 #ifdef _WIN32
     return device;
 #else
-    return device.find('/') == std::string::npos ? "/dev/" + device : std::filesystem::absolute(device).string();
+    return device.find('/') == std::string::npos ? "/dev/" + device : absolutePath(device).string();
 #endif
 }
 
@@ -65,7 +72,7 @@ const std::vector<Option>& table() {
         {"--open", "PAGE", "open this page at start, by its class name, such as FrmTempi", true,
          [](Options& o, const std::string& v) { o.pages.push_back(v); }},
         {"--tour", "DIR", "open every page in turn, save a picture of each in DIR, print\nwhat came in, and end", false,
-         [](Options& o, const std::string& v) { o.tour = std::filesystem::absolute(v); }},
+         [](Options& o, const std::string& v) { o.tour = std::filesystem::weakly_canonical(absolutePath(v)); }},
         {"--theme", "NAME", "light, dark or system (default: system)", false, takeTheme},
         {"--fault", "LIST",
          "faults of the simulated machine, such as drop=0.01,flip=0.02\n(with --demo; kestrel-board --help lists them)",

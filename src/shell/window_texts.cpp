@@ -7,7 +7,7 @@
 namespace kestrel {
 
 std::string WindowText(int line, const char* english) {
-    const bool own = LanguageTable(WindowSectionLine) == ";-- Window" && !LanguageTable(line).empty();
+    const bool own = LanguageTable(WindowSectionLine).starts_with(SectionMark) && !LanguageTable(line).empty();
     return own ? LanguageTable(line) : english;
 }
 

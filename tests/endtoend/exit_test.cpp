@@ -9,6 +9,7 @@
 #include <QProcess>
 #include <QSerialPort>
 #include <QTest>
+#include <algorithm>
 #include <fstream>
 #include <iterator>
 #include <ostream>
@@ -130,6 +131,24 @@ TEST_F(Exit, AfterALanguageIsSavedInADirectoryThatTakesNoNewFile) {
     std::filesystem::permissions(installation.program(), everybody);
     std::ifstream saved(configuration, std::ios::binary);
     EXPECT_EQ(std::string(std::istreambuf_iterator<char>(saved), {}), "Com=4\r\nLingua=English\r\n");
+}
+
+TEST_F(Exit, WithOneLineThatNamesAPathThatIsNoText) {
+    const std::string odd = "\xD6l";
+    const std::string into = "cd '" + installation.family().string() + "' && mkdir -p '" + odd + "' && ";
+    const std::string kestrel = "exec '" KESTREL_INSTALLATION "/kestrel' --demo ";
+    for (const std::string& command :
+         {kestrel + "--directory " + odd, kestrel + "--tour " + odd, "cd " + odd + "&& " + kestrel + "--tour t",
+          "cp '" KESTREL_INSTALLATION "/kestrel' kestrel/*.lng " + odd + " && " + odd + "/kestrel --demo --tour t"}) {
+        const std::string script = (installation.family() / "script").string();
+        std::ofstream(script) << into << command << "\n";
+        program.start(QStringLiteral("/bin/sh"), {QString::fromStdString(script)});
+        EXPECT_EQ(status(StartWithin), 1) << command;
+        const std::string said = program.readAllStandardError().toStdString();
+        EXPECT_NE(said.find(odd), std::string::npos) << command << ": " << said;
+        EXPECT_EQ(std::count(said.begin(), said.end(), '\n'), 1) << said;
+    }
+    std::filesystem::remove_all(installation.family() / odd);
 }
 
 TEST_F(Exit, WithoutALauncherEndsAllTheSame) {

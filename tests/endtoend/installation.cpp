@@ -3,6 +3,7 @@
 #include "installation.h"
 
 #include <fstream>
+#include <system_error>
 
 namespace kestrel::testing {
 
@@ -19,8 +20,15 @@ Installation::Installation() : family_(temporary_.path().toStdString()) {
         const fs::path ending = entry.path().extension();
         if (ending == ".inx" || ending == ".lng") fs::copy(entry.path(), program());
     }
+    std::ofstream(program() / "\xD6l.txt") << "a name that is no text\n";
     std::ofstream(family_ / Launcher) << "#!/bin/sh\ntouch '" << (family_ / Mark).string() << "'\n";
     fs::permissions(family_ / Launcher, fs::perms::owner_all);
+}
+
+/// The toolkit cannot remove a file whose name is no text.
+Installation::~Installation() {
+    std::error_code ignored;
+    fs::remove_all(program(), ignored);
 }
 
 void Installation::removeLauncher() const { fs::remove(family_ / Launcher); }

@@ -10,6 +10,9 @@ namespace kestrel::testing {
 class Installation {
   public:
     Installation();
+    ~Installation();
+    Installation(const Installation&) = delete;
+    Installation& operator=(const Installation&) = delete;
 
     std::filesystem::path program() const { return family_ / "kestrel"; }
     std::filesystem::path configuration(const std::string& programName) const {

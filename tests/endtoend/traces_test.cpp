@@ -69,7 +69,7 @@ TEST_P(Traces, AreTheConfigurationFileAlone) {
         << "there is " << everythingBelow(home.path().toStdString()).begin()->first;
     auto after = everythingBelow(installation.family());
     after.erase(installation.launcherMark());
-    before["kestrel/kestrel_endtoend_tests.ini"] = "Com=1\r\nLingua=English\r\n";
+    before["kestrel/kestrel_endtoend_tests.ini"] = "Com=4\r\nLingua=English\r\n";
     EXPECT_EQ(after, before);
 }
 

@@ -1,8 +1,11 @@
 // What a screen reader gets: every control has a name and a value, can be operated, and tells of changes.
 #include <QAccessible>
+#include <QTemporaryDir>
+#include <fstream>
 
 #include "pages/controls/frm_controls.h"
 #include "platform/qt/words.h"
+#include "shell/language_files.h"
 #include "view_fixture.h"
 
 namespace kestrel::qt::testing {
@@ -56,6 +59,22 @@ TEST_F(Accessibility, OperatesTheControls) {
     viewOf(controls.Slider[0]).endGesture();
     EXPECT_EQ(controls.Slider[0].Position.get(), 0);
     EXPECT_EQ(of(controls.Slider[0]).text(QAccessible::Value), QStringLiteral("Off"));
+}
+
+TEST_F(Accessibility, TakesItsWordsFromTheSectionOfTheWindowWhateverItIsCalled) {
+    const QTemporaryDir directory;
+    QtPlatform there{{.directory = directory.path().toStdString(), .devices = {}}};
+    setPlatform(&there);
+    for (const auto& [mark, expected] :
+         {std::pair{";-- Fenster", "N\u00E4chstes"}, {";--", "N\u00E4chstes"}, {"; Fenster", "Next"}}) {
+        std::ofstream(directory.filePath(QStringLiteral("x.lng")).toStdString())
+            << std::string(615, '\n') << mark << "\nN\xE4"
+            << "chstes\n";
+        LoadLanguage("x.lng");
+        EXPECT_EQ(word(Word::NextWindow).toStdString(), expected) << mark;
+        EXPECT_EQ(word(Word::Tile), QStringLiteral("Tile")) << "beyond the end of the file";
+    }
+    ResetLanguageTable();
 }
 
 }  // namespace

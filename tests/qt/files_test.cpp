@@ -103,10 +103,12 @@ TEST_F(Files, AreWrittenWherePermissionsLetThemAndElseStayAsTheyAre) {
 }
 
 TEST_F(Files, AreListedByEndingInOrderOfName) {
-    for (const char* name : {"b.lng", "a.lng", "C.lng", "d.lng.old", "lng"}) std::ofstream(directory / name) << "x";
+    for (const char* name : {"b.lng", "a.lng", "C.lng", "d.lng.old", "lng", "\xD6l.txt", "\xD6l.lng"})
+        std::ofstream(directory / name) << "x";
     fs::create_directory(directory / "folder.lng");
     EXPECT_EQ(listFilesEnding(directory, ".lng"), (std::vector<std::string>{"C.lng", "a.lng", "b.lng"}));
     EXPECT_TRUE(listFilesEnding(directory, ".inx").empty());
+    fs::remove_all(directory);  // the toolkit cannot remove a file whose name is no text
 }
 
 }  // namespace

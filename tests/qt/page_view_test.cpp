@@ -192,7 +192,9 @@ TEST_F(Pages, TellAValueThatIsTooLongForItsPlace) {
 }
 
 TEST_F(Pages, PlaceControlsOnADrawingAndScaleThemWithIt) {
-    setPictureFolder(QStringLiteral(KESTREL_PICTURES));
+    const std::filesystem::path drawings = KESTREL_PICTURES;
+    usePicturesOf(drawings.parent_path());
+    usePicturesOf("/dev");  // has none of its own
     QWidget& page = show([this] { return Canvas(drawing, {{&lamp, "lamp0"}, {&lost, "no such place"}}); });
     const QSize before = widgetOf(lamp).size();
     page.resize(page.size() * 2);

@@ -41,6 +41,7 @@ TEST_F(Languages, FillTheMenuAndTheEleventhFileNeverAppears) {
     for (const int files : {3, 11}) {
         ResetProgram();
         putNumbered(files);
+        platform.put(".lng", "nobody's");
         SelectLanguage();
         for (int i = 0; i < 10; ++i) {
             EXPECT_EQ(entry(i).Visible, i < files) << i;
@@ -77,8 +78,11 @@ TEST_F(Languages, EightHundredLinesFitAndOneMoreIsARunTimeError) {
     platform.put("a.lng", lines);
     EXPECT_NO_THROW(LoadLanguage("a.lng"));
     EXPECT_EQ(LanguageTable(800), "line");
+    platform.put("b.lng", lines);
+    EXPECT_TRUE(CheckLanguageFile("a.lng", "b.lng"));
     platform.put("a.lng", lines + "one more\n");
     EXPECT_THROW(LoadLanguage("a.lng"), RunTimeError);
+    EXPECT_FALSE(CheckLanguageFile("b.lng", "a.lng")) << "the next start would end with it";
     EXPECT_THROW(LanguageTable(801), RunTimeError);
 }
 

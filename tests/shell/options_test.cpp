@@ -3,6 +3,7 @@
 #include "shell/options.h"
 
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <iterator>
 #include <sstream>
@@ -46,6 +47,16 @@ std::string refusalOf(const std::string& line) {
     } catch (const BadOption& error) {
         return error.what();
     }
+}
+
+TEST(Options, AreRefusedWhereTheWorkingDirectoryOfARelativePathIsGone) {
+    const std::filesystem::path before = std::filesystem::current_path();
+    const auto gone = std::filesystem::temp_directory_path() / ("kestrel-gone-" + std::to_string(getpid()));
+    std::filesystem::create_directory(gone);
+    std::filesystem::current_path(gone);
+    std::filesystem::remove(gone);
+    for (const char* line : {"--tour here", "--com 1=./line"}) EXPECT_THROW(parsed(line), BadOption) << line;
+    std::filesystem::current_path(before);
 }
 
 TEST(Options, ThatAreRefusedGetOneLineThatNamesWhatIsWrong) {

@@ -67,8 +67,9 @@ std::vector<std::string> listFilesEnding(const fs::path& directory, const std::s
     std::vector<std::string> names;
     for (fs::directory_iterator entry(directory, trouble), end; !trouble && entry != end; entry.increment(trouble)) {
         std::error_code ignored;
-        const std::string name = pathToQt(entry->path().filename()).toStdString();
-        if (name.ends_with(ending) && entry->is_regular_file(ignored)) names.push_back(name);
+        const fs::path name = entry->path().filename();
+        const bool isWanted = name.native().ends_with(fs::path(ending).native()) && isText(name);
+        if (isWanted && entry->is_regular_file(ignored)) names.push_back(pathToQt(name).toStdString());
     }
     if (trouble) fail(error_number::PathNotFound, directory, trouble.message());
     std::sort(names.begin(), names.end());

@@ -13,7 +13,7 @@ std::string readWholeFile(const std::filesystem::path& file);
 /// failure the old file stands and nothing else is left. Where the directory takes no new file the old one is written
 /// over, and put back on a failure.
 void writeWholeFile(const std::filesystem::path& file, const std::string& content);
-/// Names, in order of name, of the plain files whose name ends so.
+/// Names, in order of name, of the plain files whose name ends so; those that are no text are passed over.
 std::vector<std::string> listFilesEnding(const std::filesystem::path& directory, const std::string& ending);
 void enterDirectory(const std::filesystem::path& directory);
 

@@ -7,6 +7,7 @@
 #include <QHash>
 
 #include "platform/qt/palette.h"
+#include "platform/qt/text.h"
 
 namespace kestrel::qt {
 
@@ -32,6 +33,12 @@ QByteArray inLook(QByteArray drawing) {
 }
 
 }  // namespace
+
+void usePicturesOf(const std::filesystem::path& directory) {
+    std::error_code ignored;
+    const auto folder = directory / "pictures";
+    if (isText(folder) && std::filesystem::is_directory(folder, ignored)) setPictureFolder(pathToQt(folder));
+}
 
 void setPictureFolder(const QString& folder) { folderSet() = folder; }
 

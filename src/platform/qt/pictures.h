@@ -4,12 +4,15 @@
 
 #include <QString>
 #include <QSvgRenderer>
+#include <filesystem>
 #include <memory>
 
 namespace kestrel::qt {
 
 /// The folder of the drawings; until it is set, "pictures" beside the executable.
 void setPictureFolder(const QString& folder);
+/// Sets it to "pictures" in the directory if there is such a folder.
+void usePicturesOf(const std::filesystem::path& directory);
 QString pictureFile(const QString& stem);
 
 /// The drawing with this stem, or null when it cannot be read.

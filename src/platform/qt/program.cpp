@@ -44,9 +44,16 @@ void setUpApplication(QApplication& application, const Options& options, const s
     QApplication::setApplicationName(QString::fromLatin1(ProgramTitle));
     // Closing the main window ends the process by the program's own way.
     QApplication::setQuitOnLastWindowClosed(false);
-    setPictureFolder(pathToQt(directory / "pictures"));
+    usePicturesOf(directory);
     applyLook(application, lookOf(options.theme));
     QApplication::setWindowIcon(QIcon(pictureFile(QStringLiteral("kestrel"))));
+}
+
+/// Where the executable lies. The toolkit loses a name that is no text, and the user could not be told of it.
+std::filesystem::path executableDirectory() {
+    std::error_code trouble;
+    const std::filesystem::path executable = std::filesystem::read_symlink("/proc/self/exe", trouble);
+    return trouble ? toPath(QApplication::applicationDirPath()) : executable.parent_path();
 }
 
 std::shared_ptr<simulator::Machine> switchOn(const simulator::MachineOptions& options) {
@@ -74,8 +81,7 @@ QtPlatform::Setup setUpMachine(const Options& options, const std::filesystem::pa
 }  // namespace
 
 void runProgram(QApplication& application, const Options& options) {
-    const std::filesystem::path directory =
-        options.directory.empty() ? toPath(QApplication::applicationDirPath()) : options.directory;
+    const std::filesystem::path directory = options.directory.empty() ? executableDirectory() : options.directory;
     setUpApplication(application, options, directory);
     QtPlatform machine(setUpMachine(options, directory));
     setPlatform(&machine);

@@ -76,6 +76,7 @@ bool visit(const MenuRow& row, MainWindowView& window, const std::filesystem::pa
 }  // namespace
 
 void prepareTourDirectory(const std::filesystem::path& directory) {
+    pathToQt(directory);  // or nothing is made at all
     std::error_code trouble;
     std::filesystem::create_directories(directory, trouble);
     if (trouble) throw RunTimeError(error_number::PathNotFound, directory.string() + ": " + trouble.message());

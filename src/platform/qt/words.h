@@ -31,7 +31,7 @@ enum class Word {
     Chart,
 };
 
-/// The word in the active language; in English where the active language file has no such section.
+/// The word in the active language; in English where the active language file has no such section or ends before it.
 QString word(Word which);
 
 /// A number that its control cannot show.
