@@ -88,7 +88,6 @@ void Checks::beforeArrival(const Bytes& bytes) {
 }
 
 void Checks::beforeLoss() {
-    if (Ledger* ledger = Ledger::present()) ledger->interrupted();
     if (beginLinkEvent()) model_.portLost();
 }
 
@@ -97,7 +96,7 @@ void Checks::beforeQuestion() {
     if (clock_ == Clock::Tick) return;  // after an interruption the model asks by itself
     if (!following_) opened_ = platform_.opened;
     if (!following_) loadIdentities();
-    if (loaded_) model_.startAnew();
+    if (loaded_) startsAnew();
     following_ = true;
     loaded_ = false;
     beginLinkEvent();
@@ -157,9 +156,8 @@ void Checks::written(int index, std::uint32_t value) {
 }
 
 void Checks::withdrawn(int index) {
-    model_.currentBank = CurrentBank;
-    model_.withdraw(index);
-    compareRecord(CurrentBank, index);
+    model_.withdraw(CurrentBank, index);
+    if (Ledger* ledger = Ledger::present()) ledger->withdrawn({CurrentBank, index});
 }
 
 void Checks::telling(const Page& page, int index, ParamValue value) {
@@ -269,7 +267,10 @@ void Checks::afterEvent() {
     }
     checkExchange();
     checkTold();
-    if (Ledger* ledger = Ledger::present()) ledger->afterEvent();
+    if (Ledger* ledger = Ledger::present()) {
+        for (; interruptions_ < model_.recheck.interruptions; ++interruptions_) ledger->interrupted();
+        ledger->afterEvent();
+    }
     compareFrames();
     compareState();
     checkClocks();

@@ -63,6 +63,7 @@ class Checks {
     void released(int index);
     void written(int index, std::uint32_t value);
     void withdrawn(int index);
+    void startsAnew();
     void telling(const Page& page, int index, ParamValue value);
     void told();
     // What the runner does.
@@ -129,6 +130,7 @@ class Checks {
     std::pair<int, int> origin_{};  ///< the record that the newest request was copied from
     int indexBefore_ = 0;           ///< where the scan stood when the event began
     int opened_ = 0;
+    long interruptions_ = 0;
     std::size_t filesWritten_ = 0;
     std::vector<reference::Model::Frame> sent_;
     std::vector<Told> told_;

@@ -39,6 +39,13 @@ void Checks::started() {
     compareAll();
 }
 
+/// The tables have been emptied: the boards that are there now are asked as at the start.
+void Checks::startsAnew() {
+    loaded_ = false;
+    model_.startAnew();
+    if (Ledger* ledger = Ledger::present()) ledger->startsAnew();
+}
+
 void Checks::load(int bank) {
     const auto at = static_cast<std::size_t>(bank);
     const bool there = BoardPresent(bank);
@@ -87,7 +94,6 @@ void Checks::searched() {
     opened_ = platform_.opened;
     model_.portThere = true;
     model_.portSearched(Link().Comm1->PortOpen());
-    if (Ledger* ledger = Ledger::present()) ledger->interrupted();
 }
 
 void Checks::compareState() const {

@@ -31,7 +31,7 @@ KESTREL_AROUND(Watch, "_ZN7kestrel10ParamWatchEi", (int index), (index), here(),
 KESTREL_AROUND(Release, "_ZN7kestrel12ParamReleaseEi", (int index), (index), here(), released(index))
 KESTREL_AROUND(Write, "_ZN7kestrel10ParamWriteEij", (int index, std::uint32_t value), (index, value), here(),
                written(index, value))
-KESTREL_AROUND(Withdraw, "_ZN7kestrel13ParamWithdrawEi", (int index), (index), here(), withdrawn(index))
+KESTREL_AROUND(Withdraw, "_ZN7kestrel13ParamWithdrawEi", (int index), (index), withdrawn(index), here())
 // Reached by identification alone: the engine's own calls stay inside it.
 KESTREL_AROUND(SendFrame, "_ZN7kestrel13LinkSendFrameEv", (), (), beforeQuestion(), here())
 KESTREL_AROUND(Notify, "_ZN7kestrel4Page6notifyEil", (Page * page, int index, ParamValue value), (page, index, value),

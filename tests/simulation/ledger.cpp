@@ -6,6 +6,7 @@
 
 #include "link/fan_out.h"
 #include "link/link_engine.h"
+#include "link/recheck.h"
 #include "pages/beverage/frm_dosi.h"
 #include "pages/test/frm_test_cedar.h"
 #include "simulation/require.h"
@@ -18,6 +19,7 @@ using Record = Ledger::Record;
 
 constexpr Micros Second = 1'000'000;
 constexpr Micros Grace = Second / 5;  ///< for what waits for the end of an exchange
+constexpr int EventsOfGrace = 10;     ///< where the program stood still
 constexpr Micros InOutGivesUp = 5 * Second + Grace;
 constexpr std::size_t FramesUnderWay = 8;  ///< while boards are slow to hear
 constexpr std::size_t OrdersKept = 16;
@@ -28,6 +30,8 @@ Ledger* kept = nullptr;
 constexpr std::array<Record, Banks> Commands = {{{0, 4}, {1, 1}, {2, 284}}};
 const std::set<Record> Mailboxes = {{0, 5}, {0, 6}, {0, 370}, {1, 2},   {1, 3},
                                     {1, 4}, {1, 5}, {1, 6},   {2, 285}, {2, 286}};
+constexpr const char* ClearingPage = "FrmCancella";           ///< its command has no mailbox, and moves nothing
+constexpr Record Decimals = {0, 359}, DecimalsTold = {0, 3};  ///< what the master makes of it
 constexpr int PowderTestTime = 370;
 constexpr std::uint32_t PowderTest = 18, WaterOnly = 26, Run = 2;
 
@@ -109,12 +113,23 @@ void Ledger::telling(const Page& page, Record record) {
 }
 
 void Ledger::written(Record record, std::uint32_t value) {
-    if (find(record)) end(record, End::Replaced);
+    Wish* const older = find(record);
+    if (older && !Control::acting() && !told_ && !isPagesOwn(nullptr, record, value)) return goesOn(*older, value);
+    if (older) end(record, End::Replaced);
     Wish wish{record, value, line_.plugged(), boxes_};
     wish.control = Control::acting();
     wish.page = wish.control ? dynamic_cast<const Page*>(wish.control->window()) : told_;
     if (!isPagesOwn(wish.control ? nullptr : told_, record, value)) wantedByUser(wish);
     wishes_.push_back(wish);
+}
+
+/// What was due at an interruption goes out when the user has said so; of what pages write by themselves nobody is
+/// asked.
+void Ledger::goesOn(Wish& held, std::uint32_t value) {
+    require(held.value == value, "what was held goes out as it was", nameOf(held), ", not ", value);
+    require(mayGo_ || !held.isSetting(), "what was held goes out when the user says so", nameOf(held));
+    held.machine = line_.plugged();
+    held.state = State::Due;
 }
 
 /// Of a setting that the board keeps twice the page is told the first; the copy is written right after it.
@@ -126,13 +141,15 @@ void Ledger::wantedByUser(Wish& wish) {
         actBegan_ = ordered_;
     }
     wish.opening = openings_[wish.page].number;
-    if (isCommand(wish.record) || Mailboxes.contains(wish.record)) return takeForOrder(wish);
+    const bool isOrder = wish.page->name() != ClearingPage;
+    if (isOrder && (isCommand(wish.record) || Mailboxes.contains(wish.record))) return takeForOrder(wish);
     require(wish.control, "only what somebody chose is written", nameOf(wish));
     const auto& told = openings_[wish.page].told;
+    const Record read = wish.record == Decimals ? DecimalsTold : wish.record;
     const bool isCopy = !act_.empty() && told.contains(act_.back());
-    require(!standsForValue(*wish.control) || isCopy || told.contains(wish.record),
-            "what has not been read is not written", nameOf(wish), ", ", wish.control->accessibleName());
-    act_.push_back(wish.record);
+    require(!standsForValue(*wish.control) || isCopy || told.contains(read), "what has not been read is not written",
+            nameOf(wish), ", ", wish.control->accessibleName());
+    act_.push_back(read);
 }
 
 /// A click begins an order of its page; what the page writes when it hears of an echo belongs to its newest one.
@@ -168,9 +185,22 @@ void Ledger::withdrawn(Record record) {
     if (find(record)) end(record, End::Dropped);
 }
 
-void Ledger::answered(const Message& message, Message::Answer answer) {
+void Ledger::boxOpens() {
     ++boxes_;
-    saidNo_ = message.buttons == Message::Buttons::YesNo && answer == Message::Answer::No;
+    interruptionsAtBox_ = interruptions_;
+}
+
+void Ledger::answered(const Message& message, Message::Answer answer) {
+    const bool isOfTheLink = message.title == "Kestrel" && message.buttons == Message::Buttons::YesNo;
+    if (!isOfTheLink || LineIsClosed() || interruptions_ != interruptionsAtBox_) return;
+    mayGo_ = answer == Message::Answer::Yes;
+    for (std::size_t i = wishes_.size(); i > 0; --i)
+        if (const Wish& wish = wishes_[i - 1]; !mayGo_ && wish.state == State::Held && wish.isSetting())
+            end(wish.record, End::Dropped);
+}
+
+void Ledger::startsAnew() {
+    while (!wishes_.empty()) end(wishes_.back().record, End::Dropped);
 }
 
 // ---- What goes over the line.
@@ -254,6 +284,8 @@ void Ledger::overwrittenBySlowReply(Record record, std::uint32_t by) {
 
 /// The line led nowhere, or may lead to another machine now.
 void Ledger::interrupted() {
+    ++interruptions_;
+    mayGo_ = false;
     for (Order& order : orders_)
         if (!order.givenUp) order.givenUp = platform_.now();
 }
@@ -275,7 +307,8 @@ void Ledger::look(Wish& wish) {
     const std::uint8_t flags = ParamFlags(bank, index);
     const bool due = (flags & flag::WriteDue) != 0;
     const ParamValue held = ValueOf(ParamTable(bank, index).Value.data(), WrittenBytes - 1);
-    if (saidNo_ && wish.state == State::Due && !due) return end(wish.record, End::Dropped);
+    if ((wish.state == State::Due || wish.state == State::Suspended) && IsHeld(bank, index)) wish.state = State::Held;
+    if (wish.state == State::Held) return;
     if (wish.state == State::Sent && Link().LinkIdle) wish.state = State::Lost;
     // The frame was lost on this side, at the port.
     if (wish.state == State::Due && !due && (flags & flag::Pending) && held == wish.value) wish.state = State::Lost;
@@ -287,11 +320,13 @@ void Ledger::look(Wish& wish) {
     if (open && wish.state != State::Refused) {
         wish.boxes = boxes_;
     } else if (open) {
-        require(wish.control->notTaken() || boxTold, "what is not taken is told", nameOf(wish));
-        end(wish.record, End::Told);
+        const bool told = wish.control->notTaken() || boxTold;
+        require(told || wish.control->standsForNoValue, "what is not taken is told", nameOf(wish));
+        end(wish.record, told ? End::Told : End::Lost);
     } else if (!boxTold) {
         if (!wish.gone) wish.gone = platform_.now();
-        require(platform_.now() < *wish.gone + Grace, "what a closed page leaves behind is told", nameOf(wish));
+        const bool inTime = ++wish.eventsGone < EventsOfGrace || platform_.now() < *wish.gone + Grace;
+        require(inTime, "what a closed page leaves behind is told", nameOf(wish));
     } else if (due) {
         wish.state = State::Suspended;
         count(End::Told);

@@ -18,7 +18,7 @@
 namespace kestrel::testing {
 
 /// How an intent ended.
-enum class End : std::size_t { Confirmed, Replaced, Told, Dropped, BoardLied, FalseReply, SlowReply, Kinds };
+enum class End : std::size_t { Confirmed, Replaced, Told, Dropped, Lost, BoardLied, FalseReply, SlowReply, Kinds };
 
 class Ledger {
   public:
@@ -36,7 +36,10 @@ class Ledger {
     void told() { told_ = nullptr; }
     void written(Record record, std::uint32_t value);
     void withdrawn(Record record);
+    void boxOpens();
     void answered(const Message& message, Message::Answer answer);
+    /// All tables are loaded anew, for the boards that are there now.
+    void startsAnew();
     // What the line does.
     void asks(Record record, const simulator::Frame& frame);  ///< the first frame of an exchange
     void heard(const simulator::Exchange& exchange);
@@ -66,7 +69,7 @@ class Ledger {
         std::map<int, std::uint32_t> mailbox = {};
         std::optional<Micros> givenUp = {}, ran = {};
     };
-    enum class State { Due, Sent, Lost, Refused, Suspended };
+    enum class State { Due, Sent, Lost, Refused, Suspended, Held };
     struct Wish {
         Record record;
         std::uint32_t value;
@@ -80,6 +83,7 @@ class Ledger {
         bool reached = false;  ///< a board has it
         bool lied = false;     ///< a board acknowledged it and did otherwise
         std::optional<Micros> gone = {};
+        int eventsGone = 0;
         bool isSetting() const { return opening != 0 && order == 0; }
     };
     /// A write that is on the line.
@@ -96,6 +100,7 @@ class Ledger {
     bool isStillOrdered(const Order& order) const;
     void count(End how) { ++ends_[static_cast<std::size_t>(how)]; }
     void end(Record record, End how);
+    void goesOn(Wish& held, std::uint32_t value);
     void wantedByUser(Wish& wish);
     void takeForOrder(Wish& wish);
     void heardOfOrder(Order& order, const Sending& sent);
@@ -116,7 +121,8 @@ class Ledger {
     std::list<Sending>::const_iterator open_ = sent_.end();  ///< in the open exchange
     std::set<Record> lied_;                                  ///< what some board did not store as it said
     long opened_ = 0, ordered_ = 0, boxes_ = 0;
-    bool saidNo_ = false;
+    long interruptions_ = 0, interruptionsAtBox_ = 0;
+    bool mayGo_ = false;  ///< what is held: the user has said so
 };
 
 }  // namespace kestrel::testing

@@ -48,6 +48,7 @@ constexpr std::array<const char*, static_cast<std::size_t>(End::Kinds)> NamesOfE
     "wanted, then something else",
     "not taken, and told",
     "given up or refused by the user",
+    "lost, of a key that shows no value",
     "wanted, and a board lied",
     "wanted, and a false reply confirmed it",
     "wanted, and a slow reply overwrote it",

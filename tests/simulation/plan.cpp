@@ -121,7 +121,8 @@ Plan Plan::draw(std::uint64_t seed) {
         const std::string name = random.of(AllPages()).first;
         if (std::find(plan.pages.begin(), plan.pages.end(), name) == plan.pages.end()) plan.pages.push_back(name);
     }
-    plan.other = random.of(std::array<int, 4>{NoOther, NoOther, NoOther, SameIdentity});
+    plan.other = random.of(
+        std::array<int, 8>{NoOther, NoOther, NoOther, NoOther, NoOther, SameIdentity, OtherMaster, OtherBoards});
     if (plan.other != NoOther) plan.incidents[CablesChanged] = random.of(std::array{0.5, 2.0});
     plan.drawActs();
     return plan;

@@ -124,7 +124,7 @@ class Model {
     /// The program begins anew with the boards that are there now: the tick stops until startScan().
     void startAnew() {
         stop(Tick);
-        recheck = {};
+        recheck.forget();
         holding = false;
     }
     /// The start is over: the link is idle, the reply timer off, the error lamp off, and the tick timer begins.
@@ -222,9 +222,10 @@ class Model {
         touch(index);
     }
 
-    void withdraw(int index) {
-        flags(index) = low8(flags(index) & ~unsigned{WriteDue});
-        touch(index);
+    void withdraw(int ofBank, int index) {
+        auto& flag = at(at(banks, ofBank).flags, index);
+        flag = low8(flag & ~WriteDue);
+        outputs.touched.push_back({ofBank, index});
     }
 
     // ---- What must now be so.

@@ -25,7 +25,12 @@ class Recheck {
     void learn(int bank, int record, int value) { known_[at(bank)][placeOf(record)] = value; }
     void interrupt() {
         different_ = 0;
+        ++interruptions;
         begin();
+    }
+    void forget() {
+        phase = Open;
+        known_ = {};
     }
     /// What the question that was out has brought: a value, or a negative number for silence.
     void take(int answer, const std::array<bool, BankCount>& present) {
@@ -48,6 +53,7 @@ class Recheck {
         return {bank_, questions[question_]};
     }
 
+    long interruptions = 0;
     std::set<std::pair<int, int>> unread;  ///< what is to be read before anything is written
 
   private:

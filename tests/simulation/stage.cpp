@@ -91,6 +91,7 @@ Message::Answer Stage::showMessage(const Message& message) {
     require(isKnown(message), "boxes have known texts", message.title, ": ", message.text);
     require(!boxOpen_, "one box at a time", message.text, " over ", lastBox);
     boxOpen_ = true;
+    if (Ledger* ledger = Ledger::present()) ledger->boxOpens();
     lastBox = message.text;
     ++Checks::present()->counts[Boxes];
     // While ports are being searched the link is in the middle of an act, which the model does not follow.
