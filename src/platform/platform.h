@@ -51,7 +51,7 @@ class Platform {
 
     // The line.
     virtual std::unique_ptr<SerialControl> makeSerialControl() = 0;
-    /// The device behind a port, 1 to 4; empty when the machine has none for it.
+    /// The device behind a port, 1 to 4, for people to read; where the machine has none, it says so.
     virtual std::string portDevice(int port) = 0;
 
     // People.
@@ -65,6 +65,8 @@ class Platform {
     /// Shows a child window, in front of the others; its Form_Activate runs when it comes to the front.
     virtual void showWindow(Window& window) = 0;
     virtual void closeWindow(Window& window) = 0;
+    /// The user has put the child window away as an icon; showing it brings it back.
+    virtual bool isMinimized(Window& /*window*/) { return false; }
     /// The child window in front, or null.
     virtual Window* activeWindow() = 0;
 

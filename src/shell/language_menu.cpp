@@ -62,11 +62,16 @@ void saveChoice() {
     }
 }
 
+void showAgain(Window& window) {
+    platform().isMinimized(window) ? window.Form_Activate() : platform().showWindow(window);
+}
+
 /// Brings each window to the front once, so that it takes its captions anew, and the one that was in front at last.
+/// Those that the user has put away stay away.
 void showWindowsAgain() {
     Window* front = platform().activeWindow();
-    for (Page* page : LoadedPages()) platform().showWindow(*page);
-    if (front) platform().showWindow(*front);
+    for (Page* page : LoadedPages()) showAgain(*page);
+    if (front) showAgain(*front);
 }
 
 }  // namespace

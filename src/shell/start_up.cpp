@@ -92,8 +92,8 @@ void MDIForm_Load(const std::string& title) {
     InitBoardTables();
     bindMenu();
     SetAttendant(&attendant());
+    MDIForm1().SetMenuCaptions();  // before the window shows them
     platform().showMainWindow();
-    MDIForm1().SetMenuCaptions();
     FrmSer_Load();
     enableEntries(true);
     MDIForm1().Caption = title;

@@ -4,7 +4,9 @@
 #include <unistd.h>
 
 #include <QElapsedTimer>
+#include <QLabel>
 #include <QLineEdit>
+#include <QMenuBar>
 #include <csignal>
 #include <fstream>
 #include <iterator>
@@ -17,7 +19,9 @@
 #include "platform/qt/child_window.h"
 #include "platform/qt/main_window_view.h"
 #include "session.h"
+#include "shell/configuration.h"
 #include "shell/main_window.h"
+#include "wire.h"
 
 namespace kestrel::testing {
 namespace {
@@ -29,6 +33,34 @@ TEST_F(Session, FindsThreeBoardsAndFillsAPage) {
     FrmTempi& page = openTimes();
     EXPECT_EQ(page.HScroll1[0].Value, board.value(HotDrinkBoard, BrewingWater));
     EXPECT_TRUE(platform->mainWindow().childOf(page).isVisible());
+}
+
+/// Sees what is on the screen while the program tries a port that does not answer.
+class FirstPaint : public QObject {
+  public:
+    FirstPaint() { qApp->installEventFilter(this); }
+    bool eventFilter(QObject* receiver, QEvent* event) override {
+        if (event->type() != QEvent::Paint) return false;
+        if (const auto* bar = qobject_cast<QMenuBar*>(receiver); bar && menus.isEmpty())
+            for (const QAction* entry : bar->actions()) menus += entry->text().remove(u'&');
+        const auto* label = qobject_cast<QLabel*>(receiver);
+        if (label && !label->pixmap().isNull() && MDIForm1().mnuCox(2).Checked) lamps.insert(label->accessibleName());
+        return false;
+    }
+    QStringList menus;
+    std::set<QString> lamps;
+};
+
+TEST_F(Session, PaintsTheMenuInTheChosenLanguageAndTheLampsBeforeItWaitsForAPort) {
+    const auto file = installation.configuration(platform->programName());
+    stop();
+    const Wire silent(second);
+    std::ofstream(file) << "Com=2\nLingua=Deutsch\n";
+    const FirstPaint seen;
+    start();
+    ASSERT_EQ(ActiveLanguage(), "Deutsch");
+    EXPECT_TRUE(seen.menus.contains(QStringLiteral("Zeiten/Dosen"))) << seen.menus.join(u' ').toStdString();
+    EXPECT_EQ(seen.lamps.size(), 3U);
 }
 
 TEST_F(Session, WritesAChangeOnceAndShowsItOnlyWhenTheBoardHasConfirmedIt) {

@@ -43,6 +43,7 @@ class ScreenPlatform : public kestrel::testing::VirtualPlatform {
     Extent measure(Window& window) override { return view->measure(window); }
     void showWindow(Window& window) override { view->showWindow(window); }
     void closeWindow(Window& window) override { view->closeWindow(window); }
+    bool isMinimized(Window& window) override { return view->isMinimized(window); }
     Window* activeWindow() override { return view->activeWindow(); }
 
     std::unique_ptr<MainWindowView> view;
@@ -106,7 +107,7 @@ class AllPages : public ::testing::Test {
         for (QAction* entry : platform.view->menuBar()->actions()) {
             if (entry->text().remove(u'&') != toQt(MDIForm1().entry("mnuWL").Caption)) continue;
             Q_EMIT entry->menu()->aboutToShow();
-            return entry->menu()->actions().at(4)->text().remove(u'&').toStdString();
+            return entry->menu()->actions().at(5)->text().remove(u'&').toStdString();
         }
         return "no menu of windows";
     }
@@ -256,7 +257,10 @@ TEST_F(AllPages, FollowTheLanguageTogetherAndAtOnceAndSoDoTheWordsRoundThem) {
     const double before = kestrel::testing::processorSeconds();
     for (int i = 0; i < Changes; ++i) choose(i % Languages);
     EXPECT_LT(kestrel::testing::processorSeconds() - before, Changes * LongestChange);
+    ChildWindow& away = platform.view->childOf(*FindLoadedPage(pages.front().page));
+    away.showMinimized();
     choose(German);
+    EXPECT_TRUE(away.isMinimized());
     for (const MenuRow& row : pages)
         EXPECT_EQ(platform.view->childOf(*FindLoadedPage(row.page)).windowTitle(), toQt(LanguageTable(row.line)));
     EXPECT_EQ(closeAllEntry(), "Alle schließen");

@@ -156,6 +156,12 @@ TEST_F(Bar, TakesTypedValuesInTheScaleOfThePage) {
     }
 }
 
+TEST_F(Bar, TakesNoCharacterThatIsACommand) {
+    for (const Qt::KeyboardModifier modifier : {Qt::AltModifier, Qt::ControlModifier})
+        for (const char key : {'-', '7'}) QTest::keyClick(&view(), key, modifier);
+    EXPECT_EQ(barView().spokenValue().toStdString(), bar.textOf(100));
+}
+
 TEST_F(Bar, OpensItsFieldOnEnterAndOnADoubleClickOnItsValue) {
     bar.scale = {0, 1};
     const std::function<void()> openers[] = {

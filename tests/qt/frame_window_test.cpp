@@ -73,7 +73,7 @@ class FrameWindow : public ::testing::Test {
         throw std::runtime_error("no such entry");
     }
 
-    QtPlatform platform{{.directory = "/tmp", .devices = {}}};
+    QtPlatform platform{{.directory = "/tmp", .devices = {{4, ""}}}};
     std::map<std::string, std::unique_ptr<SmallPage>> pages;
 };
 
@@ -145,6 +145,9 @@ TEST_F(FrameWindow, ShowsAnEntryAsItsModelSays) {
     entry.trigger();
     EXPECT_EQ(clicks, 1);
     EXPECT_TRUE(entry.isChecked()) << "the program alone decides what is checked";
+    EXPECT_FALSE(action("Dosi").isCheckable()) << "no box before an entry that is not ticked";
+    item.Checked = false;
+    EXPECT_FALSE(entry.isCheckable()) << "nor before one that was";
     item.Enabled = false;
     item.Detail = "/dev/R&D";
     MDIForm1().smnuLingue(3).Caption = "Elsewhere";
@@ -155,6 +158,8 @@ TEST_F(FrameWindow, ShowsAnEntryAsItsModelSays) {
     EXPECT_TRUE(action("Elsewhere").isVisible());
 }
 
+TEST_F(FrameWindow, SaysOfAPortThatItHasNoDevice) { EXPECT_EQ(platform.portDevice(4), "no device"); }
+
 TEST_F(FrameWindow, GivesLettersAnewInEachLanguage) {
     const char* names[] = {"mnuFile", "mnuConfigura", "mnuTempiDosi", "mnuVending"};
     for (const char* name : names) MDIForm1().entry(name).Caption = std::string("Same ") + name;
@@ -163,6 +168,7 @@ TEST_F(FrameWindow, GivesLettersAnewInEachLanguage) {
     for (const QAction* entry : view().menuBar()->actions())
         letters += entry->text().section(u'&', 1).left(1).toUpper();
     EXPECT_EQ(letters.size(), view().menuBar()->actions().size()) << "the question mark alone has none";
+    EXPECT_TRUE(action("Com4").text().startsWith(QStringLiteral("Com&4"))) << "ports have their numbers";
 }
 
 TEST_F(FrameWindow, ListsItsPagesAndClosesThemAll) {
@@ -171,8 +177,10 @@ TEST_F(FrameWindow, ListsItsPagesAndClosesThemAll) {
     Q_EMIT action("Windows").menu()->aboutToShow();
     EXPECT_TRUE(action("Second").isChecked());
     EXPECT_FALSE(action("First").isChecked());
+    childNamed("First").showMinimized();
     action("First").trigger();
     EXPECT_NE(platform.activeWindow(), &second);
+    EXPECT_FALSE(platform.isMinimized(*pages.at("First")));
     view().activateWindow();
     for (const Qt::KeyboardModifiers modifiers :
          {Qt::KeyboardModifiers(Qt::ControlModifier), Qt::ControlModifier | Qt::ShiftModifier}) {
@@ -182,6 +190,15 @@ TEST_F(FrameWindow, ListsItsPagesAndClosesThemAll) {
             EXPECT_EQ(platform.activeWindow() == before, key == Qt::Key_F6) << "of two pages the other, and back";
         }
     }
+    for (const Qt::Key key : {Qt::Key_F4, Qt::Key_W}) {
+        open("Third");
+        QTest::keyClick(&view(), key, Qt::ControlModifier);
+        EXPECT_FALSE(pages.contains("Third")) << key;
+    }
+    open("Third");
+    action("Close").trigger();
+    EXPECT_FALSE(pages.contains("Third"));
+    EXPECT_EQ(area().subWindowList().size(), 2);
     action("Close all").trigger();
     EXPECT_TRUE(area().subWindowList().isEmpty());
     EXPECT_EQ(platform.activeWindow(), nullptr);

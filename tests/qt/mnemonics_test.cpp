@@ -12,7 +12,7 @@ TEST(Mnemonics, GiveEachEntryALetterOfItsOwn) {
     // before a letter inside; short captions choose first; accents, ampersands, and entries for which nothing is left.
     for (const std::string marked :
          {"&File|&Test|?", "&Com|Cl&ock|&Lingue", "&Prezzi|Prezzi &Sconti", "&Com|C&lima|Co&mo|C&o", "&com|C&am",
-          "&Übersicht|&Öffnen|Ü&ber", "&Tempi && Dosi|&&&&", "&A|A|a", "|&A", "&Com1|C&om2"}) {
+          "&Übersicht|&Öffnen|Ü&ber", "&Tempi && Dosi|&&&&", "&A|A|a", "|&A", "Com&1|Com&2|&Clock", "&Com12|C&om3"}) {
         const QString expected = QString::fromStdString(marked);
         // The caption of a marked entry: && stands for an ampersand, a single one is the mark.
         QString plain = expected;

@@ -83,7 +83,10 @@ TEST_F(Box, ShowsWhatThePagePutBackAndThenTheBoardsValue) {
     EXPECT_EQ(shown(), "888");
 }
 
-TEST_F(Box, TakesNoMoreLettersThanItHolds) {
+TEST_F(Box, TakesNoMoreLettersThanItHoldsAndNoneThatIsACommand) {
+    QTest::keyClick(&edit(), '-', Qt::AltModifier);
+    QTest::keyClick(&edit(), '7', Qt::AltModifier | Qt::ControlModifier);
+    EXPECT_EQ(shown(), "123");
     type("1234567");
     EXPECT_EQ(shown(), "12345");
 }

@@ -271,7 +271,7 @@ void BarView::setTyped(const QString& text, bool chosen) {
 bool BarView::typed(const QKeyEvent& event) {
     constexpr int Longest = 8;
     const QString letter = event.text();
-    const bool figure = letter.size() == 1 && QStringLiteral("0123456789.,-").contains(letter);
+    const bool figure = writes(event) && letter.size() == 1 && QStringLiteral("0123456789.,-").contains(letter);
     if (figure && (chosen_ || typed_.size() < Longest)) {
         gesture_.cancel();
         setTyped(chosen_ ? letter : typed_ + letter);

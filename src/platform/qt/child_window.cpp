@@ -2,7 +2,9 @@
 // See child_window.h.
 #include "platform/qt/child_window.h"
 
+#include <QAction>
 #include <QCloseEvent>
+#include <QMenu>
 
 #include "platform/qt/deliver.h"
 #include "platform/qt/page_area.h"
@@ -19,6 +21,7 @@ constexpr int BesideTitle = 160;  ///< width of the icon and the buttons in the 
 
 ChildWindow::ChildWindow(Window& model, PageArea& area) : model_(&model), area_(area), page_(buildPage(model)) {
     setWidget(page_);
+    for (QAction* command : systemMenu()->actions()) command->setShortcuts({});  // the menu of windows has them
     setFocusPolicy(Qt::TabFocus);  // a click on the title bar, such as on the cross, leaves no control
     area.addSubWindow(this);
     hide();
@@ -74,10 +77,11 @@ void ChildWindow::place() {
 
 /// Takes the size that the texts need, unless that is what it has been given before: the user may have resized it.
 void ChildWindow::fit() {
+    if (isMinimized()) return;
     const QSize fitting = fittingSize();
     if (fitting == fitted_) return;
     fitted_ = fitting;
-    if (isMaximized() || isMinimized()) return;
+    if (isMaximized()) return;
     resize(fitting);
     move(area_.reachable(pos(), size()));
 }

@@ -56,12 +56,21 @@ void MainWindowView::controlChanged() {
 
 /// What follows the first appearance may keep the event loop busy for seconds: the window must not stand empty so long.
 void MainWindowView::showPainted() {
+    menu_.bringUpToDate();
     const QSize room = screen()->availableSize();
     const bool fits = room == room.expandedTo(UsualSize + UsualFrame);
     fits ? show() : showMaximized();
     const QDeadlineTimer end(LongestWaitForScreen);
     while (!windowHandle()->isExposed() && !end.hasExpired())
         QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents, LongestWaitForScreen);
+}
+
+void MainWindowView::paintChanges() {
+    if (!isVisible()) return;
+    menu_.bringUpToDate();
+    status_.bringUpToDate();
+    QCoreApplication::sendPostedEvents(statusBar(), QEvent::LayoutRequest);
+    QCoreApplication::sendPostedEvents(this, QEvent::UpdateRequest);
 }
 
 Extent MainWindowView::extent() const { return toTwips(size()); }
@@ -98,6 +107,8 @@ void MainWindowView::closeWindow(Window& window) {
     children_.erase(found);
     leaving->dismiss();
 }
+
+bool MainWindowView::isMinimized(Window& window) { return childOf(window).isMinimized(); }
 
 /// The user brought a page to the front, or the one that was there has gone.
 void MainWindowView::activated(QMdiSubWindow* child) {

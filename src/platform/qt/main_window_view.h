@@ -30,10 +30,13 @@ class MainWindowView : public QMainWindow, public ControlView {
 
     /// Shows the window and returns when it stands painted on the screen.
     void showPainted();
+    /// Paints what has changed since the last event, for waits that deliver none.
+    void paintChanges();
     Extent extent() const;
     Extent measure(Window& window);
     void showWindow(Window& window);
     void closeWindow(Window& window);
+    bool isMinimized(Window& window);
     Window* activeWindow() const { return front_; }
     /// The page's own window, title bar included; made if it is not there yet.
     ChildWindow& childOf(Window& window);

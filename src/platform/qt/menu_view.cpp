@@ -53,7 +53,7 @@ class MenuEntryView : public ControlView {
     void showState() {
         action_->setEnabled(item_.Enabled);
         action_->setVisible(item_.Visible);
-        if (item_.Checked) action_->setCheckable(true);
+        action_->setCheckable(item_.Checked);  // an entry that could be ticked would be drawn with an empty box
         action_->setChecked(item_.Checked);
     }
 
@@ -90,12 +90,15 @@ void MenuView::renameLater(Level& level) {
     if (level.isStale) return;
     level.isStale = true;
     QMetaObject::invokeMethod(
-        &context_,
-        [this, &level] {
-            rename(level);
-            if (&level == levels_.front().get()) renamed_();
-        },
-        Qt::QueuedConnection);
+        &context_, [this] { bringUpToDate(); }, Qt::QueuedConnection);
+}
+
+void MenuView::bringUpToDate() {
+    for (const auto& level : levels_) {
+        if (!level->isStale) continue;
+        rename(*level);
+        if (level == levels_.front()) renamed_();
+    }
 }
 
 void MenuView::rename(Level& level) {

@@ -25,6 +25,8 @@ class MenuView {
 
     /// The menu that an entry of the top level opens; made if it has none of its own.
     QMenu& menuOf(const std::string& name);
+    /// Takes the captions that were changed since the last event.
+    void bringUpToDate();
 
   private:
     /// Entries beside one another: their letters are chosen together.

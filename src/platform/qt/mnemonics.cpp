@@ -13,6 +13,21 @@ namespace {
 
 constexpr qsizetype NoLetter = -1;
 
+/// A name with a number behind it, such as those of ports.
+bool isNumbered(const QString& caption) {
+    const qsizetype last = caption.size() - 1;
+    return last > 0 && caption[last].isDigit() && !caption[last - 1].isDigit();
+}
+
+/// Entries of one name are told apart by their numbers.
+bool isToldByNumber(const QStringList& captions, qsizetype which) {
+    if (!isNumbered(captions[which])) return false;
+    const QString name = captions[which].chopped(1);
+    return std::count_if(captions.begin(), captions.end(), [&name](const QString& caption) {
+               return isNumbered(caption) && caption.chopped(1) == name;
+           }) > 1;
+}
+
 enum class Pass { FirstLetter, WordStart, AnyLetter };
 
 bool isOffered(const QString& caption, qsizetype at, Pass pass) {
@@ -59,6 +74,12 @@ QStringList withMnemonics(const QStringList& captions) {
         letters[i] = freeLetter(captions[i], pass, taken);
         if (letters[i] != NoLetter) taken.insert(captions[i][letters[i]].toUpper());
     };
+    for (qsizetype i = 0; i < captions.size(); ++i) {
+        const QChar number = captions[i].isEmpty() ? QChar() : captions[i].back();
+        if (!isToldByNumber(captions, i) || taken.contains(number)) continue;
+        letters[i] = captions[i].size() - 1;
+        taken.insert(number);
+    }
     for (const Pass pass : {Pass::FirstLetter, Pass::WordStart})
         for (qsizetype i = 0; i < captions.size(); ++i) give(i, pass);
     for (const qsizetype i : shortestFirst) give(i, Pass::AnyLetter);

@@ -18,6 +18,7 @@
 #include "platform/qt/qt_serial_port.h"
 #include "platform/qt/qt_timer.h"
 #include "platform/qt/text.h"
+#include "platform/qt/words.h"
 #include "platform/trouble.h"
 #include "shell/main_window.h"
 
@@ -44,6 +45,7 @@ void QtPlatform::PumpEvents() { QCoreApplication::processEvents(QEventLoop::Wait
 void QtPlatform::BusyWait(int milliseconds) {
     const QDeadlineTimer end(milliseconds, Qt::PreciseTimer);
     while (!end.hasExpired()) {
+        if (mainWindow_) mainWindow_->paintChanges();
         const auto slice = static_cast<int>(std::clamp<qint64>(end.remainingTime(), 1, WaitSlice));
         if (ports_.empty()) QThread::msleep(static_cast<unsigned long>(slice));
         for (QtSerialPort* port : ports_) port->collect(slice);
@@ -53,12 +55,17 @@ void QtPlatform::BusyWait(int milliseconds) {
 std::unique_ptr<SerialControl> QtPlatform::makeSerialControl() {
     if (setup_.simulated) return setup_.simulated();
     auto port = std::make_unique<QtSerialPort>(QtSerialPort::Surroundings{
-        [this](int number) { return portDevice(number); }, [this](QtSerialPort& gone) { std::erase(ports_, &gone); }});
+        [this](int number) { return deviceOf(number); }, [this](QtSerialPort& gone) { std::erase(ports_, &gone); }});
     ports_.push_back(port.get());
     return port;
 }
 
 std::string QtPlatform::portDevice(int port) {
+    const std::string device = deviceOf(port);
+    return device.empty() ? word(Word::NoDevice).toStdString() : device;
+}
+
+std::string QtPlatform::deviceOf(int port) {
     return setup_.simulated ? setup_.simulatedName : portDevices_.device(port, serialDevices);
 }
 
@@ -76,6 +83,7 @@ Extent QtPlatform::mainWindowExtent() { return mainWindow().extent(); }
 Extent QtPlatform::measure(Window& window) { return mainWindow().measure(window); }
 void QtPlatform::showWindow(Window& window) { mainWindow().showWindow(window); }
 void QtPlatform::closeWindow(Window& window) { mainWindow().closeWindow(window); }
+bool QtPlatform::isMinimized(Window& window) { return mainWindow().isMinimized(window); }
 Window* QtPlatform::activeWindow() { return mainWindow().activeWindow(); }
 
 std::string QtPlatform::programName() const {

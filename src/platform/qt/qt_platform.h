@@ -44,6 +44,7 @@ class QtPlatform : public Platform {
     Extent measure(Window& window) override;
     void showWindow(Window& window) override;
     void closeWindow(Window& window) override;
+    bool isMinimized(Window& window) override;
     Window* activeWindow() override;
 
     std::filesystem::path programDirectory() const override { return setup_.directory; }
@@ -63,6 +64,8 @@ class QtPlatform : public Platform {
     MainWindowView& mainWindow();
 
   private:
+    std::string deviceOf(int port);
+
     Setup setup_;
     PortDevices portDevices_;
     std::vector<QtSerialPort*> ports_;

@@ -94,8 +94,14 @@ StatusBarView::~StatusBarView() { model_.unbind(this); }
 
 /// The panels are laid out when the program has finished setting them up.
 void StatusBarView::controlChanged() {
+    if (isStale_) return;
+    isStale_ = true;
     QMetaObject::invokeMethod(
-        &context_, [this] { rebuild(); }, Qt::QueuedConnection);
+        &context_, [this] { bringUpToDate(); }, Qt::QueuedConnection);
+}
+
+void StatusBarView::bringUpToDate() {
+    if (isStale_) rebuild();
 }
 
 void StatusBarView::renamed() {
@@ -103,6 +109,7 @@ void StatusBarView::renamed() {
 }
 
 void StatusBarView::rebuild() {
+    isStale_ = false;
     panels_.clear();
     for (int number = 1; number <= model_.count(); ++number)
         panels_.push_back(std::make_unique<StatusPanelView>(model_.Panels(number), bar_));

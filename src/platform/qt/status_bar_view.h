@@ -22,6 +22,8 @@ class StatusBarView : public ControlView {
     void controlChanged() override;
     /// The language may have changed.
     void renamed();
+    /// Takes the panels that were added since the last event.
+    void bringUpToDate();
 
   private:
     void rebuild();
@@ -30,6 +32,7 @@ class StatusBarView : public ControlView {
     QStatusBar& bar_;
     QObject context_;
     std::vector<std::unique_ptr<StatusPanelView>> panels_;
+    bool isStale_ = false;
 };
 
 }  // namespace kestrel::qt

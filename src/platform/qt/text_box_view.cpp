@@ -64,6 +64,8 @@ void TextBoxView::keyPressEvent(QKeyEvent* event) {
     } else if (event->key() == Qt::Key_Escape && edited_) {
         edited_ = false;
         showModel();
+    } else if (event->modifiers() & Qt::AltModifier && !event->text().isEmpty()) {
+        event->ignore();
     } else {
         View::keyPressEvent(event);
     }

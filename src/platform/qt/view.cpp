@@ -79,6 +79,11 @@ bool isLeaving(const QWidget& widget, const QFocusEvent& event) {
     }
 }
 
+bool writes(const QKeyEvent& event) {
+    return !(event.modifiers() & (Qt::AltModifier | Qt::ControlModifier | Qt::MetaModifier)) &&
+           !event.text().isEmpty() && event.text().front().isPrint();
+}
+
 int rowHeight(const QWidget& widget) { return std::max(32, widget.fontMetrics().height() + 14); }
 
 int textHeight(const QWidget& widget) { return widget.fontMetrics().height() + 8; }

@@ -4,6 +4,7 @@
 
 #include <QAccessible>
 #include <QFocusEvent>
+#include <QKeyEvent>
 #include <QString>
 #include <QWidget>
 #include <optional>
@@ -96,6 +97,9 @@ class View : public Base, public ViewBase {
 /// Whether the user leaves the widget. A menu, a box and another program are no leaving: the typing can go on after
 /// them.
 bool isLeaving(const QWidget& widget, const QFocusEvent& event);
+
+/// Whether the key writes a character; with Alt or Ctrl it is a command and writes none.
+bool writes(const QKeyEvent& event);
 
 /// Height of a row with something to press in it, from the widget's font; at least 32.
 int rowHeight(const QWidget& widget);

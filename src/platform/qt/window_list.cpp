@@ -16,6 +16,8 @@ WindowList::WindowList(QMenu& menu, PageArea& area, const std::function<void()>&
                [&area] { area.activatePreviousSubWindow(); });
     addCommand(Word::Cascade, {}, [&area] { area.cascadeSubWindows(); });
     addCommand(Word::Tile, {}, [&area] { area.tileSubWindows(); });
+    addCommand(Word::CloseWindow, {Qt::CTRL | Qt::Key_F4, Qt::CTRL | Qt::Key_W},
+               [&area] { area.closeActiveSubWindow(); });
     addCommand(Word::CloseAll, {}, closeAll);
     menu.addSeparator();
     QObject::connect(&menu, &QMenu::aboutToShow, &area, [this] { listWindows(); });
@@ -38,7 +40,10 @@ void WindowList::listWindows() {
         const bool isActive = window == area_.activeSubWindow();
         action->setCheckable(isActive);
         action->setChecked(isActive);
-        QObject::connect(action, &QAction::triggered, window, [this, window] { area_.setActiveSubWindow(window); });
+        QObject::connect(action, &QAction::triggered, window, [this, window] {
+            if (window->isMinimized()) window->showNormal();
+            area_.setActiveSubWindow(window);
+        });
         windows_ += action;
         captions += window->windowTitle();
     }

@@ -31,8 +31,13 @@ constexpr std::array English = {"Next",
                                 "Follow (End)",
                                 "paused",
                                 "no values yet",
-                                "chart"};
-static_assert(English.size() == static_cast<std::size_t>(Word::Chart) + 1);
+                                "chart",
+                                "Close",
+                                "no device",
+                                "not read yet",
+                                "you set %1, the board has %2",
+                                "you set %1, the board's second copy has another value"};
+static_assert(English.size() == static_cast<std::size_t>(Word::CopyNotTaken) + 1);
 
 }  // namespace
 

@@ -29,6 +29,11 @@ enum class Word {
     Paused,
     NoSamples,
     Chart,
+    CloseWindow,
+    NoDevice,
+    NotReadYet,
+    NotTaken,      ///< with %1 for what the user set and %2 for what the board has
+    CopyNotTaken,  ///< with %1 for what the user set
 };
 
 /// The word in the active language; in English where the active language file has no such section or ends before it.
