@@ -47,7 +47,7 @@ void changeEnded();
 LeavingState& state() {
     if (!instance()) {
         instance() = std::make_unique<LeavingState>();
-        instance()->limit.OnTimer([] { FromOutside(instance().get(), end); });
+        instance()->limit.OnTimer([] { FromOutside(instance().get(), end, Source::Program); });
         instance()->tell.OnTimer(tell_Timer);
         OnChangeEnded(changeEnded);
     }
@@ -62,7 +62,8 @@ bool anyChanges() {
 /// As an act of its own, since a change ends in the middle of an exchange; and one of the page's handlers may have
 /// ended it.
 void closeSoon(Page& page) {
-    FromOutside(&page, [&page] { UnloadPageLater(page); });
+    FromOutside(
+        &page, [&page] { UnloadPageLater(page); }, Source::Program);
 }
 
 void changeEnded() {
@@ -70,7 +71,7 @@ void changeEnded() {
     for (const Leaving& each : state().pages)
         if (!HasChanges(*each.page)) settled.push_back(each.page);
     for (Page* page : settled) closeSoon(*page);
-    if (state().then && !anyChanges()) FromOutside(&state(), end);
+    if (state().then && !anyChanges()) FromOutside(&state(), end, Source::Program);
 }
 
 void tell_Timer() {

@@ -32,13 +32,16 @@ Control::Speaking::~Speaking() {
 
 Control* Control::acting() { return speaker; }
 
-void Control::userAct(Handler act) {
+void Control::userAct(Handler act, Source source) {
     const void* const sender = this;  // the act may be the control's last
-    FromOutside(sender, [this, act = std::move(act)] {
-        show();  // it waits no longer, whether it is taken or not
-        const Speaking user(this);
-        act();
-    });
+    FromOutside(
+        sender,
+        [this, act = std::move(act)] {
+            show();  // it waits no longer, whether it is taken or not
+            const Speaking user(this);
+            act();
+        },
+        source);
     if (ActWaits(sender)) show();
 }
 

@@ -8,6 +8,7 @@
 #include <optional>
 #include <string>
 
+#include "platform/outside.h"
 #include "platform/property.h"
 #include "platform/trouble.h"
 
@@ -71,7 +72,7 @@ class Control : public PropertyOwner {
     void awaitValue();
     void tellNotTaken(const NotTaken& what);
     /// What the user has asked for on this control and still has to be done, such as after a question.
-    void carryOn(const Handler& act) { userAct(act); }
+    void carryOn(const Handler& act) { userAct(act, Source::Continued); }
     /// The control on which the user acts at this moment; null when the boards speak or a timer runs out.
     static Control* acting();
 
@@ -105,7 +106,7 @@ class Control : public PropertyOwner {
     /// The property that holds the value of a board, or null where the control has none.
     virtual const void* valueProperty() const { return nullptr; }
     /// Takes an act of the user; it is carried out between exchanges.
-    void userAct(Handler act);
+    void userAct(Handler act, Source source = Source::User);
     bool takesActs() const { return usable() && !unread_; }
     /// Carries out a user's change. What its page sets in the change itself is no answer of the board: the mark stays.
     void userChange(const Handler& change);

@@ -4,8 +4,10 @@
 
 #include <algorithm>
 #include <deque>
+#include <functional>
 #include <memory>
 
+#include "platform/platform.h"
 #include "platform/timer.h"
 
 namespace kestrel {
@@ -17,6 +19,9 @@ constexpr int NextTurnMs = 1;
 struct Waiting {
     const void* sender;
     std::function<void()> act;
+    Source source;
+
+    bool mayComeIn() const { return source != Source::User || !MessageIsOpen(); }
 };
 
 struct Door {
@@ -48,19 +53,23 @@ Door& door() {
 /// Those that wait now; an act that asks the user something lets later ones in meanwhile.
 void letIn() {
     door().patience.Enabled = false;
-    for (auto left = door().waiting.size(); left > 0 && !door().waiting.empty(); --left) {
-        const Waiting next = std::move(door().waiting.front());
-        door().waiting.pop_front();
+    for (auto left = door().waiting.size(); left > 0; --left) {
+        auto& waiting = door().waiting;
+        const auto first = std::find_if(waiting.begin(), waiting.end(), std::mem_fn(&Waiting::mayComeIn));
+        if (first == waiting.end()) return;
+        const Waiting next = std::move(*first);
+        waiting.erase(first);
         next.act();
     }
 }
 
 }  // namespace
 
-void FromOutside(const void* sender, std::function<void()> act) {
+void FromOutside(const void* sender, std::function<void()> act, Source source) {
     Door& here = door();
-    if (!here.exchangeIsOpen && here.waiting.empty()) return act();
-    here.waiting.push_back({sender, std::move(act)});
+    if (!here.exchangeIsOpen && (here.waiting.empty() || source == Source::Continued)) return act();
+    here.waiting.insert(source == Source::Continued ? here.waiting.begin() : here.waiting.end(),
+                        {sender, std::move(act), source});
     here.patience.Enabled = true;
 }
 
@@ -73,13 +82,20 @@ bool ActWaits(const void* sender) {
                                      [sender](const Waiting& each) { return each.sender == sender; });
 }
 
-bool AnyActWaits() { return !door().waiting.empty(); }
+bool AnyActWaits() {
+    const auto& waiting = door().waiting;
+    return std::any_of(waiting.begin(), waiting.end(), std::mem_fn(&Waiting::mayComeIn));
+}
 
 void ExchangeOpened() { door().exchangeIsOpen = true; }
 
 void ExchangeEnded() {
     door().exchangeIsOpen = false;
     if (AnyActWaits()) door().turn.Enabled = true;
+}
+
+void MessageClosed() {
+    if (instance() && AnyActWaits()) door().turn.Enabled = true;
 }
 
 void ResetOutside() { instance().reset(); }

@@ -4,6 +4,7 @@
 
 #include <cstdlib>
 
+#include "platform/outside.h"
 #include "platform/trouble.h"
 
 namespace kestrel {
@@ -21,7 +22,9 @@ Platform& platform() {
 Message::Answer ShowMessage(const Message& message) {
     const struct Open {
         Open() { ++openMessages; }
-        ~Open() { --openMessages; }
+        ~Open() {
+            if (--openMessages == 0) MessageClosed();
+        }
     } open;
     return platform().showMessage(message);
 }

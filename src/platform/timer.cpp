@@ -24,7 +24,8 @@ void Timer::assigned(const void* property, bool changed) {
     if (!backend_)
         backend_ = platform().makeTimer([this] {
             if (owner_ == OfTheLink) return runOut();
-            FromOutside(this, [this] { runOut(); });
+            FromOutside(
+                this, [this] { runOut(); }, Source::Program);
         });
     if (Enabled && Interval > 0)
         backend_->start(Interval);
