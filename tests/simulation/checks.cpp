@@ -96,11 +96,13 @@ void Checks::beforeQuestion() {
     if (clock_ == Clock::Tick) return;  // after an interruption the model asks by itself
     if (!following_) opened_ = platform_.opened;
     if (!following_) loadIdentities();
-    if (loaded_) startsAnew();
     following_ = true;
-    loaded_ = false;
     beginLinkEvent();
     model_.askIdentity(platform_.now(), questionAsked());
+}
+
+void Checks::closed() {
+    if (following_) model_.closeExchange();
 }
 
 void Checks::sending(const Bytes& frame) {

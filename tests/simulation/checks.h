@@ -56,6 +56,7 @@ class Checks {
     void beforeArrival(const Bytes& bytes);
     void beforeLoss();
     void beforeQuestion();  ///< of identification
+    void closed();          ///< an exchange of identification, given up or not
     void sending(const Bytes& frame);
     // Round the program's own calls; here() is where nothing is to be done.
     void here() const {}

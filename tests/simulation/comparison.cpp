@@ -41,6 +41,7 @@ void Checks::started() {
 
 /// The tables have been emptied: the boards that are there now are asked as at the start.
 void Checks::startsAnew() {
+    if (!loaded_) return;
     loaded_ = false;
     model_.startAnew();
     if (Ledger* ledger = Ledger::present()) ledger->startsAnew();

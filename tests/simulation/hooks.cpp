@@ -27,6 +27,8 @@ Page& wrapLoad(std::unique_ptr<Page> page) {
     return realLoad(std::move(page));
 }
 KESTREL_AROUND(StartAnew, "_ZN7kestrel9StartAnewEv", (), (), here(), started())
+KESTREL_AROUND(LoadIndexFiles, "_ZN7kestrel14LoadIndexFilesEv", (), (), startsAnew(), here())
+KESTREL_AROUND(CloseExchange, "_ZN7kestrel13CloseExchangeEv", (), (), closed(), here())
 KESTREL_AROUND(Watch, "_ZN7kestrel10ParamWatchEi", (int index), (index), here(), watched(index))
 KESTREL_AROUND(Release, "_ZN7kestrel12ParamReleaseEi", (int index), (index), here(), released(index))
 KESTREL_AROUND(Write, "_ZN7kestrel10ParamWriteEij", (int index, std::uint32_t value), (index, value), here(),

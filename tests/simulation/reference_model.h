@@ -115,7 +115,6 @@ class Model {
     /// The program asks identity record `number` of the bank: one byte, whatever width its command names (n = 0).
     void askIdentity(Micros now, int number) {
         const IndexRecord& record = at(at(identities, currentBank), number - 1);
-        learn();
         asked_ = {currentBank, number};
         replyData_.clear();
         request_ = Request{record, {record.addr0}, 1, 0, 0, request_.bank};
@@ -127,9 +126,13 @@ class Model {
         recheck.forget();
         holding = false;
     }
+    void closeExchange() {
+        learn();
+        stop(Reply);
+        idle = true;
+    }
     /// The start is over: the link is idle, the reply timer off, the error lamp off, and the tick timer begins.
     void startScan(Micros now) {
-        learn();
         stop(Reply);
         currentBank = 0;
         light(pictures, ErrorOff);
@@ -170,9 +173,8 @@ class Model {
         light(pictures, ErrorOff);
         panelText.clear();
         const bool passes = judge();
-        if (retryCount == repeats) {
-            replyData_.clear();
-        } else if (!passes) {
+        if (retryCount == repeats || !passes) replyData_.clear();
+        if (retryCount != repeats && !passes) {
             light(pictures, ErrorOn);
             ++retryCount;
             return repeat(now);
@@ -318,7 +320,7 @@ class Model {
         if (due[Tick] || recheck.phase != Recheck::Open || holding) recheck.interrupt();
     }
 
-    /// What the newest question at the start has brought: noise counts as well.
+    /// What the newest question at the start has brought.
     void learn() {
         if (asked_.first >= 0 && !replyData_.empty()) recheck.learn(asked_.first, asked_.second, replyData_.front());
         asked_.first = -1;
