@@ -273,14 +273,15 @@ TEST(TestDispensing, WhateverTheLineLosesTheMachineRunsWhatWasClicked) {
         commandsOfOrder = 0;
         const int solenoid = order % 3;
         if (order % 4 == 3) {
-            clicked = {{0, 5, 1}, {0, 6, 0}};
             page.Command4[order % 2].UserClick();
+            doses.world.letActsIn();
+            clicked = {{0, 5, 1}, {0, 6, 0}};
         } else {
             const auto time = static_cast<std::uint32_t>(page.HScroll1[2 * solenoid + 5].Value.get());
-            clicked = {{0, 5, 0}, {0, 6, static_cast<std::uint32_t>(solenoid)}, {0, 370, time}};
             page.Command1[solenoid].UserClick();
+            doses.world.letActsIn();
+            clicked = {{0, 5, 0}, {0, 6, static_cast<std::uint32_t>(solenoid)}, {0, 370, time}};
         }
-        doses.world.letActsIn();
         EXPECT_FALSE(page.HScroll7.usable());
         ASSERT_LT(doses.msUntilOpen(page), 60'000);
         doses.world.run(100 + 37 * order);
