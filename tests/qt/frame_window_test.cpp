@@ -171,6 +171,15 @@ TEST_F(FrameWindow, GivesLettersAnewInEachLanguage) {
     EXPECT_TRUE(action("Com4").text().startsWith(QStringLiteral("Com&4"))) << "ports have their numbers";
 }
 
+TEST_F(FrameWindow, OpensItsMenuBarByAKey) {
+    view().activateWindow();
+    QTest::keyClick(view().windowHandle(), Qt::Key_F10);
+    QWidget* const menu = QApplication::activePopupWidget();
+    ASSERT_EQ(menu, view().menuBar()->actions().constFirst()->menu());
+    QTest::keyClick(menu, Qt::Key_Escape);
+    EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
+}
+
 TEST_F(FrameWindow, ListsItsPagesAndClosesThemAll) {
     open("First");
     SmallPage& second = open("Second");

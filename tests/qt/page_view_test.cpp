@@ -22,7 +22,6 @@ class PageOfAll : public ViewTest {
         setPictureFolder(QStringLiteral(KESTREL_PICTURES));
         page = &showLoaded(controls);
     }
-    ~PageOfAll() override { closeAll(); }
     QScrollArea& area() const { return dynamic_cast<QScrollArea&>(*page); }
 
     FrmControls controls;

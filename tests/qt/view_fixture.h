@@ -41,10 +41,8 @@ class ViewTest : public ::testing::Test {
         setPlatform(&platform_);
         applyLook(*qApp, Theme::Light);
     }
-    ~ViewTest() override {
-        closeAll();
-        setPlatform(nullptr);
-    }
+    ~ViewTest() override { setPlatform(nullptr); }
+    void TearDown() override { closeAll(); }
     /// Builds the page and shows it as the active window.
     QWidget& show(Window& window) {
         pages_.emplace_back(buildPage(window));

@@ -3,6 +3,7 @@
 #include "platform/qt/accessible.h"
 
 #include <QAccessibleWidget>
+#include <QScrollArea>
 
 #include "platform/qt/button_view.h"
 #include "platform/qt/list_view.h"
@@ -83,7 +84,10 @@ bool isOfToolkit(const QObject& object) {
            qobject_cast<const QPushButton*>(&object);
 }
 
+/// The toolkit's interface of a page counts on scroll bars that come and go, and ends the program when a client asks
+/// for one that has gone.
 QAccessibleInterface* makeInterface(const QString& /*className*/, QObject* object) {
+    if (auto* page = qobject_cast<QScrollArea*>(object)) return new QAccessibleWidget(page, QAccessible::Client);
     auto* view = dynamic_cast<ViewBase*>(object);
     return view && view->bound() && !isOfToolkit(*object) ? new SpokenView(*view) : nullptr;
 }

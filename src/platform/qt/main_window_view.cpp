@@ -7,6 +7,7 @@
 #include <QDeadlineTimer>
 #include <QMenuBar>
 #include <QScreen>
+#include <QShortcut>
 #include <QStatusBar>
 #include <QWindow>
 #include <algorithm>
@@ -40,6 +41,9 @@ MainWindowView::MainWindowView(MainWindow& model)
     setCentralWidget(area_);
     resize(UsualSize.boundedTo(screen()->availableSize()));
     QObject::connect(area_, &QMdiArea::subWindowActivated, this, [this](QMdiSubWindow* child) { activated(child); });
+    const auto* menuKey = new QShortcut(QKeySequence(Qt::Key_F10), this);
+    QObject::connect(menuKey, &QShortcut::activated, this,
+                     [this] { menuBar()->setActiveAction(menuBar()->actions().constFirst()); });
     model_.bind(this);
     controlChanged();
 }
