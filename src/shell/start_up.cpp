@@ -60,6 +60,12 @@ void enableEntries(bool boardsAreKnown) {
     MDIForm1().entry(PortMenu).Enabled = boardsAreKnown;
 }
 
+void choosePort(int port) {
+    if (!MDIForm1().entry(PortMenu).Enabled) return;
+    Link().Timer1.Enabled = true;  // the scan begins anew after an exit that found no launcher
+    OpenPort(port);
+}
+
 void bindMenu() {
     MainWindow& window = MDIForm1();
     for (const MenuRow& row : MenuTree())
@@ -67,10 +73,7 @@ void bindMenu() {
     enableEntries(false);
     window.entry("smnuExit").OnClick(smnuExit_Click);
     for (int i = 0; i < MainWindow::LanguageEntries; ++i) window.smnuLingue(i).OnClick([i] { smnuLingue_Click(i); });
-    for (int port = 1; port <= PortCount; ++port)
-        window.mnuCox(port).OnClick([port] {
-            if (MDIForm1().entry(PortMenu).Enabled) OpenPort(port);
-        });
+    for (int port = 1; port <= PortCount; ++port) window.mnuCox(port).OnClick([port] { choosePort(port); });
     window.entry(PortMenu).OnOpening(describePorts);
     describePorts();
 }
@@ -102,7 +105,8 @@ void MDIForm_Load(const std::string& title) {
 namespace {
 
 void leave() {
-    FrmSer_Unload();
+    // The wait for a board that is being asked goes on, should there be no launcher: nothing else would end it.
+    if (!Link().LinkSetup) FrmSer_Unload();
     try {
         const auto family = platform().programDirectory().parent_path();
         platform().changeDirectory(family);

@@ -111,6 +111,22 @@ TEST_F(Session, ClosingAPageWithTheFocusInABoxSendsNothing) {
     EXPECT_TRUE(eventually([&] { return board.value(MasterBoard, ServiceCode) == 22222; })) << "leaving it enters it";
 }
 
+TEST_F(Session, GoesOnWithoutALinkWhereExitFindsNoLauncherUntilAPortIsChosen) {
+    installation.removeLauncher();
+    FrmTempi& page = openTimes();
+    MDIForm1().entry("smnuExit").UserClick();
+    EXPECT_EQ(notice(), "Check serial interface ");
+    const qsizetype before = board.exchanges().size();
+    MDIForm1().entry("ssmnuTotali").UserClick();
+    QTest::qWait(300);
+    EXPECT_NE(FindLoadedPage("FrmTotali"), nullptr);
+    EXPECT_EQ(board.exchanges().size(), before);
+    for (int lamp = 1; lamp <= 3; ++lamp) EXPECT_EQ(MDIForm1().StatusBar1.Panels(lamp + 1).Picture, lamp) << "out";
+    MDIForm1().mnuCox(1).UserClick();
+    EXPECT_EQ(notice(), "");
+    EXPECT_TRUE(stepIsConfirmed(page, Qt::Key_Right, 1));
+}
+
 std::string contentOf(const std::filesystem::path& file) {
     std::ifstream in(file, std::ios::binary);
     return {std::istreambuf_iterator<char>(in), {}};

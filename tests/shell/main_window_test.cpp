@@ -75,10 +75,23 @@ TEST(Pages, AnEntryOpensAPageOnlyWhenThePageIsThereAndTheBoardsAreKnown) {
 
 TEST(WayOut, ExitStartsTheFamilyLauncherAndEndsTheProcessButNotWithoutALauncher) {
     World world;
-    world.start();
     world.platform.launcherIsThere = false;
+    world.platform.afterEvent = [] {
+        if (Link().LinkSetup) MDIForm1().entry("smnuExit").UserClick();
+    };
+    world.start();
+    EXPECT_TRUE(BoardPresent(0) && BoardPresent(1) && BoardPresent(2)) << "the boards are asked all the same";
+    ShowPage("FrmTempi");
+    world.run(100);
     EXPECT_NO_THROW(MDIForm1().entry("smnuExit").UserClick());
     world.run(5000);
+    StatusBar& bar = MDIForm1().StatusBar1;
+    EXPECT_EQ(bar.Panels(1).Text.get(), "Check serial interface ");
+    for (int lamp = 1; lamp <= 3; ++lamp) EXPECT_EQ(bar.Panels(lamp + 1).Picture, lamp) << "out";
+    EXPECT_FALSE(world.platform.portOpen());
+    MDIForm1().mnuCox(1).UserClick();
+    EXPECT_TRUE(world.settle()) << "a port that is chosen brings the link back";
+    EXPECT_EQ(bar.Panels(1).Text.get(), "");
     EXPECT_THROW(MDIForm_Unload(), ProcessEnded) << "closing the window ends it all the same";
     EXPECT_TRUE(world.platform.messages.empty());
     world.platform.launcherIsThere = true;
