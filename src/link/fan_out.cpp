@@ -76,6 +76,7 @@ void UnloadPage(Page& page) { takeOut(page); }
 void UnloadPageLater(Page& page) {
     std::unique_ptr<Page> leaving = takeOut(page);
     if (!leaving) return;
+    leaving->beginClosing();  // acts that still wait find dead controls
     state().leaving.push_back(std::move(leaving));
     if (!state().leavingTimer) {
         state().leavingTimer = std::make_unique<Timer>(AtOnceMs);
