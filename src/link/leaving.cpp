@@ -19,6 +19,7 @@ namespace kestrel {
 
 namespace {
 
+constexpr int SettleMs = 1;
 constexpr int TellMs = 100;
 
 struct Leaving {
@@ -32,6 +33,7 @@ struct LeavingState {
     std::function<void()> then;  ///< the end of the program
     bool tells = false;
     Timer limit{LeavingMs, Timer::OfTheLink};
+    Timer settle{SettleMs, Timer::OfTheLink};
     Timer tell{TellMs, Timer::OfTheLink};  ///< a box must not stand in the middle of what unloads a page
 };
 
@@ -43,12 +45,14 @@ std::unique_ptr<LeavingState>& instance() {
 void end();
 void tell_Timer();
 void changeEnded();
+void settle_Timer();
 
 LeavingState& state() {
     if (!instance()) {
         instance() = std::make_unique<LeavingState>();
         instance()->limit.OnTimer([] { FromOutside(instance().get(), end, Source::Program); });
         instance()->tell.OnTimer(tell_Timer);
+        instance()->settle.OnTimer(settle_Timer);
         OnChangeEnded(changeEnded);
     }
     return *instance();
@@ -66,7 +70,13 @@ void closeSoon(Page& page) {
         &page, [&page] { UnloadPageLater(page); }, Source::Program);
 }
 
+/// A change may end inside a handler of the very page.
 void changeEnded() {
+    if (!state().pages.empty() || state().then) state().settle.Enabled = true;
+}
+
+void settle_Timer() {
+    state().settle.Enabled = false;
     std::vector<Page*> settled;
     for (const Leaving& each : state().pages)
         if (!HasChanges(*each.page)) settled.push_back(each.page);

@@ -236,7 +236,8 @@ void LinkNextRecord() {
         ParamRecord& record = ParamTable(CurrentBank, link.ScanIndex);
         std::uint8_t& flags = ParamFlags(CurrentBank, link.ScanIndex);
         if ((flags & flag::Pending) && passesGate(record.Period)) {
-            if ((flags & flag::WriteDue) && WritesAreHeld()) HoldWrite(CurrentBank, link.ScanIndex);
+            const bool held = (flags & flag::WriteDue) && WritesAreHeld() && IsChange(CurrentBank, link.ScanIndex);
+            if (held) HoldWrite(CurrentBank, link.ScanIndex);
             sendRecord(record, flags);
             return;
         }

@@ -86,6 +86,7 @@ void ParamWrite(int index, std::uint32_t value) {
     StoreValue(ParamTable(CurrentBank, index), value);
     std::uint8_t& flags = ParamFlags(CurrentBank, index);
     flags = static_cast<std::uint8_t>((flags | flag::WriteDue | flag::Watched | flag::Pending) & ~flag::Valid);
+    DropHeldWrite(CurrentBank, index);
     NoteWrite(CurrentBank, index, value);
 }
 

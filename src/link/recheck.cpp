@@ -22,8 +22,8 @@ namespace kestrel {
 
 namespace {
 
-constexpr int SilencesAllowed = 3;  ///< of a slave board, whose answer may have been lost
-constexpr int ReadingsAllowed = 3;  ///< of an identity that differs, which noise may have done
+constexpr int SilencesAllowed = 10;  ///< of a slave board, in a row; answers get lost on a bad line
+constexpr int ReadingsAllowed = 3;   ///< of the same identity that differs, in a row; noise makes others
 constexpr int AskUserMs = 100;
 
 /// The last is the master's alone.
@@ -54,6 +54,7 @@ struct RecheckState {
     int silences = 0;          ///< to the present question
     int differentReadings = 0;
     std::array<int, Questions.size()> answers{};
+    std::array<int, Questions.size()> differed{};  ///< the answers that differed last
 
     std::set<std::pair<int, int>> unread;  ///< records that have not been read again
     std::vector<HeldWrite> held;
@@ -124,12 +125,16 @@ void refuse() {
 
 /// One reading may be noise: what differs counts when it does so again and again.
 void identityDiffers() {
-    if (++state().differentReadings >= ReadingsAllowed) return refuse();
+    RecheckState& here = state();
+    const bool again = std::exchange(here.differed, here.answers) == here.answers;
+    here.differentReadings = again ? here.differentReadings + 1 : 1;
+    if (here.differentReadings >= ReadingsAllowed) return refuse();
     beginAsking();
 }
 
 void bankIsAnswered() {
     RecheckState& here = state();
+    here.answers.front() = 0;  // the probe tells nothing but that a board answers
     const auto& [probe, release, software, kind, typeLow, typeHigh, revision] = here.answers;
     const BoardIdentity identity{release, software, kind, typeLow + 256 * typeHigh};
     const bool sameRevision = here.bank != 0 || revision == BoardRevision();
@@ -144,7 +149,7 @@ void takeAnswer() {
     RecheckState& here = state();
     here.answerIsOut = false;
     if (Link().ReplyData.empty()) {
-        if (here.bank != 0 && ++here.silences >= SilencesAllowed) identityDiffers();
+        if (here.bank != 0 && ++here.silences >= SilencesAllowed) refuse();
         return;
     }
     here.silences = 0;
@@ -160,19 +165,31 @@ void askNext() {
     SendIdentityQuestion(IdentTable(here.bank, Questions[here.question]));
 }
 
-/// Suspended changes of pages that are gone too; what such a page wrote by itself stays suspended.
-void sweepDueWrites() {
+/// Suspended changes of pages that are gone too.
+void holdDueChanges() {
     eachRecord([](int bank, int index) {
-        const std::uint8_t flags = ParamFlags(bank, index);
-        if ((flags & flag::WriteDue) && ((flags & flag::Pending) || IsChange(bank, index))) HoldWrite(bank, index);
+        if ((ParamFlags(bank, index) & flag::WriteDue) && IsChange(bank, index)) HoldWrite(bank, index);
     });
+}
+
+/// What pages wrote by themselves was for the machine that was there.
+void dropOtherWrites() {
+    const int bankBefore = CurrentBank;
+    eachRecord([](int bank, int index) {
+        if (!(ParamFlags(bank, index) & flag::WriteDue) || IsChange(bank, index)) return;
+        CurrentBank = bank;
+        ParamWithdraw(index);
+    });
+    CurrentBank = bankBefore;
 }
 
 std::vector<PageChanges> heldByPage() {
     std::vector<PageChanges> pages;
+    std::set<std::pair<const Control*, std::uint32_t>> counted;  // a value and its copy are one change
     for (const HeldWrite& each : state().held)
         for (const Change& change : Changes()) {
-            if (change.bank != each.bank || change.index != each.index || change.copy) continue;
+            if (change.bank != each.bank || change.index != each.index) continue;
+            if (change.control && !counted.emplace(change.control, change.value).second) continue;
             const std::string page = change.page ? change.page->Caption.get() : change.pageCaption;
             const auto found =
                 std::find_if(pages.begin(), pages.end(), [&](const PageChanges& known) { return known.page == page; });
@@ -189,7 +206,7 @@ void releaseWrites(bool send) {
     state().phase = Phase::Open;
     const int bank = CurrentBank;
     for (const HeldWrite& each : held) {
-        if (!send && IsChange(each.bank, each.index)) {
+        if (!send) {
             ForgetChange(each.bank, each.index);
             continue;
         }
@@ -200,11 +217,9 @@ void releaseWrites(bool send) {
 }
 
 void readingEnds() {
-    sweepDueWrites();
-    const std::vector<PageChanges> pages = heldByPage();
-    state().phase = Phase::Holding;
-    if (pages.empty()) return releaseWrites(true);  // the pages' own
-    askUserSoon();
+    holdDueChanges();
+    state().phase = state().held.empty() ? Phase::Open : Phase::Holding;
+    if (!state().held.empty()) askUserSoon();
 }
 
 void askUser_Timer() {
@@ -234,8 +249,11 @@ LinkAttendant& Attendant() {
 }
 
 void InterruptLine() {
+    const bool isNews = state().phase != Phase::Asking;
     state().differentReadings = 0;
     beginAsking();
+    if (!isNews) return;
+    dropOtherWrites();
     for (Page* page : LoadedPages()) page->LineInterrupted();
 }
 

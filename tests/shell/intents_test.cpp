@@ -154,7 +154,7 @@ TEST(AnotherMachine, GetsNothingAndTheProgramStartsAnewWithItWhenTheUserSaysSo) 
         page.HScroll1[Row].UserMove(71 - 32768);
         world.platform.lines[1] = &other;
         world.platform.answers.push_back(anew ? Message::Answer::Yes : Message::Answer::No);
-        world.run(30'000);
+        world.run(60'000);
         ASSERT_EQ(world.platform.messages.size(), 1U);
         EXPECT_EQ(writes, 0);
         EXPECT_EQ(FindLoadedPage("FrmPrezzi") == nullptr, anew);

@@ -367,7 +367,7 @@ class Model {
     /// What is still due is held as well, but for what a page that is gone wrote by itself.
     void endReading() {
         eachRecord([this](int index) {
-            if ((flags(index) & WriteDue) && ((flags(index) & Pending) || isUsers(currentBank, index))) hold(index);
+            if ((flags(index) & WriteDue) && isUsers(currentBank, index)) hold(index);
         });
         recheck.phase = Recheck::Open;
     }
@@ -407,7 +407,8 @@ class Model {
     void ask(int index, Micros now) {
         request_.record = at(bank().file, index);
         request_.data = record(index).value;
-        if ((flags(index) & WriteDue) != 0 && (holding || recheck.phase == Recheck::Reading)) hold(index);
+        const bool holds = holding || recheck.phase == Recheck::Reading;
+        if (holds && (flags(index) & WriteDue) != 0 && isUsers(currentBank, index)) hold(index);
         request_.dataCount = request_.data.size();
         if ((flags(index) & WriteDue) != 0) request_.record.command = low8(request_.record.command | writeBit);
         flags(index) = low8(flags(index) & ~WriteDue);

@@ -15,7 +15,7 @@ class Recheck {
     /// Numbers of the identity records in the order of asking; the last is asked of bank 0 alone.
     static constexpr std::array<int, 7> questions{1, 17, 11, 12, 13, 14, 18};
     static constexpr std::size_t probe = 0;  ///< whose answer means nothing
-    static constexpr int silencesAllowed = 3, readingsAllowed = 3;
+    static constexpr int silencesAllowed = 10, readingsAllowed = 3;
 
     enum Phase { Open, Asking, Reading, Closed };
     Phase phase = Open;
@@ -36,10 +36,11 @@ class Recheck {
     void take(int answer, const std::array<bool, BankCount>& present) {
         if (!std::exchange(out_, false)) return;
         if (answer < 0) {
-            if (bank_ != 0 && ++silences_ == silencesAllowed) differs();
+            if (bank_ != 0 && ++silences_ == silencesAllowed) phase = Closed;
             return;
         }
         silences_ = 0;
+        if (question_ != probe) said_[question_] = answer;
         differs_ = differs_ || (question_ != probe && answer != known_[at(bank_)][question_]);
         if (++question_ < questions.size() - (bank_ == 0 ? 0 : 1)) return;
         if (differs_) return differs();
@@ -69,13 +70,16 @@ class Recheck {
         question_ = 0;
         out_ = differs_ = false;
     }
-    /// One reading may be noise.
+    /// One reading may be noise; the same one again and again is not.
     void differs() {
-        if (++different_ < readingsAllowed) return begin();
+        different_ = said_ == saidBefore_ ? different_ + 1 : 1;
+        saidBefore_ = said_;
+        if (different_ < readingsAllowed) return begin();
         phase = Closed;
     }
 
     std::array<std::array<int, questions.size()>, BankCount> known_{};
+    std::array<int, questions.size()> said_{}, saidBefore_{};
     int bank_ = 0, silences_ = 0, different_ = 0;
     std::size_t question_ = 0;
     bool out_ = false, differs_ = false;
