@@ -20,7 +20,7 @@ namespace kestrel {
 namespace {
 
 constexpr int SettleMs = 1;
-constexpr int TellMs = 100;
+constexpr int TellMs = 20;
 
 struct Leaving {
     Page* page;

@@ -19,6 +19,8 @@ class Page : public Window {
 
     /// The line was interrupted: an order that has not gone out is given up.
     virtual void LineInterrupted() {}
+    /// The boards are known to be the same again.
+    virtual void LineResumed() {}
 
     /// Values that this page has been told of since it was loaded.
     long arrivals() const { return arrivals_; }

@@ -105,10 +105,23 @@ void endAsking(Phase next) {
     CurrentBank = 0;
 }
 
+/// What pages wrote by themselves was for the machine that was there.
+void dropOtherWrites() {
+    const int bankBefore = CurrentBank;
+    eachRecord([](int bank, int index) {
+        if (!(ParamFlags(bank, index) & flag::WriteDue) || IsChange(bank, index)) return;
+        CurrentBank = bank;
+        ParamWithdraw(index);
+    });
+    CurrentBank = bankBefore;
+}
+
 /// Everything that is watched is wanted once more, and what is due to be written waits.
 void beginReading() {
     RecheckState& here = state();
     endAsking(Phase::Reading);
+    dropOtherWrites();
+    for (Page* page : LoadedPages()) page->LineResumed();
     here.unread.clear();
     eachRecord([&](int bank, int index) {
         if (ParamTable(bank, index).Watchers > 0) {
@@ -170,17 +183,6 @@ void holdDueChanges() {
     eachRecord([](int bank, int index) {
         if ((ParamFlags(bank, index) & flag::WriteDue) && IsChange(bank, index)) HoldWrite(bank, index);
     });
-}
-
-/// What pages wrote by themselves was for the machine that was there.
-void dropOtherWrites() {
-    const int bankBefore = CurrentBank;
-    eachRecord([](int bank, int index) {
-        if (!(ParamFlags(bank, index) & flag::WriteDue) || IsChange(bank, index)) return;
-        CurrentBank = bank;
-        ParamWithdraw(index);
-    });
-    CurrentBank = bankBefore;
 }
 
 std::vector<PageChanges> heldByPage() {

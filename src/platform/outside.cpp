@@ -26,6 +26,7 @@ struct Waiting {
 
 struct Door {
     bool exchangeIsOpen = false;
+    long exchanges = 0;  ///< that have been opened
     std::deque<Waiting> waiting;
     Timer turn{NextTurnMs, Timer::OfTheLink};  ///< lets them in as an event of their own, once the exchange has ended
     Timer patience{PatienceMs, Timer::OfTheLink};  ///< runs from the oldest on
@@ -53,7 +54,13 @@ Door& door() {
 /// Those that wait now; an act that asks the user something lets later ones in meanwhile.
 void letIn() {
     door().patience.Enabled = false;
+    const long exchange = door().exchanges;
     for (auto left = door().waiting.size(); left > 0; --left) {
+        // An act asked the user something, and the line went on meanwhile.
+        if (door().exchangeIsOpen && door().exchanges != exchange) {
+            door().patience.Enabled = true;
+            return;
+        }
         auto& waiting = door().waiting;
         const auto first = std::find_if(waiting.begin(), waiting.end(), std::mem_fn(&Waiting::mayComeIn));
         if (first == waiting.end()) return;
@@ -68,6 +75,7 @@ void letIn() {
 void FromOutside(const void* sender, std::function<void()> act, Source source) {
     Door& here = door();
     if (!here.exchangeIsOpen && (here.waiting.empty() || source == Source::Continued)) return act();
+    if (!AnyActWaits()) here.patience.Enabled = false;  // it may still run for one that was taken back
     here.waiting.insert(source == Source::Continued ? here.waiting.begin() : here.waiting.end(),
                         {sender, std::move(act), source});
     here.patience.Enabled = true;
@@ -87,7 +95,10 @@ bool AnyActWaits() {
     return std::any_of(waiting.begin(), waiting.end(), std::mem_fn(&Waiting::mayComeIn));
 }
 
-void ExchangeOpened() { door().exchangeIsOpen = true; }
+void ExchangeOpened() {
+    if (!door().exchangeIsOpen) ++door().exchanges;
+    door().exchangeIsOpen = true;
+}
 
 void ExchangeEnded() {
     door().exchangeIsOpen = false;
@@ -95,7 +106,10 @@ void ExchangeEnded() {
 }
 
 void MessageClosed() {
-    if (instance() && AnyActWaits()) door().turn.Enabled = true;
+    if (!instance() || !AnyActWaits()) return;
+    door().turn.Enabled = true;
+    door().patience.Enabled = false;
+    door().patience.Enabled = true;
 }
 
 void ResetOutside() { instance().reset(); }

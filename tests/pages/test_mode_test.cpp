@@ -155,7 +155,9 @@ TEST(TestMode, WhatWasOrderedWhileTheAdapterWasOutDoesNotRunWhenItIsBack) {
             WriteLog log(world);
             world.machine.portBack();
             world.run(20'000);
-            EXPECT_EQ(log.take(), each.afterwards);
+            Writes written = log.take();
+            std::erase(written, BoardValue{0, 368, 255});  // the page of tests says again that it is open
+            EXPECT_EQ(written, each.afterwards);
             for (const int output : {AlderOutput, AlderOutput + 2}) EXPECT_EQ(world.board(1, output), 0U);
             EXPECT_EQ(world.board(2, CedarBit), 0U);
         }

@@ -68,11 +68,15 @@ FrmInOut::FrmInOut() : Page("FrmInOut") {
 
 void FrmInOut::Form_Load() {
     DisableSwitches();
-    CurrentBank = 0;
-    ParamWrite(PageOpenMarker, PageIsOpen);
+    tellMaster();
     PageSubscribe();
     PageCaptions();
     CenterPage(*this);
+}
+
+void FrmInOut::tellMaster() {
+    CurrentBank = 0;
+    ParamWrite(PageOpenMarker, PageIsOpen);
 }
 
 void FrmInOut::Form_Activate() { PageCaptions(); }

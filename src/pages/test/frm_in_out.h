@@ -54,6 +54,7 @@ class FrmInOut : public Page {
     void Form_Unload() override;
     void SLabel_Change(int n, ParamValue value) override;
     void LineInterrupted() override;
+    void LineResumed() override { tellMaster(); }
 
   private:
     void PageSubscribe();
@@ -61,6 +62,7 @@ class FrmInOut : public Page {
     void PageCaptions();
     void nameRows();
 
+    void tellMaster();
     void Command1_Click();
     void Timer1_Timer();
     void ShowTestState();
