@@ -80,10 +80,15 @@ class AllPages : public ::testing::Test {
                 if ((ParamFlags(bank, number) & (flag::Watched | flag::Valid)) == flag::Watched) return true;
         return false;
     }
+    bool unread() const {
+        const std::vector<ViewBase*> views = viewsOf(*platform.view);
+        return std::any_of(views.begin(), views.end(), [](const ViewBase* view) { return view->unread(); });
+    }
     void fill() {
         constexpr int LongestWait = 60'000;  // virtual milliseconds
-        for (int waited = 0; waited < LongestWait && missing(); waited += 20) platform.run(20);
+        for (int waited = 0; waited < LongestWait && (missing() || unread()); waited += 20) platform.run(20);
         EXPECT_FALSE(missing());
+        EXPECT_FALSE(unread());
         settle();
     }
     ChildWindow& open(const MenuRow& row) {
