@@ -157,5 +157,20 @@ TEST_F(Closing, CommitsNothing) {
         }
 }
 
+TEST_F(Closing, DisablesThePageWhileItWaitsForWhatIsDueAndClosesItOnce) {
+    int closings = 0;
+    open();
+    page->OnClose([&] {
+        ++closings;
+        page->beginClosing();
+    });
+    for (int i = 0; i < 2; ++i) child().close();
+    EXPECT_EQ(closings, 1);
+    for (const Control* control : std::initializer_list<const Control*>{&page->Text1, &page->HScroll1, &page->First})
+        EXPECT_FALSE(widgetOf(*control).isEnabled());
+    EXPECT_TRUE(child().isVisible());
+    EXPECT_EQ(page->values(), "123 100 0");
+}
+
 }  // namespace
 }  // namespace kestrel::qt

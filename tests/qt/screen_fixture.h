@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <algorithm>
 #include <memory>
 #include <string>
 #include <vector>
@@ -15,6 +16,7 @@
 #include "platform/qt/style.h"
 #include "shell/main_window.h"
 #include "support/world.h"
+#include "view_fixture.h"
 
 namespace kestrel::qt::testing {
 
@@ -65,10 +67,15 @@ class ScreenTest : public ::testing::Test {
                 if ((ParamFlags(bank, number) & (flag::Watched | flag::Valid)) == flag::Watched) return true;
         return false;
     }
+    bool unread() const {
+        const std::vector<ViewBase*> views = viewsOf(*platform.view);
+        return std::any_of(views.begin(), views.end(), [](const ViewBase* view) { return view->unread(); });
+    }
     void fill() {
         constexpr int LongestWait = 60'000;  // virtual milliseconds
-        for (int waited = 0; waited < LongestWait && missing(); waited += 20) platform.run(20);
+        for (int waited = 0; waited < LongestWait && (missing() || unread()); waited += 20) platform.run(20);
         EXPECT_FALSE(missing());
+        EXPECT_FALSE(unread());
         settle();
     }
     ChildWindow& open(const MenuRow& row) {

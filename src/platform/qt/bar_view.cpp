@@ -23,7 +23,8 @@ constexpr double HandleWidth = 12;
 
 BarView::BarView(ScrollBar& bar)
     : View(bar),
-      gesture_([this] { valueShown(); }, [this](int value) { act([&](ScrollBar& moved) { moved.UserMove(value); }); }) {
+      gesture_([this] { valueShown(); },
+               [this](int value) { return act([&](ScrollBar& moved) { moved.UserMove(value); }); }) {
     setFocusPolicy(Qt::StrongFocus);
     setAttribute(Qt::WA_Hover);
     setPolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
@@ -31,6 +32,7 @@ BarView::BarView(ScrollBar& bar)
 }
 
 void BarView::showState() {
+    if (!model().actWaits()) gesture_.taken();
     if (value_ == model().Value && lowest_ == model().Min && highest_ == model().Max) return;
     value_ = model().Value;
     lowest_ = model().Min;
@@ -90,7 +92,7 @@ QString BarView::handleText() const {
 void BarView::drawEnds(Brush& brush) const {
     const double end = trough().left();
     const auto color = [&](Part part, bool dead) {
-        if (dead || !isEnabled()) return colors().line;
+        if (dead || unread() || !isEnabled()) return colors().line;
         return pressed_ == part ? colors().accent : colors().quietText;
     };
     drawArrow(brush, {0, 0, end, static_cast<double>(height())}, Arrow::Left,
@@ -105,6 +107,10 @@ void BarView::paintEvent(QPaintEvent* /*event*/) {
     const QRectF track = trough();
     const QRectF grip = handle();
     const QRectF line(track.left(), height() / 2.0 - 3, track.width(), 6);
+    if (unread()) {
+        drawUnread(brush, line, 3);
+        return drawMarks(brush, *this, QRectF(rect()).adjusted(3, 4, -3, -4));
+    }
     drawShape(brush, line, 3, colors().field, colors().outline);
     const QColor strength = isEnabled() ? colors().accent : colors().outline;
     drawShape(brush, QRectF(line.topLeft(), QPointF(grip.center().x(), line.bottom())), 3, strength, strength);
@@ -255,7 +261,7 @@ void BarView::endGesture() {
 }
 
 void BarView::beginTyping() {
-    if (!isEnabled() || !bound()) return;
+    if (!isEnabled() || !bound() || unread()) return;
     setFocus(Qt::OtherFocusReason);
     gesture_.commit();
     setTyped(toQt(model().textOf(value_)), true);
@@ -300,17 +306,23 @@ bool BarView::commitTyped() {
     const std::optional<int> value = model().valueOf(typed_.toStdString());
     if (!value) return false;
     setTyped({});
-    act([&](ScrollBar& moved) { moved.UserMove(*value); });
+    gesture_.hold(*value);
+    gesture_.commit();
     return true;
 }
 
-QString BarView::spokenValue() const {
+QString BarView::valueInWords() const {
     const QString text = handleText();
-    return text.isEmpty() ? toQt(model().textOf(value_)) : text;
+    return text.isEmpty() ? toQt(model().textOf(shownValue())) : text;
 }
 
-std::optional<ViewBase::Span> BarView::span() const { return Span{lowest_, highest_, shownValue(), 1}; }
+std::optional<ViewBase::Span> BarView::span() const {
+    if (unread()) return std::nullopt;
+    return Span{lowest_, highest_, shownValue(), 1};
+}
 
-void BarView::moveTo(int value) { gesture_.step(bounded(value)); }
+void BarView::moveTo(int value) {
+    if (!unread()) gesture_.step(bounded(value));
+}
 
 }  // namespace kestrel::qt

@@ -20,7 +20,7 @@ class BarView : public View<ScrollBar> {
     /// Opens the field with the present value in it, all of it chosen: the first figure takes its place.
     void beginTyping();
     QAccessible::Role spokenRole() const override { return QAccessible::Slider; }
-    QString spokenValue() const override;
+    QString valueInWords() const override;
     std::optional<Span> span() const override;
     void moveTo(int value) override;
 

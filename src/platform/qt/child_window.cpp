@@ -63,6 +63,7 @@ void ChildWindow::controlChanged() {
         setWindowTitle(title);
         fit();
     }
+    page_->setEnabled(!model_->closing());
     place();
 }
 
@@ -96,7 +97,7 @@ void ChildWindow::endGestures() { qt::endGestures(page_); }
 
 void ChildWindow::closeEvent(QCloseEvent* event) {
     event->ignore();
-    if (!model_) return;
+    if (!model_ || model_->closing()) return;
     endGestures();
     deliver([this] { model_->UserClose(); });
 }

@@ -21,14 +21,56 @@ void drawShape(QPainter& painter, const QRectF& shape, double radius, const QCol
     painter.drawRoundedRect(shape.adjusted(inset, inset, -inset, -inset), radius, radius);
 }
 
+QString dash() { return QStringLiteral("–"); }
+
+void drawUnread(QPainter& painter, const QRectF& shape, double radius) {
+    QPainterPath path;
+    path.addRoundedRect(shape.adjusted(0.5, 0.5, -0.5, -0.5), radius, radius);
+    drawUnread(painter, path);
+}
+
+void drawUnread(QPainter& painter, const QPainterPath& shape) {
+    QPen edge(colors().outline, 1.0);
+    edge.setDashPattern({3, 3});
+    painter.setBrush(Qt::NoBrush);
+    painter.setPen(edge);
+    painter.drawPath(shape);
+}
+
+namespace {
+
+/// A disc for what is on its way.
+void drawDisc(QPainter& painter, const QPointF& centre) {
+    painter.setPen(QPen(colors().panel, 1.0));
+    painter.setBrush(colors().waiting);
+    painter.drawEllipse(centre, 4.5, 4.5);
+}
+
+/// A warning sign for what got lost.
+void drawWarning(QPainter& painter, const QPointF& centre) {
+    constexpr double Reach = 6.5;
+    const QPointF sign[] = {centre + QPointF(0, -Reach), centre + QPointF(Reach, Reach * 0.75),
+                            centre + QPointF(-Reach, Reach * 0.75)};
+    painter.setPen(QPen(colors().panel, 1.0, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    painter.setBrush(colors().alarm);
+    painter.drawPolygon(sign, 3);
+    painter.fillRect(QRectF(centre.x() - 0.75, centre.y() - 3, 1.5, 4), colors().panel);
+    painter.fillRect(QRectF(centre.x() - 0.75, centre.y() + 2, 1.5, 1.5), colors().panel);
+}
+
+}  // namespace
+
+void drawStanding(QPainter& painter, const ViewBase& view, const QRectF& shape, double radius) {
+    if (!view.waiting() && !view.lost()) return;
+    drawShape(painter, shape, radius, Qt::transparent, view.lost() ? colors().alarm : colors().waiting, 2.0);
+    view.lost() ? drawWarning(painter, shape.topRight() + QPointF(-4, 3))
+                : drawDisc(painter, shape.topRight() + QPointF(-2, 2));
+}
+
 void drawMarks(QPainter& painter, const ViewBase& view, const QRectF& shape, double radius) {
     if (view.widget().hasFocus())
         drawShape(painter, shape.adjusted(-3, -3, 3, 3), radius + 3, Qt::transparent, colors().accent, 2.0);
-    if (!view.waiting()) return;
-    drawShape(painter, shape, radius, Qt::transparent, colors().waiting, 2.0);
-    painter.setPen(QPen(colors().panel, 1.0));
-    painter.setBrush(colors().waiting);
-    painter.drawEllipse(shape.topRight() + QPointF(-2, 2), 4.5, 4.5);
+    drawStanding(painter, view, shape, radius);
 }
 
 void drawArrow(QPainter& painter, const QRectF& place, Arrow direction, const QColor& color) {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QPainter>
+#include <QPainterPath>
 #include <QRectF>
 #include <QString>
 
@@ -26,7 +27,15 @@ QColor textColor(const QWidget& widget);
 void drawShape(QPainter& painter, const QRectF& shape, double radius, const QColor& fill, const QColor& edge,
                double width = 1.0);
 
-/// The waiting mark and the focus ring of a view, round the shape that it draws.
+/// What stands for a figure that has not been read.
+QString dash();
+/// The shape of what has not been read: nothing in it, and an edge of dashes.
+void drawUnread(QPainter& painter, const QRectF& shape, double radius = CornerRadius);
+void drawUnread(QPainter& painter, const QPainterPath& shape);
+
+/// The mark of a change that waits for the board, or of one that the board did not take.
+void drawStanding(QPainter& painter, const ViewBase& view, const QRectF& shape, double radius = CornerRadius);
+/// The same and the focus ring of a view, round the shape that it draws.
 void drawMarks(QPainter& painter, const ViewBase& view, const QRectF& shape, double radius = CornerRadius);
 
 enum class Arrow { Left, Right, Up, Down };

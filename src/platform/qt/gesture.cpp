@@ -6,7 +6,7 @@
 
 namespace kestrel::qt {
 
-Gesture::Gesture(std::function<void()> show, std::function<void(int)> change)
+Gesture::Gesture(std::function<void()> show, std::function<bool(int)> change)
     : show_(std::move(show)), change_(std::move(change)) {
     settle_.setSingleShot(true);
     settle_.setInterval(SettleTime);
@@ -33,7 +33,8 @@ void Gesture::commit() {
     if (!preview_) return;
     const int value = *preview_;
     preview_.reset();
-    change_(value);
+    handedOver_ = value;
+    if (change_(value)) taken();
     show_();
 }
 

@@ -38,9 +38,6 @@ void LabelView::showState() {
     if (renamed) {
         shownCaption_ = model().Caption;
         text_ = toQt(shownCaption_);
-        // A value that no board should have may be too long for its place, where it is drawn cut off.
-        const bool isCutOff = isFigure() && figuresWidth(fontMetrics(), text_) > widestFigures();
-        if (isFigure()) setToolTip(isCutOff ? text_ : QString());
         valueShown();
     }
     if (foreColor_ != model().ForeColor) {
@@ -51,6 +48,12 @@ void LabelView::showState() {
         chosen_ = model().Chosen;
         valueShown();
     }
+}
+
+/// A value that no board should have may be too long for its place, where it is drawn cut off.
+QString LabelView::ownToolTip() const {
+    const bool isCutOff = isFigure() && !unread() && figuresWidth(fontMetrics(), text_) > widestFigures();
+    return isCutOff ? text_ : ViewBase::ownToolTip();
 }
 
 int LabelView::widestFigures() const {
@@ -70,6 +73,7 @@ QSize LabelView::sizeHint() const {
 }
 
 QColor LabelView::ink() const {
+    if (unread()) return colors().quietText;
     if (chosen_ && isEnabled()) return colors().onAccent;
     if (!isEnabled() || foreColor_ == Label::DefaultColor) return textColor(*this);
     // The pure colours of lamps and warnings are the look's own ones.
@@ -102,7 +106,7 @@ void LabelView::paintEvent(QPaintEvent* /*event*/) {
         brush.setFont(underlined);
     }
     if (isFigure()) {
-        drawFigures(brush, rect(), fontMetrics().elidedText(text_, Qt::ElideLeft, width()));
+        drawFigures(brush, rect(), unread() ? dash() : fontMetrics().elidedText(text_, Qt::ElideLeft, width()));
     } else {
         brush.drawText(rect(), static_cast<int>(canPress() ? Qt::AlignCenter : Qt::AlignLeft | Qt::AlignVCenter),
                        text_);
@@ -112,7 +116,7 @@ void LabelView::paintEvent(QPaintEvent* /*event*/) {
 
 QString LabelView::spokenName() const { return isFigure() || text_.isEmpty() ? ViewBase::spokenName() : text_; }
 
-QString LabelView::spokenValue() const {
+QString LabelView::valueInWords() const {
     if (chosen_) return word(Word::On);
     return isFigure() ? text_ : QString();
 }

@@ -15,7 +15,7 @@ class LabelView : public View<Label> {
 
     /// Of a value label: its text. Of a caption the empty text, since the name says it. Of the chosen key that it is
     /// on.
-    QString spokenValue() const override;
+    QString valueInWords() const override;
     QString spokenName() const override;
     QAccessible::Role spokenRole() const override;
     bool canPress() const override { return model().isClickable(); }
@@ -28,6 +28,7 @@ class LabelView : public View<Label> {
     bool isFigure() const { return model().role == Label::Role::Value; }
 
   protected:
+    QString ownToolTip() const override;
     void showState() override;
     void paintEvent(QPaintEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;

@@ -20,16 +20,28 @@ void drawTick(QPainter& painter, const QRectF& place, const QColor& color) {
     painter.drawPolyline(line, 3);
 }
 
+QRectF shapeOf(const QRectF& place, bool round) {
+    if (!round) return place;
+    const double side = std::min(place.width(), place.height());
+    QRectF shape(0, 0, side, side);
+    shape.moveCenter(place.center());
+    return shape;
+}
+
+double radiusOf(const QRectF& shape, bool round) {
+    return round ? shape.width() / 2 : std::min(3.0, shape.height() / 4);
+}
+
 }  // namespace
 
+void drawUnreadLamp(QPainter& painter, const QRectF& place, bool round) {
+    const QRectF shape = shapeOf(place, round);
+    drawUnread(painter, shape, radiusOf(shape, round));
+}
+
 void drawLamp(QPainter& painter, const QRectF& place, bool round, bool lit, bool enabled) {
-    QRectF shape = place;
-    if (round) {
-        const double side = std::min(place.width(), place.height());
-        shape = QRectF(0, 0, side, side);
-        shape.moveCenter(place.center());
-    }
-    const double radius = round ? shape.width() / 2 : std::min(3.0, shape.height() / 4);
+    const QRectF shape = shapeOf(place, round);
+    const double radius = radiusOf(shape, round);
     if (!lit) return drawShape(painter, shape, radius, colors().field, colors().outline, 2);
     const QColor light = enabled ? colors().lit : colors().disabledText;
     drawShape(painter, shape, radius, light, light);

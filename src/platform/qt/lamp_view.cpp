@@ -25,10 +25,11 @@ void LampView::paintEvent(QPaintEvent* /*event*/) {
     Brush brush(*this);
     // In a row it keeps off its neighbours; on a drawing it fills its place.
     const double margin = height() < sizeHint().height() ? 0.5 : 3;
-    drawLamp(brush, QRectF(rect()).adjusted(1, margin, -1, -margin), model().shape == Led::Shape::Round, lit_,
-             isEnabled());
+    const QRectF shape = QRectF(rect()).adjusted(1, margin, -1, -margin);
+    const bool round = model().shape == Led::Shape::Round;
+    unread() ? drawUnreadLamp(brush, shape, round) : drawLamp(brush, shape, round, lit_, isEnabled());
 }
 
-QString LampView::spokenValue() const { return word(lit_ ? Word::On : Word::Off); }
+QString LampView::valueInWords() const { return word(lit_ ? Word::On : Word::Off); }
 
 }  // namespace kestrel::qt

@@ -12,7 +12,7 @@ class LampView : public View<Led> {
     explicit LampView(Led& led);
 
     QAccessible::Role spokenRole() const override { return QAccessible::Indicator; }
-    QString spokenValue() const override;
+    QString valueInWords() const override;
     QSize sizeHint() const override;
 
   protected:

@@ -32,6 +32,7 @@ QSize LedBarView::sizeHint() const { return {rowHeight(*this) * 4, textHeight(*t
 
 void LedBarView::paintEvent(QPaintEvent* /*event*/) {
     Brush brush(*this);
+    if (unread()) return drawUnread(brush, QRectF(rect()).adjusted(2, 6, -2, -6), 1.5);
     const int count = segments();
     const double part = highest_ > 0 ? std::clamp(static_cast<double>(position_) / highest_, 0.0, 1.0) : 0;
     const auto litCount = static_cast<int>(std::lround(part * count));
@@ -49,7 +50,7 @@ void LedBarView::paintEvent(QPaintEvent* /*event*/) {
     }
 }
 
-QString LedBarView::spokenValue() const {
+QString LedBarView::valueInWords() const {
     const bool beyond = position_ < 0 || position_ > highest_;
     return beyond ? qt::outOfRange(QString::number(position_)) : QStringLiteral("%1 / %2").arg(position_).arg(highest_);
 }

@@ -12,7 +12,7 @@ class LedBarView : public View<LedBar> {
     explicit LedBarView(LedBar& bar);
 
     QAccessible::Role spokenRole() const override { return QAccessible::ProgressBar; }
-    QString spokenValue() const override;
+    QString valueInWords() const override;
     QSize sizeHint() const override;
 
   protected:

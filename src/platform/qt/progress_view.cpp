@@ -34,6 +34,6 @@ void ProgressView::paintEvent(QPaintEvent* /*event*/) {
     drawShape(brush, QRectF(track.left(), track.top(), filled, track.height()), 4, strength, strength);
 }
 
-QString ProgressView::spokenValue() const { return QStringLiteral("%1 %").arg(std::lround(part() * 100)); }
+QString ProgressView::valueInWords() const { return QStringLiteral("%1 %").arg(std::lround(part() * 100)); }
 
 }  // namespace kestrel::qt

@@ -12,7 +12,7 @@ class ProgressView : public View<ProgressBar> {
     explicit ProgressView(ProgressBar& bar);
 
     QAccessible::Role spokenRole() const override { return QAccessible::ProgressBar; }
-    QString spokenValue() const override;
+    QString valueInWords() const override;
     QSize sizeHint() const override;
 
   protected:

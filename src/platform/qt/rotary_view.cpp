@@ -48,14 +48,17 @@ void RotarySwitchView::paintEvent(QPaintEvent* /*event*/) {
     const double radius = place.width() / 2;
     const QColor strength = isEnabled() ? colors().accent : colors().disabledText;
     brush.setPen(Qt::NoPen);
-    for (int i = 0; i <= top(); ++i) {
-        brush.setBrush(i == position() ? strength : colors().outline);
-        const double dot = i == position() ? 2.0 : 1.3;
+    for (int i = 0; i <= top() && !unread(); ++i) {
+        brush.setBrush(isChosen(i) ? strength : colors().outline);
+        const double dot = isChosen(i) ? 2.0 : 1.3;
         brush.drawEllipse(towards(centre, angleOf(i), radius - 1.5), dot, dot);
     }
     const QRectF cap = place.adjusted(5, 5, -5, -5);
-    drawShape(brush, cap, cap.width() / 2, isEnabled() ? colors().button : colors().panel, colors().outline);
-    if (!outOfRange()) {
+    if (unread())
+        drawUnread(brush, place.adjusted(3, 3, -3, -3), place.width() / 2 - 3);
+    else
+        drawShape(brush, cap, cap.width() / 2, isEnabled() ? colors().button : colors().panel, colors().outline);
+    if (!outOfRange() && !unread()) {
         brush.setPen(QPen(strength, 2.4, Qt::SolidLine, Qt::RoundCap));
         brush.drawLine(towards(centre, angleOf(position()), radius - 12),
                        towards(centre, angleOf(position()), radius - 7));

@@ -103,11 +103,12 @@ QSize SevenSegmentView::sizeHint() const {
 }
 
 void SevenSegmentView::paintEvent(QPaintEvent* /*event*/) {
+    if (unread()) return drawText(*this, QString(model().digits, u'-'), colors().outline);
     if (overflow_) return drawText(*this, QString(model().digits, u'-'), colors().alarm);
     drawText(*this, text_, textColor(*this));
 }
 
-QString SevenSegmentView::spokenValue() const { return overflow_ ? outOfRange(text_) : text_; }
+QString SevenSegmentView::valueInWords() const { return overflow_ ? outOfRange(text_) : text_; }
 
 ClockView::ClockView(ClockDisplay& clock) : View(clock) { setPolicy(QSizePolicy::Fixed, QSizePolicy::Fixed); }
 
@@ -119,7 +120,7 @@ void ClockView::showState() {
 
 bool ClockView::known() const { return minutes_ >= 0 && minutes_ < MinutesOfDay; }
 
-QString ClockView::spokenValue() const {
+QString ClockView::valueInWords() const {
     if (!known()) return word(Word::NoTime);
     return QStringLiteral("%1:%2").arg(minutes_ / 60, 2, 10, QChar(u'0')).arg(minutes_ % 60, 2, 10, QChar(u'0'));
 }
@@ -127,7 +128,8 @@ QString ClockView::spokenValue() const {
 QSize ClockView::sizeHint() const { return sizeFor(*this, QStringLiteral("00:00")); }
 
 void ClockView::paintEvent(QPaintEvent* /*event*/) {
-    drawText(*this, known() ? spokenValue() : QStringLiteral("--:--"), textColor(*this));
+    const bool isShown = known() && !unread();
+    drawText(*this, isShown ? valueInWords() : QStringLiteral("--:--"), unread() ? colors().outline : textColor(*this));
 }
 
 }  // namespace kestrel::qt

@@ -12,7 +12,7 @@ class SevenSegmentView : public View<SevenSegment> {
     explicit SevenSegmentView(SevenSegment& display);
 
     QAccessible::Role spokenRole() const override { return QAccessible::Indicator; }
-    QString spokenValue() const override;
+    QString valueInWords() const override;
     QSize sizeHint() const override;
 
   protected:
@@ -29,7 +29,7 @@ class ClockView : public View<ClockDisplay> {
     explicit ClockView(ClockDisplay& clock);
 
     QAccessible::Role spokenRole() const override { return QAccessible::Clock; }
-    QString spokenValue() const override;
+    QString valueInWords() const override;
     QSize sizeHint() const override;
 
   protected:

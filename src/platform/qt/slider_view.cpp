@@ -45,7 +45,10 @@ QSize SliderSwitchView::sizeHint() const {
 void SliderSwitchView::paintEvent(QPaintEvent* /*event*/) {
     Brush brush(*this);
     const QColor face = isEnabled() ? colors().button : colors().panel;
-    drawShape(brush, body(), CornerRadius, face, outOfRange() ? colors().alarm : colors().outline);
+    if (unread())
+        drawUnread(brush, body());
+    else
+        drawShape(brush, body(), CornerRadius, face, outOfRange() ? colors().alarm : colors().outline);
     if (const std::vector<int> widths = segments(); widths.empty())
         paintCompact(brush);
     else
@@ -57,14 +60,14 @@ void SliderSwitchView::paintSegments(Brush& brush, const std::vector<int>& width
     QRectF segment = body();
     for (int i = 0; i <= top(); ++i) {
         segment.setWidth(widths[static_cast<std::size_t>(i)]);
-        const bool chosen = i == position();
+        const bool chosen = isChosen(i);
         if (chosen) {
             const QColor fill = isEnabled() ? colors().accent : colors().panel;
             drawShape(brush, segment, CornerRadius, fill, isEnabled() ? colors().accent : colors().disabledText, 2);
-        } else if (i > 0 && i - 1 != position()) {
+        } else if (i > 0 && !isChosen(i - 1)) {
             brush.fillRect(QRectF(segment.left(), segment.top() + 6, 1, segment.height() - 12), colors().line);
         }
-        brush.setPen(chosen && isEnabled() ? colors().onAccent : textColor(*this));
+        brush.setPen(chosen && isEnabled() ? colors().onAccent : unread() ? colors().disabledText : textColor(*this));
         brush.drawText(segment, static_cast<int>(Qt::AlignCenter), labels()[i]);
         segment.moveLeft(segment.right());
     }
@@ -73,7 +76,7 @@ void SliderSwitchView::paintSegments(Brush& brush, const std::vector<int>& width
 void SliderSwitchView::paintCompact(Brush& brush) const {
     const QRectF shape = body();
     const double end = arrowWidth();
-    const auto ink = [this](bool dead) { return dead ? colors().line : textColor(*this); };
+    const auto ink = [this](bool dead) { return dead || unread() ? colors().line : textColor(*this); };
     drawArrow(brush, {shape.left(), shape.top(), end, shape.height()}, Arrow::Left, ink(position() <= 0));
     drawArrow(brush, {shape.right() - end, shape.top(), end, shape.height()}, Arrow::Right, ink(position() >= top()));
     brush.setPen(outOfRange() ? colors().alarm : textColor(*this));

@@ -8,6 +8,7 @@
 #include <QWheelEvent>
 #include <algorithm>
 
+#include "platform/qt/drawing.h"
 #include "platform/qt/words.h"
 
 namespace kestrel::qt {
@@ -15,12 +16,13 @@ namespace kestrel::qt {
 SteppedView::SteppedView(SteppedSwitch& stepped)
     : View(stepped),
       gesture_([this] { valueShown(); },
-               [this](int value) { act([&](SteppedSwitch& moved) { moved.UserMove(value); }); }) {
+               [this](int value) { return act([&](SteppedSwitch& moved) { moved.UserMove(value); }); }) {
     setFocusPolicy(Qt::StrongFocus);
     setPolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
 }
 
 void SteppedView::showState() {
+    if (!model().actWaits()) gesture_.taken();
     QStringList labels;
     for (const std::string& label : model().labels()) labels.append(toQt(label));
     const bool relabelled = labels != labels_;
@@ -31,7 +33,10 @@ void SteppedView::showState() {
     if (relabelled || moved) valueShown();
 }
 
-QString SteppedView::positionText() const { return outOfRange() ? QString::number(position()) : labels_[position()]; }
+QString SteppedView::positionText() const {
+    if (unread()) return dash();
+    return outOfRange() ? QString::number(position()) : labels_[position()];
+}
 
 int SteppedView::widestLabel() const {
     int widest = 0;
@@ -42,8 +47,8 @@ int SteppedView::widestLabel() const {
 void SteppedView::stepBy(int amount) { gesture_.step(std::max(0, std::min(position() + amount, top()))); }
 
 void SteppedView::choose(int position) {
-    gesture_.cancel();
-    act([&](SteppedSwitch& moved) { moved.UserMove(position); });
+    gesture_.hold(position);
+    gesture_.commit();
 }
 
 void SteppedView::openMenu() {
@@ -115,10 +120,15 @@ void SteppedView::changeEvent(QEvent* event) {
     View::changeEvent(event);
 }
 
-QString SteppedView::spokenValue() const { return outOfRange() ? qt::outOfRange(positionText()) : positionText(); }
+QString SteppedView::valueInWords() const { return outOfRange() ? qt::outOfRange(positionText()) : positionText(); }
 
-std::optional<ViewBase::Span> SteppedView::span() const { return Span{0, std::max(0, top()), position(), 1}; }
+std::optional<ViewBase::Span> SteppedView::span() const {
+    if (unread()) return std::nullopt;
+    return Span{0, std::max(0, top()), position(), 1};
+}
 
-void SteppedView::moveTo(int value) { gesture_.step(std::max(0, std::min(value, top()))); }
+void SteppedView::moveTo(int value) {
+    if (!unread()) gesture_.step(std::max(0, std::min(value, top())));
+}
 
 }  // namespace kestrel::qt

@@ -15,7 +15,7 @@ class SteppedView : public View<SteppedSwitch> {
     explicit SteppedView(SteppedSwitch& stepped);
 
     void endGesture() override { gesture_.finish(); }
-    QString spokenValue() const override;
+    QString valueInWords() const override;
     std::optional<Span> span() const override;
     void moveTo(int value) override;
     QSize minimumSizeHint() const override { return sizeHint(); }
@@ -32,7 +32,8 @@ class SteppedView : public View<SteppedSwitch> {
     int top() const { return static_cast<int>(labels_.size()) - 1; }
     /// The position on show: the preview of a gesture, or the model's.
     int position() const { return gesture_.valueOr(position_); }
-    bool outOfRange() const { return position() < 0 || position() > top(); }
+    bool isChosen(int position) const { return !unread() && position == this->position(); }
+    bool outOfRange() const { return !unread() && (position() < 0 || position() > top()); }
     /// The label of the position on show, or its number when it has none.
     QString positionText() const;
     int widestLabel() const;

@@ -282,7 +282,7 @@ QString StripChartView::spokenName() const {
     return title.isEmpty() ? word(Word::Chart) : title;
 }
 
-QString StripChartView::spokenValue() const {
+QString StripChartView::valueInWords() const {
     QStringList values;
     for (std::size_t i = 0; i < model().channels().size(); ++i)
         values << toQt(model().channels()[i].name) + u' ' + presentValue(i);

@@ -17,7 +17,7 @@ class StripChartView : public View<StripChart> {
 
     QAccessible::Role spokenRole() const override { return QAccessible::Chart; }
     QString spokenName() const override;
-    QString spokenValue() const override;
+    QString valueInWords() const override;
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
 

@@ -17,12 +17,14 @@ TextBoxView::TextBoxView(TextBox& box) : View(box) {
 }
 
 void TextBoxView::showState() {
-    // A value of the board that comes while the user types does not take the text away.
-    if (!edited_) showModel();
+    setReadOnly(unread());
+    // What the user types, or has entered and the model has not taken yet, is not taken away by a value of the board.
+    if (!edited_ && !model().actWaits()) showModel();
 }
 
 void TextBoxView::showModel() {
-    if (const QString text = toQt(model().Text); text != this->text()) setText(text);
+    const QString text = unread() ? QString() : toQt(model().Text);
+    if (text != this->text()) setText(text);
 }
 
 void TextBoxView::renamed() {
@@ -39,11 +41,11 @@ void TextBoxView::commit(void (TextBox::*action)()) {
     const std::string typed = text().toStdString();
     const bool changed = edited_;
     edited_ = false;
-    act([&](TextBox& box) {
+    const bool isDone = act([&](TextBox& box) {
         if (changed) box.UserType(typed);
         (box.*action)();
     });
-    if (bound()) showModel();
+    if (isDone && bound()) showModel();
 }
 
 void TextBoxView::leave() {
@@ -82,13 +84,14 @@ void TextBoxView::focusOutEvent(QFocusEvent* event) {
 }
 
 void TextBoxView::paintEvent(QPaintEvent* event) {
-    View::paintEvent(event);
-    if (!waiting()) return;
+    const QRectF shape = QRectF(rect()).adjusted(3, 3, -3, -3);
+    if (!unread()) View::paintEvent(event);
     Brush brush(*this);
-    drawShape(brush, QRectF(rect()).adjusted(3, 3, -3, -3), CornerRadius, Qt::transparent, colors().waiting, 2);
-    brush.setPen(QPen(colors().panel, 1));
-    brush.setBrush(colors().waiting);
-    brush.drawEllipse(QPointF(width() - 5, 5), 4.5, 4.5);
+    if (!unread()) return drawStanding(brush, *this, shape);
+    drawUnread(brush, shape);
+    drawMarks(brush, *this, shape);
+    brush.setPen(colors().quietText);
+    brush.drawText(shape.adjusted(GridStep, 0, 0, 0), static_cast<int>(Qt::AlignLeft | Qt::AlignVCenter), dash());
 }
 
 }  // namespace kestrel::qt

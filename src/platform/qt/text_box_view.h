@@ -17,7 +17,7 @@ class TextBoxView : public View<TextBox, QLineEdit> {
     void endGesture() override;
     void renamed() override;
     QAccessible::Role spokenRole() const override { return QAccessible::EditableText; }
-    QString spokenValue() const override { return text(); }
+    QString valueInWords() const override { return text(); }
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override { return sizeHint(); }
 

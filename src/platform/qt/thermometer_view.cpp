@@ -68,6 +68,13 @@ void ThermometerView::paintEvent(QPaintEvent* /*event*/) {
     const QRectF glass = tube();
     const QColor strength = isEnabled() ? (beyond() ? colors().alarm : colors().accent) : colors().disabledText;
     const QRectF bulb(glass.center().x() - BulbWidth / 2, height() - BulbWidth - 1, BulbWidth, BulbWidth);
+    if (unread()) {
+        QPainterPath shape;
+        shape.addRoundedRect(glass.adjusted(0, -4, 0, 4), TubeWidth / 2, TubeWidth / 2);
+        QPainterPath foot;
+        foot.addEllipse(bulb);
+        return drawUnread(brush, shape.united(foot));
+    }
     drawShape(brush, glass.adjusted(0, -4, 0, 4), TubeWidth / 2, colors().field, colors().outline, 1.5);
     drawShape(brush, bulb, BulbWidth / 2, colors().field, colors().outline, 1.5);
     drawShape(brush, bulb.adjusted(4, 4, -4, -4), BulbWidth / 2 - 4, strength, strength, 0);
@@ -78,7 +85,7 @@ void ThermometerView::paintEvent(QPaintEvent* /*event*/) {
         drawArrow(brush, QRectF(glass.left(), 0, glass.width(), glass.top() - 5), Arrow::Up, strength);
 }
 
-QString ThermometerView::spokenValue() const {
+QString ThermometerView::valueInWords() const {
     const QString number = QString::number(value_);
     return beyond() ? outOfRange(number) : number;
 }

@@ -12,7 +12,7 @@ class ThermometerView : public View<Thermometer> {
     explicit ThermometerView(Thermometer& gauge);
 
     QAccessible::Role spokenRole() const override { return QAccessible::Indicator; }
-    QString spokenValue() const override;
+    QString valueInWords() const override;
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
 

@@ -22,7 +22,14 @@ void TwoStateView::showState() {
     valueShown();
 }
 
-QString TwoStateView::spokenValue() const { return word(active_ ? Word::On : Word::Off); }
+QString TwoStateView::valueInWords() const { return word(active_ ? Word::On : Word::Off); }
+
+QString TwoStateView::inWords(const std::string& text) const { return word(text == "1" ? Word::On : Word::Off); }
+
+std::optional<bool> TwoStateView::checked() const {
+    if (unread()) return std::nullopt;
+    return active_;
+}
 
 void TwoStateView::press() {
     act([](ToggleSwitch& toggle) { toggle.UserClick(); });
@@ -54,6 +61,10 @@ void ToggleView::paintEvent(QPaintEvent* /*event*/) {
     Brush brush(*this);
     const double tall = rowHeight(*this) - 12.0;
     const QRectF track(3, (height() - tall) / 2, width() - 6.0, tall);
+    if (unread()) {
+        drawUnread(brush, track, tall / 2);
+        return drawMarks(brush, *this, track, tall / 2);
+    }
     const QColor strength = isEnabled() ? colors().accent : colors().disabledText;
     drawShape(brush, track, tall / 2, active() ? (isEnabled() ? strength : colors().panel) : colors().field,
               active() ? strength : colors().outline, active() && !isEnabled() ? 2 : 1.5);
@@ -75,8 +86,9 @@ void LedSwitchView::paintEvent(QPaintEvent* /*event*/) {
     Brush brush(*this);
     const QRectF shape = QRectF(rect()).adjusted(3, 4, -3, -4);
     const QColor face = pressed() ? colors().line : (isEnabled() ? colors().button : colors().panel);
-    drawShape(brush, shape, CornerRadius, face, isEnabled() ? colors().outline : colors().line);
-    drawLamp(brush, shape.adjusted(7, 5, -7, -5), false, active(), isEnabled());
+    const QRectF lamp = shape.adjusted(7, 5, -7, -5);
+    drawShape(brush, shape, CornerRadius, face, isEnabled() && !unread() ? colors().outline : colors().line);
+    unread() ? drawUnreadLamp(brush, lamp, false) : drawLamp(brush, lamp, false, active(), isEnabled());
     drawMarks(brush, *this, shape);
 }
 

@@ -12,8 +12,9 @@ class TwoStateView : public View<ToggleSwitch> {
     explicit TwoStateView(ToggleSwitch& toggle);
 
     QAccessible::Role spokenRole() const override { return QAccessible::CheckBox; }
-    QString spokenValue() const override;
-    std::optional<bool> checked() const override { return active_; }
+    QString valueInWords() const override;
+    std::optional<bool> checked() const override;
+    QString inWords(const std::string& text) const override;
     bool canPress() const override { return true; }
     void press() override;
     QSize minimumSizeHint() const override { return sizeHint(); }

@@ -23,6 +23,7 @@ void ViewBase::setPolicy(QSizePolicy::Policy horizontal, QSizePolicy::Policy ver
 void ViewBase::controlChanged() {
     showFlags();
     showState();
+    showStanding();
 }
 
 void ViewBase::release() {
@@ -37,16 +38,19 @@ void ViewBase::showFlags() {
         hidden_ = !control_->Visible;
         widget_.setVisible(!hidden_);
     }
-    if (shownToolTip_ != control_->ToolTip.get()) {
-        shownToolTip_ = control_->ToolTip;
-        widget_.setToolTip(toQt(shownToolTip_));
-    }
-    if (shownWaiting_ != control_->waiting()) {
-        shownWaiting_ = control_->waiting();
-        widget_.update();
-        QAccessibleEvent event(&widget_, QAccessible::DescriptionChanged);
-        QAccessible::updateAccessibility(&event);
-    }
+}
+
+void ViewBase::showStanding() {
+    QString tip = ownToolTip();
+    if (const QString words = standingInWords(); !words.isEmpty()) tip = tip.isEmpty() ? words : tip + u'\n' + words;
+    if (tip != widget_.toolTip()) widget_.setToolTip(tip);
+    const Standing now{unread(), waiting(), lost()};
+    if (now == shown_) return;
+    const bool isRead = shown_.unread != now.unread;
+    shown_ = now;
+    isRead ? valueShown() : widget_.update();
+    QAccessibleEvent event(&widget_, QAccessible::DescriptionChanged);
+    QAccessible::updateAccessibility(&event);
 }
 
 QString ViewBase::spokenName() const {
@@ -55,9 +59,37 @@ QString ViewBase::spokenName() const {
     return control_->frame() ? toQt(control_->frame()->accessibleName()) : QString();
 }
 
+QString ViewBase::spokenValue() const { return unread() ? word(Word::NotReadYet) : valueInWords(); }
+
 QString ViewBase::spokenDescription() const {
-    if (control_->waiting()) return word(Word::WaitingForTheBoard);
-    return toQt(control_->ToolTip);
+    const QString words = standingInWords();
+    return words.isEmpty() ? toQt(control_->ToolTip) : words;
+}
+
+QString ViewBase::ownToolTip() const { return toQt(control_->ToolTip); }
+
+QString ViewBase::standingInWords() const {
+    if (unread()) return word(Word::NotReadYet);
+    if (waiting()) return word(Word::WaitingForTheBoard);
+    if (!lost()) return {};
+    const NotTaken& change = *control_->notTaken();
+    if (change.copyOnly) return word(Word::CopyNotTaken).arg(inWords(change.wanted));
+    return word(Word::NotTaken).arg(inWords(change.wanted), inWords(control_->text()));
+}
+
+bool ViewBase::beginsAct(const QEvent& event) {
+    switch (event.type()) {
+        case QEvent::MouseButtonPress:
+        case QEvent::MouseButtonDblClick:
+        case QEvent::Wheel:
+            return true;
+        case QEvent::KeyPress: {
+            const int key = static_cast<const QKeyEvent&>(event).key();
+            return key != Qt::Key_Tab && key != Qt::Key_Backtab;
+        }
+        default:
+            return false;
+    }
 }
 
 void ViewBase::valueShown() {

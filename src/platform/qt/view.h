@@ -37,6 +37,10 @@ class ViewBase : public ControlView {
     bool shows(const Control& control) const { return control_ == &control; }
     QWidget& widget() const { return widget_; }
     bool waiting() const { return control_ && control_->waiting(); }
+    /// It stands for a value of a board that has not come yet: nothing of the model is shown, and no act begins.
+    bool unread() const { return control_ && control_->unread(); }
+    /// The board did not take the user's last change.
+    bool lost() const { return control_ && control_->notTaken() && !control_->waiting(); }
 
     /// The user closes the page: steps that were made are handed over; what is held or typed and not entered is
     /// dropped.
@@ -47,7 +51,7 @@ class ViewBase : public ControlView {
     virtual QAccessible::Role spokenRole() const = 0;
     /// Its caption, or else its tooltip, or else the title of the frame that it stands in.
     virtual QString spokenName() const;
-    virtual QString spokenValue() const { return {}; }
+    QString spokenValue() const;
     QString spokenDescription() const;
     virtual std::optional<Span> span() const { return std::nullopt; }
     /// A screen reader sets the number.
@@ -58,6 +62,13 @@ class ViewBase : public ControlView {
 
   protected:
     Control& control() const { return *control_; }
+    virtual QString valueInWords() const { return {}; }
+    /// A text of the model as the view shows it.
+    virtual QString inWords(const std::string& text) const { return toQt(text); }
+    /// What it tells under the pointer, apart from its state.
+    virtual QString ownToolTip() const;
+    /// Whether the event begins an act of the user.
+    static bool beginsAct(const QEvent& event);
     /// How the widget takes room; it keeps its place while it is hidden, so that nothing jumps.
     void setPolicy(QSizePolicy::Policy horizontal, QSizePolicy::Policy vertical);
     /// Shows what the model holds now; cheap when nothing changed, and lays nothing out anew for a value.
@@ -66,13 +77,22 @@ class ViewBase : public ControlView {
     void valueShown();
 
   private:
+    /// Where it stands between the user and the board; empty where all is well.
+    struct Standing {
+        bool unread = false;
+        bool waiting = false;
+        bool lost = false;
+        bool operator==(const Standing&) const = default;
+    };
+
     void showFlags();
+    void showStanding();
+    QString standingInWords() const;
 
     Control* control_;
     QWidget& widget_;
     bool hidden_ = false;
-    bool shownWaiting_ = false;
-    std::string shownToolTip_;
+    Standing shown_;
 };
 
 /// A view of a Model that is a Base widget.
@@ -83,10 +103,18 @@ class View : public Base, public ViewBase {
 
   protected:
     Model& model() const { return static_cast<Model&>(control()); }
-    /// Carries a user's action to the model, unless the view has let go of it.
+    /// Carries a user's action to the model, unless the view has let go of it. Returns whether it is done: it may have
+    /// to wait for the end of an exchange.
     template <class Action>
-    void act(Action&& action) {
+    bool act(Action&& action) {
         if (bound()) deliver([&] { action(model()); });
+        return !bound() || !model().actWaits();
+    }
+    bool event(QEvent* event) override {
+        if (!unread() || !beginsAct(*event)) return Base::event(event);
+        // A key or the wheel goes on to the page, which scrolls; a click has met its control and goes no further.
+        event->setAccepted(event->type() != QEvent::KeyPress && event->type() != QEvent::Wheel);
+        return true;
     }
     void changeEvent(QEvent* event) override {
         Base::changeEvent(event);
