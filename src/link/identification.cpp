@@ -38,7 +38,10 @@ bool userRetries() {
     message.text = "Board Not Ready\nCheck serial !";
     message.icon = Message::Icon::Exclamation;
     message.buttons = Message::Buttons::RetryCancel;
-    message.detail = Link().PortTrouble;
+    const LinkState& link = Link();
+    const bool portIsWell = link.PortTrouble.empty();
+    message.detail = portIsWell ? platform().portTrouble(link.ComPort, PortTrouble::NoBoard) : link.PortTrouble;
+    message.isAboutTheLine = true;
     return ShowMessage(message) == Message::Answer::Retry;
 }
 

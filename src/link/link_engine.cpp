@@ -155,7 +155,7 @@ void Timer4_Timer() {
 /// The port went away under the program. An open exchange runs into its time-out, which reopens; with none open the
 /// scan tick starts a timer for it at the same pace.
 void Comm1_OnLost() {
-    showPortTrouble(platform().portDevice(Link().ComPort) + ": the port is gone");
+    showPortTrouble(platform().portTrouble(Link().ComPort, PortTrouble::Gone));
     interrupted();
 }
 
@@ -225,7 +225,7 @@ void StopLink() {
     CloseExchange();
     link.Comm1->PortOpen(false);
     for (const int off : {lamp::SendOff, lamp::ReceiveOff, lamp::ErrorOff}) SetLinkIndicator(off);
-    showPortTrouble(platform().portDevice(link.ComPort) + ": closed");
+    showPortTrouble(platform().portTrouble(link.ComPort, PortTrouble::Closed));
 }
 
 void LinkNextRecord() {

@@ -38,7 +38,7 @@ void probeBoard() {
     link.ReplyData = {reply.front()};
     if (reply.size() == ProbeReplyBytes && reply[0] == reply[1]) return;
     ExpectLateAnswer();
-    throw RunTimeError(error_number::DeviceUnavailable, platform().portDevice(link.ComPort) + ": no board answers");
+    throw RunTimeError(error_number::DeviceUnavailable, platform().portTrouble(link.ComPort, PortTrouble::NoBoard));
 }
 
 void tryPort() {
@@ -59,6 +59,7 @@ void tryPort() {
     message.title = "ERROR  " + std::to_string(errorNumber);
     message.text = "Check serial !\nSerial device unavailable\nor Board Not Ready";
     message.detail = reasons;
+    message.isAboutTheLine = true;
     ShowMessage(message);
     EndProcess(EndedByTrouble);
 }

@@ -25,7 +25,12 @@ struct Message {
     Icon icon = Icon::Critical;
     Buttons buttons = Buttons::Ok;
     std::string detail = {};  ///< what more is known, such as the reason given by the system; may be empty
+    /// Nothing answers: before the detail the box says what to check, and it offers the demo.
+    bool isAboutTheLine = false;
 };
+
+/// What the program itself finds out about a port; the rest is said when it cannot be opened.
+enum class PortTrouble { NoBoard, Gone, Closed };
 
 /// Exit status of a run that trouble ended.
 inline constexpr int EndedByTrouble = 1;
@@ -53,6 +58,8 @@ class Platform {
     virtual std::unique_ptr<SerialControl> makeSerialControl() = 0;
     /// The device behind a port, 1 to 4, for people to read; where the machine has none, it says so.
     virtual std::string portDevice(int port) = 0;
+    /// The device and what is wrong with it, in the user's language.
+    virtual std::string portTrouble(int port, PortTrouble trouble) = 0;
 
     // People.
     /// Shows a message box and waits for its answer; events go on meanwhile.

@@ -2,6 +2,7 @@
 // See driven_program.h.
 #include "driven_program.h"
 
+#include <QAbstractButton>
 #include <QAction>
 #include <QMenu>
 #include <QMenuBar>
@@ -18,6 +19,7 @@
 #include "platform/platform.h"
 #include "platform/qt/deliver.h"
 #include "platform/qt/main_window_view.h"
+#include "platform/qt/port_words.h"
 #include "platform/qt/program.h"
 #include "platform/qt/qt_platform.h"
 #include "platform/trouble.h"
@@ -70,6 +72,11 @@ void searchInVain() {
     when(*qApp, isBoxOpen, [] { QTimer::singleShot(LongerThanATimeOut, confirmBox); });
 }
 
+void chooseDemo() {
+    for (QAbstractButton* button : QApplication::activeModalWidget()->findChildren<QAbstractButton*>())
+        if (button->text().remove(u'&').toStdString() == qt::portWord(qt::PortWord::OpenDemo)) return button->click();
+}
+
 void sendSignal() { std::raise(SIGTERM); }
 
 }  // namespace
@@ -88,6 +95,7 @@ void runDriven(QApplication& application, const std::string& act, const std::str
         {"signal-in-box", {isBoxOpen, sendSignal}},
         {"work", {isRunning, workAndLeave}},
         {"search", {isRunning, searchInVain}},
+        {"demo", {isBoxOpen, chooseDemo}},
         {"trouble", {isRunning, meetTrouble}},
     };
     when(*qApp, cues.at(act).isTime, cues.at(act).act);

@@ -151,6 +151,16 @@ TEST_F(Exit, WithOneLineThatNamesAPathThatIsNoText) {
     std::filesystem::remove_all(installation.family() / odd);
 }
 
+TEST_F(Exit, ToTheDemoWhenNoBoardAnswers) {
+    BoardProcess board(installation.program(), {QStringLiteral("--fault"), QStringLiteral("silent=1")});
+    startDriven("demo", board);
+    EXPECT_EQ(status(StartWithin), 0);
+    EXPECT_TRUE(isPortFree(board.device()));
+    const auto mark = installation.program() / DemoMark;
+    EXPECT_TRUE(QTest::qWaitFor([&] { return std::filesystem::exists(mark); }, EndWithin));
+    EXPECT_FALSE(launcherRuns());
+}
+
 TEST_F(Exit, WithoutALauncherEndsAllTheSame) {
     installation.removeLauncher();
     BoardProcess board(installation.program());

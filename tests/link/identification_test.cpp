@@ -76,6 +76,8 @@ TEST(Identification, AtTheMastersSilenceRetryRepeatsTheExchangeAndCancelEnds) {
             EXPECT_EQ(message.title, "Serial");
             EXPECT_EQ(message.text, "Board Not Ready\nCheck serial !");
             EXPECT_EQ(message.icon, Message::Icon::Exclamation);
+            EXPECT_EQ(message.detail, "/dev/port1: no board answers");
+            EXPECT_TRUE(message.isAboutTheLine);
             EXPECT_EQ(message.buttons, Message::Buttons::RetryCancel);
         }
     }

@@ -107,6 +107,7 @@ TEST(PortSearch, WithoutAnyPortEachIsTriedTwiceAndTheReasonsAreShown) {
         EXPECT_EQ(message.title, lastIsForbidden ? "ERROR  8010" : "ERROR  68") << "the number of the last failure";
         EXPECT_EQ(message.text, "Check serial !\nSerial device unavailable\nor Board Not Ready");
         EXPECT_EQ(message.icon, Message::Icon::Critical);
+        EXPECT_TRUE(message.isAboutTheLine);
         EXPECT_EQ(message.detail, std::string("/dev/port1: no board answers\n/dev/port2: no board answers\n"
                                               "/dev/port3: no board answers\n/dev/port4: ") +
                                       (lastIsForbidden ? "no permission" : "no board answers"));

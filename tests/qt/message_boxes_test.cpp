@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QTest>
 #include <QTimer>
@@ -56,6 +57,31 @@ TEST(MessageBoxes, ShowTheReasonAsPlainText) {
     boxes.ask(message, nullptr);
     EXPECT_EQ(reason.toStdString(), message.detail);
     EXPECT_TRUE(plain);
+}
+
+TEST(MessageBoxes, AboutTheLineKeepTheirTextAndSayWhatToCheckAndOpenTheDemoOnlyWhenAsked) {
+    for (const bool demoIsChosen : {false, true}) {
+        MessageBoxes boxes;
+        Message message{"Check serial !", "ERROR"};
+        message.detail = "/dev/x: in use";
+        message.isAboutTheLine = true;
+        QString text;
+        QString advice;
+        bool demoOpened = false;
+        whenOpen([&] {
+            QMessageBox& box = *openBoxes().front();
+            text = box.text();
+            advice = box.informativeText();
+            if (!demoIsChosen) return QTest::keyClick(&box, Qt::Key_Return);
+            for (QAbstractButton* button : box.buttons())
+                if (button->text().remove(u'&') == QLatin1String("Open the demo")) button->click();
+        });
+        EXPECT_EQ(boxes.ask(message, nullptr, [&] { demoOpened = true; }), Answer::Ok);
+        EXPECT_EQ(demoOpened, demoIsChosen);
+        EXPECT_EQ(text, QStringLiteral("Check serial !"));
+        for (const char* part : {"machine", "cable", "/dev/x: in use"})
+            EXPECT_TRUE(advice.contains(QLatin1String(part))) << part << ": " << advice.toStdString();
+    }
 }
 
 TEST(MessageBoxes, StandOneAfterTheOther) {

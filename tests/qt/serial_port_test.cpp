@@ -3,7 +3,10 @@
 #include "platform/qt/qt_serial_port.h"
 
 #include <fcntl.h>
+#include <grp.h>
 #include <gtest/gtest.h>
+#include <pwd.h>
+#include <sys/wait.h>
 #include <termios.h>
 #include <unistd.h>
 
@@ -15,8 +18,11 @@
 #include <QTimer>
 #include <array>
 #include <atomic>
+#include <csignal>
+#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <fstream>
 #include <thread>
 
 #include "platform/qt/port_devices.h"
@@ -213,6 +219,15 @@ TEST_F(SerialPort, IsUsedByOneAtATimeWhateverItIsCalled) {
     second->CommPort(3);
     EXPECT_EQ(openingTrouble(*second),
               expectedTrouble(error_number::SerialPortInUse, link + ": in use by another program"));
+    const pid_t holder = fork();  // which has all that is open here
+    if (holder == 0) pause();
+    std::string name;
+    std::getline(std::ifstream("/proc/" + std::to_string(holder) + "/comm"), name);
+    EXPECT_EQ(openingTrouble(*second),
+              expectedTrouble(error_number::SerialPortInUse,
+                              link + ": in use by " + name + " (" + std::to_string(holder) + ")"));
+    kill(holder, SIGKILL);
+    waitpid(holder, nullptr, 0);
     port->PortOpen(false);
     EXPECT_EQ(openingTrouble(*second), "");
 }
@@ -221,6 +236,9 @@ TEST(UnopenablePort, SaysWhy) {
     QTemporaryFile forbidden;
     ASSERT_TRUE(forbidden.open());
     ASSERT_TRUE(forbidden.setPermissions(QFile::ReadGroup | QFile::WriteGroup));
+    const bool isSuperuser = geteuid() == 0;
+    const group* const terminals = getgrnam("tty");
+    if (isSuperuser && terminals) ASSERT_EQ(fchown(forbidden.handle(), 0, terminals->gr_gid), 0);
     const std::string path = forbidden.fileName().toStdString();
     const std::string group = QFileInfo(forbidden).group().toStdString();
     QtPlatform platform({.directory = "/tmp", .devices = {{1, "/dev/ttyKestrel0"}, {2, "/dev/null"}, {3, path}}});
@@ -229,10 +247,22 @@ TEST(UnopenablePort, SaysWhy) {
     EXPECT_EQ(openingTrouble(*port), expectedTrouble(error_number::SerialBadPort, "/dev/ttyKestrel0: not there"));
     port->CommPort(2);
     EXPECT_TRUE(openingTrouble(*port).starts_with(expectedTrouble(error_number::SerialDevice, "/dev/null: ")));
-    if (geteuid() == 0) GTEST_SKIP() << "everything is permitted to the superuser";
     port->CommPort(3);
-    EXPECT_EQ(openingTrouble(*port),
-              expectedTrouble(error_number::SerialNoPermission, path + ": no permission (needs group " + group + ")"));
+    const pid_t user = fork();  // who has no right beyond the permissions
+    if (user == 0) {
+        constexpr uid_t Nobody = 65534;
+        if (isSuperuser && (setgroups(0, nullptr) != 0 || setgid(Nobody) != 0 || setuid(Nobody) != 0)) _exit(1);
+        const std::string expected =
+            expectedTrouble(error_number::SerialNoPermission, path + ": no permission; needs the group " + group +
+                                                                  ": sudo usermod -aG " + group + " " +
+                                                                  getpwuid(geteuid())->pw_name + ", then log in again");
+        const std::string said = openingTrouble(*port);
+        if (said != expected) fprintf(stderr, "%s\nnot %s\n", said.c_str(), expected.c_str());
+        _exit(said == expected ? 0 : 1);
+    }
+    int status = -1;
+    waitpid(user, &status, 0);
+    EXPECT_EQ(status, 0);
 }
 
 TEST(PortDevices, GiveNamedDevicesFirstAndKeepWhatTheyGave) {

@@ -220,6 +220,13 @@ void VirtualPlatform::BusyWait(int milliseconds) {
 
 std::unique_ptr<SerialControl> VirtualPlatform::makeSerialControl() { return std::make_unique<VirtualSerial>(*this); }
 
+std::string VirtualPlatform::portTrouble(int port, PortTrouble trouble) {
+    const std::map<PortTrouble, const char*> words = {{PortTrouble::NoBoard, ": no board answers"},
+                                                      {PortTrouble::Gone, ": the port is gone"},
+                                                      {PortTrouble::Closed, ": closed"}};
+    return portDevice(port) + words.at(trouble);
+}
+
 Message::Answer VirtualPlatform::showMessage(const Message& message) {
     messages.push_back(message);
     if (whileMessageIsOpen) whileMessageIsOpen();

@@ -79,6 +79,7 @@ class VirtualPlatform : public Platform {
     void BusyWait(int milliseconds) override;
     std::unique_ptr<SerialControl> makeSerialControl() override;
     std::string portDevice(int port) override { return "/dev/port" + std::to_string(port); }
+    std::string portTrouble(int port, PortTrouble trouble) override;
     Message::Answer showMessage(const Message& message) override;
     void showMainWindow() override {}
     Extent mainWindowExtent() override { return {15000, 11000}; }

@@ -7,6 +7,7 @@
 #include <cstdio>
 
 #include "platform/qt/mnemonics.h"
+#include "platform/qt/port_words.h"
 #include "platform/qt/text.h"
 #include "platform/qt/words.h"
 
@@ -46,6 +47,13 @@ void addButtons(QMessageBox& box, Message::Buttons buttons) {
     }
 }
 
+std::string detailOf(const Message& message) {
+    if (!message.isAboutTheLine) return message.detail;
+    return portWord(PortWord::IsMachineOn) + "\n" + portWord(PortWord::IsCableIn) + "\n\n" + portWord(PortWord::Tried) +
+           "\n" + message.detail;
+}
+
+/// Where the demo was chosen and could not be opened, the answer is the one that changes nothing.
 Message::Answer answerOf(int button) {
     switch (button) {
         case QMessageBox::Retry:
@@ -63,15 +71,19 @@ Message::Answer answerOf(int button) {
 
 }  // namespace
 
-Message::Answer MessageBoxes::ask(const Message& message, QWidget* parent) {
+Message::Answer MessageBoxes::ask(const Message& message, QWidget* parent, const std::function<void()>& openDemo) {
     waitForOpenBox();
     QMessageBox box(iconOf(message), toQt(message.title), toQt(message.text), QMessageBox::NoButton, parent);
     box.setTextFormat(Qt::PlainText);
-    box.setInformativeText(toQt(message.detail));
+    box.setInformativeText(toQt(detailOf(message)));
     addButtons(box, message.buttons);
+    const QAbstractButton* demo = nullptr;
+    if (message.isAboutTheLine && openDemo)
+        demo = box.addButton(toQt(portWord(PortWord::OpenDemo)), QMessageBox::ActionRole);
     open_ = &box;
     const int button = box.exec();
     if (open_ == &box) open_.clear();
+    if (demo && box.clickedButton() == demo) openDemo();
     return answerOf(button);
 }
 

@@ -4,6 +4,7 @@
 
 #include <QMessageBox>
 #include <QPointer>
+#include <functional>
 
 #include "platform/platform.h"
 
@@ -11,8 +12,9 @@ namespace kestrel::qt {
 
 class MessageBoxes {
   public:
-    /// Shows the message over `parent`, which may be null, and waits for its answer; events go on meanwhile.
-    Message::Answer ask(const Message& message, QWidget* parent);
+    /// Shows the message over `parent`, which may be null, and waits for its answer; events go on meanwhile. Where the
+    /// demo can be opened, a box about the line has a button for it.
+    Message::Answer ask(const Message& message, QWidget* parent, const std::function<void()>& openDemo = {});
 
   private:
     void waitForOpenBox();

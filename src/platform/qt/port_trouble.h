@@ -5,9 +5,12 @@
 #include <QSerialPort>
 #include <string>
 
+#include "platform/platform.h"
 #include "platform/trouble.h"
 
 namespace kestrel::qt {
+
+std::string portTroubleText(const std::string& device, PortTrouble trouble);
 
 /// The run-time error for a device that `port` has just failed to open; numbers SerialBadPort (not there),
 /// SerialNoPermission, SerialPortInUse, SerialDevice (anything else).

@@ -64,12 +64,24 @@ std::shared_ptr<simulator::Machine> switchOn(const simulator::MachineOptions& op
     }
 }
 
+/// The program and its arguments that open the demo of the same installation in the same look.
+QStringList demoCall(const Options& options, const QString& directory) {
+    QStringList call{QApplication::applicationFilePath(), QStringLiteral("--demo"), QStringLiteral("--directory"),
+                     directory};
+    if (options.theme == kestrel::Theme::Light) call += {QStringLiteral("--theme"), QStringLiteral("light")};
+    if (options.theme == kestrel::Theme::Dark) call += {QStringLiteral("--theme"), QStringLiteral("dark")};
+    return call;
+}
+
 QtPlatform::Setup setUpMachine(const Options& options, const std::filesystem::path& directory) {
     QtPlatform::Setup setup;
     setup.directory = directory;
     setup.devices = options.devices;
     setup.isUnattended = !options.tour.empty();
-    if (!options.demo) return setup;
+    if (!options.demo) {
+        if (isText(directory)) setup.demo = demoCall(options, pathToQt(directory));
+        return setup;
+    }
     simulator::MachineOptions machine;
     machine.directory = directory;
     machine.faults = simulator::parseFaults(options.faults);

@@ -15,6 +15,7 @@
 
 #include "platform/qt/files.h"
 #include "platform/qt/main_window_view.h"
+#include "platform/qt/port_trouble.h"
 #include "platform/qt/qt_serial_port.h"
 #include "platform/qt/qt_timer.h"
 #include "platform/qt/text.h"
@@ -65,12 +66,23 @@ std::string QtPlatform::portDevice(int port) {
     return device.empty() ? word(Word::NoDevice).toStdString() : device;
 }
 
+std::string QtPlatform::portTrouble(int port, PortTrouble trouble) {
+    return portTroubleText(portDevice(port), trouble);
+}
+
 std::string QtPlatform::deviceOf(int port) {
     return setup_.simulated ? setup_.simulatedName : portDevices_.device(port, serialDevices);
 }
 
 Message::Answer QtPlatform::showMessage(const Message& message) {
-    return setup_.isUnattended ? printMessage(message) : boxes_.ask(message, mainWindow_.get());
+    if (setup_.isUnattended) return printMessage(message);
+    const auto demo = setup_.demo.isEmpty() ? std::function<void()>() : [this] { openDemo(); };
+    return boxes_.ask(message, mainWindow_.get(), demo);
+}
+
+/// The program ends for it: two windows of the same look would be taken for each other.
+void QtPlatform::openDemo() {
+    if (QProcess::startDetached(setup_.demo.first(), setup_.demo.mid(1))) endProcess(0);
 }
 
 MainWindowView& QtPlatform::mainWindow() {

@@ -2,6 +2,7 @@
 // What is asked of it is said in platform/platform.h.
 #pragma once
 
+#include <QStringList>
 #include <functional>
 #include <memory>
 #include <vector>
@@ -26,6 +27,8 @@ class QtPlatform : public Platform {
         std::string simulatedName{};  ///< what the port menu shows for it
         /// Nobody is there to answer: messages go to standard error, and the answer is the one that changes nothing.
         bool isUnattended = false;
+        /// The program and its arguments that open the demo; empty where it is not offered.
+        QStringList demo{};
     };
 
     explicit QtPlatform(Setup setup);
@@ -37,6 +40,7 @@ class QtPlatform : public Platform {
 
     std::unique_ptr<SerialControl> makeSerialControl() override;
     std::string portDevice(int port) override;
+    std::string portTrouble(int port, PortTrouble trouble) override;
 
     Message::Answer showMessage(const Message& message) override;
     void showMainWindow() override;
@@ -65,6 +69,7 @@ class QtPlatform : public Platform {
 
   private:
     std::string deviceOf(int port);
+    void openDemo();
 
     Setup setup_;
     PortDevices portDevices_;

@@ -13,6 +13,7 @@
 #include "platform/qt/deliver.h"
 #include "platform/qt/port_trouble.h"
 #include "platform/qt/text.h"
+#include "platform/qt/words.h"
 
 namespace kestrel::qt {
 
@@ -69,7 +70,8 @@ void QtSerialPort::PortOpen(bool wanted) {
 void QtSerialPort::open() {
     const std::string device = surroundings_.deviceOf(number_);
     if (device.empty())
-        throw RunTimeError(error_number::SerialBadPort, "Com" + std::to_string(number_) + ": no device");
+        throw RunTimeError(error_number::SerialBadPort,
+                           "Com" + std::to_string(number_) + ": " + word(Word::NoDevice).toStdString());
     port_.setPortName(realName(device));
     if (!port_.open(QIODevice::ReadWrite)) throw openingTrouble(device, port_);
     port_.clear();
