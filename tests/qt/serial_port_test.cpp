@@ -238,7 +238,9 @@ TEST(UnopenablePort, SaysWhy) {
     ASSERT_TRUE(forbidden.setPermissions(QFile::ReadGroup | QFile::WriteGroup));
     const bool isSuperuser = geteuid() == 0;
     const group* const terminals = getgrnam("tty");
-    if (isSuperuser && terminals) ASSERT_EQ(fchown(forbidden.handle(), 0, terminals->gr_gid), 0);
+    if (isSuperuser && terminals) {
+        ASSERT_EQ(fchown(forbidden.handle(), 0, terminals->gr_gid), 0);
+    }
     const std::string path = forbidden.fileName().toStdString();
     const std::string group = QFileInfo(forbidden).group().toStdString();
     QtPlatform platform({.directory = "/tmp", .devices = {{1, "/dev/ttyKestrel0"}, {2, "/dev/null"}, {3, path}}});

@@ -4,6 +4,7 @@
 
 #include <QAbstractButton>
 #include <QEventLoop>
+#include <QPushButton>
 #include <cstdio>
 
 #include "platform/qt/mnemonics.h"
