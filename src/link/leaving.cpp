@@ -99,6 +99,7 @@ void end() {
         if (const int count = LeaveChanges(*page)) left.push_back({page->Caption, count});
     if (state().tells && !left.empty()) Attendant().tellLeft(left);
     then();
+    for (Page* page : LoadedPages()) page->endClosing();  // the program goes on
 }
 
 }  // namespace

@@ -46,12 +46,16 @@ class Window : public Control {
 
     /// The user has closed it, and it waits for what is due: its controls are dead meanwhile.
     bool closing() const { return closing_; }
-    void beginClosing() {
-        closing_ = true;
+    void beginClosing() { setClosing(true); }
+    /// It stays open after all.
+    void endClosing() { setClosing(false); }
+
+  private:
+    void setClosing(bool closing) {
+        closing_ = closing;
         show();
     }
 
-  private:
     std::string name_;
     Handler onClose_;
     bool closing_ = false;

@@ -77,7 +77,7 @@ class LineFaults : public Session {
                                within - static_cast<int>(clock.elapsed()));
     }
     FrmTempi& reopenTimes() {
-        if (Page* page = FindLoadedPage("FrmTempi")) page->UserClose();
+        if (Page* page = FindLoadedPage("FrmTempi")) close(*page);
         return openTimes();
     }
     void expectAllIsWell(int within = BackWithin) {
@@ -111,7 +111,7 @@ class LineFaults : public Session {
 };
 
 TEST_F(LineFaults, PassAndLeaveNothingBehind) {
-    MDIForm1().entry("ssmnuTotali").UserClick();
+    choose(MDIForm1().entry("ssmnuTotali"));
     FrmTempi* page = &openTimes();
     const int descriptors = openDescriptors();
     const int fired = isLongRun() ? witness.timersFiredAtRest() : 0;
@@ -152,12 +152,12 @@ TEST_F(LineFaults, BoardIsFoundAgainBehindOtherDevicesAndNames) {
     plugUnderTheOtherName();
     QTest::qWait(BackWithin);
     EXPECT_NE(notice(), "") << "the program stays with the port that was chosen";
-    MDIForm1().mnuCox(2).UserClick();
+    choose(MDIForm1().mnuCox(2));
     EXPECT_TRUE(QTest::qWaitFor(works, BackWithin));
     expectAllIsWell();
     {
         const Wire sendingAllBack(board.device());
-        MDIForm1().mnuCox(1).UserClick();
+        choose(MDIForm1().mnuCox(1));
         EXPECT_TRUE(MDIForm1().mnuCox(2).Checked) << "the search goes on to the port that has a board";
         EXPECT_FALSE(MDIForm1().mnuCox(1).Enabled);
         expectAllIsWell();
@@ -176,7 +176,7 @@ TEST_F(LineFaults, BoardIsFoundAgainBehindOtherDevicesAndNames) {
 TEST_F(LineFaults, PortThatGoesAwayInItsProbeIsPassedOverAtStartAndFromTheMenu) {
     {
         const auto fromTheMenu = Wire::thatHangsUp(second);
-        MDIForm1().mnuCox(2).UserClick();
+        choose(MDIForm1().mnuCox(2));
         EXPECT_FALSE(MDIForm1().mnuCox(2).Enabled);
         expectAllIsWell();
     }
@@ -204,7 +204,7 @@ TEST_F(LineFaults, NoPortIsChosenWhileTheBoardsAreStillAsked) {
 TEST_F(LineFaults, OtherPortMayBeChosenInTheMiddleOfAnExchange) {
     BoardProcess other(installation.program(), {}, SecondLine);
     other.tell("set 1 1143 99");
-    MDIForm1().entry("smnuTempi").UserClick();
+    choose(MDIForm1().entry("smnuTempi"));
     const int descriptors = openDescriptors();
     for (int round = 0; round < (isLongRun() ? 20 : 1); ++round) {
         const bool toOther = round % 2 == 0;
@@ -212,7 +212,7 @@ TEST_F(LineFaults, OtherPortMayBeChosenInTheMiddleOfAnExchange) {
         const qsizetype slow = left.exchanges({QStringLiteral("slow")}).size();
         left.tell("fault slow=1");
         ASSERT_TRUE(eventually([&] { return isWaiting() && left.exchanges({QStringLiteral("slow")}).size() > slow; }));
-        MDIForm1().mnuCox(toOther ? 2 : 1).UserClick();
+        choose(MDIForm1().mnuCox(toOther ? 2 : 1));
         left.tell("fault");
         const qsizetype before = left.exchanges().size();
         const int held = (toOther ? other : board).value(HotDrinkBoard, BrewingWater).value_or(-1);
@@ -232,14 +232,14 @@ TEST_F(LineFaults, AddressThatNoBoardKnowsKeepsTheLineUntilItsPageCloses) {
         .seekp(RecordBytes * (BrewingWater - 1))
         .write("\x7F\x7F", 2);
     start();
-    MDIForm1().entry("smnuTempi").UserClick();
+    choose(MDIForm1().entry("smnuTempi"));
     const auto unanswered = [&] { return board.exchanges({QStringLiteral("unknown")}).size(); };
     ASSERT_TRUE(eventually([&] { return unanswered() > 0; }));
     const int seconds = isLongRun() ? 10 : 1;
     QTest::qWait(1000 * seconds + 300);
     EXPECT_NEAR(static_cast<double>(unanswered()), seconds + 1, 0.1 * seconds) << "a frame a second";
-    FindLoadedPage("FrmTempi")->UserClose();
-    MDIForm1().entry("ssmnuTotali").UserClick();
+    close(*FindLoadedPage("FrmTempi"));
+    choose(MDIForm1().entry("ssmnuTotali"));
     EXPECT_TRUE(eventually([] { return FindLoadedPage("FrmTotali")->arrivals() > 10; }));
     EXPECT_EQ(witness.boxes, 0);
 }
@@ -258,7 +258,7 @@ TEST_P(Latency, AndRepliesInPiecesMakeItSlowerOnly) {
     EXPECT_TRUE(stepIsConfirmedIn(page));
     EXPECT_EQ(writes(BrewingWater).size(), 1);
     // At rest: a reply on its way would be taken for the first one of the next start.
-    page.UserClose();
+    close(page);
     EXPECT_TRUE(eventually([] { return Link().LinkIdle; }));
     const auto configuration = installation.configuration(platform->programName());
     stop();

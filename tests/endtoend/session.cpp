@@ -7,6 +7,7 @@
 #include "link/fan_out.h"
 #include "link/link_engine.h"
 #include "pages/registry.h"
+#include "platform/outside.h"
 #include "platform/qt/bar_view.h"
 #include "platform/qt/child_window.h"
 #include "platform/qt/main_window_view.h"
@@ -44,8 +45,19 @@ void Session::stop() {
 
 std::string Session::notice() { return MDIForm1().StatusBar1.Panels(1).Text; }
 
+void Session::choose(MenuItem& entry) {
+    entry.UserClick();
+    EXPECT_TRUE(eventually([] { return !AnyActWaits(); }));
+}
+
+void Session::close(Page& page) {
+    const std::string name = page.name();
+    page.UserClose();
+    EXPECT_TRUE(eventually([&] { return FindLoadedPage(name) == nullptr; }));
+}
+
 FrmTempi& Session::openTimes(int within) {
-    MDIForm1().entry("smnuTempi").UserClick();
+    choose(MDIForm1().entry("smnuTempi"));
     auto& page = dynamic_cast<FrmTempi&>(*FindLoadedPage("FrmTempi"));
     EXPECT_TRUE(QTest::qWaitFor([&] { return page.arrivals() >= 18; }, within));
     return page;

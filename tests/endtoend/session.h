@@ -11,6 +11,7 @@
 #include "board_process.h"
 #include "installation.h"
 #include "pages/beverage/frm_tempi.h"
+#include "platform/menu.h"
 #include "platform/qt/qt_platform.h"
 
 namespace kestrel::testing {
@@ -37,6 +38,9 @@ class Session : public ::testing::Test {
     /// What the status bar says of the port; empty while all is well.
     static std::string notice();
 
+    /// An act of the user, which waits for the end of an exchange, and its end.
+    static void choose(MenuItem& entry);
+    static void close(Page& page);
     /// With all values there.
     FrmTempi& openTimes(int within = Soon);
     /// Whether every bar of the page and the figure beside it say what the boards hold.

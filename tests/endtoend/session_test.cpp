@@ -91,7 +91,7 @@ TEST_F(Session, ClosingAPageWithTheFocusInABoxSendsNothing) {
     ASSERT_TRUE(QTest::qWaitForWindowActive(&platform->mainWindow()));
     QWindow& keyboard = *platform->mainWindow().windowHandle();
     const auto openAndType = [&](const char* typed) {
-        MDIForm1().entry("smnuPassword").UserClick();
+        choose(MDIForm1().entry("smnuPassword"));
         const Page& page = *FindLoadedPage("FrmPassword");
         ASSERT_TRUE(eventually([&] { return page.arrivals() >= FrmPassword::Codes; }));
         auto* box = qobject_cast<QLineEdit*>(QApplication::focusWidget());
@@ -103,7 +103,7 @@ TEST_F(Session, ClosingAPageWithTheFocusInABoxSendsNothing) {
     for (const char* typed : {"", "22222", ""}) {
         openAndType(typed);
         QTest::keyClick(&keyboard, Qt::Key_W, Qt::ControlModifier);
-        EXPECT_EQ(FindLoadedPage("FrmPassword"), nullptr);
+        EXPECT_TRUE(eventually([] { return FindLoadedPage("FrmPassword") == nullptr; }));
         QTest::qWait(1000);
         EXPECT_TRUE(board.exchanges(write).isEmpty()) << "typed: " << typed;
     }
@@ -114,15 +114,15 @@ TEST_F(Session, ClosingAPageWithTheFocusInABoxSendsNothing) {
 TEST_F(Session, GoesOnWithoutALinkWhereExitFindsNoLauncherUntilAPortIsChosen) {
     installation.removeLauncher();
     FrmTempi& page = openTimes();
-    MDIForm1().entry("smnuExit").UserClick();
+    choose(MDIForm1().entry("smnuExit"));
     EXPECT_EQ(notice(), "Check serial interface ");
     const qsizetype before = board.exchanges().size();
-    MDIForm1().entry("ssmnuTotali").UserClick();
+    choose(MDIForm1().entry("ssmnuTotali"));
     QTest::qWait(300);
     EXPECT_NE(FindLoadedPage("FrmTotali"), nullptr);
     EXPECT_EQ(board.exchanges().size(), before);
     for (int lamp = 1; lamp <= 3; ++lamp) EXPECT_EQ(MDIForm1().StatusBar1.Panels(lamp + 1).Picture, lamp) << "out";
-    MDIForm1().mnuCox(1).UserClick();
+    choose(MDIForm1().mnuCox(1));
     EXPECT_EQ(notice(), "");
     EXPECT_TRUE(stepIsConfirmed(page, Qt::Key_Right, 1));
 }
@@ -145,7 +145,7 @@ TEST_F(Session, KilledWhileItSavesLeavesAWholeConfiguration) {
     const auto file = installation.configuration(platform->programName());
     std::set<std::string> whole;
     for (const int language : {0, 1}) {
-        MDIForm1().smnuLingue(language).UserClick();
+        choose(MDIForm1().smnuLingue(language));
         whole.insert(contentOf(file));
     }
     ASSERT_EQ(whole.size(), 2U);
