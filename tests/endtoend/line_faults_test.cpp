@@ -9,6 +9,7 @@
 
 #include "link/fan_out.h"
 #include "link/link_engine.h"
+#include "link/recheck.h"
 #include "moments.h"
 #include "session.h"
 #include "shell/main_window.h"
@@ -65,7 +66,7 @@ class LineFaults : public Session {
   protected:
     using Session::Session;
 
-    static bool works() { return notice().empty() && Link().Comm1->PortOpen(); }
+    static bool works() { return notice().empty() && Link().Comm1->PortOpen() && !LineIsClosed(); }
     /// A step of the first bar, made when what was changed before is settled and the board is said to be there.
     bool stepIsConfirmedIn(FrmTempi& page, int within = BackWithin) {
         QElapsedTimer clock;

@@ -6,6 +6,7 @@
 
 #include "link/fan_out.h"
 #include "link/link_engine.h"
+#include "link/recheck.h"
 #include "pages/registry.h"
 #include "platform/outside.h"
 #include "platform/qt/bar_view.h"
@@ -89,6 +90,8 @@ QWidget& Session::firstBar(FrmTempi& page) {
 }
 
 bool Session::stepIsConfirmed(FrmTempi& page, Qt::Key key, int step, int within) {
+    // After an interruption the boards are asked who they are, and all is read again, before anything is written.
+    EXPECT_TRUE(eventually([] { return !LineIsClosed() && !WritesAreHeld(); }));
     const int value = page.HScroll1[0].Value + step;
     QTest::keyClick(&firstBar(page), key);
     const auto isConfirmed = [&] {
