@@ -44,7 +44,7 @@ FaultLine::FaultLine(const Plan& plan) : plan_(plan) {
 
 std::size_t FaultLine::plugged() const {
     const bool secondPort = Link().ComPort == 2;
-    return machines_.size() > 1 && secondPort != changedOver_ ? 1 : 0;
+    return machines_.size() > 1 && secondPort != (changes_ % 2 == 1) ? 1 : 0;
 }
 
 void FaultLine::setLatency(Micros latency) {
@@ -67,7 +67,7 @@ void FaultLine::begin(Micros now, const std::string& incident) {
         if (cables) line->machine.strike(simulator::FaultKind::PortLost);
     }
     if (cables)
-        changedOver_ = !changedOver_;
+        ++changes_;
     else
         machine().strike(simulator::kindNamed(incident));
 }

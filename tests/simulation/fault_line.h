@@ -55,6 +55,7 @@ class FaultLine : public Line {
     std::optional<Micros> nextArrival(Micros limit) override { return machines_[plugged()]->nextArrival(limit); }
     Bytes take(Micros now) override;
     bool present() const override { return machine().portOpen(); }
+    long changes() const override { return changes_; }
 
   private:
     bool isAimedAt(const Bytes& frame) const;
@@ -63,7 +64,7 @@ class FaultLine : public Line {
 
     const Plan& plan_;
     std::vector<std::unique_ptr<MachineLine>> machines_;
-    bool changedOver_ = false;
+    long changes_ = 0;  ///< of the cables
     simulator::FaultPlan faults_;
     bool striking_ = false;
     Micros now_ = 0;

@@ -18,8 +18,9 @@ namespace {
 using Record = Ledger::Record;
 
 constexpr Micros Second = 1'000'000;
-constexpr Micros Grace = Second / 5;  ///< for what waits for the end of an exchange
-constexpr int EventsOfGrace = 10;     ///< where the program stood still
+constexpr Micros Grace = Second / 5;      ///< for what waits for the end of an exchange
+constexpr Micros GraceOfTeller = Second;  ///< for a box
+constexpr int EventsOfGrace = 20;         ///< where the program stood still
 constexpr Micros InOutGivesUp = 5 * Second + Grace;
 constexpr std::size_t FramesUnderWay = 8;  ///< while boards are slow to hear
 constexpr std::size_t OrdersKept = 16;
@@ -187,10 +188,12 @@ void Ledger::withdrawn(Record record) {
 
 void Ledger::boxOpens() {
     ++boxes_;
+    boxIsOpen_ = true;
     interruptionsAtBox_ = interruptions_;
 }
 
 void Ledger::answered(const Message& message, Message::Answer answer) {
+    boxIsOpen_ = false;
     const bool isOfTheLink = message.title == "Kestrel" && message.buttons == Message::Buttons::YesNo;
     if (!isOfTheLink || LineIsClosed() || interruptions_ != interruptionsAtBox_) return;
     mayGo_ = answer == Message::Answer::Yes;
@@ -309,6 +312,7 @@ void Ledger::look(Wish& wish) {
     const ParamValue held = ValueOf(ParamTable(bank, index).Value.data(), WrittenBytes - 1);
     if ((wish.state == State::Due || wish.state == State::Suspended) && IsHeld(bank, index)) wish.state = State::Held;
     if (wish.state == State::Held) return;
+    if (wish.opening == 0 && !due && !(flags & flag::Pending)) return end(wish.record, End::Dropped);
     if (wish.state == State::Sent && Link().LinkIdle) wish.state = State::Lost;
     // The frame was lost on this side, at the port.
     if (wish.state == State::Due && !due && (flags & flag::Pending) && held == wish.value) wish.state = State::Lost;
@@ -324,8 +328,8 @@ void Ledger::look(Wish& wish) {
         require(told || wish.control->standsForNoValue, "what is not taken is told", nameOf(wish));
         end(wish.record, told ? End::Told : End::Lost);
     } else if (!boxTold) {
-        if (!wish.gone) wish.gone = platform_.now();
-        const bool inTime = ++wish.eventsGone < EventsOfGrace || platform_.now() < *wish.gone + Grace;
+        if (!wish.gone || boxIsOpen_) wish.gone = platform_.now();
+        const bool inTime = ++wish.eventsGone < EventsOfGrace || platform_.now() < *wish.gone + GraceOfTeller;
         require(inTime, "what a closed page leaves behind is told", nameOf(wish));
     } else if (due) {
         wish.state = State::Suspended;

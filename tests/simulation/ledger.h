@@ -122,6 +122,7 @@ class Ledger {
     std::set<Record> lied_;                                  ///< what some board did not store as it said
     long opened_ = 0, ordered_ = 0, boxes_ = 0;
     long interruptions_ = 0, interruptionsAtBox_ = 0;
+    bool boxIsOpen_ = false;
     bool mayGo_ = false;  ///< what is held: the user has said so
 };
 

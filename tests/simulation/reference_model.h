@@ -364,7 +364,7 @@ class Model {
         });
     }
 
-    /// What is still due is held as well, but for what a page that is gone wrote by itself.
+    /// What users changed and is still due is held as well.
     void endReading() {
         eachRecord([this](int index) {
             if ((flags(index) & WriteDue) && isUsers(currentBank, index)) hold(index);

@@ -33,6 +33,8 @@ class Line {
     virtual Bytes take(Micros now) = 0;
     /// Whether the device is there.
     virtual bool present() const { return true; }
+    /// How often another device has taken its place: a port that was open is lost by that.
+    virtual long changes() const { return 0; }
 };
 
 /// Answers by a function of the frame: pieces of bytes, each some microseconds after the frame was sent.

@@ -72,6 +72,7 @@ class VirtualSerial : public SerialControl {
             throw RunTimeError(error_number::SerialBadPort, owner_.portDevice(port_) + ": not there");
         line()->take(owner_.now_);
         state_ = State::Open;
+        device_ = line()->changes();
         ++owner_.opened;
     }
     int InBufferCount() const override { return static_cast<int>(buffer_.size()); }
@@ -100,9 +101,10 @@ class VirtualSerial : public SerialControl {
         return true;
     }
     bool isLost() const { return state_ == State::Lost; }
+    bool isChanged() const { return PortOpen() && line()->changes() != device_; }
     /// Whether the device is gone from under the open port, which the program hears of with the next event.
     bool findsLoss() {
-        if (PortOpen() && !line()->present()) state_ = State::Lost;
+        if (PortOpen() && (!line()->present() || isChanged())) state_ = State::Lost;
         return isLost();
     }
     void tellLoss() {
@@ -126,6 +128,7 @@ class VirtualSerial : public SerialControl {
     static constexpr std::size_t InputBufferSize = 1024;
     VirtualPlatform& owner_;
     int port_ = 1;
+    long device_ = 0;
     State state_ = State::Closed;
     Bytes buffer_;
     Bytes arrived_;  ///< in the last collection
@@ -145,7 +148,7 @@ VirtualTimer* VirtualPlatform::nextTimer() const {
 
 std::optional<Micros> VirtualPlatform::nextArrival(Micros limit) const {
     if (!serial_ || !serial_->line()) return std::nullopt;
-    if (serial_->isLost()) return now_ <= limit ? std::optional(now_) : std::nullopt;
+    if (serial_->isLost() || serial_->isChanged()) return now_ <= limit ? std::optional(now_) : std::nullopt;
     auto when = serial_->line()->nextArrival(limit);
     if (!when) return std::nullopt;
     when = std::max(*when, now_);
