@@ -23,6 +23,7 @@ constexpr int SettleMs = 1;
 constexpr int TellMs = 20;
 
 struct Leaving {
+    explicit Leaving(Page* closed) : page(closed) {}
     Page* page;
     Timer limit{LeavingMs, Timer::OfTheLink};
 };

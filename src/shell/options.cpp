@@ -22,7 +22,7 @@ struct Option {
 /// The program changes its directory when it starts, so that a relative path would lead elsewhere.
 std::filesystem::path absolutePath(const std::string& path) {
     std::error_code trouble;
-    const std::filesystem::path found = std::filesystem::absolute(path, trouble);
+    std::filesystem::path found = std::filesystem::absolute(path, trouble);
     if (trouble) throw BadOption("\"" + path + "\": the working directory is not there: " + trouble.message());
     return found;
 }
