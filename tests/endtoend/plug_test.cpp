@@ -80,7 +80,7 @@ class Plug : public Session {
             pullAndPutBack(away);
             confirmBox();
         });
-        MDIForm1().smnuLingue(1).UserClick();
+        choose(MDIForm1().smnuLingue(1));
     }
     void duringIdentification(int away) {
         stop();
