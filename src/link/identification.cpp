@@ -114,7 +114,6 @@ std::optional<Reading> readIdentity(int bank) {
     for (;;) {
         std::optional<Reading> last;
         for (int number = 1; number <= ReadingsAllowed; ++number) {
-            if (number > 1 && !last) LetLateAnswersPass();
             const std::int64_t known = Link().SpoiledArrivals;
             const std::optional<Reading> reading = readOnce(bank);
             const bool isClean = known == Link().SpoiledArrivals;

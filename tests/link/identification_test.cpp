@@ -43,10 +43,11 @@ TEST(Identification, ASlaveThatIsSilentAtAnyExchangeIsAbsentAndASpoiledAnswerIsR
         bool isPresent;
     };
     constexpr std::size_t AllSix = 6;
-    for (const Row& row : {Row{"i1.1?", "s", 1, false}, Row{"i1.17?", "s", 2, false}, Row{"i1.14?", "s", AllSix, false},
-                           Row{"i1.12?", "bg", AllSix + 1 + AllSix, true},
-                           Row{"i1.17?", "bsg", 3 + AllSix + AllSix, true}, Row{"i1.17?", "bs", 3 + 2, false},
-                           Row{"i1.12?", "bbbbbg", 8 + AllSix + AllSix, true}, Row{"i1.12?", "b", 5 * 8, false}}) {
+    for (const Row& row :
+         {Row{"i1.1?", "s", 1, false}, Row{"i1.17?", "s", 2, false}, Row{"i1.14?", "s", AllSix, false},
+          Row{"i1.12?", "bg", AllSix + 1 + AllSix, true}, Row{"i1.17?", "bsg", 3 + AllSix + AllSix, true},
+          Row{"i1.17?", "bs", 3 + 2, false}, Row{"i1.17?", "hg", 2 + AllSix + AllSix, true},
+          Row{"i1.12?", "bbbbbg", 8 + AllSix + AllSix, true}, Row{"i1.12?", "b", 5 * 8, false}}) {
         LinkBench bench;
         bench.replies[row.exchange] = row.replies;
         LinkBench::load();
@@ -187,7 +188,8 @@ TEST(Identification, ANoisyLineNeverMakesAnotherMachineOfTheOneThatIsThere) {
     constexpr std::array Kinds = {FaultKind::Noise, FaultKind::Extra, FaultKind::Slow, FaultKind::Late};
     std::map<std::pair<bool, bool>, Start> quiet;
     int started = 0;
-    for (std::uint64_t seed = 1; seed <= 1000; ++seed) {
+    // Among these seeds are some for every rule of identification that come out wrong without it.
+    for (std::uint64_t seed = 4001; seed <= 5000; ++seed) {
         const std::pair fitted(seed % 4 != 0, seed % 5 != 0);
         simulator::MachineOptions options = World::still(fitted.first, fitted.second);
         options.seed = seed;

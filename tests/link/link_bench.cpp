@@ -112,6 +112,7 @@ Pieces LinkBench::answer(const Bytes& frame) {
         reply.push_back(std::accumulate(reply.begin(), reply.end(), std::uint8_t{0}));
     }
     if (letter == 'b') ++reply.back();
+    if (letter == 'h') reply.pop_back();
     return {{ReplyTime, reply}};
 }
 

@@ -41,8 +41,8 @@ class LinkBench {
     // The boards. The default script of the line answers as they would, 5 ms after each frame.
     std::map<Place, int> identity;  ///< what a board tells of itself, by identity record
     std::map<Place, std::uint32_t> board;
-    /// By frame, as tell() has it, a letter for each coming answer: g good, b one that no check lets pass, s silence.
-    /// The last letter holds for ever.
+    /// By frame, as tell() has it, a letter for each coming answer: g good, b one that no check lets pass, h half of
+    /// it, s silence. The last letter holds for ever.
     std::map<std::string, std::string> replies;
     bool mute = false;  ///< nobody answers anything
     Pieces answer(const Bytes& frame);
