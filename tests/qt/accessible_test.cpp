@@ -93,7 +93,8 @@ TEST_F(AccessibleBus, APageHasNoChildBeyondItsCount) {
     for (int beyond = 0; beyond < 50; ++beyond) EXPECT_EQ(page->child(page->childCount() + beyond), nullptr);
 }
 
-/// Asks for a few seconds; KESTREL_CLIENT_SECONDS says how many, and KESTREL_CLIENT_SEED begins elsewhere.
+/// Asks for a few seconds. Ten minutes under sanitizers, beginning elsewhere:
+/// KESTREL_CLIENT_SECONDS=600 KESTREL_CLIENT_SEED=2 build/sanitize/tests/qt/kestrel_qt_tests --gtest_filter='*AClient*'
 TEST_F(AccessibleBus, AClientMayAskAnythingOfAnythingWhilePagesComeAndGo) {
     constexpr int Languages = 5;
     constexpr int QuestionsBetween = 60;
