@@ -1,6 +1,7 @@
 // What a screen reader gets: every control has a name and a value, can be operated, and tells of changes.
 #include <QAccessible>
 #include <QElapsedTimer>
+#include <QLineEdit>
 #include <QScrollArea>
 #include <QTemporaryDir>
 #include <fstream>
@@ -62,6 +63,31 @@ TEST_F(Accessibility, OperatesTheControls) {
     viewOf(controls.Slider[0]).endGesture();
     EXPECT_EQ(controls.Slider[0].Position.get(), 0);
     EXPECT_EQ(of(controls.Slider[0]).text(QAccessible::Value), QStringLiteral("Off"));
+}
+
+TEST_F(Accessibility, ReadsAndEditsALineOfText) {
+    auto& line = dynamic_cast<QLineEdit&>(widgetOf(controls.Text[0]));
+    line.setText(QStringLiteral("1 23"));
+    auto* text = of(controls.Text[0]).textInterface();
+    struct Row {
+        int offset;
+        QAccessible::TextBoundaryType kind;
+        const char* piece;
+    };
+    for (const auto& [offset, kind, piece] :
+         {Row{0, QAccessible::WordBoundary, "1"}, Row{1, QAccessible::WordBoundary, " "},
+          Row{3, QAccessible::WordBoundary, "23"}, Row{4, QAccessible::WordBoundary, "23"},
+          Row{-2, QAccessible::SentenceBoundary, "1 23"}, Row{2, QAccessible::CharBoundary, "2"},
+          Row{4, QAccessible::CharBoundary, ""}, Row{4, QAccessible::LineBoundary, "1 23"},
+          Row{5, QAccessible::WordBoundary, ""}}) {
+        int from = 0, to = 0;
+        EXPECT_EQ(text->textAtOffset(offset, kind, &from, &to).toStdString(), piece) << offset << " " << kind;
+        EXPECT_EQ(text->text(from, to).toStdString(), piece);
+    }
+    of(controls.Text[0]).editableTextInterface()->replaceText(2, 4, QStringLiteral("4"));
+    EXPECT_EQ(line.text(), QStringLiteral("1 4"));
+    press(line, {Qt::Key_Return});
+    EXPECT_EQ(controls.Text[0].Text.get(), "1 4") << "as if the user had typed it";
 }
 
 TEST_F(Accessibility, TakesItsWordsFromTheSectionOfTheWindowWhateverItIsCalled) {

@@ -7,7 +7,7 @@
 
 #include "platform/qt/button_view.h"
 #include "platform/qt/list_view.h"
-#include "platform/qt/text_box_view.h"
+#include "platform/qt/spoken_text.h"
 #include "platform/qt/view.h"
 #include "platform/qt/words.h"
 
@@ -80,14 +80,14 @@ class SpokenView : public QAccessibleWidget, public QAccessibleValueInterface {
 
 /// The views that are widgets of the toolkit keep its own interface.
 bool isOfToolkit(const QObject& object) {
-    return qobject_cast<const QLineEdit*>(&object) || qobject_cast<const QTreeWidget*>(&object) ||
-           qobject_cast<const QPushButton*>(&object);
+    return qobject_cast<const QTreeWidget*>(&object) || qobject_cast<const QPushButton*>(&object);
 }
 
 /// The toolkit's interface of a page counts on scroll bars that come and go, and ends the program when a client asks
 /// for one that has gone.
 QAccessibleInterface* makeInterface(const QString& /*className*/, QObject* object) {
     if (auto* page = qobject_cast<QScrollArea*>(object)) return new QAccessibleWidget(page, QAccessible::Client);
+    if (auto* line = qobject_cast<QLineEdit*>(object)) return new SpokenText(*line);
     auto* view = dynamic_cast<ViewBase*>(object);
     return view && view->bound() && !isOfToolkit(*object) ? new SpokenView(*view) : nullptr;
 }
