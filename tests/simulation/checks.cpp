@@ -111,10 +111,7 @@ void Checks::sending(const Bytes& frame) {
     same("a frame goes to the board of its bank", static_cast<int>(asBoardsHearIt.board), CurrentBank);
     ++counts[Frames];
     const bool isRecord = clock_ == Clock::Tick && model_.recheck.phase != reference::Recheck::Asking;
-    if (isRecord) {
-        begun_ = platform_.now();
-        checkOrigin(asBoardsHearIt);
-    }
+    if (isRecord) checkOrigin(asBoardsHearIt);
     if (Ledger* ledger = Ledger::present()) {
         require(BoardPresent(CurrentBank) || Link().LinkSetup, "no frame goes to a board that is not there",
                 Place{CurrentBank, Link().ScanIndex});
@@ -262,9 +259,14 @@ void Checks::afterEvent() {
     if (linkEvent_) model_.pagesTold();
     model_.holding = WritesAreHeld() && model_.recheck.phase != reference::Recheck::Reading;
     if (clock_ == Clock::Tick) model_.endTick(now);
+    if (std::exchange(wasIdle_, Link().LinkIdle) && !wasIdle_) {  // an exchange has been opened, its frame sent or lost
+        begun_ = now;
+        sentBank_ = CurrentBank;
+    }
     if (!Link().LinkIdle && !left_ && CurrentBank != sentBank_) {
         left_ = true;
-        require(!Ledger::present() || !isShort(), "no page moves the bank in an exchange of 150 ms");
+        require(!Ledger::present() || !isShort(), "no page moves the bank in an exchange of 150 ms", "from ", sentBank_,
+                " to ", CurrentBank);
         ++counts[LeftFrames];
     }
     checkExchange();

@@ -124,7 +124,8 @@ class Checks {
     Clock clock_ = Clock::ClockCount;  ///< of this event
     Micros last_ = 0;
     Micros blockedUntil_ = -1;
-    int sends_ = 0;                 ///< of the open exchange, since it began or last ran out of time
+    int sends_ = 0;  ///< of the open exchange, since it began or last ran out of time
+    bool wasIdle_ = true;
     Micros begun_ = 0;              ///< when the open exchange began
     bool left_ = false;             ///< a page has moved the bank since the newest frame
     int sentBank_ = 0;              ///< under which the newest frame was built

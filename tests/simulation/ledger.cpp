@@ -33,6 +33,8 @@ const std::set<Record> Mailboxes = {{0, 5}, {0, 6}, {0, 370}, {1, 2},   {1, 3},
                                     {1, 4}, {1, 5}, {1, 6},   {2, 285}, {2, 286}};
 constexpr const char* ClearingPage = "FrmCancella";           ///< its command has no mailbox, and moves nothing
 constexpr Record Decimals = {0, 359}, DecimalsTold = {0, 3};  ///< what the master makes of it
+const std::set<Record> ClockSetters = {{0, 239}, {0, 240}, {0, 241}, {0, 242}, {0, 243}};
+constexpr int ClockDistance = 5;  ///< from what sets the clock to what shows it
 constexpr int PowderTestTime = 370;
 constexpr std::uint32_t PowderTest = 18, WaterOnly = 26, Run = 2;
 
@@ -146,7 +148,8 @@ void Ledger::wantedByUser(Wish& wish) {
     if (isOrder && (isCommand(wish.record) || Mailboxes.contains(wish.record))) return takeForOrder(wish);
     require(wish.control, "only what somebody chose is written", nameOf(wish));
     const auto& told = openings_[wish.page].told;
-    const Record read = wish.record == Decimals ? DecimalsTold : wish.record;
+    Record read = wish.record == Decimals ? DecimalsTold : wish.record;
+    if (ClockSetters.contains(read) && !told.contains(read)) read.second += ClockDistance;
     const bool isCopy = !act_.empty() && told.contains(act_.back());
     require(!standsForValue(*wish.control) || isCopy || told.contains(read), "what has not been read is not written",
             nameOf(wish), ", ", wish.control->accessibleName());

@@ -145,6 +145,7 @@ class Player {
     void happen(const std::string& incident, int number) {
         auto random = chanceOf(plan_.seed, Chance::Incident, static_cast<std::uint32_t>(number));
         if (incident == LoopBlocked) {
+            if (!line_.present()) return;  // a device that comes and goes meanwhile is not noticed
             const Micros length = random.between(500, 30'000) * 1000;
             line_.standStill(stage_.now(), length);
             stage_.letPass(length);

@@ -70,7 +70,7 @@ Records subscribeAnew() {
         CurrentBank = bank;
         for (int i = 0; i < watchers; ++i) ParamRelease(index);
         for (int i = 0; i < watchers; ++i) ParamWatch(index);
-        if (ParamFlags(bank, index) & flag::Pending) wanted.emplace(bank, index);
+        if (BoardPresent(bank) && (ParamFlags(bank, index) & flag::Pending)) wanted.emplace(bank, index);
     });
     return wanted;
 }
@@ -178,7 +178,9 @@ void Rest::readAll() {
         // A record whose reply was dropped, since a page moved the bank under it, is sent again when its gate opens.
         const bool waitsForItsGate = plan.strange || checks.counts[LeftFrames] > left;
         const bool tooLate = stage.now() > (waitsForItsGate ? gated : plain);
-        require(!tooLate, "everything comes right after healing", stale.size(), " records; the scan is at ",
+        require(!tooLate, "everything comes right after healing", stale.size(), " records, first ",
+                Place{stale.begin()->first, stale.begin()->second}, " flags ",
+                int{ParamFlags(stale.begin()->first, stale.begin()->second)}, "; the scan is at ",
                 Place{CurrentBank, Link().ScanIndex}, Link().LinkIdle ? ", idle" : ", waiting");
         stage.runUntil(stage.now() + Second / 50);
         dropFresh(stale);
