@@ -13,32 +13,12 @@
 #include "link/param_table.h"
 #include "platform/timer.h"
 #include "simulation/fault_line.h"
+#include "simulation/ledger.h"
 #include "simulation/reference_model.h"
 #include "simulation/require.h"
 #include "support/virtual_platform.h"
 
 namespace kestrel::testing {
-
-/// What is counted in a run; words for each stand where they are printed.
-enum Count : std::size_t {
-    Events,
-    Acts,
-    Boxes,
-    Frames,
-    Accepted,
-    TimeOuts,
-    Repeats,
-    OverwrittenEdits,
-    MovedBanks,
-    LeftFrames,
-    LateReplies,
-    BlindReplies,
-    OrphanWrites,
-    PagesCompared,
-    PagesExcused,
-    CountKinds
-};
-using Counts = std::array<long, CountKinds>;
 
 using Clock = reference::Model::Clock;
 /// The timers of the link that the model has too.
@@ -87,6 +67,7 @@ class Checks {
     void compareAll() const;
 
     Counts counts{};
+    Ledger ledger;
     std::uint64_t traceHash = 14695981039346656037ULL;
 
   private:

@@ -5,7 +5,6 @@
 #include "link/changes.h"
 #include "link/link_engine.h"
 #include "simulation/checks.h"
-#include "simulation/ledger.h"
 #include "simulator/exchange.h"
 
 namespace kestrel::testing {
@@ -44,7 +43,7 @@ void Checks::startsAnew() {
     if (!loaded_) return;
     loaded_ = false;
     model_.startAnew();
-    if (Ledger* ledger = Ledger::present()) ledger->startsAnew();
+    ledger.startsAnew();
 }
 
 void Checks::load(int bank) {

@@ -4,7 +4,6 @@
 
 #include <map>
 #include <memory>
-#include <optional>
 
 #include "link/link_engine.h"
 #include "pages/registry.h"
@@ -33,10 +32,7 @@ class Player {
         RegisterPages(withSmallPage(AllPages()));
         stage_.lines[1] = stage_.lines[2] = &line_;
         line_.onSend = [this](const Bytes& frame) { checks_.sending(frame); };
-        if (keepsLedger) {
-            ledger_.emplace(stage_, line_);
-            line_.onHeard = [this](const simulator::Exchange& exchange) { ledger_->heard(exchange); };
-        }
+        line_.onHeard = [this](const simulator::Exchange& exchange) { checks_.ledger.heard(exchange); };
         stage_.beforeArrival = [this](const Bytes& bytes) { checks_.beforeArrival(bytes); };
         stage_.beforeLoss = [this] { checks_.beforeLoss(); };
         stage_.afterEvent = [this] { afterEvent(); };
@@ -61,7 +57,6 @@ class Player {
         result.hash = checks_.traceHash;
         result.played = stage_.now();
         result.counts = checks_.counts;
-        if (ledger_) result.ends = ledger_->ends();
         return result;
     }
 
@@ -77,7 +72,7 @@ class Player {
         checks_.afterEvent();
         trouble();
         rest_.comeRight();
-        if (ledger_) ledger_->atRest();
+        checks_.ledger.atRest();
         stage_.runUntil(stage_.now() + plan_.quiet * Second);
         checks_.compareAll();
         rest_.compareWithBoards();
@@ -162,7 +157,6 @@ class Player {
     Stage stage_;
     FaultLine line_;
     Checks checks_{stage_, line_};
-    std::optional<Ledger> ledger_;
     RandomUser user_;
     Rest rest_{plan_, stage_, line_, checks_};
     long begun_ = 0;  ///< events before the trouble, where one incident strikes at an event
@@ -170,8 +164,6 @@ class Player {
 };
 
 }  // namespace
-
-bool keepsLedger = false;
 
 Outcome play(const Plan& plan) {
     try {
