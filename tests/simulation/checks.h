@@ -115,10 +115,9 @@ class Checks {
     int opened_ = 0;
     long interruptions_ = 0;
     std::size_t filesWritten_ = 0;
-    std::vector<reference::Model::Frame> sent_;
+    std::vector<reference::Frame> sent_;
     std::vector<Told> told_;
     std::set<std::pair<int, int>> misfiled_;
-    bool telling_ = false;
     int bankLeft_ = 0;  ///< by the last page that was told
 };
 

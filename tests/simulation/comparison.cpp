@@ -18,7 +18,7 @@ constexpr std::size_t ParameterSize = 9;
 constexpr std::size_t IdentitySize = 5;
 static_assert(sizeof(reference::IndexRecord) == ParameterSize, "a record of the model is one of the file");
 
-std::string textOf(const std::vector<reference::Model::Frame>& frames) {
+std::string textOf(const std::vector<reference::Frame>& frames) {
     std::string all;
     for (const auto& frame : frames)
         all += say(frame.when, ":", simulator::hexOf({frame.bytes.begin(), frame.bytes.begin() + frame.count}), "; ");

@@ -63,7 +63,9 @@ class Player {
   private:
     void playAll() {
         if (plan_.rough) line_.strike(true);
+        line_.machine().setBoardSilent(static_cast<simulator::Board>(plan_.late), plan_.late > 0);
         MDIForm_Load("Kestrel");
+        line_.machine().setBoardSilent(static_cast<simulator::Board>(plan_.late), false);
         checks_.started();
         stage_.started = true;
         line_.strike(true);

@@ -82,12 +82,6 @@ void dropFresh(Records& records) {
     });
 }
 
-/// Nobody watches the record that was written: the payment page takes it from other pages, and from itself.
-bool someWriteNeverGoesOut() {
-    return std::any_of(TwiceReleased.begin(), TwiceReleased.end(),
-                       [](int index) { return ParamFlags(0, index) == flag::WriteDue; });
-}
-
 /// Subscriptions that pages leave behind since they release other records than they watch.
 const Records& leftByUnlikeLists() {
     static const Records records = [] {
@@ -202,8 +196,8 @@ void Rest::nothingWaits() const {
     for (Page* page : LoadedPages()) {
         if (page->name() == "FrmControls") continue;  // which shows the mark
         for (const Control* control : controlsOf(*page))
-            require(!control->waiting() || !control->usable() || someWriteNeverGoesOut(), "no control waits at rest",
-                    page->name(), " ", control->accessibleName());
+            require(!control->waiting() || !control->usable(), "no control waits at rest", page->name(), " ",
+                    control->accessibleName());
     }
 }
 
