@@ -301,7 +301,10 @@ void Ledger::look(Wish& wish) {
         require(told || wish.control->standsForNoValue, "what is not taken is told", nameOf(wish));
         end(wish.record, told ? ToldNotTaken : LostKeys);
     } else if (!boxTold) {
-        if (!wish.gone || boxIsOpen_) wish.gone = platform_.now();
+        if (!wish.gone || boxIsOpen_) {
+            wish.gone = platform_.now();
+            wish.eventsGone = 0;
+        }
         const bool inTime = ++wish.eventsGone < EventsOfGrace || platform_.now() < *wish.gone + GraceOfTeller;
         require(inTime, "what a closed page leaves behind is told", nameOf(wish));
     } else if (due) {
