@@ -22,6 +22,7 @@ namespace {
 
 constexpr Micros Second = 1'000'000;
 constexpr Micros Ebb = 14 * Second;  ///< until late replies are in and boards are back
+constexpr int OpeningsTried = 10;    ///< the user may say no to other boards
 constexpr Micros FreshWithin = 5 * Second;
 constexpr Micros PerRecord = Second / 20;
 constexpr int LongestChunk = 16;  ///< milliseconds
@@ -136,7 +137,7 @@ void Rest::letTheTroubleEbb() {
 
 /// Another machine is there, or one was taken for another: the user plugs in the right one, or chooses the port again.
 void Rest::openTheLine() {
-    for (int tries = 0; LineIsClosed() && tries < 3; ++tries) {
+    for (int tries = 0; LineIsClosed() && tries < OpeningsTried; ++tries) {
         if (line.plugged() != checks.home())
             line.begin(stage.now(), CablesChanged);
         else
