@@ -11,7 +11,6 @@
 #include "link/recheck.h"
 #include "pages/beverage/recipe.h"
 #include "platform/outside.h"
-#include "shell/main_window.h"
 #include "shell/windows.h"
 #include "simulation/random_user.h"
 #include "support/world.h"
@@ -135,13 +134,10 @@ void Rest::letTheTroubleEbb() {
     stage.runUntil(stage.now() + FreshWithin);
 }
 
-/// Another machine is there, or one was taken for another: the user plugs in the right one, or chooses the port again.
+/// Another machine is there, or one was taken for another: the user plugs in the right one, or the same once more.
 void Rest::openTheLine() {
     for (int tries = 0; LineIsClosed() && tries < OpeningsTried; ++tries) {
-        if (line.plugged() != checks.home())
-            line.begin(stage.now(), CablesChanged);
-        else
-            MDIForm1().mnuCox(Link().ComPort).UserClick();
+        line.begin(stage.now(), line.plugged() != checks.home() ? CablesChanged : "port");
         stage.runUntil(stage.now() + Ebb);
     }
     require(!LineIsClosed(), "the line is open to the pages at rest");
