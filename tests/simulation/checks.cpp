@@ -6,7 +6,6 @@
 #include "link/link_engine.h"
 #include "link/recheck.h"
 #include "platform/outside.h"
-#include "simulation/ledger.h"
 #include "simulator/receiver.h"
 
 namespace kestrel::testing {
@@ -22,9 +21,6 @@ constexpr int InputLimit = 1024;
 constexpr int WriteBit = 128;
 /// What a user or a page does waits so long for the end of an exchange.
 constexpr Micros WholeExchange = 150'000;
-
-/// The pages whose rules have them write a record when they are told of it.
-bool correctsItself(const Page& page) { return page.name() == "FrmConMac" || page.name() == "FrmProUni"; }
 
 /// A frame as a board hears it.
 simulator::Frame heard(const Bytes& frame) {
@@ -45,7 +41,10 @@ std::array<const Timer*, reference::Model::ClockCount> linkTimers() {
     return {&link.Timer1, &link.Timer2, &link.Timer3, &link.Timer4, &link.ReopenTimer};
 }
 
-Checks::Checks(VirtualPlatform& platform, FaultLine& line) : platform_(platform), line_(line) { listening = this; }
+Checks::Checks(VirtualPlatform& platform, FaultLine& line)
+    : ledger(platform, line, counts), platform_(platform), line_(line) {
+    listening = this;
+}
 
 Checks::~Checks() { listening = nullptr; }
 
@@ -111,15 +110,10 @@ void Checks::sending(const Bytes& frame) {
     same("a frame goes to the board of its bank", static_cast<int>(asBoardsHearIt.board), CurrentBank);
     ++counts[Frames];
     const bool isRecord = clock_ == Clock::Tick && model_.recheck.phase != reference::Recheck::Asking;
-    if (isRecord) {
-        begun_ = platform_.now();
-        checkOrigin(asBoardsHearIt);
-    }
-    if (Ledger* ledger = Ledger::present()) {
-        require(BoardPresent(CurrentBank) || Link().LinkSetup, "no frame goes to a board that is not there",
-                Place{CurrentBank, Link().ScanIndex});
-        if (isRecord) ledger->asks(origin_, asBoardsHearIt);
-    }
+    if (isRecord) checkOrigin(asBoardsHearIt);
+    require(BoardPresent(CurrentBank) || Link().LinkSetup, "no frame goes to a board that is not there",
+            Place{CurrentBank, Link().ScanIndex});
+    if (isRecord) ledger.asks(origin_, asBoardsHearIt);
     if (++sends_ > 1) ++counts[Repeats];
     require(sends_ <= SendsAllowed, "at most five sends of a frame");
     sentBank_ = CurrentBank;
@@ -152,32 +146,26 @@ void Checks::written(int index, std::uint32_t value) {
     const int bank = std::exchange(model_.currentBank, CurrentBank);
     model_.write(index, value);
     if (clock_ == Clock::Tick) model_.currentBank = bank;  // what was held is given back before the scan
-    if (Ledger* ledger = Ledger::present()) ledger->written({CurrentBank, index}, value);
-    require(!telling_ || told_.back().index != index || correctsItself(*told_.back().page),
-            "showing a value writes nothing back", Place{CurrentBank, index});
+    ledger.written({CurrentBank, index}, value);
 }
 
 void Checks::withdrawn(int index) {
     model_.withdraw(CurrentBank, index);
-    if (Ledger* ledger = Ledger::present()) ledger->withdrawn({CurrentBank, index});
+    ledger.withdrawn({CurrentBank, index});
 }
 
 void Checks::telling(const Page& page, int index, ParamValue value) {
     if (told_.empty() && (ParamFlags(CurrentBank, index) & flag::WriteDue)) {
         ++counts[OverwrittenEdits];
-        if (Ledger* ledger = Ledger::present()) {
-            require(!isShort(), "an exchange of 150 ms overwrites no edit", Place{CurrentBank, index});
-            ledger->overwrittenBySlowReply({CurrentBank, index}, static_cast<std::uint32_t>(value));
-        }
+        require(!isShort(), "an exchange of 150 ms overwrites no edit", Place{CurrentBank, index});
+        ledger.overwrittenBySlowReply({CurrentBank, index}, static_cast<std::uint32_t>(value));
     }
-    if (Ledger* ledger = Ledger::present()) ledger->telling(page, {CurrentBank, index});
+    ledger.telling(page, {CurrentBank, index});
     told_.push_back({&page, index, value});
-    telling_ = true;
 }
 
 void Checks::told() {
-    if (Ledger* ledger = Ledger::present()) ledger->told();
-    telling_ = false;
+    ledger.told();
     bankLeft_ = CurrentBank;
 }
 
@@ -226,9 +214,8 @@ void Checks::checkTold() {
         require(told_.size() != loaded.size() || told_[i].page == loaded[i], "pages are told in their order");
     }
     ++counts[Accepted];
-    if (Ledger* ledger = Ledger::present())
-        ledger->accepted({expected->bank, expected->index}, (Link().RequestBytes.Command & WriteBit) != 0,
-                         static_cast<std::uint32_t>(model_.outputs.toldValue));
+    ledger.accepted({expected->bank, expected->index}, (Link().RequestBytes.Command & WriteBit) != 0,
+                    static_cast<std::uint32_t>(model_.outputs.toldValue));
     explain(expected->bank, expected->index, model_.outputs.toldValue);
 }
 
@@ -262,17 +249,19 @@ void Checks::afterEvent() {
     if (linkEvent_) model_.pagesTold();
     model_.holding = WritesAreHeld() && model_.recheck.phase != reference::Recheck::Reading;
     if (clock_ == Clock::Tick) model_.endTick(now);
+    if (std::exchange(wasIdle_, Link().LinkIdle) && !wasIdle_) {  // an exchange has been opened, its frame sent or lost
+        begun_ = now;
+        sentBank_ = CurrentBank;
+    }
     if (!Link().LinkIdle && !left_ && CurrentBank != sentBank_) {
         left_ = true;
-        require(!Ledger::present() || !isShort(), "no page moves the bank in an exchange of 150 ms");
+        require(!isShort(), "no page moves the bank in an exchange of 150 ms", "from ", sentBank_, " to ", CurrentBank);
         ++counts[LeftFrames];
     }
     checkExchange();
     checkTold();
-    if (Ledger* ledger = Ledger::present()) {
-        for (; interruptions_ < model_.recheck.interruptions; ++interruptions_) ledger->interrupted();
-        ledger->afterEvent();
-    }
+    for (; interruptions_ < model_.recheck.interruptions; ++interruptions_) ledger.interrupted();
+    ledger.afterEvent();
     compareFrames();
     compareState();
     checkClocks();

@@ -13,32 +13,12 @@
 #include "link/param_table.h"
 #include "platform/timer.h"
 #include "simulation/fault_line.h"
+#include "simulation/ledger.h"
 #include "simulation/reference_model.h"
 #include "simulation/require.h"
 #include "support/virtual_platform.h"
 
 namespace kestrel::testing {
-
-/// What is counted in a run; words for each stand where they are printed.
-enum Count : std::size_t {
-    Events,
-    Acts,
-    Boxes,
-    Frames,
-    Accepted,
-    TimeOuts,
-    Repeats,
-    OverwrittenEdits,
-    MovedBanks,
-    LeftFrames,
-    LateReplies,
-    BlindReplies,
-    OrphanWrites,
-    PagesCompared,
-    PagesExcused,
-    CountKinds
-};
-using Counts = std::array<long, CountKinds>;
 
 using Clock = reference::Model::Clock;
 /// The timers of the link that the model has too.
@@ -87,6 +67,7 @@ class Checks {
     void compareAll() const;
 
     Counts counts{};
+    Ledger ledger;
     std::uint64_t traceHash = 14695981039346656037ULL;
 
   private:
@@ -124,7 +105,8 @@ class Checks {
     Clock clock_ = Clock::ClockCount;  ///< of this event
     Micros last_ = 0;
     Micros blockedUntil_ = -1;
-    int sends_ = 0;                 ///< of the open exchange, since it began or last ran out of time
+    int sends_ = 0;  ///< of the open exchange, since it began or last ran out of time
+    bool wasIdle_ = true;
     Micros begun_ = 0;              ///< when the open exchange began
     bool left_ = false;             ///< a page has moved the bank since the newest frame
     int sentBank_ = 0;              ///< under which the newest frame was built
@@ -133,10 +115,9 @@ class Checks {
     int opened_ = 0;
     long interruptions_ = 0;
     std::size_t filesWritten_ = 0;
-    std::vector<reference::Model::Frame> sent_;
+    std::vector<reference::Frame> sent_;
     std::vector<Told> told_;
     std::set<std::pair<int, int>> misfiled_;
-    bool telling_ = false;
     int bankLeft_ = 0;  ///< by the last page that was told
 };
 

@@ -5,7 +5,6 @@
 #include "link/changes.h"
 #include "link/link_engine.h"
 #include "simulation/checks.h"
-#include "simulation/ledger.h"
 #include "simulator/exchange.h"
 
 namespace kestrel::testing {
@@ -19,7 +18,7 @@ constexpr std::size_t ParameterSize = 9;
 constexpr std::size_t IdentitySize = 5;
 static_assert(sizeof(reference::IndexRecord) == ParameterSize, "a record of the model is one of the file");
 
-std::string textOf(const std::vector<reference::Model::Frame>& frames) {
+std::string textOf(const std::vector<reference::Frame>& frames) {
     std::string all;
     for (const auto& frame : frames)
         all += say(frame.when, ":", simulator::hexOf({frame.bytes.begin(), frame.bytes.begin() + frame.count}), "; ");
@@ -44,7 +43,7 @@ void Checks::startsAnew() {
     if (!loaded_) return;
     loaded_ = false;
     model_.startAnew();
-    if (Ledger* ledger = Ledger::present()) ledger->startsAnew();
+    ledger.startsAnew();
 }
 
 void Checks::load(int bank) {

@@ -3,7 +3,6 @@
 #include <memory>
 
 #include "simulation/checks.h"
-#include "simulation/ledger.h"
 
 /// Names of the linker: the program's own function, and the one here that every call of it from elsewhere reaches.
 #define KESTREL_AROUND(name, mangled, parameters, arguments, before, after) \
@@ -23,7 +22,7 @@ KESTREL_AROUND(OpenPort, "_ZN7kestrel8OpenPortEi", (int port), (port), searching
 Page& realLoad(std::unique_ptr<Page> page) __asm__("__real_" KESTREL_LOAD);
 Page& wrapLoad(std::unique_ptr<Page> page) __asm__("__wrap_" KESTREL_LOAD);
 Page& wrapLoad(std::unique_ptr<Page> page) {
-    if (Ledger* ledger = Ledger::present()) ledger->opens(*page);
+    if (Checks* checks = Checks::present()) checks->ledger.opens(*page);
     return realLoad(std::move(page));
 }
 KESTREL_AROUND(StartAnew, "_ZN7kestrel9StartAnewEv", (), (), here(), started())

@@ -23,9 +23,6 @@ constexpr Micros GraceOfTeller = Second;  ///< for a box
 constexpr int EventsOfGrace = 20;         ///< where the program stood still
 constexpr Micros InOutGivesUp = 5 * Second + Grace;
 constexpr std::size_t FramesUnderWay = 8;  ///< while boards are slow to hear
-constexpr std::size_t OrdersKept = 16;
-
-Ledger* kept = nullptr;
 
 /// The command registers by bank, and the mailboxes before which no command may go out.
 constexpr std::array<Record, Banks> Commands = {{{0, 4}, {1, 1}, {2, 284}}};
@@ -33,6 +30,8 @@ const std::set<Record> Mailboxes = {{0, 5}, {0, 6}, {0, 370}, {1, 2},   {1, 3},
                                     {1, 4}, {1, 5}, {1, 6},   {2, 285}, {2, 286}};
 constexpr const char* ClearingPage = "FrmCancella";           ///< its command has no mailbox, and moves nothing
 constexpr Record Decimals = {0, 359}, DecimalsTold = {0, 3};  ///< what the master makes of it
+const std::set<Record> ClockSetters = {{0, 239}, {0, 240}, {0, 241}, {0, 242}, {0, 243}};
+constexpr int ClockDistance = 5;  ///< from what sets the clock to what shows it
 constexpr int PowderTestTime = 370;
 constexpr std::uint32_t PowderTest = 18, WaterOnly = 26, Run = 2;
 
@@ -72,22 +71,9 @@ std::string text(Record record, std::uint32_t value) { return say(Place{record.f
 
 }  // namespace
 
-Ledger::Ledger(const VirtualPlatform& platform, const FaultLine& line) : platform_(platform), line_(line) {
-    kept = this;
-}
-
-Ledger::~Ledger() { kept = nullptr; }
-
-Ledger* Ledger::present() { return kept; }
-
 Ledger::Wish* Ledger::find(Record record) {
     const auto found = std::find_if(wishes_.begin(), wishes_.end(), [&](auto& w) { return w.record == record; });
     return found == wishes_.end() ? nullptr : &*found;
-}
-
-Ledger::Order* Ledger::order(long number) {
-    const auto found = std::find_if(orders_.begin(), orders_.end(), [&](auto& o) { return o.number == number; });
-    return found == orders_.end() ? nullptr : &*found;
 }
 
 bool Ledger::isOpen(const Page* page, long opening) const {
@@ -95,8 +81,8 @@ bool Ledger::isOpen(const Page* page, long opening) const {
     return std::find(loaded.begin(), loaded.end(), page) != loaded.end() && openings_.at(page).number == opening;
 }
 
-void Ledger::end(Record record, End how) {
-    count(how);
+void Ledger::end(Record record, Count how) {
+    ++counts_[how];
     std::erase_if(wishes_, [&](const Wish& wish) { return wish.record == record; });
 }
 
@@ -106,17 +92,22 @@ std::string Ledger::nameOf(const Wish& wish) const {
 
 // ---- What is wanted.
 
-void Ledger::opens(const Page& page) { openings_[&page] = {++opened_, {}}; }
-
 void Ledger::telling(const Page& page, Record record) {
     told_ = &page;
     openings_[&page].told.insert(record);
 }
 
+/// What was due at an interruption is written again, by no page, when the user has said so.
 void Ledger::written(Record record, std::uint32_t value) {
     Wish* const older = find(record);
-    if (older && !Control::acting() && !told_ && !isPagesOwn(nullptr, record, value)) return goesOn(*older, value);
-    if (older) end(record, End::Replaced);
+    if (older && older->state == State::Held && !Control::acting() && !told_) {
+        require(older->value == value, "what was held goes out as it was", nameOf(*older), ", not ", value);
+        require(mayGo_, "what was held goes out when the user says so", nameOf(*older));
+        older->machine = line_.plugged();
+        older->state = State::Due;
+        return;
+    }
+    if (older) end(record, Replaced);
     Wish wish{record, value, line_.plugged(), boxes_};
     wish.control = Control::acting();
     wish.page = wish.control ? dynamic_cast<const Page*>(wish.control->window()) : told_;
@@ -124,66 +115,47 @@ void Ledger::written(Record record, std::uint32_t value) {
     wishes_.push_back(wish);
 }
 
-/// What was due at an interruption goes out when the user has said so; of what pages write by themselves nobody is
-/// asked.
-void Ledger::goesOn(Wish& held, std::uint32_t value) {
-    require(held.value == value, "what was held goes out as it was", nameOf(held), ", not ", value);
-    require(mayGo_ || !held.isSetting(), "what was held goes out when the user says so", nameOf(held));
-    held.machine = line_.plugged();
-    held.state = State::Due;
-}
-
 /// Of a setting that the board keeps twice the page is told the first; the copy is written right after it.
 void Ledger::wantedByUser(Wish& wish) {
     require(wish.page, "only what somebody chose is written", nameOf(wish));
-    if (const std::pair<const Control*, Micros> now{wish.control, platform_.now()}; now != actor_) {
-        actor_ = now;
-        act_.clear();
-        actBegan_ = ordered_;
-    }
     wish.opening = openings_[wish.page].number;
-    const bool isOrder = wish.page->name() != ClearingPage;
-    if (isOrder && (isCommand(wish.record) || Mailboxes.contains(wish.record))) return takeForOrder(wish);
+    const bool isOrder = isCommand(wish.record) || Mailboxes.contains(wish.record);
+    if (isOrder && wish.page->name() != ClearingPage) return takeForOrder(wish);
     require(wish.control, "only what somebody chose is written", nameOf(wish));
     const auto& told = openings_[wish.page].told;
-    const Record read = wish.record == Decimals ? DecimalsTold : wish.record;
-    const bool isCopy = !act_.empty() && told.contains(act_.back());
-    require(!standsForValue(*wish.control) || isCopy || told.contains(read), "what has not been read is not written",
-            nameOf(wish), ", ", wish.control->accessibleName());
-    act_.push_back(read);
+    Record read = wish.record == Decimals ? DecimalsTold : wish.record;
+    if (ClockSetters.contains(read) && !told.contains(read)) read.second += ClockDistance;
+    const std::pair<const Control*, Micros> act{wish.control, platform_.now()};
+    require(!standsForValue(*wish.control) || told.contains(read) || readBy_ == act,
+            "what has not been read is not written", nameOf(wish), ", ", wish.control->accessibleName());
+    if (told.contains(read)) readBy_ = act;
 }
 
 /// A click begins an order of its page; what the page writes when it hears of an echo belongs to its newest one.
 void Ledger::takeForOrder(Wish& wish) {
-    const Record command = Commands[static_cast<std::size_t>(wish.record.first)];
-    const auto newest = std::find_if(orders_.begin(), orders_.end(),
-                                     [&](auto& o) { return o.command == command && o.page == wish.page; });
-    if (!wish.control) {
-        wish.order = newest == orders_.end() ? -1 : newest->number;
-        return;
-    }
-    Order* order = newest == orders_.end() ? nullptr : &*newest;
-    if (!order || order->number <= actBegan_) {
-        if (order && !order->givenUp) order->givenUp = platform_.now();
-        order = &orders_.emplace_front(Order{++ordered_, wish.page, wish.opening, command, platform_.now()});
-        if (orders_.size() > OrdersKept) orders_.pop_back();
+    std::shared_ptr<Order>& newest = orders_[{wish.page, wish.record.first}];
+    if (wish.control && (!newest || newest->key != wish.control || newest->clicked != platform_.now())) {
+        if (newest && !newest->givenUp) newest->givenUp = platform_.now();
+        newest = std::make_shared<Order>(Order{wish.page, wish.opening, wish.control, platform_.now()});
         lied_.clear();
     }
-    wish.order = order->number;
+    require(newest && newest->opening == wish.opening, "an order was clicked", nameOf(wish));
+    wish.order = newest;
+    if (!wish.control) return;
     if (isCommand(wish.record))
-        order->code = wish.value;
+        newest->code = wish.value;
     else
-        order->mailbox[wish.record.second] = wish.value;
+        newest->mailbox[wish.record.second] = wish.value;
     if (const auto* doses = dynamic_cast<const FrmDosi*>(wish.page))
-        order->code = order->mailbox.contains(PowderTestTime) ? PowderTest
-                      : wish.control == &doses->Command4[0]   ? WaterOnly
-                                                              : Run;
-    else if (order->mailbox.size() > 1)
-        order->code = Run;
+        newest->code = newest->mailbox.contains(PowderTestTime) ? PowderTest
+                       : wish.control == &doses->Command4[0]    ? WaterOnly
+                                                                : Run;
+    else if (newest->mailbox.size() > 1)
+        newest->code = Run;
 }
 
 void Ledger::withdrawn(Record record) {
-    if (find(record)) end(record, End::Dropped);
+    if (find(record)) end(record, Dropped);
 }
 
 void Ledger::boxOpens() {
@@ -195,15 +167,17 @@ void Ledger::boxOpens() {
 void Ledger::answered(const Message& message, Message::Answer answer) {
     boxIsOpen_ = false;
     const bool isOfTheLink = message.title == "Kestrel" && message.buttons == Message::Buttons::YesNo;
-    if (!isOfTheLink || LineIsClosed() || interruptions_ != interruptionsAtBox_) return;
-    mayGo_ = answer == Message::Answer::Yes;
+    if (!isOfTheLink || interruptions_ != interruptionsAtBox_) return;
+    (LineIsClosed() ? mayStartAnew_ : mayGo_) = answer == Message::Answer::Yes;
     for (std::size_t i = wishes_.size(); i > 0; --i)
-        if (const Wish& wish = wishes_[i - 1]; !mayGo_ && wish.state == State::Held && wish.isSetting())
-            end(wish.record, End::Dropped);
+        if (const Wish& wish = wishes_[i - 1];
+            !mayGo_ && !LineIsClosed() && wish.state == State::Held && wish.isSetting())
+            end(wish.record, Dropped);
 }
 
 void Ledger::startsAnew() {
-    while (!wishes_.empty()) end(wishes_.back().record, End::Dropped);
+    require(mayStartAnew_, "the program starts anew when the user says so");
+    while (!wishes_.empty()) end(wishes_.back().record, Dropped);
 }
 
 // ---- What goes over the line.
@@ -215,7 +189,7 @@ void Ledger::asks(Record record, const simulator::Frame& frame) {
     Wish* wish = find(record);
     require(wish && cut(wish->value, frame.width) == value, "a write is what somebody wants", text(record, value));
     wish->state = State::Sent;
-    sent_.push_front({record, value, *wish, platform_.now()});
+    sent_.push_front({value, *wish, platform_.now()});
     open_ = sent_.begin();
     if (sent_.size() > FramesUnderWay) sent_.pop_back();
 }
@@ -226,10 +200,12 @@ void Ledger::heard(const simulator::Exchange& exchange) {
     if (frame.verdict != simulator::Frame::Verdict::Good || !frame.write) return;
     const Record record{static_cast<int>(frame.board), exchange.parameter};
     const std::uint32_t value = valueOf(frame.data);
-    require(exchange.parameter != 0, "a write goes to a place that its board has", text(record, value));
     const auto sent = std::find_if(sent_.begin(), sent_.end(),
-                                   [&](const Sending& s) { return s.record == record && s.value == value; });
-    require(sent != sent_.end(), "a write that is heard was sent", text(record, value));
+                                   [&](const Sending& s) { return s.wish.record == record && s.value == value; });
+    const bool wasSent = sent != sent_.end();
+    require(wasSent || line_.spoiledMayBe(), "a write that is heard was sent", text(record, value));
+    if (!wasSent) return;  // spoiled on its way, and the sum does not show it
+    require(exchange.parameter != 0, "a write goes to a place that its board has", text(record, value));
     require(sent->wish.machine == line_.plugged(), "a write goes to the machine it was meant for", nameOf(sent->wish));
     const auto struck = [&](const char* fault) { return exchange.note.find(fault) != std::string::npos; };
     const bool lies = struck("noeffect") || struck("clamp");
@@ -238,14 +214,13 @@ void Ledger::heard(const simulator::Exchange& exchange) {
         wish->lied = wish->lied || lies;
         wish->reached = wish->reached || !exchange.reply.empty() || line_.memory(record.first, record.second) == value;
     }
-    if (sent->wish.order == 0) return;
-    Order* const order = this->order(sent->wish.order);
-    require(order, "an order was clicked", text(record, value));
-    heardOfOrder(*order, *sent);
+    if (sent->wish.order) heardOfOrder(*sent);
 }
 
-void Ledger::heardOfOrder(Order& order, const Sending& sent) {
-    const auto& [record, value, wish, begun] = sent;
+void Ledger::heardOfOrder(const Sending& sent) {
+    const auto& [value, wish, begun] = sent;
+    const Record record = wish.record;
+    Order& order = *wish.order;
     require(!order.givenUp || begun <= *order.givenUp, "nothing of an order goes out after it was given up",
             text(record, value), ", clicked at ", order.clicked, ", given up at ", order.givenUp.value_or(0));
     if (!isCommand(record)) return;
@@ -256,7 +231,7 @@ void Ledger::heardOfOrder(Order& order, const Sending& sent) {
         const bool lied = lied_.contains({record.first, index}) || line_.memoryUpsetSince(order.clicked);
         require(lied || line_.lateMayBe() || line_.spoiledMayBe(), "an order finds in its mailbox what was clicked",
                 text({record.first, index}, holds), ", not ", wanted);
-        count(lied ? End::BoardLied : End::FalseReply);
+        ++counts_[lied ? BoardLied : FalseReplies];
     }
     require(!order.ran || *order.ran == begun, "an order runs once", text(record, value));
     order.ran = begun;
@@ -266,12 +241,12 @@ void Ledger::heardOfOrder(Order& order, const Sending& sent) {
 void Ledger::accepted(Record record, bool write, std::uint32_t value) {
     Wish* wish = find(record);
     if (!wish) return;
-    if (write && open_ != sent_.end() && open_->record == record && wish->state == State::Sent) {
+    if (write && open_ != sent_.end() && open_->wish.record == record && wish->state == State::Sent) {
         const bool mayBeFalse = line_.lateMayBe() || line_.spoiledMayBe();
         require(wish->reached || mayBeFalse, "what is confirmed was heard", nameOf(*wish));
-        end(record, !wish->reached ? End::FalseReply : wish->lied ? End::BoardLied : End::Confirmed);
+        end(record, !wish->reached ? FalseReplies : wish->lied ? BoardLied : Confirmed);
     } else if (!write && wish->state == State::Lost) {
-        if (cut(wish->value, widthOf(record)) == value) return end(record, End::Confirmed);
+        if (cut(wish->value, widthOf(record)) == value) return end(record, Confirmed);
         wish->state = State::Refused;
     }
 }
@@ -280,7 +255,7 @@ void Ledger::accepted(Record record, bool write, std::uint32_t value) {
 void Ledger::overwrittenBySlowReply(Record record, std::uint32_t by) {
     Wish* const wish = find(record);
     if (!wish) return;
-    count(End::SlowReply);
+    ++counts_[SlowReplies];
     wish->value = by;
     wish->opening = 0;
 }
@@ -288,9 +263,9 @@ void Ledger::overwrittenBySlowReply(Record record, std::uint32_t by) {
 /// The line led nowhere, or may lead to another machine now.
 void Ledger::interrupted() {
     ++interruptions_;
-    mayGo_ = false;
-    for (Order& order : orders_)
-        if (!order.givenUp) order.givenUp = platform_.now();
+    mayGo_ = mayStartAnew_ = false;
+    for (auto& [road, order] : orders_)
+        if (!order->givenUp) order->givenUp = platform_.now();
 }
 
 // ---- What becomes of it.
@@ -312,7 +287,7 @@ void Ledger::look(Wish& wish) {
     const ParamValue held = ValueOf(ParamTable(bank, index).Value.data(), WrittenBytes - 1);
     if ((wish.state == State::Due || wish.state == State::Suspended) && IsHeld(bank, index)) wish.state = State::Held;
     if (wish.state == State::Held) return;
-    if (wish.opening == 0 && !due && !(flags & flag::Pending)) return end(wish.record, End::Dropped);
+    if (wish.opening == 0 && !due && !(flags & flag::Pending)) return end(wish.record, Dropped);
     if (wish.state == State::Sent && Link().LinkIdle) wish.state = State::Lost;
     // The frame was lost on this side, at the port.
     if (wish.state == State::Due && !due && (flags & flag::Pending) && held == wish.value) wish.state = State::Lost;
@@ -326,22 +301,25 @@ void Ledger::look(Wish& wish) {
     } else if (open) {
         const bool told = wish.control->notTaken() || boxTold;
         require(told || wish.control->standsForNoValue, "what is not taken is told", nameOf(wish));
-        end(wish.record, told ? End::Told : End::Lost);
+        end(wish.record, told ? ToldNotTaken : LostKeys);
     } else if (!boxTold) {
-        if (!wish.gone || boxIsOpen_) wish.gone = platform_.now();
+        if (!wish.gone || boxIsOpen_) {
+            wish.gone = platform_.now();
+            wish.eventsGone = 0;
+        }
         const bool inTime = ++wish.eventsGone < EventsOfGrace || platform_.now() < *wish.gone + GraceOfTeller;
         require(inTime, "what a closed page leaves behind is told", nameOf(wish));
     } else if (due) {
         wish.state = State::Suspended;
-        count(End::Told);
+        ++counts_[ToldNotTaken];
     } else {
-        end(wish.record, End::Told);
+        end(wish.record, ToldNotTaken);
     }
 }
 
 void Ledger::afterEvent() {
-    for (Order& order : orders_)
-        if (!order.givenUp && !isStillOrdered(order)) order.givenUp = platform_.now();
+    for (auto& [road, order] : orders_)
+        if (!order->givenUp && !isStillOrdered(*order)) order->givenUp = platform_.now();
     for (std::size_t i = wishes_.size(); i > 0; --i) look(wishes_[i - 1]);
 }
 

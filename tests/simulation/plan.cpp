@@ -22,7 +22,7 @@ void eachNumber(AnyPlan& plan, Visit&& visit) {
     visit("seconds", plan.seconds), visit("quiet", plan.quiet), visit("hot", plan.hot), visit("sector", plan.sector);
     visit("moving", plan.moving), visit("rough", plan.rough), visit("strange", plan.strange);
     visit("chunk", plan.chunk), visit("aim", plan.aim), visit("pace", plan.pace), visit("stay", plan.stay);
-    visit("other", plan.other);
+    visit("other", plan.other), visit("late", plan.late);
     visit("frame", plan.frame), visit("event", plan.event);
 }
 
@@ -124,6 +124,7 @@ Plan Plan::draw(std::uint64_t seed) {
     plan.other = random.of(
         std::array<int, 8>{NoOther, NoOther, NoOther, NoOther, NoOther, SameIdentity, OtherMaster, OtherBoards});
     if (plan.other != NoOther) plan.incidents[CablesChanged] = random.of(std::array{0.5, 2.0});
+    if (random.chance(0.1)) plan.late = static_cast<int>(random.between(1, 2));
     plan.drawActs();
     return plan;
 }

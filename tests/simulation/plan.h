@@ -57,6 +57,7 @@ struct Plan {
     int pace = 20;                   ///< acts a minute
     int stay = 0;                    ///< all pages of the plan are open from the start, and the user closes none
     int other = NoOther;             ///< a second machine, on the second port
+    int late = 0;                    ///< a slave board that answers only when the program has started
     int frame = 0, event = 0;        ///< of the trouble, at which `single` strikes; 0: at none
     std::string single;              ///< a fault that strikes once
     std::string script;              ///< the user's acts in a small world, a letter each, in place of `acts`

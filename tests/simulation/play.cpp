@@ -4,7 +4,6 @@
 
 #include <map>
 #include <memory>
-#include <optional>
 
 #include "link/link_engine.h"
 #include "pages/registry.h"
@@ -33,10 +32,7 @@ class Player {
         RegisterPages(withSmallPage(AllPages()));
         stage_.lines[1] = stage_.lines[2] = &line_;
         line_.onSend = [this](const Bytes& frame) { checks_.sending(frame); };
-        if (keepsLedger) {
-            ledger_.emplace(stage_, line_);
-            line_.onHeard = [this](const simulator::Exchange& exchange) { ledger_->heard(exchange); };
-        }
+        line_.onHeard = [this](const simulator::Exchange& exchange) { checks_.ledger.heard(exchange); };
         stage_.beforeArrival = [this](const Bytes& bytes) { checks_.beforeArrival(bytes); };
         stage_.beforeLoss = [this] { checks_.beforeLoss(); };
         stage_.afterEvent = [this] { afterEvent(); };
@@ -61,14 +57,15 @@ class Player {
         result.hash = checks_.traceHash;
         result.played = stage_.now();
         result.counts = checks_.counts;
-        if (ledger_) result.ends = ledger_->ends();
         return result;
     }
 
   private:
     void playAll() {
         if (plan_.rough) line_.strike(true);
+        line_.machine().setBoardSilent(static_cast<simulator::Board>(plan_.late), plan_.late > 0);
         MDIForm_Load("Kestrel");
+        line_.machine().setBoardSilent(static_cast<simulator::Board>(plan_.late), false);
         checks_.started();
         stage_.started = true;
         line_.strike(true);
@@ -77,7 +74,7 @@ class Player {
         checks_.afterEvent();
         trouble();
         rest_.comeRight();
-        if (ledger_) ledger_->atRest();
+        checks_.ledger.atRest();
         stage_.runUntil(stage_.now() + plan_.quiet * Second);
         checks_.compareAll();
         rest_.compareWithBoards();
@@ -145,6 +142,7 @@ class Player {
     void happen(const std::string& incident, int number) {
         auto random = chanceOf(plan_.seed, Chance::Incident, static_cast<std::uint32_t>(number));
         if (incident == LoopBlocked) {
+            if (!line_.present()) return;  // a device that comes and goes meanwhile is not noticed
             const Micros length = random.between(500, 30'000) * 1000;
             line_.standStill(stage_.now(), length);
             stage_.letPass(length);
@@ -161,7 +159,6 @@ class Player {
     Stage stage_;
     FaultLine line_;
     Checks checks_{stage_, line_};
-    std::optional<Ledger> ledger_;
     RandomUser user_;
     Rest rest_{plan_, stage_, line_, checks_};
     long begun_ = 0;  ///< events before the trouble, where one incident strikes at an event
@@ -169,8 +166,6 @@ class Player {
 };
 
 }  // namespace
-
-bool keepsLedger = false;
 
 Outcome play(const Plan& plan) {
     try {

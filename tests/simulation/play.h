@@ -5,7 +5,6 @@
 #include <string>
 
 #include "simulation/checks.h"
-#include "simulation/ledger.h"
 #include "simulation/plan.h"
 
 namespace kestrel::testing {
@@ -17,11 +16,7 @@ struct Outcome {
     std::uint64_t hash = 0;
     Micros played = 0;
     Counts counts{};
-    Ledger::Ends ends{};
 };
-
-/// Whether the ledger of intents is kept.
-extern bool keepsLedger;
 
 Outcome play(const Plan& plan);
 

@@ -8,61 +8,15 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
-#include <cstring>
 #include <functional>
-#include <numeric>
 #include <optional>
-#include <ostream>
 #include <string>
 #include <vector>
 
+#include "simulation/reference_parts.h"
 #include "simulation/reference_recheck.h"
 
 namespace kestrel::testing::reference {
-
-/// Nine bytes of a parameter file, or the first five of an identity record.
-struct IndexRecord {
-    std::uint8_t addr2 = 0, addr1 = 0, command = 0, period = 0, addr0 = 0;
-    std::array<std::uint8_t, 4> preload{};
-};
-
-enum Flag : unsigned { Valid = 1, Pending = 2, Watched = 4, AlsoOneShot = 32 + 64, WriteDue = 128 };
-
-inline constexpr std::array<std::int64_t, 5> intervals{40'000, 1'000'000, 500'000, 500'000, 1'000'000};  ///< by Clock
-inline constexpr std::array<unsigned, 3> boardAddresses{0, 0x49, 0x56};  ///< by bank; bank 0 is on the line itself
-
-/// Lamp states, which are the numbers of their pictures as well. Those with the same rest by 3 share a panel.
-enum Lamp : int { SendOff = 1, ReceiveOff = 2, ErrorOff = 3, SendOn = 4, ReceiveOn = 5, ErrorOn = 6 };
-
-inline constexpr unsigned firstFrameWithData = 127;   ///< commands from here on go out with their data
-inline constexpr unsigned writeBit = 128;             ///< of a command: an acknowledgement answers it, not a value
-inline constexpr unsigned routedRead = 241;           ///< first byte of a routed frame
-inline constexpr unsigned routedWrite = 242;          ///< the same, n to be added
-inline constexpr unsigned silentRepeatPeriodBit = 2;  ///< of Period: a silent board is asked again without end
-inline constexpr int repeats = 4;
-inline constexpr std::size_t unreadLimit = 1024;
-inline constexpr char checkSerial[] = "Check serial interface ";
-
-inline std::uint8_t low8(unsigned value) { return static_cast<std::uint8_t>(value & 255U); }
-
-inline std::uint8_t sum(const std::uint8_t* bytes, std::size_t count) {
-    return low8(std::accumulate(bytes, bytes + count, 0U));
-}
-
-inline auto& at(auto& table, int index) { return table[static_cast<std::size_t>(index)]; }
-
-inline void light(std::array<int, 3>& pictures, Lamp state) { at(pictures, (state - 1) % 3) = state; }
-
-/// The first place from `from` whose record is pending, or `end`.
-inline int nextPending(const std::uint8_t* flags, int from, int end) {
-    constexpr std::uint64_t pendingInEach = Pending * 0x0101010101010101ULL;
-    for (std::uint64_t eight = 0; end - from >= 8; from += 8) {
-        std::memcpy(&eight, flags + from, sizeof eight);
-        if ((eight & pendingInEach) != 0) break;
-    }
-    while (from < end && (flags[from] & Pending) == 0) ++from;
-    return from;
-}
 
 /// A model of one run of the program. Whoever drives it calls one input a time, in the order in which the program meets
 /// them, and compares state and outputs after each event. An input is carried out at once and completely, but for
@@ -85,10 +39,6 @@ inline int nextPending(const std::uint8_t* flags, int from, int end) {
 ///   open it, and on failure shows the text and stays on; when the port is open, it stops and the text goes.
 class Model {
   public:
-    using Micros = std::int64_t;
-    static constexpr int BankCount = 3;
-    static constexpr int PlaceCount = 33001;  ///< indexes 0 to 33000 of a bank; those beyond its file are empty records
-
     // ---- What stands round the link: none of these is an event, and they hold until they are set again.
 
     int currentBank = 0;    ///< a page moves it
@@ -101,13 +51,7 @@ class Model {
     /// The bank's board was identified (`present`) and its parameter file read, or it is absent and `recordCount` is
     /// that of its identity file while `records` is empty. records[0] is parameter 1.
     void load(int bank, bool present, int recordCount, const std::vector<IndexRecord>& records) {
-        Bank& loaded = at(banks, bank) = Bank{};
-        loaded.present = present;
-        loaded.recordCount = recordCount;
-        for (std::size_t i = 0; i < records.size(); ++i) {
-            loaded.file.at(i + 1) = records[i];
-            loaded.records.at(i + 1) = {records[i].preload, records[i].period, 0};
-        }
+        at(banks, bank) = Bank(present, recordCount, records);
     }
 
     // ---- Events of the link.
@@ -126,8 +70,10 @@ class Model {
         recheck.forget();
         holding = false;
     }
+    /// The question is over, and what it has brought is known.
     void closeExchange() {
-        learn();
+        if (asked_.first >= 0 && !replyData_.empty()) recheck.learn(asked_.first, asked_.second, replyData_.front());
+        asked_.first = -1;
         stop(Reply);
         idle = true;
     }
@@ -241,56 +187,11 @@ class Model {
     std::string panelText;                 ///< of panel 1
     std::array<std::optional<Micros>, ClockCount> due;
 
-    struct Record {
-        std::array<std::uint8_t, 4> value{};
-        std::uint8_t period = 0, watchers = 0;
-    };
-    /// One place more than a bank has: the scan may come to stand just behind the last, where nothing is ever pending.
-    struct Bank {
-        bool present = false;
-        int recordCount = 0;
-        std::vector<std::uint8_t> flags = std::vector<std::uint8_t>(PlaceCount + 1);
-        std::vector<IndexRecord> file = std::vector<IndexRecord>(PlaceCount + 1);
-        std::vector<Record> records = std::vector<Record>(PlaceCount + 1);
-    };
     std::array<Bank, BankCount> banks;
 
-    /// What happened since clear(), in order.
-    struct Frame {
-        Micros when;
-        std::array<std::uint8_t, 12> bytes;  ///< the first `count`, then zeros
-        std::size_t count;
-        bool operator==(const Frame&) const = default;
-    };
-    struct Place {
-        int bank, index;
-        friend std::ostream& operator<<(std::ostream& out, const Place& at) {
-            return out << "bank " << at.bank << " record " << at.index;
-        }
-    };
-    struct Outputs {
-        std::vector<Frame> frames;
-        std::optional<Place> told;   ///< the record of which every page is notified ...
-        std::int64_t toldValue = 0;  ///< ... and its value
-        std::vector<Place> touched;  ///< records of which anything was set, perhaps to what it was; may repeat
-        int opened = 0;              ///< how often the port was opened
-        void clear() {               // keeps the memory of the lists
-            frames.clear(), touched.clear();
-            told.reset(), opened = 0;
-        }
-    } outputs;
+    Outputs outputs;
 
   private:
-    struct Request {
-        IndexRecord record;  ///< its address, and its command with the write bit
-        std::array<std::uint8_t, 4> data{};
-        std::size_t dataCount = 0;
-        unsigned n = 0;  ///< value bytes minus 1
-        unsigned checksum = 0;
-        int bank = 0;  ///< whose board was asked
-        bool isRead() const { return (record.command & writeBit) == 0; }
-    };
-
     Bank& bank() { return at(banks, currentBank); }
     std::uint8_t& flags(int index) { return at(bank().flags, index); }
     Record& record(int index) { return at(bank().records, index); }
@@ -318,12 +219,6 @@ class Model {
     /// While the boards are asked for the first time a lost port is a silent one.
     void interrupt() {
         if (due[Tick] || recheck.phase != Recheck::Open || holding) recheck.interrupt();
-    }
-
-    /// What the newest question at the start has brought.
-    void learn() {
-        if (asked_.first >= 0 && !replyData_.empty()) recheck.learn(asked_.first, asked_.second, replyData_.front());
-        asked_.first = -1;
     }
 
     void recheckTick(Micros now) {
@@ -417,31 +312,12 @@ class Model {
         send(now);
     }
 
-    /// Direct in bank 0, routed in the others. It is the bank of this moment that decides, for a repeat too.
-    Frame frame(Micros now) {
-        Frame out{now, {}, 0};
-        const auto put = [&out](unsigned byte) { out.bytes[out.count++] = low8(byte); };
-        const unsigned command = request_.record.command;
-        const bool withData = command >= firstFrameWithData;
-        const bool routed = currentBank != 0;
-
-        put(!routed ? command : withData ? routedWrite + request_.n : routedRead);
-        for (const unsigned byte : {request_.record.addr0, request_.record.addr1, request_.record.addr2}) put(byte);
-        if (routed) put(command);
-        if (routed) put(at(boardAddresses, currentBank));
-        request_.dataCount = std::min<std::size_t>(request_.dataCount, request_.n + 1);
-        for (std::size_t i = 0; withData && i < request_.dataCount; ++i) put(request_.data[i]);
-        request_.checksum = sum(out.bytes.data(), out.count);
-        put(request_.checksum);
-        return out;
-    }
-
     void send(Micros now) {
         restart(SendLamp, now);
         light(pictures, SendOn);
         if (idle) request_.bank = currentBank;
         idle = false;
-        const Frame out = frame(now);
+        const Frame out = request_.frame(now, currentBank);
         unread.clear();
         restart(Reply, now);
         if (!portOpen) tryToOpenPort();

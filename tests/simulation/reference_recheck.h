@@ -7,11 +7,12 @@
 #include <set>
 #include <utility>
 
+#include "simulation/reference_parts.h"
+
 namespace kestrel::testing::reference {
 
 class Recheck {
   public:
-    static constexpr int BankCount = 3;
     /// Numbers of the identity records in the order of asking; the last is asked of bank 0 alone.
     static constexpr std::array<int, 7> questions{1, 17, 11, 12, 13, 14, 18};
     static constexpr std::size_t probe = 0;  ///< whose answer means nothing

@@ -21,7 +21,7 @@ std::string say(const Parts&... parts) {
     return out.str();
 }
 
-using Place = reference::Model::Place;
+using Place = reference::Place;
 
 template <class... Parts>
 void require(bool holds, const char* check, const Parts&... detail) {

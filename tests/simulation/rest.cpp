@@ -11,7 +11,6 @@
 #include "link/recheck.h"
 #include "pages/beverage/recipe.h"
 #include "platform/outside.h"
-#include "shell/main_window.h"
 #include "shell/windows.h"
 #include "simulation/random_user.h"
 #include "support/world.h"
@@ -22,6 +21,7 @@ namespace {
 
 constexpr Micros Second = 1'000'000;
 constexpr Micros Ebb = 14 * Second;  ///< until late replies are in and boards are back
+constexpr int OpeningsTried = 10;    ///< the user may say no to other boards
 constexpr Micros FreshWithin = 5 * Second;
 constexpr Micros PerRecord = Second / 20;
 constexpr int LongestChunk = 16;  ///< milliseconds
@@ -70,7 +70,7 @@ Records subscribeAnew() {
         CurrentBank = bank;
         for (int i = 0; i < watchers; ++i) ParamRelease(index);
         for (int i = 0; i < watchers; ++i) ParamWatch(index);
-        if (ParamFlags(bank, index) & flag::Pending) wanted.emplace(bank, index);
+        if (BoardPresent(bank) && (ParamFlags(bank, index) & flag::Pending)) wanted.emplace(bank, index);
     });
     return wanted;
 }
@@ -80,12 +80,6 @@ void dropFresh(Records& records) {
         const std::uint8_t flags = ParamFlags(record.first, record.second);
         return (flags & flag::Valid) || !(flags & flag::Pending);
     });
-}
-
-/// Nobody watches the record that was written: the payment page takes it from other pages, and from itself.
-bool someWriteNeverGoesOut() {
-    return std::any_of(TwiceReleased.begin(), TwiceReleased.end(),
-                       [](int index) { return ParamFlags(0, index) == flag::WriteDue; });
 }
 
 /// Subscriptions that pages leave behind since they release other records than they watch.
@@ -140,13 +134,10 @@ void Rest::letTheTroubleEbb() {
     stage.runUntil(stage.now() + FreshWithin);
 }
 
-/// Another machine is there, or one was taken for another: the user plugs in the right one, or chooses the port again.
+/// Another machine is there, or one was taken for another: the user plugs in the right one, or the same once more.
 void Rest::openTheLine() {
-    for (int tries = 0; LineIsClosed() && tries < 3; ++tries) {
-        if (line.plugged() != checks.home())
-            line.begin(stage.now(), CablesChanged);
-        else
-            MDIForm1().mnuCox(Link().ComPort).UserClick();
+    for (int tries = 0; LineIsClosed() && tries < OpeningsTried; ++tries) {
+        line.begin(stage.now(), line.plugged() != checks.home() ? CablesChanged : "port");
         stage.runUntil(stage.now() + Ebb);
     }
     require(!LineIsClosed(), "the line is open to the pages at rest");
@@ -178,7 +169,9 @@ void Rest::readAll() {
         // A record whose reply was dropped, since a page moved the bank under it, is sent again when its gate opens.
         const bool waitsForItsGate = plan.strange || checks.counts[LeftFrames] > left;
         const bool tooLate = stage.now() > (waitsForItsGate ? gated : plain);
-        require(!tooLate, "everything comes right after healing", stale.size(), " records; the scan is at ",
+        require(!tooLate, "everything comes right after healing", stale.size(), " records, first ",
+                Place{stale.begin()->first, stale.begin()->second}, " flags ",
+                int{ParamFlags(stale.begin()->first, stale.begin()->second)}, "; the scan is at ",
                 Place{CurrentBank, Link().ScanIndex}, Link().LinkIdle ? ", idle" : ", waiting");
         stage.runUntil(stage.now() + Second / 50);
         dropFresh(stale);
@@ -200,8 +193,8 @@ void Rest::nothingWaits() const {
     for (Page* page : LoadedPages()) {
         if (page->name() == "FrmControls") continue;  // which shows the mark
         for (const Control* control : controlsOf(*page))
-            require(!control->waiting() || !control->usable() || someWriteNeverGoesOut(), "no control waits at rest",
-                    page->name(), " ", control->accessibleName());
+            require(!control->waiting() || !control->usable(), "no control waits at rest", page->name(), " ",
+                    control->accessibleName());
     }
 }
 

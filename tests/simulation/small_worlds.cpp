@@ -14,6 +14,7 @@ namespace {
 
 constexpr int Setting = 16;  ///< of the master: two bytes, read once a subscription
 constexpr int Polled = 7;    ///< one byte, read on every second pass
+constexpr int Absent = 2;    ///< of the hot-drink board, which these worlds have not
 constexpr const char* Name = "FrmSmall";
 
 class FrmSmall : public Page {
@@ -26,11 +27,16 @@ class FrmSmall : public Page {
             CurrentBank = 0;
             ParamWrite(Setting, static_cast<unsigned>(bar.Value.get()));
         });
+        key.OnClick([] {
+            CurrentBank = 1;
+            ParamWrite(Absent, 60);
+        });
     }
     ScrollBar bar;
+    CommandButton key;  ///< orders something of a board that is not there
     Label setting, polled;
 
-    Layout Arrange() override { return Column{bar, setting, polled}; }
+    Layout Arrange() override { return Column{bar, key, setting, polled}; }
     void Form_Load() override { WatchAll(Subscriptions); }
     void Form_Unload() override { ReleaseAll(Subscriptions); }
     void SLabel_Change(int n, ParamValue value) override {
@@ -47,7 +53,7 @@ class FrmSmall : public Page {
 Plan smallWorld() {
     Plan plan = Plan::draw(1);
     plan.seconds = 4;
-    plan.hot = plan.sector = plan.moving = plan.rough = plan.strange = plan.chunk = plan.other = 0;
+    plan.hot = plan.sector = plan.moving = plan.rough = plan.strange = plan.chunk = plan.other = plan.late = 0;
     plan.aim = Plan::All;
     plan.faults.clear();
     plan.incidents.clear();
@@ -69,6 +75,7 @@ void actInSmallWorld(char letter) {
     if (letter == 'p') MDIForm1().mnuCox(1).UserClick();
     if (!page) return;
     if (letter == 'c') page->UserClose();
+    if (letter == 'k') page->key.UserClick();
     if (letter == 'e' || letter == 'f') page->bar.UserMove(letter == 'e' ? 1234 : 21'000);
 }
 
@@ -80,7 +87,7 @@ std::vector<Plan> smallWorlds() {
         worlds.back().single = fault;
         worlds.back().*place = at;
     };
-    const std::string letters = "oefcp";
+    const std::string letters = "oefcpk";
     for (const char first : letters)
         for (const char second : letters)
             for (const char third : letters) add({'o', first, second, third}, "", &Plan::frame, 0);

@@ -11,7 +11,8 @@ namespace kestrel::testing {
 
 /// The registry with the page of the small worlds, which has one setting and one value that is read again and again.
 PageRegistry withSmallPage(PageRegistry pages);
-/// An act by its letter: o opens the page, c closes it, e edits the setting, f edits it again, p chooses the port.
+/// An act by its letter: o opens the page, c closes it, e edits the setting, f edits it again, p chooses the port, k
+/// gives an order to a board that is not there.
 void actInSmallWorld(char letter);
 /// Every order of three acts without a fault, and every fault at every place of the first second of a page's life.
 std::vector<Plan> smallWorlds();

@@ -6,7 +6,6 @@
 
 #include "link/link_engine.h"
 #include "platform/trouble.h"
-#include "simulation/ledger.h"
 
 namespace kestrel::testing {
 
@@ -91,7 +90,7 @@ Message::Answer Stage::showMessage(const Message& message) {
     require(isKnown(message), "boxes have known texts", message.title, ": ", message.text);
     require(!boxOpen_, "one box at a time", message.text, " over ", lastBox);
     boxOpen_ = true;
-    if (Ledger* ledger = Ledger::present()) ledger->boxOpens();
+    Checks::present()->ledger.boxOpens();
     lastBox = message.text;
     ++Checks::present()->counts[Boxes];
     // While ports are being searched the link is in the middle of an act, which the model does not follow.
@@ -99,7 +98,7 @@ Message::Answer Stage::showMessage(const Message& message) {
         for (auto events = answers_.between(0, 60); events > 0; --events) step();
     boxOpen_ = false;
     const Message::Answer answer = answerTo(message);
-    if (Ledger* ledger = Ledger::present()) ledger->answered(message, answer);
+    Checks::present()->ledger.answered(message, answer);
     return answer;
 }
 
