@@ -116,11 +116,17 @@ void dropOtherWrites() {
     CurrentBank = bankBefore;
 }
 
-/// Everything that is watched is wanted once more, and what is due to be written waits.
+void giveUpOrders() {
+    dropOtherWrites();
+    for (Page* page : LoadedPages()) page->LineInterrupted();
+}
+
+/// Everything that is watched is wanted once more, and what is due to be written waits; but for orders, which were
+/// given to a line that was away.
 void beginReading() {
     RecheckState& here = state();
     endAsking(Phase::Reading);
-    dropOtherWrites();
+    giveUpOrders();
     for (Page* page : LoadedPages()) page->LineResumed();
     here.unread.clear();
     eachRecord([&](int bank, int index) {
@@ -254,9 +260,7 @@ void InterruptLine() {
     const bool isNews = state().phase != Phase::Asking;
     state().differentReadings = 0;
     beginAsking();
-    if (!isNews) return;
-    dropOtherWrites();
-    for (Page* page : LoadedPages()) page->LineInterrupted();
+    if (isNews) giveUpOrders();
 }
 
 bool LineIsClosed() { return state().phase == Phase::Asking || state().phase == Phase::Closed; }

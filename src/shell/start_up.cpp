@@ -105,8 +105,8 @@ void MDIForm_Load(const std::string& title) {
 namespace {
 
 void leave() {
-    // The wait for a board that is being asked goes on, should there be no launcher: nothing else would end it.
-    if (!Link().LinkSetup) FrmSer_Unload();
+    // The start's wait for a board goes on, should there be no launcher: nothing else would end it.
+    if (!Link().LinkSetup || LineIsClosed()) FrmSer_Unload();
     try {
         const auto family = platform().programDirectory().parent_path();
         platform().changeDirectory(family);

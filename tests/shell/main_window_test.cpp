@@ -80,6 +80,7 @@ TEST(WayOut, ExitStartsTheFamilyLauncherAndEndsTheProcessButNotWithoutALauncher)
         if (Link().LinkSetup) MDIForm1().entry("smnuExit").UserClick();
     };
     world.start();
+    world.platform.afterEvent = nullptr;
     EXPECT_TRUE(BoardPresent(0) && BoardPresent(1) && BoardPresent(2)) << "the boards are asked all the same";
     ShowPage("FrmTempi");
     world.run(100);
@@ -95,6 +96,9 @@ TEST(WayOut, ExitStartsTheFamilyLauncherAndEndsTheProcessButNotWithoutALauncher)
     EXPECT_THROW(MDIForm_Unload(), ProcessEnded) << "closing the window ends it all the same";
     EXPECT_TRUE(world.platform.messages.empty());
     world.platform.launcherIsThere = true;
+    MDIForm1().mnuCox(1).UserClick();
+    world.run(5);
+    EXPECT_TRUE(Link().LinkSetup && world.platform.portOpen()) << "boards are asked who they are";
     EXPECT_THROW(MDIForm1().entry("smnuExit").UserClick(), ProcessEnded);
     EXPECT_EQ(world.platform.started, std::vector<std::string>{"/family/KESTREL.EXE"});
     EXPECT_FALSE(world.platform.portOpen());

@@ -20,7 +20,6 @@ using Record = Ledger::Record;
 constexpr Micros Second = 1'000'000;
 constexpr Micros Grace = Second / 5;      ///< for what waits for the end of an exchange
 constexpr Micros GraceOfTeller = Second;  ///< for a box
-constexpr int EventsOfGrace = 20;         ///< where the program stood still
 constexpr Micros InOutGivesUp = 5 * Second + Grace;
 constexpr std::size_t FramesUnderWay = 8;  ///< while boards are slow to hear
 
@@ -303,12 +302,9 @@ void Ledger::look(Wish& wish) {
         require(told || wish.control->standsForNoValue, "what is not taken is told", nameOf(wish));
         end(wish.record, told ? ToldNotTaken : LostKeys);
     } else if (!boxTold) {
-        if (!wish.gone || boxIsOpen_) {
-            wish.gone = platform_.now();
-            wish.eventsGone = 0;
-        }
-        const bool inTime = ++wish.eventsGone < EventsOfGrace || platform_.now() < *wish.gone + GraceOfTeller;
-        require(inTime, "what a closed page leaves behind is told", nameOf(wish));
+        // Time in which the program stood still or another box stands does not count.
+        wish.untold = boxIsOpen_ ? 0 : wish.untold + std::min(platform_.now() - last_, Grace);
+        require(wish.untold < GraceOfTeller, "what a closed page leaves behind is told", nameOf(wish));
     } else if (due) {
         wish.state = State::Suspended;
         ++counts_[ToldNotTaken];
@@ -321,6 +317,7 @@ void Ledger::afterEvent() {
     for (auto& [road, order] : orders_)
         if (!order->givenUp && !isStillOrdered(*order)) order->givenUp = platform_.now();
     for (std::size_t i = wishes_.size(); i > 0; --i) look(wishes_[i - 1]);
+    last_ = platform_.now();
 }
 
 void Ledger::atRest() const {

@@ -74,8 +74,7 @@ class Ledger {
         State state = State::Due;
         bool reached = false;  ///< a board has it
         bool lied = false;     ///< a board acknowledged it and did otherwise
-        std::optional<Micros> gone = {};
-        int eventsGone = 0;
+        Micros untold = 0;     ///< since its page has gone
         bool isSetting() const { return opening != 0 && !order; }
     };
     /// A write that is on the line.
@@ -107,6 +106,7 @@ class Ledger {
     std::list<Sending>::const_iterator open_ = sent_.end();  ///< in the open exchange
     std::set<Record> lied_;                                  ///< what some board did not store as it said
     long opened_ = 0, boxes_ = 0;
+    Micros last_ = 0;
     long interruptions_ = 0, interruptionsAtBox_ = 0;
     bool boxIsOpen_ = false;
     bool mayGo_ = false, mayStartAnew_ = false;  ///< the user has said so, of what is held and of other boards
