@@ -67,8 +67,14 @@ bool anyChanges() {
 /// As an act of its own, since a change ends in the middle of an exchange; and one of the page's handlers may have
 /// ended it.
 void closeSoon(Page& page) {
-    FromOutside(
-        &page, [&page] { UnloadPageLater(page); }, Source::Program);
+    const auto close = [&page] {
+        if (page.closing()) UnloadPageLater(page);
+    };
+    FromOutside(&page, close, Source::Program);
+}
+
+void forget(const Page& page) {
+    std::erase_if(state().pages, [&page](const Leaving& each) { return each.page == &page; });
 }
 
 /// A change may end inside a handler of the very page.
@@ -114,6 +120,12 @@ void CloseWhenSettled(Page& page) {
     leaving.limit.Enabled = true;
 }
 
+void StayOpen(Page& page) {
+    if (!page.closing() || state().then) return;
+    forget(page);
+    page.endClosing();
+}
+
 void EndWhenSettled(std::function<void()> then, bool tells) {
     if (!anyChanges()) return then();
     if (state().then) return;
@@ -124,7 +136,7 @@ void EndWhenSettled(std::function<void()> then, bool tells) {
 }
 
 void LeavePage(Page& page) {
-    std::erase_if(state().pages, [&page](const Leaving& each) { return each.page == &page; });
+    forget(page);
     const int count = LeaveChanges(page);
     if (count == 0) return;
     state().left.push_back({page.Caption, count});

@@ -13,6 +13,8 @@ inline constexpr int LeavingMs = 1500;
 
 /// Unloads the page when its changes have ended, at once where it has none. Its controls are dead meanwhile.
 void CloseWhenSettled(Page& page);
+/// A page that waits for its changes is wanted again.
+void StayOpen(Page& page);
 /// Calls `then` when the changes of all loaded pages have ended, or after LeavingMs. What is left by then is told when
 /// `tells`. A second call while the first one waits does nothing.
 void EndWhenSettled(std::function<void()> then, bool tells);

@@ -3,6 +3,7 @@
 #include "shell/windows.h"
 
 #include "link/fan_out.h"
+#include "link/leaving.h"
 #include "platform/platform.h"
 #include "platform/trouble.h"
 
@@ -29,6 +30,7 @@ Page& ShowPage(const std::string& name) {
             throw RunTimeError(error_number::NoSuchElement, "There is no page \"" + name + "\"");
         page = &LoadPage(factory->second());
     }
+    StayOpen(*page);
     platform().showWindow(*page);
     return *page;
 }

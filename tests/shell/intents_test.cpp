@@ -2,6 +2,7 @@
 // On the page of prices: row 2 stands for parameter 18 and its copy 48.
 #include <gtest/gtest.h>
 
+#include "link/leaving.h"
 #include "link/link_engine.h"
 #include "pages/payment/frm_prezzi.h"
 #include "pages/test/frm_in_out.h"
@@ -183,6 +184,16 @@ TEST_F(Intents, AClosingPageWritesWhatIsDueAndItsControlsAreDeadMeanwhile) {
     EXPECT_EQ(FindLoadedPage("FrmPrezzi"), nullptr);
     EXPECT_EQ(log.take(), BothWrites);
     EXPECT_TRUE(boxes().empty());
+}
+
+TEST_F(Intents, AClosingPageThatIsAskedForAgainStaysOpen) {
+    set(71);
+    page.UserClose();
+    ShowPage("FrmPrezzi");
+    world.run(LinkPass + LeavingMs);
+    ASSERT_EQ(FindLoadedPage("FrmPrezzi"), &page);
+    EXPECT_TRUE(bar.usable());
+    EXPECT_EQ(log.take(), BothWrites);
 }
 
 TEST_F(Intents, AChangeThatCannotGoOutBeforeItsPageIsGoneIsTold) {

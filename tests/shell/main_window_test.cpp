@@ -99,7 +99,8 @@ TEST(WayOut, ExitStartsTheFamilyLauncherAndEndsTheProcessButNotWithoutALauncher)
     MDIForm1().mnuCox(1).UserClick();
     world.run(5);
     EXPECT_TRUE(Link().LinkSetup && world.platform.portOpen()) << "boards are asked who they are";
-    EXPECT_THROW(MDIForm1().entry("smnuExit").UserClick(), ProcessEnded);
+    MDIForm1().entry("smnuExit").UserClick();
+    EXPECT_THROW(world.run(200), ProcessEnded);
     EXPECT_EQ(world.platform.started, std::vector<std::string>{"/family/KESTREL.EXE"});
     EXPECT_FALSE(world.platform.portOpen());
 }
