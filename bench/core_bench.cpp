@@ -3,8 +3,8 @@
 #include <cstdlib>
 
 #include "bench/figures.h"
-#include "link/fan_out.h"
 #include "link/link_engine.h"
+#include "link/loaded_pages.h"
 #include "link/param_table.h"
 #include "pages/beverage/frm_tempi.h"
 #include "pages/sales/frm_totali.h"

@@ -1,5 +1,4 @@
 // What the user has changed and no board has confirmed yet.
-// See changes.h.
 #include "link/changes.h"
 
 #include <algorithm>

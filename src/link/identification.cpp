@@ -1,5 +1,4 @@
 // Asking a board who it is.
-// See identification.h.
 #include "link/identification.h"
 
 #include <array>

@@ -1,5 +1,4 @@
 // The binary index files of the installation.
-// See index_files.h.
 #include "link/index_files.h"
 
 #include <string_view>
@@ -8,8 +7,8 @@
 #include "link/link_engine.h"
 #include "link/param_table.h"
 #include "link/recheck.h"
+#include "platform/errors.h"
 #include "platform/platform.h"
-#include "platform/trouble.h"
 
 namespace kestrel {
 

@@ -1,5 +1,4 @@
 // Closing waits for what is due.
-// See leaving.h.
 #include "link/leaving.h"
 
 #include <algorithm>
@@ -10,7 +9,7 @@
 #include <vector>
 
 #include "link/changes.h"
-#include "link/fan_out.h"
+#include "link/loaded_pages.h"
 #include "link/recheck.h"
 #include "platform/outside.h"
 #include "platform/platform.h"

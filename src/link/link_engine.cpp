@@ -1,5 +1,4 @@
 // The link engine.
-// See link_engine.h.
 #include "link/link_engine.h"
 
 #include <algorithm>
@@ -7,12 +6,12 @@
 #include <utility>
 
 #include "link/changes.h"
-#include "link/fan_out.h"
+#include "link/loaded_pages.h"
 #include "link/param_table.h"
 #include "link/recheck.h"
+#include "platform/errors.h"
 #include "platform/outside.h"
 #include "platform/platform.h"
-#include "platform/trouble.h"
 
 namespace kestrel {
 

@@ -1,5 +1,4 @@
 // The base of every page.
-// See page.h.
 #include "link/page.h"
 
 namespace kestrel {

@@ -1,5 +1,4 @@
 // The mirror of the numbered parameters.
-// See param_table.h.
 #include "link/param_table.h"
 
 #include <algorithm>
@@ -11,7 +10,7 @@
 
 #include "link/changes.h"
 #include "link/recheck.h"
-#include "platform/trouble.h"
+#include "platform/errors.h"
 
 namespace kestrel {
 

@@ -1,5 +1,4 @@
 // Opening a port and probing for a board behind it.
-// See port_search.h.
 #include "link/port_search.h"
 
 #include <string>
@@ -7,9 +6,9 @@
 #include "link/line_rest.h"
 #include "link/link_engine.h"
 #include "link/recheck.h"
+#include "platform/errors.h"
 #include "platform/menu.h"
 #include "platform/platform.h"
-#include "platform/trouble.h"
 
 namespace kestrel {
 

@@ -1,5 +1,4 @@
 // After an interruption of the line the boards are asked who they are before anything else.
-// See recheck.h.
 #include "link/recheck.h"
 
 #include <algorithm>
@@ -10,13 +9,13 @@
 #include <utility>
 
 #include "link/changes.h"
-#include "link/fan_out.h"
 #include "link/index_files.h"
 #include "link/link_engine.h"
+#include "link/loaded_pages.h"
 #include "link/param_table.h"
+#include "platform/errors.h"
 #include "platform/outside.h"
 #include "platform/platform.h"
-#include "platform/trouble.h"
 
 namespace kestrel {
 

@@ -1,5 +1,4 @@
 // Lists of parameters that a page subscribes to and gives back.
-// See subscriptions.h.
 #include "link/subscriptions.h"
 
 #include "link/param_table.h"

@@ -1,8 +1,7 @@
 // The base of everything that stands on a page.
-// See control.h.
 #include "platform/control.h"
 
-#include "platform/controls.h"
+#include "platform/basic_controls.h"
 #include "platform/outside.h"
 #include "platform/window.h"
 

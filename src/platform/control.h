@@ -8,9 +8,9 @@
 #include <optional>
 #include <string>
 
+#include "platform/errors.h"
 #include "platform/outside.h"
 #include "platform/property.h"
-#include "platform/trouble.h"
 
 namespace kestrel {
 

@@ -1,5 +1,4 @@
 // The door by which everything that is not the link enters the logic.
-// See outside.h.
 #include "platform/outside.h"
 
 #include <algorithm>

@@ -1,11 +1,10 @@
 // The process-wide instance of the platform.
-// See platform.h.
 #include "platform/platform.h"
 
 #include <cstdlib>
 
+#include "platform/errors.h"
 #include "platform/outside.h"
-#include "platform/trouble.h"
 
 namespace kestrel {
 

@@ -1,10 +1,9 @@
 // What the two configuration files settle.
-// See configuration.h.
 #include "shell/configuration.h"
 
 #include "link/configuration_file.h"
 #include "link/link_engine.h"
-#include "platform/trouble.h"
+#include "platform/errors.h"
 #include "shell/language_menu.h"
 #include "shell/main_window.h"
 

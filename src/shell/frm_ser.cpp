@@ -1,5 +1,4 @@
 // The window of no size that carries the serial control and the link's timers.
-// See frm_ser.h.
 #include "shell/frm_ser.h"
 
 #include "link/index_files.h"

@@ -1,11 +1,10 @@
 // The main window as a model.
-// See main_window.h.
 #include "shell/main_window.h"
 
 #include <array>
 #include <memory>
 
-#include "shell/language_files.h"
+#include "language/language_files.h"
 
 namespace kestrel {
 

@@ -1,20 +1,19 @@
 // The program's life outside the pages.
-// See start_up.h.
 #include "shell/start_up.h"
 
+#include "language/language_files.h"
 #include "link/changes.h"
-#include "link/fan_out.h"
 #include "link/identification.h"
 #include "link/index_files.h"
 #include "link/leaving.h"
 #include "link/link_engine.h"
+#include "link/loaded_pages.h"
 #include "link/port_search.h"
 #include "link/recheck.h"
+#include "platform/errors.h"
 #include "platform/platform.h"
-#include "platform/trouble.h"
 #include "shell/configuration.h"
 #include "shell/frm_ser.h"
-#include "shell/language_files.h"
 #include "shell/language_menu.h"
 #include "shell/line_attendant.h"
 #include "shell/main_window.h"

@@ -1,11 +1,10 @@
 // Opening and closing pages by name.
-// See windows.h.
 #include "shell/windows.h"
 
-#include "link/fan_out.h"
 #include "link/leaving.h"
+#include "link/loaded_pages.h"
+#include "platform/errors.h"
 #include "platform/platform.h"
-#include "platform/trouble.h"
 
 namespace kestrel {
 

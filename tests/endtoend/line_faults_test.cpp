@@ -7,8 +7,8 @@
 #include <fstream>
 #include <utility>
 
-#include "link/fan_out.h"
 #include "link/link_engine.h"
+#include "link/loaded_pages.h"
 #include "link/recheck.h"
 #include "moments.h"
 #include "session.h"

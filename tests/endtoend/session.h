@@ -12,7 +12,7 @@
 #include "installation.h"
 #include "pages/beverage/frm_tempi.h"
 #include "platform/menu.h"
-#include "platform/qt/qt_platform.h"
+#include "qt/io/qt_platform.h"
 
 namespace kestrel::testing {
 

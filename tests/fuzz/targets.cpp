@@ -1,5 +1,4 @@
 // The six places where bytes from outside enter.
-// See targets.h.
 #include "fuzz/targets.h"
 
 #include <algorithm>
@@ -7,12 +6,12 @@
 #include <numeric>
 #include <stdexcept>
 
+#include "language/language_files.h"
 #include "link/link_bench.h"
 #include "link/link_engine.h"
 #include "link/param_table.h"
-#include "platform/trouble.h"
+#include "platform/errors.h"
 #include "shell/configuration.h"
-#include "shell/language_files.h"
 #include "shell/language_menu.h"
 #include "shell/main_window.h"
 #include "shell/options.h"

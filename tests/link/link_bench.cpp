@@ -1,5 +1,4 @@
 // The link with its start-up on a scripted line.
-// See link_bench.h.
 #include "link_bench.h"
 
 #include <numeric>

@@ -9,7 +9,7 @@
 #include "link/frames.h"
 #include "link/index_files.h"
 #include "link/recheck.h"
-#include "platform/trouble.h"
+#include "platform/errors.h"
 
 namespace kestrel {
 namespace {

@@ -4,7 +4,7 @@
 
 #include "link/dates.h"
 #include "link/value_helpers.h"
-#include "platform/trouble.h"
+#include "platform/errors.h"
 #include "support/virtual_platform.h"
 
 namespace kestrel {

@@ -1,10 +1,10 @@
 // The list of alarms over a bare mirror: nothing until the ring is whole, then newest first from every pointer.
 // The ring is filled as a master fills it; what the page must show is written out here.
-#include "pages/test/frm_allarmi.h"
+#include "pages/diagnostics/frm_allarmi.h"
 
 #include <gtest/gtest.h>
 
-#include "shell/language_files.h"
+#include "language/language_files.h"
 #include "support/bare_mirror.h"
 #include "support/world.h"
 

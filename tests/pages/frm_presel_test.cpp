@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-#include "shell/language_files.h"
+#include "language/language_files.h"
 #include "support/bare_mirror.h"
 #include "support/writes.h"
 

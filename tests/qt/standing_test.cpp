@@ -5,8 +5,8 @@
 
 #include "platform/displays.h"
 #include "platform/outside.h"
-#include "platform/qt/palette.h"
 #include "platform/switches.h"
+#include "qt/style/palette.h"
 #include "view_fixture.h"
 
 namespace kestrel::qt::testing {

@@ -2,8 +2,8 @@
 // A refused file must leave the old language whole.
 #include <gtest/gtest.h>
 
+#include "language/language_files.h"
 #include "shell/configuration.h"
-#include "shell/language_files.h"
 #include "shell/language_menu.h"
 #include "shell/main_window.h"
 #include "support/world.h"

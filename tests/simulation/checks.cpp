@@ -1,9 +1,8 @@
 // What must hold after every event of a simulated run.
-// See checks.h.
 #include "simulation/checks.h"
 
-#include "link/fan_out.h"
 #include "link/link_engine.h"
+#include "link/loaded_pages.h"
 #include "link/recheck.h"
 #include "platform/outside.h"
 #include "simulator/receiver.h"

@@ -1,5 +1,4 @@
 // Equality of the program with the reference model, which is given the same files, after every event.
-// See checks.h.
 #include <cstring>
 
 #include "link/changes.h"

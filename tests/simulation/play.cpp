@@ -1,5 +1,4 @@
 // Plays one plan from the start of the program to its end.
-// See play.h.
 #include "simulation/play.h"
 
 #include <map>
@@ -7,7 +6,7 @@
 
 #include "link/link_engine.h"
 #include "pages/registry.h"
-#include "platform/trouble.h"
+#include "platform/errors.h"
 #include "shell/start_up.h"
 #include "shell/windows.h"
 #include "simulation/random_user.h"

@@ -1,11 +1,10 @@
 // The machine under the program in a simulated run.
-// See stage.h.
 #include "simulation/stage.h"
 
 #include <set>
 
 #include "link/link_engine.h"
-#include "platform/trouble.h"
+#include "platform/errors.h"
 
 namespace kestrel::testing {
 

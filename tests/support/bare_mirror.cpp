@@ -1,9 +1,8 @@
 // Pages over a mirror without a line.
-// See bare_mirror.h.
 #include "support/bare_mirror.h"
 
+#include "language/language_files.h"
 #include "link/param_table.h"
-#include "shell/language_files.h"
 #include "shell/start_up.h"
 #include "support/world.h"
 

@@ -6,7 +6,7 @@
 #include <memory>
 #include <utility>
 
-#include "link/fan_out.h"
+#include "link/loaded_pages.h"
 #include "support/board_value.h"
 #include "support/virtual_platform.h"
 

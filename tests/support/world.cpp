@@ -1,5 +1,4 @@
 // The whole program on a simulated machine, in virtual time.
-// See world.h.
 #include "support/world.h"
 
 #include "link/link_engine.h"

@@ -5,9 +5,10 @@
 #include <initializer_list>
 #include <string>
 
-#include "link/fan_out.h"
+#include "link/loaded_pages.h"
 #include "pages/registry.h"
 #include "shell/start_up.h"
+#include "shell/windows.h"
 #include "simulator/machine.h"
 #include "support/board_value.h"
 #include "support/virtual_platform.h"

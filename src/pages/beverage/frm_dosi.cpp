@@ -2,9 +2,9 @@
 // See frm_dosi.h; its other subjects stand in files of their own beside this one.
 #include "pages/beverage/frm_dosi.h"
 
+#include "language/language_files.h"
 #include "link/value_helpers.h"
 #include "pages/common/position_labels.h"
-#include "shell/language_files.h"
 
 namespace kestrel {
 

@@ -1,14 +1,13 @@
 // Intermittence.
-// See frm_inter.h.
 #include "pages/beverage/frm_inter.h"
 
 #include <algorithm>
 
+#include "language/language_files.h"
 #include "link/presence.h"
 #include "link/subscriptions.h"
 #include "link/value_helpers.h"
 #include "pages/common/position_labels.h"
-#include "shell/language_files.h"
 
 namespace kestrel {
 

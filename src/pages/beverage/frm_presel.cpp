@@ -1,15 +1,14 @@
 // Preselections.
-// See frm_presel.h.
 #include "pages/beverage/frm_presel.h"
 
 #include <algorithm>
 #include <array>
 
+#include "language/language_files.h"
 #include "link/presence.h"
 #include "link/subscriptions.h"
 #include "link/value_helpers.h"
 #include "pages/common/position_labels.h"
-#include "shell/language_files.h"
 
 namespace kestrel {
 

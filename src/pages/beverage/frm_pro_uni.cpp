@@ -1,13 +1,12 @@
 // Unique products.
-// See frm_pro_uni.h.
 #include "pages/beverage/frm_pro_uni.h"
 
+#include "language/language_files.h"
 #include "link/identification.h"
 #include "link/presence.h"
 #include "link/subscriptions.h"
 #include "link/value_helpers.h"
 #include "pages/common/position_labels.h"
-#include "shell/language_files.h"
 
 namespace kestrel {
 

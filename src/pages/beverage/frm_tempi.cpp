@@ -1,13 +1,12 @@
 // Times: the machine-wide times of the brewing group and of the water circuit.
-// See frm_tempi.h.
 #include "pages/beverage/frm_tempi.h"
 
 #include <array>
 
+#include "language/language_files.h"
 #include "link/presence.h"
 #include "link/subscriptions.h"
 #include "link/value_helpers.h"
-#include "shell/language_files.h"
 
 namespace kestrel {
 

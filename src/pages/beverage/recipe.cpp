@@ -1,5 +1,4 @@
 // What a beverage is on the hot-drink board.
-// See recipe.h.
 #include "pages/beverage/recipe.h"
 
 namespace kestrel {

@@ -1,15 +1,14 @@
 // Temperature graph: boiler and tank temperature over time.
-// See frm_grafico.h.
 #include "pages/climate/frm_grafico.h"
 
 #include <array>
 #include <limits>
 
+#include "language/language_files.h"
 #include "link/presence.h"
 #include "link/subscriptions.h"
 #include "link/value_helpers.h"
-#include "platform/trouble.h"
-#include "shell/language_files.h"
+#include "platform/errors.h"
 
 namespace kestrel {
 

@@ -1,13 +1,12 @@
 // Clock, calendar and daily time bands.
-// See frm_orologio.h.
 #include "pages/climate/frm_orologio.h"
 
 #include <array>
 
+#include "language/language_files.h"
 #include "link/dates.h"
 #include "link/subscriptions.h"
 #include "link/value_helpers.h"
-#include "shell/language_files.h"
 
 namespace kestrel {
 

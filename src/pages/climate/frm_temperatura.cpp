@@ -1,13 +1,12 @@
 // Temperature set-points: boiler, tank and refrigerator.
-// See frm_temperatura.h.
 #include "pages/climate/frm_temperatura.h"
 
 #include <array>
 
+#include "language/language_files.h"
 #include "link/presence.h"
 #include "link/subscriptions.h"
 #include "link/value_helpers.h"
-#include "shell/language_files.h"
 
 namespace kestrel {
 

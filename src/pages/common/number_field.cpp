@@ -1,5 +1,4 @@
 // Text boxes for whole numbers of the master.
-// See number_field.h.
 #include "pages/common/number_field.h"
 
 #include <algorithm>

@@ -2,13 +2,13 @@
 // See frm_opzioni.h. What the boards' values do to the page stands in frm_opzioni_values.cpp.
 #include "pages/machine/frm_opzioni.h"
 
+#include "language/language_files.h"
 #include "link/identification.h"
 #include "link/money.h"
 #include "link/presence.h"
 #include "link/subscriptions.h"
 #include "link/value_helpers.h"
 #include "pages/machine/frm_opzioni_tables.h"
-#include "shell/language_files.h"
 
 namespace kestrel {
 

@@ -1,5 +1,4 @@
 // Options: what the boards' values show, and when the groups are live.
-// See frm_opzioni.h.
 #include "link/identification.h"
 #include "link/money.h"
 #include "link/presence.h"

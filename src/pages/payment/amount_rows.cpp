@@ -1,5 +1,4 @@
 // Rows of a bar and a value label for amounts of money.
-// See amount_rows.h.
 #include "pages/payment/amount_rows.h"
 
 #include "link/money.h"

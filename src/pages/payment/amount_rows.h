@@ -6,7 +6,7 @@
 
 #include "link/param_table.h"
 #include "link/subscriptions.h"
-#include "platform/controls.h"
+#include "platform/basic_controls.h"
 
 namespace kestrel {
 

@@ -1,14 +1,13 @@
 // Prices: the machine's price list.
-// See frm_prezzi.h.
 #include "pages/payment/frm_prezzi.h"
 
 #include <array>
 
+#include "language/language_files.h"
 #include "link/money.h"
 #include "link/value_helpers.h"
 #include "pages/common/bits.h"
 #include "pages/payment/master_settings.h"
-#include "shell/language_files.h"
 
 namespace kestrel {
 

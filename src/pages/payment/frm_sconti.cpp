@@ -1,12 +1,11 @@
 // Discounts: one for each price and preselection.
-// See frm_sconti.h.
 #include "pages/payment/frm_sconti.h"
 
 #include <array>
 
+#include "language/language_files.h"
 #include "link/money.h"
 #include "link/value_helpers.h"
-#include "shell/language_files.h"
 
 namespace kestrel {
 

@@ -1,14 +1,13 @@
 // Assignment of prices to selections and sectors.
-// See price_assignment.h.
 #include "pages/payment/price_assignment.h"
 
 #include <array>
 
+#include "language/language_files.h"
 #include "link/presence.h"
 #include "link/value_helpers.h"
 #include "pages/common/sector_names.h"
 #include "pages/payment/master_settings.h"
-#include "shell/language_files.h"
 
 namespace kestrel {
 

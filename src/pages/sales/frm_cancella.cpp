@@ -1,12 +1,11 @@
 // Clearing: orders the master to clear its sales data.
-// See frm_cancella.h.
 #include "pages/sales/frm_cancella.h"
 
-#include "link/fan_out.h"
+#include "language/language_files.h"
 #include "link/identification.h"
+#include "link/loaded_pages.h"
 #include "link/value_helpers.h"
 #include "pages/common/confirmation.h"
-#include "shell/language_files.h"
 
 namespace kestrel {
 

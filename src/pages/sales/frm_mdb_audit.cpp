@@ -1,11 +1,10 @@
 // MDB audit: six running amounts of the MDB payment system.
-// See frm_mdb_audit.h.
 #include "pages/sales/frm_mdb_audit.h"
 
+#include "language/language_files.h"
 #include "link/subscriptions.h"
 #include "link/value_helpers.h"
 #include "pages/common/confirmation.h"
-#include "shell/language_files.h"
 
 namespace kestrel {
 

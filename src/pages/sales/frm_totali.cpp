@@ -1,14 +1,13 @@
 // Totals: the machine's sales totals.
-// See frm_totali.h.
 #include "pages/sales/frm_totali.h"
 
 #include <array>
 
+#include "language/language_files.h"
 #include "link/money.h"
 #include "link/subscriptions.h"
 #include "link/value_helpers.h"
 #include "pages/common/show_mirror.h"
-#include "shell/language_files.h"
 
 namespace kestrel {
 

@@ -2,10 +2,10 @@
 // See vend_counters.h; the tables of the pages stand in vend_counter_tables.cpp.
 #include "pages/sales/vend_counters.h"
 
+#include "language/language_files.h"
 #include "link/subscriptions.h"
 #include "link/value_helpers.h"
 #include "pages/common/sector_names.h"
-#include "shell/language_files.h"
 
 namespace kestrel {
 
