@@ -8,6 +8,7 @@
 #include "link/index_files.h"
 #include "link/line_rest.h"
 #include "link/link_engine.h"
+#include "link/observer.h"
 #include "link/param_table.h"
 #include "platform/platform.h"
 
@@ -151,6 +152,7 @@ void SendIdentityQuestion(const IdentRecord& record) {
     request.Data = {record.Addr0};
     request.n = 0;
     link.ReplyData.clear();
+    tell(&LinkObserver::askingIdentity);
     LinkSendFrame();
 }
 

@@ -5,6 +5,7 @@
 
 #include "link/identification.h"
 #include "link/link_engine.h"
+#include "link/observer.h"
 #include "link/param_table.h"
 #include "link/recheck.h"
 #include "platform/errors.h"
@@ -109,6 +110,7 @@ std::string ParameterFileName(int boardType, int software, int release) {
 }
 
 void LoadIndexFiles() {
+    tell(&LinkObserver::readingIndexFiles);
     std::string parameterFile;
     try {
         platform().changeDirectory(platform().programDirectory());

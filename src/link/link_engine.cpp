@@ -7,6 +7,7 @@
 
 #include "link/changes.h"
 #include "link/loaded_pages.h"
+#include "link/observer.h"
 #include "link/param_table.h"
 #include "link/recheck.h"
 #include "platform/errors.h"
@@ -211,6 +212,7 @@ void ClearPortTrouble() {
 }
 
 void CloseExchange() {
+    tell(&LinkObserver::exchangeGivenUp);
     Link().Timer2.Enabled = false;
     EndExchange();
 }
@@ -251,15 +253,19 @@ void LinkSendFrame() {
     LinkState& link = Link();
     restart(link.Timer3);
     SetLinkIndicator(lamp::SendOn);
-    if (link.LinkIdle) link.RequestBank = CurrentBank;
-    link.LinkIdle = false;
+    if (std::exchange(link.LinkIdle, false)) {
+        link.RequestBank = CurrentBank;
+        tell(&LinkObserver::exchangeOpened);
+    }
     ExchangeOpened();
     const Bytes frame = BuildFrame(link.RequestBytes, CurrentBank);
     restart(link.Timer2);  // a port lost during identification leaves it running
     try {
         if (!link.Comm1->PortOpen()) link.Comm1->PortOpen(true);
         link.Comm1->Output(frame);
+        tell(&LinkObserver::frameSent, frame);
     } catch (const RunTimeError& error) {
+        tell(&LinkObserver::frameLost, frame);
         showPortTrouble(error.what());  // the time-out that now runs reopens the port
     }
 }
@@ -289,6 +295,7 @@ void Comm1_OnComm() {
     Judgement judgement = JudgeReply(link.RequestBytes, received);
     link.ReplyData = judgement.good ? std::move(judgement.data) : Bytes{};
     if (!judgement.good) ++link.SpoiledArrivals;
+    tell(&LinkObserver::replyJudged, received, judgement.good);
     if (link.RetryCount != BadRepliesAllowed) {
         if (!judgement.good) {
             SetLinkIndicator(lamp::ErrorOn);
@@ -307,7 +314,7 @@ void Comm1_OnComm() {
 }
 
 void EndExchange() {
-    Link().LinkIdle = true;
+    if (!std::exchange(Link().LinkIdle, true)) tell(&LinkObserver::exchangeClosed);
     ExchangeEnded();
 }
 
@@ -329,6 +336,7 @@ void LinkAcceptReply() {
         for (std::size_t i = 0; i < padded; ++i) record.Value[i] = i < link.ReplyData.size() ? link.ReplyData[i] : 0;
         const int bank = CurrentBank;
         const int index = link.ScanIndex;
+        tell(&LinkObserver::recordStored, index);
         NotifyPages(index, link.ReplyData, link.RequestBytes.n);
         NoteRead(bank, index);
         SettleChange(bank, index);

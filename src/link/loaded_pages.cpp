@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "link/leaving.h"
+#include "link/observer.h"
 #include "platform/platform.h"
 
 namespace kestrel {
@@ -60,6 +61,7 @@ Page* FindLoadedPage(const std::string& name) {
 }
 
 Page& LoadPage(std::unique_ptr<Page> page) {
+    tell(&LinkObserver::loadingPage, *page);
     Page& loaded = *state().loaded.emplace_back(std::move(page));
     const Layout layout = loaded.Arrange();
     settleLayout(layout);

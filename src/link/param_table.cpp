@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "link/changes.h"
+#include "link/observer.h"
 #include "link/recheck.h"
 #include "platform/errors.h"
 
@@ -52,6 +53,27 @@ void refuseZero(int index) {
     if (index == 0) throw ProgrammingError("Parameter number 0 was used");
 }
 
+void watch(int index) {
+    if (!BoardPresent(CurrentBank)) return;
+    refuseZero(index);
+    ParamRecord& record = ParamTable(CurrentBank, index);
+    if (record.Watchers == std::numeric_limits<std::uint8_t>::max())
+        throw RunTimeError(error_number::Overflow, "Parameter " + std::to_string(index) + " has too many subscribers");
+    ParamFlags(CurrentBank, index) |= flag::Watched | flag::Pending;
+    ++record.Watchers;
+}
+
+void release(int index) {
+    if (!BoardPresent(CurrentBank)) return;
+    ParamRecord& record = ParamTable(CurrentBank, index);
+    if (record.Watchers == 1) {
+        std::uint8_t& flags = ParamFlags(CurrentBank, index);
+        flags = static_cast<std::uint8_t>(flags & ~(flag::Valid | flag::Pending | flag::Watched));
+        record.Period &= 15;
+    }
+    if (record.Watchers > 0) --record.Watchers;
+}
+
 }  // namespace
 
 ParamRecord& ParamTable(int bank, int index) { return state().records[position(bank, index)]; }
@@ -87,9 +109,11 @@ void ParamWrite(int index, std::uint32_t value) {
     flags = static_cast<std::uint8_t>((flags | flag::WriteDue | flag::Watched | flag::Pending) & ~flag::Valid);
     DropHeldWrite(CurrentBank, index);
     NoteWrite(CurrentBank, index, value);
+    tell(&LinkObserver::recordWritten, index, value);
 }
 
 void ParamWithdraw(int index) {
+    tell(&LinkObserver::withdrawingRecord, index);
     std::uint8_t& flags = ParamFlags(CurrentBank, index);
     flags = static_cast<std::uint8_t>(flags & ~flag::WriteDue);
     DropHeldWrite(CurrentBank, index);
@@ -104,24 +128,13 @@ ParamValue ParamRead(int index, int bank) {
 bool ParamIsFresh(int index, int bank) { return (ParamFlags(bank, index) & flag::Valid) != 0; }
 
 void ParamWatch(int index) {
-    if (!BoardPresent(CurrentBank)) return;
-    refuseZero(index);
-    ParamRecord& record = ParamTable(CurrentBank, index);
-    if (record.Watchers == std::numeric_limits<std::uint8_t>::max())
-        throw RunTimeError(error_number::Overflow, "Parameter " + std::to_string(index) + " has too many subscribers");
-    ParamFlags(CurrentBank, index) |= flag::Watched | flag::Pending;
-    ++record.Watchers;
+    watch(index);
+    tell(&LinkObserver::recordWatched, index);
 }
 
 void ParamRelease(int index) {
-    if (!BoardPresent(CurrentBank)) return;
-    ParamRecord& record = ParamTable(CurrentBank, index);
-    if (record.Watchers == 1) {
-        std::uint8_t& flags = ParamFlags(CurrentBank, index);
-        flags = static_cast<std::uint8_t>(flags & ~(flag::Valid | flag::Pending | flag::Watched));
-        record.Period &= 15;
-    }
-    if (record.Watchers > 0) --record.Watchers;
+    release(index);
+    tell(&LinkObserver::recordReleased, index);
 }
 
 int NextPending(int bank, int index, int end) {

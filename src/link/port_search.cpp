@@ -5,6 +5,7 @@
 
 #include "link/line_rest.h"
 #include "link/link_engine.h"
+#include "link/observer.h"
 #include "link/recheck.h"
 #include "platform/errors.h"
 #include "platform/menu.h"
@@ -66,6 +67,7 @@ void tryPort() {
 }  // namespace
 
 void OpenPort(int port) {
+    tell(&LinkObserver::searchingPort);
     LinkState& link = Link();
     bool allTried = false;
     std::string reasons;
@@ -76,7 +78,7 @@ void OpenPort(int port) {
             ClearPortTrouble();
             NotePortDevice();
             if (link.Timer1.Enabled) InterruptLine();
-            return;
+            return tell(&LinkObserver::portOpened);
         } catch (const RunTimeError& error) {
             if (!isPortFailure(error.number())) throw;
             MenuItem& failed = portEntry(link.ComPort);

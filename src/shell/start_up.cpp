@@ -8,6 +8,7 @@
 #include "link/leaving.h"
 #include "link/link_engine.h"
 #include "link/loaded_pages.h"
+#include "link/observer.h"
 #include "link/port_search.h"
 #include "link/recheck.h"
 #include "platform/errors.h"
@@ -136,6 +137,7 @@ void StartAnew() {
     ResetLeaving();
     FrmSer_Identify();
     enableEntries(true);
+    tell(&LinkObserver::startedAnew);
 }
 
 void ResetProgram() {

@@ -30,6 +30,7 @@ class Player {
         ResetProgram();
         RegisterPages(withSmallPage(AllPages()));
         stage_.lines[1] = stage_.lines[2] = &line_;
+        stage_.checks = &checks_;
         line_.onSend = [this](const Bytes& frame) { checks_.sending(frame); };
         line_.onHeard = [this](const simulator::Exchange& exchange) { checks_.ledger.heard(exchange); };
         stage_.beforeArrival = [this](const Bytes& bytes) { checks_.beforeArrival(bytes); };
