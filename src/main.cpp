@@ -13,6 +13,7 @@
 #include "qt/window/program.h"
 #include "qt/window/tour.h"
 #include "shell/options.h"
+#include "shell/session.h"
 #include "shell/windows.h"
 #include "simulator/faults.h"
 
@@ -44,6 +45,7 @@ int answer(const std::string& text) {
 }  // namespace
 
 int main(int argc, char** argv) {
+    const Session session;
     RegisterPages(AllPages());
     Options options;
     try {

@@ -5,28 +5,25 @@
 
 #include "platform/code_page.h"
 #include "platform/errors.h"
+#include "platform/module_state.h"
 #include "platform/platform.h"
 
 namespace kestrel {
+
+struct LanguageState {
+    std::array<std::string, LanguageLines + 1> lines;
+};
+template class Module<LanguageState>;
 
 namespace {
 
 constexpr const char* LanguageEnding = ".lng";
 
-struct LanguageState {
-    std::array<std::string, LanguageLines + 1> lines;
-};
-
-LanguageState& state() {
-    static LanguageState instance;
-    return instance;
-}
-
 std::string& slot(int line) {
     if (line < 0 || line > LanguageLines)
         throw RunTimeError(error_number::SubscriptOutOfRange,
                            "Language line " + std::to_string(line) + " is out of 0.." + std::to_string(LanguageLines));
-    return state().lines[static_cast<std::size_t>(line)];
+    return stateOf<LanguageState>().lines[static_cast<std::size_t>(line)];
 }
 
 /// The lines of a text whatever their ends are: CR LF, LF, and none after the last.
@@ -50,8 +47,6 @@ std::vector<std::string> readLines(const std::string& file) {
 }  // namespace
 
 const std::string& LanguageTable(int line) { return slot(line); }
-
-void ResetLanguageTable() { state() = {}; }
 
 std::vector<std::string> FindLanguageFiles() {
     std::vector<std::string> files = platform().listFiles(platform().programDirectory(), LanguageEnding);

@@ -10,9 +10,16 @@
 #include "link/link_engine.h"
 #include "link/observer.h"
 #include "link/param_table.h"
+#include "platform/module_state.h"
 #include "platform/platform.h"
 
 namespace kestrel {
+
+struct IdentityState {
+    int revision = 0;
+    int powerBoardRevision = 0;
+};
+template class Module<IdentityState>;
 
 namespace {
 
@@ -29,8 +36,7 @@ constexpr std::array Questions = {ident::Probe,   ident::Release,  ident::Softwa
                                   ident::TypeLow, ident::TypeHigh, ident::Revision};
 using Reading = std::array<int, Questions.size()>;
 
-int revision = 0;
-int powerBoardRevision = 0;
+IdentityState& state() { return stateOf<IdentityState>(); }
 
 bool userRetries() {
     Message message;
@@ -130,7 +136,7 @@ void refuseIncompatible(const BoardIdentity& identity) {
     std::string text;
     if (identity.kind != RequiredKind) text = "Board\nNot Compatible";
     if (identity.boardType != RequiredType) text = "Board Type\nNot Compatible";
-    if (revision < SmallestRevision || identity.software != Boards().requiredSoftware[0])
+    if (state().revision < SmallestRevision || identity.software != Boards().requiredSoftware[0])
         text = "Board Software\nNot Compatible";
     if (text.empty()) return;
     Message message;
@@ -162,22 +168,17 @@ BoardIdentity IdentifyBoard(int bank) {
     const auto [probe, release, software, kind, typeLow, typeHigh, ofMaster] = *reading;
     const BoardIdentity identity = {release, software, kind, typeLow + 256 * typeHigh};
     if (bank != 0) return identity;
-    revision = ofMaster;
+    state().revision = ofMaster;
     refuseIncompatible(identity);
     return identity;
 }
 
-int BoardRevision() { return revision; }
+int BoardRevision() { return state().revision; }
 
-void SetBoardRevision(int value) { revision = value; }
+void SetBoardRevision(int value) { state().revision = value; }
 
-int PowerBoardRevision() { return powerBoardRevision; }
+int PowerBoardRevision() { return state().powerBoardRevision; }
 
-void SetPowerBoardRevision(int tenths) { powerBoardRevision = tenths; }
-
-void ResetIdentification() {
-    revision = 0;
-    powerBoardRevision = 0;
-}
+void SetPowerBoardRevision(int tenths) { state().powerBoardRevision = tenths; }
 
 }  // namespace kestrel

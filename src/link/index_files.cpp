@@ -9,9 +9,16 @@
 #include "link/param_table.h"
 #include "link/recheck.h"
 #include "platform/errors.h"
+#include "platform/module_state.h"
 #include "platform/platform.h"
 
 namespace kestrel {
+
+struct IndexState {
+    std::array<std::array<IdentRecord, IdentRecords>, Banks> ident{};
+    BoardTables boards;
+};
+template class Module<IndexState>;
 
 namespace {
 
@@ -19,15 +26,7 @@ constexpr std::size_t IdentityRecordSize = 5;
 constexpr std::size_t ParameterRecordSize = 9;
 constexpr std::size_t PreloadOffset = 5;
 
-struct IndexState {
-    std::array<std::array<IdentRecord, IdentRecords>, Banks> ident{};
-    BoardTables boards;
-};
-
-IndexState& state() {
-    static IndexState instance;
-    return instance;
-}
+IndexState& state() { return stateOf<IndexState>(); }
 
 /// The last `digits` digits of a number, with leading zeros.
 std::string lastDigits(int number, std::size_t digits) {
@@ -133,7 +132,5 @@ void LoadIndexFiles() {
     constexpr int ErrorLampOff = 3;
     SetLinkIndicator(ErrorLampOff);
 }
-
-void ResetIndexFiles() { state() = {}; }
 
 }  // namespace kestrel

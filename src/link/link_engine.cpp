@@ -11,10 +11,13 @@
 #include "link/param_table.h"
 #include "link/recheck.h"
 #include "platform/errors.h"
+#include "platform/module_state.h"
 #include "platform/outside.h"
 #include "platform/platform.h"
 
 namespace kestrel {
+
+template class Module<LinkState>;
 
 namespace {
 
@@ -29,11 +32,6 @@ namespace lamp {
 constexpr int SendOff = 1, ReceiveOff = 2, ErrorOff = 3, SendOn = 4, ReceiveOn = 5, ErrorOn = 6;
 constexpr int FirstPanel = 2, Kinds = 3;
 }  // namespace lamp
-
-std::unique_ptr<LinkState>& instance() {
-    static std::unique_ptr<LinkState> state;
-    return state;
-}
 
 void restart(Timer& timer) {
     timer.Enabled = false;
@@ -175,17 +173,7 @@ bool NotePortDevice() {
     return std::exchange(link.Device, device) != device;
 }
 
-LinkState& Link() {
-    if (!instance()) instance() = std::make_unique<LinkState>();
-    return *instance();
-}
-
-void ResetLink() {
-    instance().reset();
-    ResetOutside();
-    ResetRecheck();
-    ResetChanges();
-}
+LinkState& Link() { return stateOf<LinkState>(); }
 
 void SetUpLink(StatusBar& statusBar, const std::array<MenuItem*, PortCount + 1>& portEntries) {
     LinkState& link = Link();

@@ -5,24 +5,23 @@
 
 #include "link/leaving.h"
 #include "link/observer.h"
+#include "platform/module_state.h"
 #include "platform/platform.h"
 
 namespace kestrel {
-
-namespace {
-
-constexpr int AtOnceMs = 1;
 
 struct PageState {
     std::vector<std::unique_ptr<Page>> loaded;
     std::vector<std::unique_ptr<Page>> leaving;  ///< unloaded pages that one of their own handlers still runs on
     std::unique_ptr<Timer> leavingTimer;
 };
+template class Module<PageState>;
 
-PageState& state() {
-    static PageState instance;
-    return instance;
-}
+namespace {
+
+constexpr int AtOnceMs = 1;
+
+PageState& state() { return stateOf<PageState>(); }
 
 auto slotOf(const Page& page) {
     return std::find_if(state().loaded.begin(), state().loaded.end(),
@@ -85,8 +84,6 @@ void UnloadPageLater(Page& page) {
     }
     state().leavingTimer->Enabled = true;
 }
-
-void ResetPages() { state() = {}; }
 
 void NotifyPages(int index, const Bytes& data, int n) {
     const int highest = std::min(n, static_cast<int>(data.size()) - 1);

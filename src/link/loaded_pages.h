@@ -27,8 +27,6 @@ void UnloadPage(Page& page);
 /// For handlers of the page's own controls: unloads the page and takes it from the screen at once, so that no more of
 /// the user's acts reach it, and lets it go when the present event is over.
 void UnloadPageLater(Page& page);
-/// Drops all pages without unloading them, as the end of the process does.
-void ResetPages();
 
 /// Tells every loaded page that parameter `index` of the current bank has the value of these bytes.
 void NotifyPages(int index, const Bytes& data, int n);

@@ -1,9 +1,10 @@
 // Who listens to the link and the mirror.
-// See observer.h.
 #include "link/observer.h"
 
 namespace kestrel {
 
-void SetObserver(LinkObserver* observer) { observerInForce = observer; }
+template class Module<Listening>;
+
+void SetObserver(LinkObserver* observer) { stateOf<Listening>().observer = observer; }
 
 }  // namespace kestrel

@@ -5,6 +5,7 @@
 #include <cstdint>
 
 #include "link/param_table.h"
+#include "platform/module_state.h"
 #include "platform/serial_control.h"
 
 namespace kestrel {
@@ -50,12 +51,15 @@ class LinkObserver {
 /// One at a time; null: nobody. The caller keeps it alive.
 void SetObserver(LinkObserver* observer);
 
-inline LinkObserver* observerInForce = nullptr;
+struct Listening {
+    LinkObserver* observer = nullptr;
+};
 
 /// Tells the listener, where there is one: `tell(&LinkObserver::frameSent, frame)`.
 template <class... Parameters, class... Arguments>
 void tell(void (LinkObserver::*what)(Parameters...), const Arguments&... arguments) {
-    if (observerInForce) (observerInForce->*what)(arguments...);
+    const Listening* const here = stateInForce<Listening>;
+    if (here && here->observer) (here->observer->*what)(arguments...);
 }
 
 }  // namespace kestrel

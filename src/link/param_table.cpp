@@ -1,37 +1,36 @@
 // The mirror of the numbered parameters.
 #include "link/param_table.h"
 
-#include <algorithm>
 #include <cstring>
 #include <limits>
 #include <string>
-#include <type_traits>
 #include <vector>
 
 #include "link/changes.h"
 #include "link/observer.h"
 #include "link/recheck.h"
 #include "platform/errors.h"
+#include "platform/module_state.h"
 
 namespace kestrel {
 
 int CurrentBank = 0;
 
-namespace {
-
 constexpr std::size_t TableSize = static_cast<std::size_t>(Banks) * ParamRecords;
 
 struct ParamState {
+    ParamState() { CurrentBank = 0; }
+
     std::vector<ParamRecord> records = std::vector<ParamRecord>(TableSize);
     std::vector<std::uint8_t> flags = std::vector<std::uint8_t>(TableSize);
     std::array<bool, Banks> present{};
     std::array<int, Banks> recordCount{};
 };
+template class Module<ParamState>;
 
-ParamState& state() {
-    static ParamState instance;
-    return instance;
-}
+namespace {
+
+ParamState& state() { return stateOf<ParamState>(); }
 
 [[noreturn]] void outOfRange(const char* what, int number, int highest) {
     throw RunTimeError(error_number::SubscriptOutOfRange,
@@ -149,16 +148,6 @@ int NextPending(int bank, int index, int end) {
     }
     while (index < end && !(flags[index] & flag::Pending)) ++index;
     return index;
-}
-
-void ResetParamTable() {
-    static_assert(std::is_trivially_copyable_v<ParamRecord>, "an empty record is all zeros");
-    ParamState& table = state();  // emptied where it stands: new memory would cost more than the whole reset
-    std::memset(static_cast<void*>(table.records.data()), 0, TableSize * sizeof(ParamRecord));
-    std::fill(table.flags.begin(), table.flags.end(), std::uint8_t{0});
-    table.present = {};
-    table.recordCount = {};
-    CurrentBank = 0;
 }
 
 }  // namespace kestrel

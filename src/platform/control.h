@@ -17,6 +17,7 @@ namespace kestrel {
 class Frame;
 class Label;
 class Window;
+struct Speaker;
 
 /// Shows one control on a screen; abstract because the logic runs without a screen.
 class ControlView {
@@ -98,6 +99,7 @@ class Control : public PropertyOwner {
         Speaking& operator=(const Speaking&) = delete;
 
       private:
+        Speaker& speaker_;
         Control* const before_;
         const bool boardBefore_;
     };

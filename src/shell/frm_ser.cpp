@@ -4,7 +4,6 @@
 #include "link/index_files.h"
 #include "link/link_engine.h"
 #include "link/port_search.h"
-#include "link/recheck.h"
 #include "shell/main_window.h"
 
 namespace kestrel {
@@ -43,7 +42,6 @@ void FrmSer_Load() {
 
 void FrmSer_Identify() {
     LinkState& link = Link();
-    ResetRecheck();
     link.Timer1.Enabled = false;
     link.LinkSetup = true;
     LoadIndexFiles();

@@ -4,17 +4,18 @@
 #include "link/leaving.h"
 #include "link/loaded_pages.h"
 #include "platform/errors.h"
+#include "platform/module_state.h"
 #include "platform/platform.h"
 
 namespace kestrel {
 
+struct RegistryState {
+    PageRegistry pages;
+};
+template class Module<RegistryState>;
+
 namespace {
-
-PageRegistry& registered() {
-    static PageRegistry registry;
-    return registry;
-}
-
+PageRegistry& registered() { return stateOf<RegistryState>().pages; }
 }  // namespace
 
 void RegisterPages(PageRegistry registry) { registered() = std::move(registry); }

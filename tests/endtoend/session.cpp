@@ -38,10 +38,8 @@ void Session::start() {
 void Session::stop() {
     ClosePages();
     FrmSer_Unload();
-    ResetLink();
     platform.reset();  // the window lets go of its model before that goes
     setPlatform(nullptr);
-    ResetProgram();
 }
 
 std::string Session::notice() { return MDIForm1().StatusBar1.Panels(1).Text; }

@@ -56,7 +56,6 @@ std::string header(int bank, int number, int command, int period, int ofIdentity
 }  // namespace
 
 LinkBench::LinkBench() {
-    ResetProgram();
     InitBoardTables();
     platform.lines[1] = &line;
     Link().ComPort = 1;
@@ -66,8 +65,6 @@ LinkBench::LinkBench() {
                 {{1, 13}, 36}, {{1, 14}, 1},  {{1, 17}, 7}, {{2, 13}, 245}, {{2, 11}, 1}, {{2, 17}, 4}};
     putFiles();
 }
-
-LinkBench::~LinkBench() { ResetProgram(); }
 
 void LinkBench::putIdentityFile(int bank, int command) {
     std::string content;

@@ -35,7 +35,7 @@ struct Alarms : ::testing::Test {
     const std::vector<ListRow>& rows() const { return page.ListView1.Rows; }
 };
 
-TEST_F(Alarms, NothingIsListedAndTheBarFillsUntilTheLastOfTheRingIsThere) {
+TEST(AlarmsAtFirst, NothingIsListedAndTheBarFillsUntilTheLastOfTheRingIsThere) {
     for (const int pointerAt : {0, 60}) {
         BareMirror fresh;
         auto& opened = fresh.load<FrmAllarmi>();

@@ -103,7 +103,6 @@ TEST_F(Accessibility, TakesItsWordsFromTheSectionOfTheWindowWhateverItIsCalled) 
         EXPECT_EQ(word(Word::NextWindow).toStdString(), expected) << mark;
         EXPECT_EQ(word(Word::Tile), QStringLiteral("Tile")) << "beyond the end of the file";
     }
-    ResetLanguageTable();
 }
 
 class AccessibleBus : public ScreenTest {

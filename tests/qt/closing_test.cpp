@@ -43,7 +43,6 @@ class PageOfInputs : public Window {
 class Closing : public ::testing::Test {
   protected:
     Closing() {
-        ResetMainWindow();
         setPlatform(&platform);
         QAccessible::setActive(true);  // a screen reader hears what a view says while it goes
         view().resize(800, 600);

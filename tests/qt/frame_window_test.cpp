@@ -33,7 +33,6 @@ class SmallPage : public Window {
 class FrameWindow : public ::testing::Test {
   protected:
     FrameWindow() {
-        ResetMainWindow();
         setPlatform(&platform);
         view().resize(800, 600);
         platform.showMainWindow();

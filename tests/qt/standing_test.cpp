@@ -29,7 +29,6 @@ class Standing : public ViewTest {
                           Row{lamp, round, ledBar, number, clock, gauge}};
         });
     }
-    ~Standing() override { ResetOutside(); }
 
     /// Other values than those that the controls have had from the beginning.
     void changeAll() {

@@ -3,7 +3,6 @@
 
 #include "language/language_files.h"
 #include "link/param_table.h"
-#include "shell/start_up.h"
 #include "support/world.h"
 
 namespace kestrel::testing {
@@ -27,7 +26,6 @@ void becomesFresh(int bank, int parameter) {
 }  // namespace
 
 BareMirror::BareMirror() {
-    ResetProgram();
     platform.install(InstallationDirectory());
     LoadLanguage("English.lng");
     for (int bank = 0; bank < Banks; ++bank) {
@@ -35,8 +33,6 @@ BareMirror::BareMirror() {
         for (int n = 1; n < Used; ++n) ParamTable(bank, n).Command = Highest;
     }
 }
-
-BareMirror::~BareMirror() { ResetProgram(); }
 
 void BareMirror::arrive(int bank, int parameter, std::uint32_t value) {
     StoreValue(ParamTable(bank, parameter), value);

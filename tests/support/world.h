@@ -7,6 +7,7 @@
 
 #include "link/loaded_pages.h"
 #include "pages/registry.h"
+#include "shell/session.h"
 #include "shell/start_up.h"
 #include "shell/windows.h"
 #include "simulator/machine.h"
@@ -20,13 +21,13 @@ class World {
     /// The installation is the one that the build made; the machine does nothing by itself unless asked to.
     explicit World(simulator::MachineOptions options);
     World() : World(still()) {}
-    ~World();
 
     static simulator::MachineOptions still(bool hotDrinkBoard = true, bool sectorBoard = true);
 
     VirtualPlatform platform;
     MachineLine line;
     simulator::Machine& machine = line.machine;
+    Session session;
 
     /// Starts the program: configuration, language, boards. The machine is on port 1.
     void start();
