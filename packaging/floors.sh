@@ -4,13 +4,14 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 
 declare -A below=(
+    [catalogue]=''
     [platform]=''
     [language]='platform'
-    [link]='platform'
-    [pages]='platform language link'
-    [shell]='platform language link'
-    [simulator]=''
-    [qt]='platform language link shell simulator'
+    [link]='platform catalogue'
+    [pages]='platform catalogue language link'
+    [shell]='platform catalogue language link'
+    [simulator]='catalogue'
+    [qt]='platform catalogue language link shell simulator'
 )
 wrong=0
 for file in $(git ls-files -- 'src/*/*.h' 'src/*/*.cpp'); do
