@@ -18,20 +18,20 @@ constexpr int ProductCountParameter = 1156;
 constexpr int UnusedParameter = 1298;  ///< read with the settings; the page takes nothing from it
 
 /// One setting of each preselection: consecutive parameters, and as many shadows.
-struct Setting {
+struct OwnSetting {
     int first;
     int shadow;
 };
-constexpr Setting Product = {1412, 1424};
-constexpr Setting Type = {1416, 1428};
-constexpr Setting Time = {1420, 1432};
-constexpr Setting PlusTime = {1447, 1451};
+constexpr OwnSetting Product = {1412, 1424};
+constexpr OwnSetting Type = {1416, 1428};
+constexpr OwnSetting Time = {1420, 1432};
+constexpr OwnSetting PlusTime = {1447, 1451};
 
 /// The list of the page's subscriptions in their order, each given to ParamWatch or to ParamRelease.
 void eachSubscribed(void (*subscribe)(int)) {
-    const auto rowByRow = [subscribe](int Setting::*member) {
+    const auto rowByRow = [subscribe](int OwnSetting::*member) {
         for (int i = 0; i < FrmPresel::Preselections; ++i)
-            for (const Setting& setting : {Product, Type, Time}) subscribe(setting.*member + i);
+            for (const OwnSetting& setting : {Product, Type, Time}) subscribe(setting.*member + i);
     };
     const auto plusTimes = [subscribe](int first) {
         for (int i = 0; i < FrmPresel::Preselections; ++i) subscribe(first + i);
@@ -40,10 +40,10 @@ void eachSubscribed(void (*subscribe)(int)) {
     subscribe(ProductCountParameter);
     subscribe(UnusedParameter);
     plusTimes(PlusTime.first);
-    rowByRow(&Setting::first);
+    rowByRow(&OwnSetting::first);
     CurrentBank = 1;
     plusTimes(PlusTime.shadow);
-    rowByRow(&Setting::shadow);
+    rowByRow(&OwnSetting::shadow);
     CurrentBank = 0;
     subscribe(HotDrinkPresence);
 }
@@ -60,12 +60,12 @@ constexpr int NoProductLine = 86;
 constexpr int FirstTypeLine = 87;
 
 /// The preselection whose setting the parameter is, or -1.
-int rowOf(const Setting& setting, int n) {
+int rowOf(const OwnSetting& setting, int n) {
     const int row = n - setting.first;
     return row >= 0 && row < FrmPresel::Preselections ? row : -1;
 }
 
-void writeSetting(const Setting& setting, int row, int value) {
+void writeSetting(const OwnSetting& setting, int row, int value) {
     WriteTwice(1, setting.first + row, setting.shadow + row, static_cast<unsigned>(value));
 }
 

@@ -18,12 +18,12 @@ constexpr int OptionsShadow = 1301;
 constexpr unsigned DelaysBit = 16;
 
 /// One setting of each product: consecutive parameters, and as many shadows.
-struct Setting {
+struct OwnSetting {
     int first;
     int shadow;
 };
-constexpr Setting Channel = {1394, 1403};
-constexpr std::array<Setting, 2> Times = {{{1397, 1406}, {1400, 1409}}};  ///< time, delay
+constexpr OwnSetting Channel = {1394, 1403};
+constexpr std::array<OwnSetting, 2> Times = {{{1397, 1406}, {1400, 1409}}};  ///< time, delay
 
 // Read with the settings; the page takes nothing from them.
 constexpr int Unused1203 = 1203;
@@ -53,7 +53,7 @@ template <class Subscribe>
 void eachSetting(Subscribe subscribe, int products) {
     for (int i = 0; i < products; ++i) {
         subscribe(Channel.first + i);
-        for (const Setting& time : Times) subscribe(time.first + i);
+        for (const OwnSetting& time : Times) subscribe(time.first + i);
     }
 }
 
@@ -136,7 +136,7 @@ void FrmProUni::PageCaptions() {
 
 void FrmProUni::HScroll_Change(int product, int Index) {
     if (Updating) return;
-    const Setting& time = Times[static_cast<std::size_t>(Index)];
+    const OwnSetting& time = Times[static_cast<std::size_t>(Index)];
     const ScrollBar& bar = at(product).bars[Index];
     WriteTwice(1, time.first + product, time.shadow + product, static_cast<unsigned>(bar.Value.get()));
 }
