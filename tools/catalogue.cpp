@@ -1,5 +1,4 @@
 // Reading of a board's catalogue, and every check on it.
-// See catalogue.h.
 #include "tools/catalogue.h"
 
 #include <algorithm>

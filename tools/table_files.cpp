@@ -1,5 +1,4 @@
 // Files of the tools that read tables.
-// See table_files.h.
 #include "tools/table_files.h"
 
 #include <system_error>

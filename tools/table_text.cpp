@@ -1,5 +1,4 @@
 // Text of readable tables taken apart.
-// See table_text.h.
 #include "tools/table_text.h"
 
 #include <algorithm>

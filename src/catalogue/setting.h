@@ -58,4 +58,10 @@ constexpr Setting CopyOf(const Setting& setting) {
 }
 constexpr SettingRange CopyOf(const SettingRange& range) { return {CopyOf(range.front()), range.size()}; }
 
+/// The parameter with another one that is written after it in place of its copy.
+constexpr Setting WithCopy(const Setting& setting, const Setting& second) {
+    if (second.board != setting.board) throw std::logic_error("a copy on another board");
+    return {setting.board, setting.number, second.number};
+}
+
 }  // namespace kestrel

@@ -1,5 +1,4 @@
 // The mirror by the names of the catalogue.
-// See settings.h.
 #include "link/settings.h"
 
 namespace kestrel {
