@@ -93,8 +93,7 @@ const Records& leftByUnlikeLists() {
         }
         addWatched(left);
         // The page of doses keeps every selection that was chosen by its key.
-        for (int selection = 0; selection < RecipeSelections; ++selection)
-            EachParameterOfSelection(selection, WatchAll);
+        for (int selection = 0; selection < RecipeSelections; ++selection) EachParameterOfSelection(selection, Watch);
         addWatched(left);
         return left;
     }();
