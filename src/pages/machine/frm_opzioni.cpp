@@ -136,8 +136,8 @@ void FrmOpzioni::Form_Load() {
     FirstLoad = true;
     ArrivalCount = 0;
     setMasterLive(false);
-    setAlderLive(false);
-    setCedarLive(false);
+    setHotDrinkLive(false);
+    setSectorLive(false);
     AlderPresence = NothingSeen;
     CedarPresence = NothingSeen;
     Features = NothingSeen;

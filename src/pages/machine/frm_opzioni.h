@@ -66,8 +66,8 @@ class FrmOpzioni : public Page {
     void endFirstLoad();
 
     void setMasterLive(bool live);
-    void setAlderLive(bool live);
-    void setCedarLive(bool live);
+    void setHotDrinkLive(bool live);
+    void setSectorLive(bool live);
     void setDecimalsLive(bool live);
     void setToggleLive(int index, bool live);
     bool paymentFixesDecimals() const;

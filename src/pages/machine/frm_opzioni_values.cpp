@@ -30,8 +30,8 @@ void FrmOpzioni::SLabel_Change(int n, ParamValue value) {
 void FrmOpzioni::endFirstLoad() {
     FirstLoad = false;
     setMasterLive(true);
-    if (SaysPresent(CedarPresence)) setCedarLive(true);
-    if (SaysPresent(AlderPresence)) setAlderLive(true);
+    if (SaysPresent(CedarPresence)) setSectorLive(true);
+    if (SaysPresent(AlderPresence)) setHotDrinkLive(true);
     setDecimalsLive(!paymentFixesDecimals());
 }
 
@@ -83,9 +83,9 @@ bool FrmOpzioni::takeSingle(int n, ParamValue value) {
     if (!IsCurrent(Board::Master)) return false;
     switch (n) {
         case master::HotDrinkPresence.number:
-            return takePresence(AlderPresence, value, &FrmOpzioni::setAlderLive);
+            return takePresence(AlderPresence, value, &FrmOpzioni::setHotDrinkLive);
         case master::SectorPresence.number:
-            return takePresence(CedarPresence, value, &FrmOpzioni::setCedarLive);
+            return takePresence(CedarPresence, value, &FrmOpzioni::setSectorLive);
         case master::MoneyDecimals.number:
             SlswitchX2.Position = DecimalsOf(value);
             return true;
@@ -152,7 +152,7 @@ void FrmOpzioni::setMasterLive(bool live) {
         control->Enabled = live;
 }
 
-void FrmOpzioni::setAlderLive(bool live) {
+void FrmOpzioni::setHotDrinkLive(bool live) {
     for (const int index : {0, 1, 2, 3, 4, 5, 13}) setToggleLive(index, live);
     for (int i = 0; i < Bars; ++i) {
         HScroll1[i].Enabled = live;
@@ -161,7 +161,7 @@ void FrmOpzioni::setAlderLive(bool live) {
     }
 }
 
-void FrmOpzioni::setCedarLive(bool live) {
+void FrmOpzioni::setSectorLive(bool live) {
     for (const int index : {8, 14, 21, 22}) setToggleLive(index, live);
 }
 
