@@ -9,10 +9,14 @@ void Page::notify(int n, ParamValue value) {
     tell(&LinkObserver::tellingPage, *this, n, value);
     ++arrivals_;
     const Speaking board(nullptr, true);
+    keepsUpdating_ = false;
+    Updating = true;
     try {
         SLabel_Change(n, value);
+        Updating = keepsUpdating_;
+        if (!Updating) valueShown();
     } catch (const RunTimeError&) {
-        // an error in one page's notification leaves that notification alone
+        Updating = false;  // an error in one page's notification leaves that notification alone
     }
     tell(&LinkObserver::pageTold, *this);
 }

@@ -32,8 +32,27 @@ class Page : public Window {
     /// nothing.
     bool Updating = false;
 
+    /// In force while the page moves its own controls outside of a notification.
+    class ByThePage {
+      public:
+        explicit ByThePage(Page& page) : page_(page), before_(page.Updating) { page_.Updating = true; }
+        ~ByThePage() { page_.Updating = before_; }
+        ByThePage(const ByThePage&) = delete;
+        ByThePage& operator=(const ByThePage&) = delete;
+
+      private:
+        Page& page_;
+        const bool before_;
+    };
+
+    /// The value has been shown: what follows from it, with the user's moves being written again.
+    virtual void valueShown() {}
+    /// The value ends here: until the next one the user's moves write nothing, and nothing follows from it.
+    void keepUpdating() { keepsUpdating_ = true; }
+
   private:
     long arrivals_ = 0;
+    bool keepsUpdating_ = false;
 };
 
 }  // namespace kestrel

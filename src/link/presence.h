@@ -1,13 +1,13 @@
 // The presence words of the master: whether the boards behind it are there.
-// Bank 0's parameter 1 speaks for the hot-drink board, parameter 2 for the sector board.
+// What a page keeps of such a word is the last one that came.
 #pragma once
 
 #include "link/param_table.h"
 
 namespace kestrel {
 
-inline constexpr int HotDrinkPresence = 1;
-inline constexpr int SectorPresence = 2;
+/// No word has come yet.
+inline constexpr ParamValue NoPresence = 255;
 
 /// Whether a presence word says that its board is there.
 constexpr bool SaysPresent(ParamValue presenceWord) { return (presenceWord & 4) != 0; }

@@ -19,15 +19,6 @@ bool hasPattern(int decimals) { return decimals >= 0 && decimals < static_cast<i
 
 double scaled(ParamValue raw, int decimals) { return static_cast<double>(raw) / std::pow(10.0, decimals); }
 
-void placeBar(ScrollBar& bar, ParamValue value) {
-    const ParamValue highest = bar.Max.get();
-    const ParamValue lowest = bar.Min.get();
-    ParamValue v = value;
-    if (v > highest) v = highest;
-    if (v < lowest) v = lowest;
-    bar.Value = static_cast<int>(v);
-}
-
 }  // namespace
 
 std::string FormatDecimals(double value, int decimals) {
@@ -43,18 +34,27 @@ std::string FormatDecimals(double value, int decimals) {
     return result;
 }
 
+void PlaceBar(ScrollBar& bar, ParamValue value) {
+    const ParamValue highest = bar.Max.get();
+    const ParamValue lowest = bar.Min.get();
+    ParamValue v = value;
+    if (v > highest) v = highest;
+    if (v < lowest) v = lowest;
+    bar.Value = static_cast<int>(v);
+}
+
 void SetBar(Label& label, ScrollBar& bar, ParamValue value) {
-    placeBar(bar, value);
+    PlaceBar(bar, value);
     label.Caption = std::to_string(value);
 }
 
 void SetBarTenths(Label& label, ScrollBar& bar, ParamValue value) {
-    placeBar(bar, value);
+    PlaceBar(bar, value);
     label.Caption = FormatDecimals(scaled(value, 1), 1);
 }
 
 void SetBarDecimals(Label& label, ScrollBar& bar, ParamValue value, int decimals) {
-    placeBar(bar, value);
+    PlaceBar(bar, value);
     label.Caption = FormatAmount(value, decimals);
 }
 

@@ -14,7 +14,9 @@ class Window;
 /// A number with 0 to 3 decimals and the system's decimal separator; any other number of decimals gives no text.
 std::string FormatDecimals(double value, int decimals);
 
-/// Bar to the value, kept inside its limits; label to the value as received.
+/// Bar to the value, kept inside its limits.
+void PlaceBar(ScrollBar& bar, ParamValue value);
+/// The same, and the label to the value as received.
 void SetBar(Label& label, ScrollBar& bar, ParamValue value);
 /// The same, with the label in tenths and one decimal.
 void SetBarTenths(Label& label, ScrollBar& bar, ParamValue value);

@@ -116,7 +116,7 @@ TEST_F(Alarms, DatesThatNoCalendarHasAreZerosAndTimesThatNoClockHasStand) {
         EXPECT_EQ(rows()[0][2], each.time);
     }
     CurrentBank = 0;
-    page.SLabel_Change(254, -1);
+    page.notify(254, -1);
     EXPECT_EQ(rows()[0][1], "00/00/00") << "a day below 0";
 }
 

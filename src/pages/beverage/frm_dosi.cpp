@@ -49,7 +49,7 @@ void designStep(ControlArray<ScrollBar, RecipeFields>& bars, ControlArray<Label,
 
 }  // namespace
 
-FrmDosi::FrmDosi() : Page("FrmDosi") {
+FrmDosi::FrmDosi() : TablePage("FrmDosi", TitleLine, {}) {
     for (int i = 0; i < SelectionKeys; ++i) {
         Label11[i].Caption = std::to_string(i + 1);
         Label11[i].role = Label::Role::Key;
@@ -120,30 +120,29 @@ Layout FrmDosi::Arrange() {
     };
 }
 
-void FrmDosi::Form_Load() {
-    LastStatus = NoStatus;
-    SelectionIndex = 0;
-    PowderTestActive = false;
+void FrmDosi::PageSubscribe() {
     WatchSelection();
     WatchAll(OfTheMaster);
-    PageCaptions();
-    MachineBusySeen = false;
-    CenterPage(*this);
-    PreselectionMode = false;
-    showPreselection();
-    Label11_Click(0);
 }
 
-void FrmDosi::Form_Activate() { PageCaptions(); }
-
-void FrmDosi::Form_Unload() {
-    order_.withdraw();
+void FrmDosi::PageRelease() {
     ReleaseSelection();
     ReleaseAll(OfTheMaster);
 }
 
+void FrmDosi::Form_Load() {
+    TablePage::Form_Load();
+    showPreselection();
+    Label11_Click(0);
+}
+
+void FrmDosi::Form_Unload() {
+    order_.withdraw();
+    TablePage::Form_Unload();
+}
+
 void FrmDosi::PageCaptions() {
-    Caption = LanguageTable(TitleLine);
+    TablePage::PageCaptions();
     for (int i = 0; i < RecipeSteps; ++i) {
         Step& each = step(i);
         each.frame.Caption = LanguageTable(FirstStepLine + i);

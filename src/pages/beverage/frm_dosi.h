@@ -4,16 +4,16 @@
 
 #include <array>
 
-#include "link/page.h"
 #include "link/presence.h"
 #include "pages/beverage/recipe.h"
 #include "pages/common/mailbox.h"
+#include "pages/common/table_page.h"
 #include "platform/displays.h"
 #include "platform/switches.h"
 
 namespace kestrel {
 
-class FrmDosi : public Page {
+class FrmDosi : public TablePage {
   public:
     FrmDosi();
 
@@ -43,7 +43,6 @@ class FrmDosi : public Page {
 
     Layout Arrange() override;
     void Form_Load() override;
-    void Form_Activate() override;
     void Form_Unload() override;
     void SLabel_Change(int n, ParamValue value) override;
     void LineInterrupted() override { order_.withdraw(); }
@@ -56,7 +55,6 @@ class FrmDosi : public Page {
     static constexpr const char* FirstBrewerText = "FB1";
     static constexpr const char* SecondBrewerText = "FB2";
     static constexpr int JugCountValue = 9;  ///< of Label5
-    static constexpr ParamValue NoStatus = 255;
 
     struct Step {
         Frame& frame;
@@ -71,7 +69,10 @@ class FrmDosi : public Page {
     // Layout and texts (frm_dosi.cpp).
     Layout arrangeStep(int number);
     Layout arrangeProperties();
-    void PageCaptions();
+    void PageSubscribe() override;
+    void PageRelease() override;
+    void PageCaptions() override;
+    void valueShown() override;
     void showSelectionNumber();
     void showPreselection();
 
@@ -136,7 +137,7 @@ class FrmDosi : public Page {
     ParamValue ColdMode = 0;
     bool BriccoIncluded = false;
     bool EventEdited = false;  ///< a valve bar was moved and its value has not come back
-    ParamValue LastStatus = 0;
+    ParamValue LastStatus = NoPresence;
     SelectionMasks storedMasks_;
 
     bool dropsMoves_ = false;  ///< a brewer's code was the last value to come

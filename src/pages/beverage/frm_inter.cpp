@@ -29,28 +29,22 @@ void eachSubscribed(void (*subscribe)(const ParamRun&)) {
 constexpr int ExpectedArrivals = 12;
 
 constexpr int LargeStep = 3;
-constexpr ParamValue NoStatus = 255;
 constexpr int TitleLine = 47;
 constexpr int FirstHeadLine = 65;
 constexpr int SecondHeadLine = 69;
 constexpr int OnLine = 70;
 constexpr int OffLine = 71;
 
-void writeTime(const Setting& time, const ScrollBar& bar) { WriteTwice(time, static_cast<unsigned>(bar.Value.get())); }
-
 }  // namespace
 
-FrmInter::FrmInter() : Page("FrmInter"), Arrivals(ExpectedArrivals) {
-    for (auto* bars : {&HScroll4, &HScroll5})
-        for (ScrollBar& bar : *bars) {
-            bar.design(0, 255, LargeStep);
-            bar.scale.decimals = 1;
-        }
-    for (auto* labels : {&Label4s, &Label5s})
-        for (Label& label : *labels) label.showsValue("25.5");
-    for (int i = 0; i < Powders; ++i) Label3[i].Caption = std::to_string(i + 1);
-    HScroll4.OnChange([this](int Index) { HScroll4_Change(Index); });
-    HScroll5.OnChange([this](int Index) { HScroll5_Change(Index); });
+FrmInter::FrmInter() : TablePage("FrmInter", TitleLine, {}), Arrivals(ExpectedArrivals) {
+    captions(Label1, FirstHeadLine);
+    for (Label& head : Label2) caption(head.Caption, SecondHeadLine);
+    for (int i = 0; i < Powders; ++i) {
+        Label3[i].Caption = std::to_string(i + 1);
+        bar({0, 0, 255, LargeStep, hot_drink::IntermittenceOn[i], 1}, Label3[i], HScroll4[i], Label4s[i]);
+        bar({0, 0, 255, LargeStep, hot_drink::IntermittenceOff[i], 1}, Label3[i], HScroll5[i], Label5s[i]);
+    }
     iSwSliderX1.OnPositionChange([this](int Index) { iSwSliderX1_PositionChange(Index); });
 }
 
@@ -68,21 +62,11 @@ Layout FrmInter::Arrange() {
     return Grid(6, std::move(cells));
 }
 
-void FrmInter::Form_Load() {
-    LastStatus = NoStatus;
-    Arrivals.restart();
-    PageSubscribe();
-    PageCaptions();
-    CenterPage(*this);
-}
-
 void FrmInter::Form_Activate() {
     LockRows();
     PageCaptions();
     UnlockRows();
 }
-
-void FrmInter::Form_Unload() { PageRelease(); }
 
 void FrmInter::PageSubscribe() {
     eachSubscribed(Watch);
@@ -92,20 +76,8 @@ void FrmInter::PageSubscribe() {
 void FrmInter::PageRelease() { eachSubscribed(Release); }
 
 void FrmInter::PageCaptions() {
-    Caption = LanguageTable(TitleLine);
-    for (int i = 0; i < Label1.size(); ++i) Label1[i].Caption = LanguageTable(FirstHeadLine + i);
-    for (Label& head : Label2) head.Caption = LanguageTable(SecondHeadLine);
+    TablePage::PageCaptions();
     for (SliderSwitch& slider : iSwSliderX1) slider.PositionLabels = TwoPositions(OffLine, OnLine);
-}
-
-void FrmInter::HScroll4_Change(int Index) {
-    if (Updating) return;
-    writeTime(hot_drink::IntermittenceOn[Index], HScroll4[Index]);
-}
-
-void FrmInter::HScroll5_Change(int Index) {
-    if (Updating) return;
-    writeTime(hot_drink::IntermittenceOff[Index], HScroll5[Index]);
 }
 
 void FrmInter::iSwSliderX1_PositionChange(int Index) {
@@ -150,11 +122,7 @@ void FrmInter::settingArrived(int n, ParamValue value) {
     if (Arrived(n, hot_drink::MachinePowders)) {
         ProductCount = value;
         Arrivals.count();
-    } else if (const int on = ArrivedAt(n, hot_drink::IntermittenceOn); on >= 0) {
-        SetBarTenths(Label4s[on], HScroll4[on], value);
-        Arrivals.count();
-    } else if (const int off = ArrivedAt(n, hot_drink::IntermittenceOff); off >= 0) {
-        SetBarTenths(Label5s[off], HScroll5[off], value);
+    } else if (ArrivedAt(n, hot_drink::IntermittenceOn) >= 0 || ArrivedAt(n, hot_drink::IntermittenceOff) >= 0) {
         Arrivals.count();
     } else if (Arrived(n, hot_drink::IntermittenceMask)) {
         EnableBits = static_cast<std::uint8_t>(value);
@@ -162,11 +130,12 @@ void FrmInter::settingArrived(int n, ParamValue value) {
     }
 }
 
-void FrmInter::SLabel_Change(int n, ParamValue value) {
-    Updating = true;
+void FrmInter::valueCame(int n, ParamValue value) {
     if (Arrived(n, master::HotDrinkPresence)) statusArrived(value);
     settingArrived(n, value);
-    Updating = false;
+}
+
+void FrmInter::valueShown() {
     if (Arrivals.completes()) UnlockRows();
 }
 

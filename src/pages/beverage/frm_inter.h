@@ -4,13 +4,14 @@
 
 #include <cstdint>
 
-#include "link/page.h"
+#include "link/presence.h"
 #include "pages/common/arrival_count.h"
+#include "pages/common/table_page.h"
 #include "platform/switches.h"
 
 namespace kestrel {
 
-class FrmInter : public Page {
+class FrmInter : public TablePage {
   public:
     static constexpr int Powders = 5;
 
@@ -26,17 +27,14 @@ class FrmInter : public Page {
     ControlArray<Label, Powders> Label5s;
 
     Layout Arrange() override;
-    void Form_Load() override;
     void Form_Activate() override;
-    void Form_Unload() override;
-    void SLabel_Change(int n, ParamValue value) override;
 
   private:
-    void PageSubscribe();
-    void PageRelease();
-    void PageCaptions();
-    void HScroll4_Change(int Index);
-    void HScroll5_Change(int Index);
+    void PageSubscribe() override;
+    void PageRelease() override;
+    void PageCaptions() override;
+    void valueCame(int n, ParamValue value) override;
+    void valueShown() override;
     void iSwSliderX1_PositionChange(int Index);
     void LockRows();
     void UnlockRows();
@@ -44,7 +42,7 @@ class FrmInter : public Page {
     void statusArrived(ParamValue value);
     void settingArrived(int n, ParamValue value);
 
-    ParamValue LastStatus = 0;
+    ParamValue LastStatus = NoPresence;
     ParamValue ProductCount = 0;  ///< powders of the machine
     std::uint8_t EnableBits = 0;  ///< a bit for each powder, as last received or written
     ArrivalCount Arrivals;

@@ -38,7 +38,6 @@ constexpr int ExpectedArrivals = 18;
 
 constexpr int HighestType = 5;
 constexpr int LargeStep = 10;
-constexpr ParamValue NoStatus = 255;
 constexpr int TitleLine = 49;
 constexpr std::array<int, 6> HeadLines = {82, 83, 84, 85, 82, 83};
 constexpr int NoProductLine = 86;
@@ -48,20 +47,18 @@ void writeSetting(const Setting& setting, int value) { WriteTwice(setting, stati
 
 }  // namespace
 
-FrmPresel::FrmPresel() : Page("FrmPresel"), Arrivals(ExpectedArrivals) {
-    for (ScrollBar& bar : HScroll1) {
-        bar.design(0, 255, LargeStep);
-        bar.scale.decimals = 1;
-    }
-    for (Label& label : Label1) label.showsValue("25.5");
+FrmPresel::FrmPresel() : TablePage("FrmPresel", TitleLine, {}), Arrivals(ExpectedArrivals) {
+    for (int i = 0; i < Label4.size(); ++i) caption(Label4[i].Caption, HeadLines[static_cast<std::size_t>(i)]);
     for (int i = 0; i < Preselections; ++i) {
         const std::string number = std::to_string(i + 1);
         Label0[i].Caption = number;
-        Label0[Preselections + i].Caption = number + " Plus";
+        const int plus = Preselections + i;
+        Label0[plus].Caption = number + " Plus";
+        bar({0, 0, 255, LargeStep, Time[i], 1}, Label0[i], HScroll1[i], Label1[i]);
+        bar({0, 0, 255, LargeStep, PlusTime[i], 1}, Label0[plus], HScroll1[plus], Label1[plus]);
         iSwSliderX1[i].PositionLabels = NumberedPositions("0", HighestType);
         iSwSliderX2[i].PositionLabels = NumberedPositions("0", HighestType);
     }
-    HScroll1.OnChange([this](int Index) { HScroll1_Change(Index); });
     iSwSliderX1.OnPositionChangeUser([this](int Index) { iSwSliderX1_PositionChangeUser(Index); });
     iSwSliderX2.OnPositionChangeUser([this](int Index) { iSwSliderX2_PositionChangeUser(Index); });
 }
@@ -77,18 +74,6 @@ Layout FrmPresel::Arrange() {
     return Row{Group(PlainBlock, Grid(5, std::move(left))), Group(PlusBlock, Grid(3, std::move(right)))};
 }
 
-void FrmPresel::Form_Load() {
-    LastStatus = NoStatus;
-    Arrivals.restart();
-    PageSubscribe();
-    PageCaptions();
-    CenterPage(*this);
-}
-
-void FrmPresel::Form_Activate() { PageCaptions(); }
-
-void FrmPresel::Form_Unload() { PageRelease(); }
-
 void FrmPresel::PageSubscribe() {
     eachSubscribed(Watch);
     LockPreselections();
@@ -97,8 +82,7 @@ void FrmPresel::PageSubscribe() {
 void FrmPresel::PageRelease() { eachSubscribed(Release); }
 
 void FrmPresel::PageCaptions() {
-    Caption = LanguageTable(TitleLine);
-    for (int i = 0; i < Label4.size(); ++i) Label4[i].Caption = LanguageTable(HeadLines[static_cast<std::size_t>(i)]);
+    TablePage::PageCaptions();
     // Until the machine's products are known the switches keep the labels that they were made with.
     if (!Arrivals.Loading()) labelPositions();
 }
@@ -109,14 +93,6 @@ void FrmPresel::labelPositions() {
     for (int type = 1; type <= HighestType; ++type) types += "," + LanguageTable(FirstTypeLine + type);
     for (SliderSwitch& slider : iSwSliderX1) slider.PositionLabels = products;
     for (SliderSwitch& slider : iSwSliderX2) slider.PositionLabels = types;
-}
-
-void FrmPresel::HScroll1_Change(int Index) {
-    if (Updating) return;
-    if (Index < Preselections)
-        writeSetting(Time[Index], HScroll1[Index].Value);
-    else
-        writeSetting(PlusTime[Index - Preselections], HScroll1[Index].Value);
 }
 
 /// Writes while a value is being shown as well: a product that the machine no longer has is taken off the board.
@@ -175,20 +151,17 @@ void FrmPresel::settingArrived(int n, ParamValue value) {
         iSwSliderX1[product].Position = static_cast<int>(value);
     else if (const int type = ArrivedAt(n, Type); type >= 0)
         iSwSliderX2[type].Position = static_cast<int>(std::min<ParamValue>(value, HighestType));
-    else if (const int time = ArrivedAt(n, Time); time >= 0)
-        SetBarTenths(Label1[time], HScroll1[time], value);
-    else if (const int plus = ArrivedAt(n, PlusTime); plus >= 0)
-        SetBarTenths(Label1[Preselections + plus], HScroll1[Preselections + plus], value);
-    else
+    else if (ArrivedAt(n, Time) < 0 && ArrivedAt(n, PlusTime) < 0)
         return;
     Arrivals.count();
 }
 
-void FrmPresel::SLabel_Change(int n, ParamValue value) {
-    Updating = true;
+void FrmPresel::valueCame(int n, ParamValue value) {
     if (Arrived(n, master::HotDrinkPresence)) statusArrived(value);
     settingArrived(n, value);
-    Updating = false;
+}
+
+void FrmPresel::valueShown() {
     if (Arrivals.completes()) UnlockPreselections();
 }
 

@@ -2,13 +2,14 @@
 // All on the hot-drink board; the "Plus" times are never locked.
 #pragma once
 
-#include "link/page.h"
+#include "link/presence.h"
 #include "pages/common/arrival_count.h"
+#include "pages/common/table_page.h"
 #include "platform/switches.h"
 
 namespace kestrel {
 
-class FrmPresel : public Page {
+class FrmPresel : public TablePage {
   public:
     static constexpr int Preselections = 4;
 
@@ -23,16 +24,13 @@ class FrmPresel : public Page {
     ControlArray<Label, 2 * Preselections> Label1;
 
     Layout Arrange() override;
-    void Form_Load() override;
-    void Form_Activate() override;
-    void Form_Unload() override;
-    void SLabel_Change(int n, ParamValue value) override;
 
   private:
-    void PageSubscribe();
-    void PageRelease();
-    void PageCaptions();
-    void HScroll1_Change(int Index);
+    void PageSubscribe() override;
+    void PageRelease() override;
+    void PageCaptions() override;
+    void valueCame(int n, ParamValue value) override;
+    void valueShown() override;
     void iSwSliderX1_PositionChangeUser(int Index);
     void iSwSliderX2_PositionChangeUser(int Index);
     void LockPreselections();
@@ -44,7 +42,7 @@ class FrmPresel : public Page {
     void settingArrived(int n, ParamValue value);
     void productCountArrived(ParamValue value);
 
-    ParamValue LastStatus = 0;
+    ParamValue LastStatus = NoPresence;
     ParamValue ProductCount = 0;
     ArrivalCount Arrivals;
 };

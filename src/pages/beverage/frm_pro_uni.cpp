@@ -51,7 +51,6 @@ constexpr int DelayRow = 1;
 
 constexpr int DesignProducts = 5;  ///< of the switches until the machine has told how many it has
 constexpr int LargeStep = 10;
-constexpr ParamValue NoStatus = 255;
 constexpr int TitleLine = 48;
 constexpr int ProductLine = 73;
 constexpr int FirstTimeLine = 74;
@@ -70,7 +69,7 @@ void eachSetting(void (*subscribe)(const ParamRun&)) {
 
 }  // namespace
 
-FrmProUni::FrmProUni() : Page("FrmProUni"), Arrivals(ExpectedArrivals) {
+FrmProUni::FrmProUni() : TablePage("FrmProUni", TitleLine, {}), Arrivals(ExpectedArrivals) {
     for (int i = 0; i < Products; ++i) {
         Product& product = at(i);
         for (ScrollBar& bar : product.bars) {
@@ -98,18 +97,6 @@ Layout FrmProUni::Arrange() {
     return blocks;
 }
 
-void FrmProUni::Form_Load() {
-    LastStatus = NoStatus;
-    Arrivals.restart();
-    PageSubscribe();
-    PageCaptions();
-    CenterPage(*this);
-}
-
-void FrmProUni::Form_Activate() { PageCaptions(); }
-
-void FrmProUni::Form_Unload() { PageRelease(); }
-
 void FrmProUni::PageSubscribe() {
     WatchAll(SubscribedFirst);
     eachSetting(Watch);
@@ -124,7 +111,7 @@ void FrmProUni::PageRelease() {
 }
 
 void FrmProUni::PageCaptions() {
-    Caption = LanguageTable(TitleLine);
+    TablePage::PageCaptions();
     for (int i = 0; i < Products; ++i) {
         Product& product = at(i);
         const std::string which = " " + LanguageTable(UniqueLine) + " " + std::to_string(i + 1) + " ";
@@ -243,11 +230,12 @@ void FrmProUni::settingArrived(int n, ParamValue value) {
     }
 }
 
-void FrmProUni::SLabel_Change(int n, ParamValue value) {
-    Updating = true;
+void FrmProUni::valueCame(int n, ParamValue value) {
     if (Arrived(n, master::HotDrinkPresence)) statusArrived(value);
     settingArrived(n, value);
-    Updating = false;
+}
+
+void FrmProUni::valueShown() {
     if (Arrivals.completes()) UnlockProducts();
 }
 

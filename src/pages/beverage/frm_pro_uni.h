@@ -4,13 +4,14 @@
 
 #include <array>
 
-#include "link/page.h"
+#include "link/presence.h"
 #include "pages/common/arrival_count.h"
+#include "pages/common/table_page.h"
 #include "platform/switches.h"
 
 namespace kestrel {
 
-class FrmProUni : public Page {
+class FrmProUni : public TablePage {
   public:
     static constexpr int Products = 3;
 
@@ -26,10 +27,6 @@ class FrmProUni : public Page {
     SliderSwitch swslResto;  ///< 1: the board takes the delays into account
 
     Layout Arrange() override;
-    void Form_Load() override;
-    void Form_Activate() override;
-    void Form_Unload() override;
-    void SLabel_Change(int n, ParamValue value) override;
 
   private:
     struct Product {
@@ -40,9 +37,11 @@ class FrmProUni : public Page {
         ControlArray<Label, 2>& values;
     };
     Product& at(int product) { return products_[static_cast<std::size_t>(product)]; }
-    void PageSubscribe();
-    void PageRelease();
-    void PageCaptions();
+    void PageSubscribe() override;
+    void PageRelease() override;
+    void PageCaptions() override;
+    void valueCame(int n, ParamValue value) override;
+    void valueShown() override;
     void HScroll_Change(int product, int Index);
     void iSwSliderX_PositionChangeUser(int product);
     void swslResto_PositionChange();
@@ -61,7 +60,7 @@ class FrmProUni : public Page {
         {Label2x, iSwSliderX2, Label2s, HScroll2, Label2},
         {Label3x, iSwSliderX3, Label3s, HScroll3, Label3},
     }};
-    ParamValue LastStatus = 0;
+    ParamValue LastStatus = NoPresence;
     ParamValue ProductCount = 0;
     unsigned OptionByte = 0;   ///< as the board last reported it
     unsigned OptionsBits = 0;  ///< of the machine; nothing reports them yet, so the board's revision alone decides

@@ -2,11 +2,11 @@
 // Seven bars on the hot-drink board, one on the sector board; each frame is live only while its board is there.
 #pragma once
 
-#include "link/page.h"
+#include "pages/common/table_page.h"
 
 namespace kestrel {
 
-class FrmTempi : public Page {
+class FrmTempi : public TablePage {
   public:
     static constexpr int Bars = 8;
 
@@ -19,17 +19,6 @@ class FrmTempi : public Page {
     ControlArray<Label, Bars> Label1;        ///< values as the boards hold them
 
     Layout Arrange() override;
-    void Form_Load() override;
-    void Form_Activate() override;
-    void Form_Unload() override;
-    void SLabel_Change(int n, ParamValue value) override;
-
-  private:
-    void PageSubscribe();
-    void PageRelease();
-    void PageCaptions();
-    void HScroll1_Change(int Index);
-    void setGroup(Frame& frame, bool live);
 };
 
 }  // namespace kestrel

@@ -42,34 +42,25 @@ double tankDegrees(ParamValue raw, int offset) {
 
 }  // namespace
 
-FrmGrafico::FrmGrafico() : Page("FrmGrafico") {
+FrmGrafico::FrmGrafico() : TablePage("FrmGrafico", TitleLine, {Subscriptions}) {
     Timer1.OnTimer([this] { Timer1_Timer(); });
 }
 
 Layout FrmGrafico::Arrange() { return Column{iStripChartX1}; }
 
 void FrmGrafico::Form_Load() {
-    PageSubscribe();
-    PageCaptions();
-    CenterPage(*this);
-    ChartTime = 0;
+    TablePage::Form_Load();
     Timer1.Interval = SampleInterval;
     Timer1.Enabled = true;
 }
 
-void FrmGrafico::Form_Activate() { PageCaptions(); }
-
 void FrmGrafico::Form_Unload() {
-    PageRelease();
+    TablePage::Form_Unload();
     Timer1.Enabled = false;
 }
 
-void FrmGrafico::PageSubscribe() { WatchAll(Subscriptions); }
-
-void FrmGrafico::PageRelease() { ReleaseAll(Subscriptions); }
-
 void FrmGrafico::PageCaptions() {
-    Caption = LanguageTable(TitleLine);
+    TablePage::PageCaptions();
     iStripChartX1.Title = LanguageTable(ChartTitleLine);
     iStripChartX1.setChannelName(BoilerChannel, LanguageTable(BoilerLine));
     iStripChartX1.setChannelName(TankChannel, LanguageTable(TankLine));

@@ -4,12 +4,12 @@
 
 #include <cstdint>
 
-#include "link/page.h"
+#include "pages/common/table_page.h"
 #include "platform/displays.h"
 
 namespace kestrel {
 
-class FrmGrafico : public Page {
+class FrmGrafico : public TablePage {
   public:
     FrmGrafico();
 
@@ -18,14 +18,11 @@ class FrmGrafico : public Page {
 
     Layout Arrange() override;
     void Form_Load() override;
-    void Form_Activate() override;
     void Form_Unload() override;
     void SLabel_Change(int n, ParamValue value) override;
 
   private:
-    void PageSubscribe();
-    void PageRelease();
-    void PageCaptions();
+    void PageCaptions() override;
     /// Adds one sample. The number of samples has 16 bits, signed: one more is a run-time error.
     void Timer1_Timer();
 

@@ -61,7 +61,6 @@ constexpr std::array<ParamRun, 8> Subscriptions = {{
 constexpr int Century = 2000;
 constexpr int DayInstead = 12;   ///< shown for a day that no month has
 constexpr int MonthInstead = 8;  ///< shown for a month that no year has
-constexpr int NoTime = 255;
 constexpr int LargeStep = 5;
 
 constexpr int TitleLine = 29;
@@ -94,7 +93,7 @@ unsigned positionOf(const ScrollBar& bar) { return static_cast<unsigned>(bar.Val
 
 }  // namespace
 
-FrmOrologio::FrmOrologio() : Page("FrmOrologio") {
+FrmOrologio::FrmOrologio() : TablePage("FrmOrologio", TitleLine, {Subscriptions}) {
     design(TimeRows, Label41, HScroll2, Label4);
     design(DateRows, Label5s, HScroll5, Label5);
     Label6.showsValue("00/00/0000");
@@ -135,27 +134,8 @@ Layout FrmOrologio::Arrange() {
     };
 }
 
-void FrmOrologio::Form_Load() {
-    ClockHours = NoTime;
-    ClockMinutes = NoTime;
-    FirstTime = true;
-    FirstDate = true;
-    Editing = false;
-    PageSubscribe();
-    PageCaptions();
-    CenterPage(*this);
-}
-
-void FrmOrologio::Form_Activate() { PageCaptions(); }
-
-void FrmOrologio::Form_Unload() { PageRelease(); }
-
-void FrmOrologio::PageSubscribe() { WatchAll(Subscriptions); }
-
-void FrmOrologio::PageRelease() { ReleaseAll(Subscriptions); }
-
 void FrmOrologio::PageCaptions() {
-    Caption = LanguageTable(TitleLine);
+    TablePage::PageCaptions();
     iSevenSegmentClockX1.ToolTip = Caption;
     Frame1.Caption = LanguageTable(Frame1Line);
     Frame2.Caption = LanguageTable(Frame2Line);
@@ -255,7 +235,6 @@ void FrmOrologio::takeClock(int n, ParamValue value) {
 
 void FrmOrologio::SLabel_Change(int n, ParamValue value) {
     if (!IsCurrent(Board::Master)) return;
-    Updating = true;
     for (int i = 0; i < BandBars; ++i)
         if (Arrived(n, bandSetting(i))) SetBar(Label1[i], HScroll1[i], value);
     if (Arrived(n, master::MachineState)) {
@@ -266,7 +245,6 @@ void FrmOrologio::SLabel_Change(int n, ParamValue value) {
         if (n >= TimeRows.front().setting.number && n <= DateRows.back().setting.number) showSetting(n, value);
         takeClock(n, value);
     }
-    Updating = false;
 }
 
 }  // namespace kestrel

@@ -2,12 +2,12 @@
 // discounts. Everything lies on the master; a machine without a clock has the bands alone.
 #pragma once
 
-#include "link/page.h"
+#include "pages/common/table_page.h"
 #include "platform/displays.h"
 
 namespace kestrel {
 
-class FrmOrologio : public Page {
+class FrmOrologio : public TablePage {
   public:
     static constexpr int BandBars = 20;
     static constexpr int BandCount = BandBars / 2;
@@ -36,15 +36,10 @@ class FrmOrologio : public Page {
     bool Editing = false;
 
     Layout Arrange() override;
-    void Form_Load() override;
-    void Form_Activate() override;
-    void Form_Unload() override;
     void SLabel_Change(int n, ParamValue value) override;
 
   private:
-    void PageSubscribe();
-    void PageRelease();
-    void PageCaptions();
+    void PageCaptions() override;
     void HScroll1_Change(int Index);
     void HScroll2_Change(int Index);
     void HScroll5_Change(int Index);
@@ -55,8 +50,9 @@ class FrmOrologio : public Page {
     void showTime();
     void showDate();
 
-    ParamValue ClockHours = 0;
-    ParamValue ClockMinutes = 0;
+    static constexpr ParamValue NoTime = 255;
+    ParamValue ClockHours = NoTime;
+    ParamValue ClockMinutes = NoTime;
     bool FirstTime = true;  ///< the setting bars have not been taken from the clock yet
     bool FirstDate = true;
     ParamValue Features = 0;

@@ -2,11 +2,11 @@
 // Each frame is live only while its board is there; the refrigerator's row shows only on machines that have one.
 #pragma once
 
-#include "link/page.h"
+#include "pages/common/table_page.h"
 
 namespace kestrel {
 
-class FrmTemperatura : public Page {
+class FrmTemperatura : public TablePage {
   public:
     static constexpr int Settings = 6;
     static constexpr int Refrigerator = 5;  ///< the setting that stands in Frame1
@@ -23,24 +23,6 @@ class FrmTemperatura : public Page {
     ControlArray<Label, Settings> Label2;        ///< values
 
     Layout Arrange() override;
-    void Form_Load() override;
-    void Form_Activate() override;
-    void Form_Unload() override;
-    void SLabel_Change(int n, ParamValue value) override;
-
-  private:
-    void PageSubscribe();
-    void PageRelease();
-    void PageCaptions();
-    void HScroll1_Change();
-    void HScroll2_Change(int Index);
-    void enableBoiler(bool live);
-    void enableTank(bool live);
-    void showRefrigerator(bool fitted);
-    void showSetting(int index, ParamValue value);
-
-    ParamValue Param2 = 0;  ///< last presence word of the sector board
-    ParamValue Param1 = 0;  ///< last presence word of the hot-drink board
 };
 
 }  // namespace kestrel

@@ -59,29 +59,15 @@ std::string timeText(int hours, int minutes) {
 
 }  // namespace
 
-FrmAllarmi::FrmAllarmi() : Page("FrmAllarmi") {
+FrmAllarmi::FrmAllarmi() : TablePage("FrmAllarmi", TitleLine, {Subscriptions}) {
     ProgressBar1.Max = ValuesToRead;
     ListView1.namedBy(&Label1);
 }
 
 Layout FrmAllarmi::Arrange() { return Column{Row{Label1, ProgressBar1}, ListView1}; }
 
-void FrmAllarmi::Form_Load() {
-    PageSubscribe();
-    PageCaptions();
-    CenterPage(*this);
-}
-
-void FrmAllarmi::Form_Activate() { PageCaptions(); }
-
-void FrmAllarmi::Form_Unload() { PageRelease(); }
-
-void FrmAllarmi::PageSubscribe() { WatchAll(Subscriptions); }
-
-void FrmAllarmi::PageRelease() { ReleaseAll(Subscriptions); }
-
 void FrmAllarmi::PageCaptions() {
-    Caption = LanguageTable(TitleLine);
+    TablePage::PageCaptions();
     Label1.Caption = LanguageTable(Label1Line);
     std::vector<std::string> heads;
     heads.reserve(Heads);

@@ -5,11 +5,11 @@
 #include <array>
 #include <cstdint>
 
-#include "link/page.h"
+#include "pages/common/table_page.h"
 
 namespace kestrel {
 
-class FrmAllarmi : public Page {
+class FrmAllarmi : public TablePage {
   public:
     FrmAllarmi();
 
@@ -18,17 +18,12 @@ class FrmAllarmi : public Page {
     ProgressBar ProgressBar1;  ///< fills while the ring is being read for the first time
 
     Layout Arrange() override;
-    void Form_Load() override;
-    void Form_Activate() override;
-    void Form_Unload() override;
     void SLabel_Change(int n, ParamValue value) override;
 
   private:
     static constexpr int RingValues = 60;
 
-    void PageSubscribe();
-    void PageRelease();
-    void PageCaptions();
+    void PageCaptions() override;
     void countArrival();
     void ShowAlarms();
     std::vector<std::string> alarmRow(int number, ParamValue slot) const;

@@ -48,9 +48,11 @@ constexpr std::array<ParamRun, 10> Releases = {{
     sector::TankOffset,
 }};
 
+constexpr int TitleLine = 31;  ///< that of the menu
+
 }  // namespace
 
-FrmInOut::FrmInOut() : Page("FrmInOut") {
+FrmInOut::FrmInOut() : TablePage("FrmInOut", TitleLine, {Subscriptions, Releases}) {
     Command1.OnClick([this] { Command1_Click(); });
     SwitchLed1.OnClick([this](int Index) { SwitchLed1_Click(Index); });
     SwitchLed3.OnClick([this](int Index) { SwitchLed3_Click(Index); });
@@ -65,14 +67,10 @@ FrmInOut::FrmInOut() : Page("FrmInOut") {
 void FrmInOut::Form_Load() {
     DisableSwitches();
     tellMaster();
-    PageSubscribe();
-    PageCaptions();
-    CenterPage(*this);
+    TablePage::Form_Load();
 }
 
 void FrmInOut::tellMaster() { ParamWrite(master::TestPageOpen, PageIsOpen); }
-
-void FrmInOut::Form_Activate() { PageCaptions(); }
 
 /// The boards are left in test mode: they fall out of it when their time runs out.
 void FrmInOut::Form_Unload() {
@@ -83,16 +81,10 @@ void FrmInOut::Form_Unload() {
     Timer1.Enabled = false;
 }
 
-void FrmInOut::PageSubscribe() { WatchAll(Subscriptions); }
-
-void FrmInOut::PageRelease() { ReleaseAll(Releases); }
-
 void FrmInOut::SLabel_Change(int n, ParamValue value) {
-    Updating = true;
     if (IsCurrent(Board::Master)) masterChanged(n, value);
     if (IsCurrent(Board::HotDrink)) hotDrinkChanged(n, value);
     if (IsCurrent(Board::Sector)) sectorChanged(n, value);
-    Updating = false;
 }
 
 void FrmInOut::masterChanged(int n, ParamValue value) {

@@ -6,15 +6,16 @@
 #include <bitset>
 #include <cstdint>
 
-#include "link/page.h"
+#include "link/presence.h"
 #include "pages/common/mailbox.h"
+#include "pages/common/table_page.h"
 #include "pages/diagnostics/test_orders.h"
 #include "platform/displays.h"
 #include "platform/switches.h"
 
 namespace kestrel {
 
-class FrmInOut : public Page {
+class FrmInOut : public TablePage {
   public:
     static constexpr int MasterInputs = 6;
     static constexpr int HotDrinkInputs = 15;
@@ -50,16 +51,13 @@ class FrmInOut : public Page {
 
     Layout Arrange() override;
     void Form_Load() override;
-    void Form_Activate() override;
     void Form_Unload() override;
     void SLabel_Change(int n, ParamValue value) override;
     void LineInterrupted() override;
     void LineResumed() override { tellMaster(); }
 
   private:
-    void PageSubscribe();
-    void PageRelease();
-    void PageCaptions();
+    void PageCaptions() override;
     void nameRows();
 
     void tellMaster();
@@ -109,7 +107,6 @@ class FrmInOut : public Page {
     static constexpr unsigned TestTimeStop = 0;
     static constexpr int NoOutput = 65535;
     static constexpr std::size_t OutputByteCount = hot_drink::CommandArgument.size();
-    static constexpr ParamValue NeverReported = 255;
     using OutputBytes = std::array<std::uint8_t, OutputByteCount>;
 
     bool TestActive = false;   ///< the boards are in test mode and the switches work
@@ -128,8 +125,8 @@ class FrmInOut : public Page {
     ParamValue CedarGroupNew = 0;  ///< ... and the first of a pair that is not whole yet
     ParamValue CedarOffset = 0;    ///< degrees
     double CedarReading = 0;       ///< whole degrees
-    ParamValue AlderPresence = NeverReported;
-    ParamValue CedarPresence = NeverReported;
+    ParamValue AlderPresence = NoPresence;
+    ParamValue CedarPresence = NoPresence;
     Handshake AlderHandshake{hot_drink::Command};
     Handshake CedarHandshake{sector::Command};
     bool switchOrdered_ = false;                       ///< by a switch were they begun, not by start or stop

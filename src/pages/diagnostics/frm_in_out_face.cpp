@@ -9,7 +9,6 @@ namespace kestrel {
 
 namespace {
 
-constexpr int TitleLine = 31;  // that of the menu
 constexpr int Frame1Line = 336;
 constexpr int Label1Line = 337;
 constexpr int Frame2Line = 344;
@@ -99,7 +98,7 @@ Layout FrmInOut::Arrange() {
 }
 
 void FrmInOut::PageCaptions() {
-    Caption = LanguageTable(TitleLine);
+    TablePage::PageCaptions();
     Frame1.Caption = LanguageTable(Frame1Line);
     for (int i = 0; i < MasterInputs; ++i) Label1[i].Caption = LanguageTable(Label1Line + i);
 

@@ -74,15 +74,12 @@ void FrmInOut::hotDrinkEcho(int byte, ParamValue value) {
 }
 
 void FrmInOut::SwitchLed1_Click(int Index) {
-    if (Updating) return;
-    Updating = true;
     const auto byte = static_cast<std::size_t>(Index / OutputsPerByte);
     const int mask = 1 << (Index % OutputsPerByte);
     const bool wanted = SwitchLed1[Index].Active;
     OutputByte[byte] = static_cast<std::uint8_t>(wanted ? OutputByte[byte] | mask : OutputByte[byte] & ~mask);
     SwitchLed1[Index].Active = !wanted;
     PendingEcho[byte] = true;
-    Updating = false;
     DisableSwitches();
 
     std::vector<MailboxValue> image;

@@ -113,8 +113,6 @@ void FrmInOut::sectorEcho(ParamValue bitByte) {
 }
 
 void FrmInOut::SwitchLed3_Click(int Index) {
-    if (Updating) return;
-    Updating = true;
     PendingEcho.back() = true;
     DisableSwitches();
     beginSwitchOrder();
@@ -127,14 +125,11 @@ void FrmInOut::SwitchLed3_Click(int Index) {
         LastCedarOutput = Index;
     }
     SwitchLed3[Index].Active = !SwitchLed3[Index].Active;
-    Updating = false;
     rearmHotDrink();
 }
 
 /// The output that is on stays on: its byte goes again with the new group byte.
 void FrmInOut::SwitchLed4_Click() {
-    if (Updating) return;
-    Updating = true;
     PendingCompressor = true;
     DisableSwitches();
     beginSwitchOrder();
@@ -142,7 +137,6 @@ void FrmInOut::SwitchLed4_Click() {
     writeSectorOutput(SwitchLed4.Active ? group | CompressorMask : group & ~CompressorMask,
                       static_cast<unsigned>(CedarBit));
     SwitchLed4.Active = !SwitchLed4.Active;
-    Updating = false;
     rearmHotDrink();
 }
 

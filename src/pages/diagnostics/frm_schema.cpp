@@ -41,7 +41,7 @@ constexpr int Boiler = 6;  // in the legend
 
 }  // namespace
 
-FrmSchema::FrmSchema() : Page("FrmSchema") {
+FrmSchema::FrmSchema() : TablePage("FrmSchema", TitleLine, {Subscriptions}) {
     for (kestrel::Led& lamp : Led) lamp.shape = kestrel::Led::Shape::Round;
     for (int i = 0; i < Devices; ++i) {
         legendNumbers_[i].showsValue("00");
@@ -66,22 +66,8 @@ Layout FrmSchema::Arrange() {
     };
 }
 
-void FrmSchema::Form_Load() {
-    PageSubscribe();
-    PageCaptions();
-    CenterPage(*this);
-}
-
-void FrmSchema::Form_Activate() { PageCaptions(); }
-
-void FrmSchema::Form_Unload() { PageRelease(); }
-
-void FrmSchema::PageSubscribe() { WatchAll(Subscriptions); }
-
-void FrmSchema::PageRelease() { ReleaseAll(Subscriptions); }
-
 void FrmSchema::PageCaptions() {
-    Caption = LanguageTable(TitleLine);
+    TablePage::PageCaptions();
     for (int i = 0; i < Outputs; ++i) Led[i].ToolTip = LanguageTable(OutputLine + i);
     for (int i = 0; i < Inputs; ++i) iLed[i].ToolTip = LanguageTable(InputLine + i);
     for (int i = 0; i < Devices; ++i) Label1[i].Caption = LanguageTable(LegendLine + i);

@@ -2,12 +2,12 @@
 // The page only reads; it is the read-only twin of the In/Out test.
 #pragma once
 
-#include "link/page.h"
+#include "pages/common/table_page.h"
 #include "platform/displays.h"
 
 namespace kestrel {
 
-class FrmSchema : public Page {
+class FrmSchema : public TablePage {
   public:
     static constexpr int Outputs = 23;
     static constexpr int Inputs = 10;
@@ -23,15 +23,10 @@ class FrmSchema : public Page {
     ControlArray<Label, Devices> Label1;      ///< legend of the numbers in the drawing
 
     Layout Arrange() override;
-    void Form_Load() override;
-    void Form_Activate() override;
-    void Form_Unload() override;
     void SLabel_Change(int n, ParamValue value) override;
 
   private:
-    void PageSubscribe();
-    void PageRelease();
-    void PageCaptions();
+    void PageCaptions() override;
 
     ControlArray<Label, Devices> legendNumbers_;
 };

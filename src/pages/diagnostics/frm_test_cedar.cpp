@@ -43,8 +43,11 @@ constexpr const char* NoPair = "_ _";
 
 }  // namespace
 
-FrmTestCedar::FrmTestCedar() : Page("FrmTestCedar"), pair_(master::Command) {
+FrmTestCedar::FrmTestCedar() : TablePage("FrmTestCedar", TitleLine, {Subscriptions, Releases}), pair_(master::Command) {
     for (int i = 0; i < Zones; ++i) Label1[i].Caption = std::to_string(i + 1);
+    Label2[1].Caption = NoPair;
+    caption(Command1.Caption, Command1Line);
+    caption(Label2[0].Caption, Label2Line);
     Label1.OnClick([this](int Index) { Label1_Click(Index); });
     Command1.OnClick([this] { Command1_Click(); });
     Timer1.OnTimer([this] { Timer1_Timer(); });
@@ -62,29 +65,10 @@ Layout FrmTestCedar::Arrange() {
     };
 }
 
-void FrmTestCedar::Form_Load() {
-    PageSubscribe();
-    PageCaptions();
-    Label2[1].Caption = NoPair;
-    CenterPage(*this);
-}
-
-void FrmTestCedar::Form_Activate() { PageCaptions(); }
-
 void FrmTestCedar::Form_Unload() {
     giveUp();
-    PageRelease();
+    TablePage::Form_Unload();
     Timer1.Enabled = false;
-}
-
-void FrmTestCedar::PageSubscribe() { WatchAll(Subscriptions); }
-
-void FrmTestCedar::PageRelease() { ReleaseAll(Releases); }
-
-void FrmTestCedar::PageCaptions() {
-    Caption = LanguageTable(TitleLine);
-    Command1.Caption = LanguageTable(Command1Line);
-    Label2[0].Caption = LanguageTable(Label2Line);
 }
 
 void FrmTestCedar::Label1_Click(int Index) {

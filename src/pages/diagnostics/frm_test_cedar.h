@@ -2,12 +2,12 @@
 // The page locks itself until the board has finished.
 #pragma once
 
-#include "link/page.h"
 #include "pages/common/mailbox.h"
+#include "pages/common/table_page.h"
 
 namespace kestrel {
 
-class FrmTestCedar : public Page {
+class FrmTestCedar : public TablePage {
   public:
     static constexpr int Zones = 6;
 
@@ -20,16 +20,11 @@ class FrmTestCedar : public Page {
     Timer Timer1{2000};                 ///< milliseconds; ends the wait for a master that does not start
 
     Layout Arrange() override;
-    void Form_Load() override;
-    void Form_Activate() override;
     void Form_Unload() override;
     void SLabel_Change(int n, ParamValue value) override;
     void LineInterrupted() override;
 
   private:
-    void PageSubscribe();
-    void PageRelease();
-    void PageCaptions();
     void Label1_Click(int Index);
     void Command1_Click();
     void Timer1_Timer();

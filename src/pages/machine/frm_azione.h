@@ -2,11 +2,11 @@
 // The board keeps each count twice, unsigned, in 16 bits.
 #pragma once
 
-#include "link/page.h"
+#include "pages/common/table_page.h"
 
 namespace kestrel {
 
-class FrmAzione : public Page {
+class FrmAzione : public TablePage {
   public:
     static constexpr int Counts = 6;
 
@@ -17,16 +17,6 @@ class FrmAzione : public Page {
     ControlArray<Label, Counts> Label10;       ///< cycles as the board holds them
 
     Layout Arrange() override;
-    void Form_Load() override;
-    void Form_Activate() override;
-    void Form_Unload() override;
-    void SLabel_Change(int n, ParamValue value) override;
-
-  private:
-    void PageSubscribe();
-    void PageRelease();
-    void PageCaptions();
-    void HScroll1_Change(int Index);
 };
 
 }  // namespace kestrel

@@ -38,7 +38,6 @@ constexpr int TitleLine = 46;
 constexpr int SugarBoxLine = 57;
 constexpr int MixerLine = 58;
 constexpr int DoubleProductLine = 63;
-constexpr int NothingSeen = 255;
 
 /// The brewing options are subscribed and not shown.
 constexpr std::array<ParamRun, 4> FirstSubscriptions = {{
@@ -75,7 +74,7 @@ int highestPosition(int slider) {
 
 }  // namespace
 
-FrmConMac::FrmConMac() : Page("FrmConMac") {
+FrmConMac::FrmConMac() : TablePage("FrmConMac", TitleLine, {}) {
     for (int i = 0; i < Counts; ++i) iSwSliderX1[i].PositionLabels = numberLabels(1, highestPosition(i) + 1);
     iSwSliderX2.PositionLabels = numberLabels(0, HighestSugarBox);
     for (RotarySwitch& mixer : iSwRotaryX3) mixer.PositionLabels = numberLabels(0, countRow(MixerSlider).highestShown);
@@ -125,26 +124,16 @@ Layout FrmConMac::Arrange() {
 }
 
 void FrmConMac::Form_Load() {
-    Presence = NothingSeen;
-    ArrivalCount = 0;
-    FirstLoad = true;
-    AwaitingEnable = false;
-    PageSubscribe();
+    TablePage::Form_Load();
     DisableAllControls();
-    PageCaptions();
-    CenterPage(*this);
 }
-
-void FrmConMac::Form_Activate() { PageCaptions(); }
-
-void FrmConMac::Form_Unload() { PageRelease(); }
 
 void FrmConMac::PageSubscribe() { forAllSubscriptions(Watch); }
 
 void FrmConMac::PageRelease() { forAllSubscriptions(Release); }
 
 void FrmConMac::PageCaptions() {
-    Caption = LanguageTable(TitleLine);
+    TablePage::PageCaptions();
     for (int i = 0; i < Counts; ++i) Labelx1[i].Caption = LanguageTable(countRow(i).line);
     Labelx2.Caption = LanguageTable(SugarBoxLine);
     for (int i = 0; i < Valves; ++i) Labelx3[i].Caption = LanguageTable(MixerLine) + " " + std::to_string(i + 1);

@@ -4,12 +4,13 @@
 
 #include <array>
 
-#include "link/page.h"
+#include "link/presence.h"
+#include "pages/common/table_page.h"
 #include "platform/switches.h"
 
 namespace kestrel {
 
-class FrmConMac : public Page {
+class FrmConMac : public TablePage {
   public:
     static constexpr int Counts = 3;
     static constexpr int Valves = 4;
@@ -41,8 +42,6 @@ class FrmConMac : public Page {
 
     Layout Arrange() override;
     void Form_Load() override;
-    void Form_Activate() override;
-    void Form_Unload() override;
     void SLabel_Change(int n, ParamValue value) override;
 
   private:
@@ -56,9 +55,9 @@ class FrmConMac : public Page {
 
     static std::string numberLabels(int first, int last);
     void designValveGroup(std::size_t g);
-    void PageSubscribe();
-    void PageRelease();
-    void PageCaptions();
+    void PageSubscribe() override;
+    void PageRelease() override;
+    void PageCaptions() override;
     void iSwSliderX1_PositionChange(int Index);
     void iSwSliderX2_PositionChange();
     void iSwRotaryX3_PositionChange(int Index);
@@ -92,7 +91,7 @@ class FrmConMac : public Page {
     int PowderCount = 0;
     int SugarBox = 0;
     int ColdMode = 0;
-    ParamValue Presence = 0;
+    ParamValue Presence = NoPresence;
     std::array<int, Valves> MixerOfValve{};
     int ArrivalCount = 0;
     bool FirstLoad = true;        ///< the first full set has not arrived yet

@@ -1,6 +1,5 @@
 // Machine configuration: what the boards' values show, and when the controls are live.
 #include <algorithm>
-#include <utility>
 
 #include "link/presence.h"
 #include "link/settings.h"
@@ -36,14 +35,12 @@ int& FrmConMac::countOf(int slider) {
 }
 
 void FrmConMac::SLabel_Change(int n, ParamValue value) {
-    Updating = true;
     if (Arrived(n, master::HotDrinkPresence)) takePresence(value);
     if (IsCurrent(Board::HotDrink) && takeHotDrinkValue(n, value)) ++ArrivalCount;
     if (FirstLoad && ArrivalCount >= FullSet) {
         EnableControls();
         FirstLoad = false;
     }
-    Updating = false;
 }
 
 void FrmConMac::takePresence(ParamValue value) {
@@ -122,16 +119,15 @@ bool FrmConMac::takeCount(int slider, int value) {
 
 void FrmConMac::limitPowderBars() {
     // A bar that is moved by its own limit was not moved by the user.
-    const bool before = std::exchange(Updating, true);
+    const ByThePage moves(*this);
     for (std::size_t g = 0; g < PowderGroups; ++g)
         for (ScrollBar& bar : valveGroups_[g].bars) bar.Max = PowderCount;
-    Updating = before;
 }
 
 void FrmConMac::EnableControls() {
     if (!SaysPresent(Presence)) return;
     const Speaking nobody(nullptr);  // some of what is shown here may not have come yet
-    const bool before = std::exchange(Updating, true);
+    const ByThePage moves(*this);
     for (SliderSwitch& count : iSwSliderX1) count.Enabled = true;
     for (int i = 0; i < std::min<int>(ValveCount, Valves); ++i) {
         setValveLive(i, true);
@@ -143,7 +139,6 @@ void FrmConMac::EnableControls() {
     for (int i = 0; i < std::min<int>(PowderCount, Powders); ++i) setPowderLive(i, true);
     iSwSliderX2.Position = std::min(SugarBox, PowderCount);
     EnableColdPairing();
-    Updating = before;
 }
 
 void FrmConMac::DisableAllControls() {

@@ -16,7 +16,6 @@ using namespace opzioni;
 
 namespace {
 
-constexpr int NothingSeen = 255;
 constexpr int LargeStep = 10;
 constexpr int TypedAtMost = 10;
 
@@ -77,7 +76,7 @@ void write(const Setting& setting, int value) { WriteTwice(setting, static_cast<
 
 }  // namespace
 
-FrmOpzioni::FrmOpzioni() : Page("FrmOpzioni") {
+FrmOpzioni::FrmOpzioni() : TablePage("FrmOpzioni", 0, {Subscriptions}) {
     Caption = "Opzioni";
     SlswitchX1.PositionLabels = "0,1,2,3";
     SlswitchX2.PositionLabels = "00000, 0000.0, 000.00, 00.000";
@@ -133,25 +132,11 @@ Layout FrmOpzioni::Arrange() {
 }
 
 void FrmOpzioni::Form_Load() {
-    FirstLoad = true;
-    ArrivalCount = 0;
     setMasterLive(false);
     setHotDrinkLive(false);
     setSectorLive(false);
-    AlderPresence = NothingSeen;
-    CedarPresence = NothingSeen;
-    Features = NothingSeen;
-    LanguageIndex = 0;
-    PageSubscribe();
-    PageCaptions();
-    CenterPage(*this);
+    TablePage::Form_Load();
 }
-
-void FrmOpzioni::Form_Activate() { PageCaptions(); }
-
-void FrmOpzioni::Form_Unload() { PageRelease(); }
-
-void FrmOpzioni::PageSubscribe() { WatchAll(Subscriptions); }
 
 void FrmOpzioni::PageRelease() {
     for (const ParamRun& run : Subscriptions)

@@ -5,12 +5,13 @@
 #include <array>
 
 #include "catalogue/setting.h"
-#include "link/page.h"
+#include "link/presence.h"
+#include "pages/common/table_page.h"
 #include "platform/switches.h"
 
 namespace kestrel {
 
-class FrmOpzioni : public Page {
+class FrmOpzioni : public TablePage {
   public:
     static constexpr int Toggles = 23;  ///< 6, 7 and 15 to 20 do not exist
     static constexpr int Bars = 4;
@@ -40,15 +41,13 @@ class FrmOpzioni : public Page {
 
     Layout Arrange() override;
     void Form_Load() override;
-    void Form_Activate() override;
-    void Form_Unload() override;
     void SLabel_Change(int n, ParamValue value) override;
 
   private:
     Layout toggleRows(int board, const std::vector<int>& indexes);
-    void PageSubscribe();
-    void PageRelease();
-    void PageCaptions();
+    void PageRelease() override;
+    void PageCaptions() override;
+    void valueShown() override;
     void SwitchX1_Click(int Index);
     void HScroll1_Change(int Index);
     void Slswitch_PositionChange(const SliderSwitch& slider, const Setting& setting);
@@ -74,9 +73,9 @@ class FrmOpzioni : public Page {
 
     bool FirstLoad = true;  ///< not enough values have arrived yet
     int ArrivalCount = 0;
-    ParamValue AlderPresence = 0;
-    ParamValue CedarPresence = 0;
-    ParamValue Features = 0;
+    ParamValue AlderPresence = NoPresence;
+    ParamValue CedarPresence = NoPresence;
+    ParamValue Features = 255;  ///< all of them, until they come
     int LanguageIndex = 0;
     std::array<unsigned, OptionBytes> latest_{};  ///< the option bytes as the boards last told them
 };

@@ -3,9 +3,6 @@
 
 #include <array>
 
-#include "language/language_files.h"
-#include "link/subscriptions.h"
-#include "link/value_helpers.h"
 #include "pages/common/number_field.h"
 
 namespace kestrel {
@@ -30,32 +27,18 @@ constexpr int TypedAtMost = 10;
 
 }  // namespace
 
-FrmPassword::FrmPassword() : Page("FrmPassword") {
-    for (TextBox& box : Text1) box.maxLength = TypedAtMost;
+FrmPassword::FrmPassword() : TablePage("FrmPassword", TitleLine, {Subscriptions}) {
+    for (int i = 0; i < Codes; ++i) {
+        const CodeRow& row = CodeRows[static_cast<std::size_t>(i)];
+        caption(Label1[i].Caption, row.line);
+        Text1[i].maxLength = TypedAtMost;
+        whenComes(row.field.setting, [&box = Text1[i]](ParamValue value) { box.Text = std::to_string(value); });
+    }
     Text1.OnKeyPress([this](int Index, int KeyAscii) { Text1_KeyPress(Index, KeyAscii); });
     Text1.OnLostFocus([this](int Index) { Text1_LostFocus(Index); });
 }
 
 Layout FrmPassword::Arrange() { return Rows(Indexes(0, Codes - 1), Label1, Text1); }
-
-void FrmPassword::Form_Load() {
-    PageSubscribe();
-    PageCaptions();
-    CenterPage(*this);
-}
-
-void FrmPassword::Form_Activate() { PageCaptions(); }
-
-void FrmPassword::Form_Unload() { PageRelease(); }
-
-void FrmPassword::PageSubscribe() { WatchAll(Subscriptions); }
-
-void FrmPassword::PageRelease() { ReleaseAll(Subscriptions); }
-
-void FrmPassword::PageCaptions() {
-    Caption = LanguageTable(TitleLine);
-    for (int i = 0; i < Codes; ++i) Label1[i].Caption = LanguageTable(CodeRows[static_cast<std::size_t>(i)].line);
-}
 
 void FrmPassword::Text1_KeyPress(int Index, int KeyAscii) {
     if (Updating || KeyAscii != TextBox::EnterKey) return;
@@ -64,12 +47,5 @@ void FrmPassword::Text1_KeyPress(int Index, int KeyAscii) {
 }
 
 void FrmPassword::Text1_LostFocus(int Index) { Text1_KeyPress(Index, TextBox::EnterKey); }
-
-void FrmPassword::SLabel_Change(int n, ParamValue value) {
-    Updating = true;
-    for (int i = 0; i < Codes; ++i)
-        if (Arrived(n, CodeRows[static_cast<std::size_t>(i)].field.setting)) Text1[i].Text = std::to_string(value);
-    Updating = false;
-}
 
 }  // namespace kestrel

@@ -2,11 +2,11 @@
 // The codes live on the board: the program stores none and compares none.
 #pragma once
 
-#include "link/page.h"
+#include "pages/common/table_page.h"
 
 namespace kestrel {
 
-class FrmPassword : public Page {
+class FrmPassword : public TablePage {
   public:
     static constexpr int Codes = 3;
 
@@ -16,15 +16,8 @@ class FrmPassword : public Page {
     ControlArray<TextBox, Codes> Text1;  ///< service, sales data, clearing of data
 
     Layout Arrange() override;
-    void Form_Load() override;
-    void Form_Activate() override;
-    void Form_Unload() override;
-    void SLabel_Change(int n, ParamValue value) override;
 
   private:
-    void PageSubscribe();
-    void PageRelease();
-    void PageCaptions();
     void Text1_KeyPress(int Index, int KeyAscii);
     void Text1_LostFocus(int Index);
 };

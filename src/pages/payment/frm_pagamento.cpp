@@ -102,7 +102,7 @@ unsigned bitAt(const SliderSwitch& selector) { return 1U << selector.Position.ge
 }  // namespace
 
 FrmPagamento::FrmPagamento()
-    : Page("FrmPagamento"),
+    : TablePage("FrmPagamento", 0, {Subscriptions, Releases}),
       coins_(CoinRuns, HScroll10, Label10),
       tokens_(TokenRuns, HScroll6, Label6s),
       credits_(CreditRuns, HScroll11, Label11) {
@@ -129,20 +129,6 @@ void FrmPagamento::setHandlers() {
     SliderX6.OnPositionChange([this] { SliderX6_Change(); });
     SwitchX5.OnPositionChange([this](int Index) { SwitchX5_Change(Index); });
 }
-
-void FrmPagamento::Form_Load() {
-    PageSubscribe();
-    PageCaptions();
-    CenterPage(*this);
-}
-
-void FrmPagamento::Form_Activate() { PageCaptions(); }
-
-void FrmPagamento::Form_Unload() { PageRelease(); }
-
-void FrmPagamento::PageSubscribe() { WatchAll(Subscriptions); }
-
-void FrmPagamento::PageRelease() { ReleaseAll(Releases); }
 
 void FrmPagamento::setCoinRow(int row, bool open) { setEnabled({&HScroll10[row], &Label10[row], &Label1[row]}, open); }
 
@@ -191,13 +177,8 @@ void FrmPagamento::EnableExecutiveFrame() {
     if ((paymentOptions_ & (DifferentiatedEcs | PriceHolding)) != 0) setTimeoutRow(true);
 }
 
-void FrmPagamento::SLabel_Change(int n, ParamValue value) {
-    Updating = true;
-    if (IsCurrent(Board::Master)) show(n, value);
-    Updating = false;
-}
-
-void FrmPagamento::show(int n, ParamValue value) {
+void FrmPagamento::valueCame(int n, ParamValue value) {
+    if (!IsCurrent(Board::Master)) return;
     for (AmountRows* amounts : {&coins_, &tokens_, &credits_}) amounts->arrived(n, value, decimals_);
     const auto bits = static_cast<unsigned>(value);
     switch (n) {

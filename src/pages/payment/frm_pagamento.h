@@ -4,13 +4,13 @@
 
 #include <initializer_list>
 
-#include "link/page.h"
+#include "pages/common/table_page.h"
 #include "pages/payment/amount_rows.h"
 #include "platform/switches.h"
 
 namespace kestrel {
 
-class FrmPagamento : public Page {
+class FrmPagamento : public TablePage {
   public:
     static constexpr int Coins = 8;
     static constexpr int Tokens = 3;
@@ -56,17 +56,11 @@ class FrmPagamento : public Page {
     ControlArray<SliderSwitch, 2> SwitchX5;          ///< change at once; ignore exact change: no, yes
 
     Layout Arrange() override;
-    void Form_Load() override;
-    void Form_Activate() override;
-    void Form_Unload() override;
-    void SLabel_Change(int n, ParamValue value) override;
 
   private:
     void designControls();
     void setHandlers();
-    void PageSubscribe();
-    void PageRelease();
-    void PageCaptions();
+    void PageCaptions() override;
 
     void DisableCoinFrame() { setCoinFrame(false); }
     void EnableCoinFrame() { setCoinFrame(true); }
@@ -83,7 +77,7 @@ class FrmPagamento : public Page {
     void setCreditRows(bool open);
     void setTimeoutRow(bool open);
 
-    void show(int n, ParamValue value);
+    void valueCame(int n, ParamValue value) override;
     void showDecimals(int decimals);
     void showPaymentOptions(unsigned options);
     void openFramesOfSystem();

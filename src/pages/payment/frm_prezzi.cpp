@@ -36,7 +36,7 @@ constexpr int PreselectionLine = 176;  ///< of row 30; the other rows follow
 
 }  // namespace
 
-FrmPrezzi::FrmPrezzi() : Page("FrmPrezzi"), amounts_(Runs, HScroll1, Label1) {
+FrmPrezzi::FrmPrezzi() : TablePage("FrmPrezzi", TitleLine, {Subscriptions}), amounts_(Runs, HScroll1, Label1) {
     Switch1.PositionLabels = "Off, On";
     HScroll1.OnChange([this](int Index) { HScroll1_Change(Index); });
     Switch1.OnPositionChange([this] { Switch1_Change(); });
@@ -53,25 +53,13 @@ Layout FrmPrezzi::Arrange() {
     };
 }
 
-void FrmPrezzi::Form_Load() {
-    PageSubscribe();
-    PageCaptions();
-    CenterPage(*this);
-}
-
-void FrmPrezzi::Form_Activate() { PageCaptions(); }
-
-void FrmPrezzi::Form_Unload() { PageRelease(); }
-
 void FrmPrezzi::PageSubscribe() {
-    WatchAll(Subscriptions);
+    TablePage::PageSubscribe();
     DisablePriceBars();
 }
 
-void FrmPrezzi::PageRelease() { ReleaseAll(Subscriptions); }
-
 void FrmPrezzi::PageCaptions() {
-    Caption = LanguageTable(TitleLine);
+    TablePage::PageCaptions();
     Label2.Caption = LanguageTable(Switch1Line);
     for (int k = 0; k < Prices; ++k) Label11[k].Caption = LanguageTable(PriceLine) + " " + std::to_string(k + 1);
     for (int k = Prices; k < Amounts; ++k) Label11[k].Caption = LanguageTable(PreselectionLine + k - Prices);
@@ -89,14 +77,12 @@ void FrmPrezzi::Switch1_Change() {
     if (!Updating) WriteTwice(master::SaleOptions, WithBits(saleOptions_, AllAtPriceOne, Switch1.Position == 1));
 }
 
-void FrmPrezzi::SLabel_Change(int n, ParamValue value) {
-    Updating = true;
-    if (IsCurrent(Board::Master)) show(n, value);
-    Updating = false;
+void FrmPrezzi::valueShown() {
     if (AllAreFresh(master::Price)) EnablePriceBars();
 }
 
-void FrmPrezzi::show(int n, ParamValue value) {
+void FrmPrezzi::valueCame(int n, ParamValue value) {
+    if (!IsCurrent(Board::Master)) return;
     if (n == master::MoneyDecimals.number && DecimalsOf(value) != decimals_) {
         decimals_ = DecimalsOf(value);
         amounts_.redraw(decimals_);

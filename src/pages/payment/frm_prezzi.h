@@ -2,13 +2,13 @@
 // The thirty bars open only when every price has come from the board.
 #pragma once
 
-#include "link/page.h"
+#include "pages/common/table_page.h"
 #include "pages/payment/amount_rows.h"
 #include "platform/switches.h"
 
 namespace kestrel {
 
-class FrmPrezzi : public Page {
+class FrmPrezzi : public TablePage {
   public:
     static constexpr int Prices = 30;
     static constexpr int Amounts = 38;  ///< the prices, then the preselections
@@ -25,21 +25,17 @@ class FrmPrezzi : public Page {
     SliderSwitch Switch1;                       ///< everything at price 1: off, on
 
     Layout Arrange() override;
-    void Form_Load() override;
-    void Form_Activate() override;
-    void Form_Unload() override;
-    void SLabel_Change(int n, ParamValue value) override;
 
   private:
-    void PageSubscribe();
-    void PageRelease();
-    void PageCaptions();
+    void PageSubscribe() override;
+    void PageCaptions() override;
     void EnablePriceBars() { setPriceBars(true); }
     void DisablePriceBars() { setPriceBars(false); }
     void setPriceBars(bool open);
     void HScroll1_Change(int Index);
     void Switch1_Change();
-    void show(int n, ParamValue value);
+    void valueCame(int n, ParamValue value) override;
+    void valueShown() override;
 
     AmountRows amounts_;
     int decimals_ = DecimalsUnknown;

@@ -33,7 +33,7 @@ constexpr int PreselectionLine = 186;  ///< of row 30; the other rows follow
 
 }  // namespace
 
-FrmSconti::FrmSconti() : Page("FrmSconti"), amounts_(Runs, HScroll1, Label1) {
+FrmSconti::FrmSconti() : TablePage("FrmSconti", TitleLine, {Subscriptions}), amounts_(Runs, HScroll1, Label1) {
     HScroll1.OnChange([this](int Index) { HScroll1_Change(Index); });
 }
 
@@ -47,25 +47,13 @@ Layout FrmSconti::Arrange() {
     };
 }
 
-void FrmSconti::Form_Load() {
-    PageSubscribe();
-    PageCaptions();
-    CenterPage(*this);
-}
-
-void FrmSconti::Form_Activate() { PageCaptions(); }
-
-void FrmSconti::Form_Unload() { PageRelease(); }
-
 void FrmSconti::PageSubscribe() {
-    WatchAll(Subscriptions);
+    TablePage::PageSubscribe();
     DisableDiscountBars();
 }
 
-void FrmSconti::PageRelease() { ReleaseAll(Subscriptions); }
-
 void FrmSconti::PageCaptions() {
-    Caption = LanguageTable(TitleLine);
+    TablePage::PageCaptions();
     for (int k = 0; k < Discounts; ++k) Label11[k].Caption = LanguageTable(DiscountLine) + " " + std::to_string(k + 1);
     for (int k = Discounts; k < Amounts; ++k) Label11[k].Caption = LanguageTable(PreselectionLine + k - Discounts);
 }
@@ -78,14 +66,12 @@ void FrmSconti::HScroll1_Change(int Index) {
     if (!Updating) amounts_.write(Index);
 }
 
-void FrmSconti::SLabel_Change(int n, ParamValue value) {
-    Updating = true;
-    if (IsCurrent(Board::Master)) show(n, value);
-    Updating = false;
+void FrmSconti::valueShown() {
     if (AllAreFresh(master::Discount) && ParamIsFresh(master::MoneyDecimals)) EnableDiscountBars();
 }
 
-void FrmSconti::show(int n, ParamValue value) {
+void FrmSconti::valueCame(int n, ParamValue value) {
+    if (!IsCurrent(Board::Master)) return;
     if (n == master::MoneyDecimals.number && DecimalsOf(value) != decimals_) {
         decimals_ = DecimalsOf(value);
         amounts_.redraw(decimals_);

@@ -2,12 +2,12 @@
 // The thirty bars open only when every discount and the decimals have come from the board.
 #pragma once
 
-#include "link/page.h"
+#include "pages/common/table_page.h"
 #include "pages/payment/amount_rows.h"
 
 namespace kestrel {
 
-class FrmSconti : public Page {
+class FrmSconti : public TablePage {
   public:
     static constexpr int Discounts = 30;
     static constexpr int Amounts = 35;  ///< the discounts, then preselections and own cup
@@ -21,20 +21,16 @@ class FrmSconti : public Page {
     ControlArray<Label, Amounts> Label1;        ///< amounts as the board holds them
 
     Layout Arrange() override;
-    void Form_Load() override;
-    void Form_Activate() override;
-    void Form_Unload() override;
-    void SLabel_Change(int n, ParamValue value) override;
 
   private:
-    void PageSubscribe();
-    void PageRelease();
-    void PageCaptions();
+    void PageSubscribe() override;
+    void PageCaptions() override;
     void EnableDiscountBars() { setDiscountBars(true); }
     void DisableDiscountBars() { setDiscountBars(false); }
     void setDiscountBars(bool open);
     void HScroll1_Change(int Index);
-    void show(int n, ParamValue value);
+    void valueCame(int n, ParamValue value) override;
+    void valueShown() override;
 
     AmountRows amounts_;
     int decimals_ = DecimalsUnknown;

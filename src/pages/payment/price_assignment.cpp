@@ -54,7 +54,8 @@ constexpr AssignmentDesign FrmAssSet = {.name = "FrmAssSet",
                                         .gateIsDeaf = true,
                                         .subscriptions = SectorSubscriptions};
 
-PriceAssignment::PriceAssignment(const AssignmentDesign& design) : Page(design.name), design_(design) {
+PriceAssignment::PriceAssignment(const AssignmentDesign& design)
+    : TablePage(design.name, design.titleLine, {design.subscriptions}), design_(design) {
     for (int k = 0; k < design_.rows.size(); ++k) {
         HScroll1[k].design(LowestPrice, HighestPrice, LargeStep);
         Label1[k].showsValue("256");
@@ -77,25 +78,13 @@ Layout PriceAssignment::Arrange() {
     return Grid(design_.columns, std::move(cells));
 }
 
-void PriceAssignment::Form_Load() {
-    PageSubscribe();
-    PageCaptions();
-    CenterPage(*this);
-}
-
-void PriceAssignment::Form_Activate() { PageCaptions(); }
-
-void PriceAssignment::Form_Unload() { PageRelease(); }
-
 void PriceAssignment::PageSubscribe() {
-    WatchAll(design_.subscriptions);
+    TablePage::PageSubscribe();
     DisableBars();
 }
 
-void PriceAssignment::PageRelease() { ReleaseAll(design_.subscriptions); }
-
 void PriceAssignment::PageCaptions() {
-    Caption = LanguageTable(design_.titleLine);
+    TablePage::PageCaptions();
     for (int k = 0; k < design_.rows.size(); ++k)
         Label11[k].Caption =
             LanguageTable(design_.captionLine) + " " +
@@ -135,14 +124,7 @@ void PriceAssignment::HScroll1_Change(int Index) {
     WriteTwice(design_.rows[Index], static_cast<unsigned>(HScroll1[Index].Value - LowestPrice));
 }
 
-void PriceAssignment::SLabel_Change(int n, ParamValue value) {
-    Updating = true;
-    show(n, value);
-    Updating = false;
-    openWhenFresh();
-}
-
-void PriceAssignment::show(int n, ParamValue value) {
+void PriceAssignment::valueCame(int n, ParamValue value) {
     if (Arrived(n, master::SaleOptions)) {
         saleOptions_ = static_cast<unsigned>(value);
         if (allAtPriceOne())
@@ -165,7 +147,7 @@ void PriceAssignment::followGate() {
         DisableRows();
 }
 
-void PriceAssignment::openWhenFresh() {
+void PriceAssignment::valueShown() {
     if (!enoughRowsAreFresh()) {
         if (neverOpened_) DisableBars();
     } else if (SaysPresent(gate_)) {

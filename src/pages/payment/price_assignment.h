@@ -4,8 +4,8 @@
 
 #include <span>
 
-#include "link/page.h"
 #include "link/subscriptions.h"
+#include "pages/common/table_page.h"
 
 namespace kestrel {
 
@@ -28,7 +28,7 @@ struct AssignmentDesign {
 extern const AssignmentDesign FrmAssSel;
 extern const AssignmentDesign FrmAssSet;
 
-class PriceAssignment : public Page {
+class PriceAssignment : public TablePage {
   public:
     static constexpr int MostRows = 48;
 
@@ -40,23 +40,18 @@ class PriceAssignment : public Page {
     ControlArray<Label, MostRows> Label1;        ///< numbers as the board holds them
 
     Layout Arrange() override;
-    void Form_Load() override;
-    void Form_Activate() override;
-    void Form_Unload() override;
-    void SLabel_Change(int n, ParamValue value) override;
 
   private:
-    void PageSubscribe();
-    void PageRelease();
-    void PageCaptions();
+    void PageSubscribe() override;
+    void PageCaptions() override;
     void EnableRows();
     void DisableRows();
     void EnableBars();
     void DisableBars();
     void setBars(bool open);
     void followGate();
-    void show(int n, ParamValue value);
-    void openWhenFresh();
+    void valueCame(int n, ParamValue value) override;
+    void valueShown() override;
     bool enoughRowsAreFresh() const;
     bool allAtPriceOne() const;
     void HScroll1_Change(int Index);

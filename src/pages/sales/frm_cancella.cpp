@@ -32,7 +32,7 @@ bool hasSecondButton() { return BoardRevision() >= FirstRevisionOfSecond; }
 
 }  // namespace
 
-FrmCancella::FrmCancella() : Page("FrmCancella") {
+FrmCancella::FrmCancella() : TablePage("FrmCancella", TitleLine, {}) {
     lbrInfo.PositionMax = Steps;
     lbrInfo.standsForNoValue = true;
     for (CommandButton& command : cmdCancella) command.standsForNoValue = true;
@@ -56,16 +56,13 @@ void FrmCancella::Form_Load() {
     lbrInfo.Visible = false;
     cmdCancella[1].Visible = hasSecondButton();
     Frame1.Height = hasSecondButton() ? TallFrame : ShortFrame;
-    PageCaptions();
-    CenterPage(*this);
+    TablePage::Form_Load();
 }
-
-void FrmCancella::Form_Activate() { PageCaptions(); }
 
 void FrmCancella::Form_Unload() { Timer1.Enabled = false; }
 
 void FrmCancella::PageCaptions() {
-    Caption = LanguageTable(TitleLine);
+    TablePage::PageCaptions();
     for (int i = 0; i < cmdCancella.size(); ++i)
         cmdCancella[i].Caption = LanguageTable(Clearings[static_cast<std::size_t>(i)].line);
     lblInfo.Caption = "";
@@ -92,7 +89,5 @@ void FrmCancella::Timer1_Timer() {
     lblInfo.Caption = LanguageTable(DoneLine);
     cmdCancella[0].Enabled = true;
 }
-
-void FrmCancella::SLabel_Change(int /*n*/, ParamValue /*value*/) {}
 
 }  // namespace kestrel

@@ -2,12 +2,12 @@
 // The page asks the board for nothing and waits for no word from it.
 #pragma once
 
-#include "link/page.h"
+#include "pages/common/table_page.h"
 #include "platform/displays.h"
 
 namespace kestrel {
 
-class FrmCancella : public Page {
+class FrmCancella : public TablePage {
   public:
     FrmCancella();
 
@@ -20,12 +20,10 @@ class FrmCancella : public Page {
 
     Layout Arrange() override;
     void Form_Load() override;
-    void Form_Activate() override;
     void Form_Unload() override;
-    void SLabel_Change(int n, ParamValue value) override;
 
   private:
-    void PageCaptions();
+    void PageCaptions() override;
     void cmdCancella_Click(int Index);
     void clear(int Index);
     void Timer1_Timer();

@@ -2,11 +2,11 @@
 // Amounts are shown raw, whatever the decimals of money.
 #pragma once
 
-#include "link/page.h"
+#include "pages/common/table_page.h"
 
 namespace kestrel {
 
-class FrmMDBaudit : public Page {
+class FrmMDBaudit : public TablePage {
   public:
     static constexpr int Amounts = 6;
 
@@ -18,16 +18,9 @@ class FrmMDBaudit : public Page {
     Timer Timer1{15000};                  ///< milliseconds; has the amounts read again
 
     Layout Arrange() override;
-    void Form_Load() override;
-    void Form_Activate() override;
-    void Form_Unload() override;
-    void SLabel_Change(int n, ParamValue value) override;
 
   private:
-    void PageSubscribe();
-    void PageRelease();
-    void PageCaptions();
-    void Timer1_Timer();
+    void valueCame(int n, ParamValue value) override;
     void Command1_Click();
 };
 

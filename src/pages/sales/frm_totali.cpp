@@ -3,9 +3,7 @@
 
 #include <array>
 
-#include "language/language_files.h"
 #include "link/money.h"
-#include "link/subscriptions.h"
 #include "link/value_helpers.h"
 #include "pages/common/show_mirror.h"
 
@@ -49,10 +47,22 @@ constexpr const char* LongestTotal = "4294967295.000";
 
 }  // namespace
 
-FrmTotali::FrmTotali() : Page("FrmTotali") {
-    for (Label& label : Label3) label.showsValue(LongestTotal);
-    for (Label& label : Label4) label.showsValue(LongestTotal);
-    Timer1.OnTimer([this] { Timer1_Timer(); });
+FrmTotali::FrmTotali() : TablePage("FrmTotali", TitleLine, {Subscriptions}) {
+    caption(Frame2.Caption, Frame2Line);
+    caption(Frame1.Caption, Frame1Line);
+    whenComes(master::MoneyDecimals, [this](ParamValue value) { showDecimals(DecimalsOf(value)); });
+    for (const TotalRow& row : TotalRows) {
+        Label& label = valueLabel(row.clearable, row.index);
+        label.showsValue(LongestTotal);
+        caption((row.clearable ? Label2[row.index] : Label1[row.index]).Caption, row.line);
+        whenComes(row.total, [this, &label, kind = row.kind](ParamValue value) {
+            if (kind == Kind::Count)
+                label.Caption = std::to_string(value);
+            else if (ParamIsFresh(master::MoneyDecimals))
+                label.Caption = FormatAmount(value, decimals_);
+        });
+    }
+    readsAgain(Timer1);
 }
 
 Layout FrmTotali::Arrange() {
@@ -62,56 +72,14 @@ Layout FrmTotali::Arrange() {
     };
 }
 
-void FrmTotali::Form_Load() {
-    PageSubscribe();
-    PageCaptions();
-    CenterPage(*this);
-    Timer1.Enabled = true;
-}
+Label& FrmTotali::valueLabel(bool clearable, int index) { return clearable ? Label3[index] : Label4[index]; }
 
-void FrmTotali::Form_Activate() { PageCaptions(); }
-
-void FrmTotali::Form_Unload() {
-    PageRelease();
-    Timer1.Enabled = false;
-}
-
-void FrmTotali::PageSubscribe() { WatchAll(Subscriptions); }
-
-void FrmTotali::PageRelease() { ReleaseAll(Subscriptions); }
-
-void FrmTotali::PageCaptions() {
-    Caption = LanguageTable(TitleLine);
-    Frame2.Caption = LanguageTable(Frame2Line);
-    Frame1.Caption = LanguageTable(Frame1Line);
-    for (const TotalRow& row : TotalRows)
-        (row.clearable ? Label2[row.index] : Label1[row.index]).Caption = LanguageTable(row.line);
-}
-
-void FrmTotali::Timer1_Timer() {
-    PageRelease();
-    PageSubscribe();
-}
-
-Label& FrmTotali::valueLabel(std::size_t row) {
-    const TotalRow& total = TotalRows[row];
-    return total.clearable ? Label3[total.index] : Label4[total.index];
-}
-
-void FrmTotali::SLabel_Change(int n, ParamValue value) {
-    const bool decimalsArrived = Arrived(n, master::MoneyDecimals);
-    if (decimalsArrived) decimals_ = DecimalsOf(value);
-    for (std::size_t i = 0; i < TotalRows.size(); ++i) {
-        const TotalRow& row = TotalRows[i];
-        if (row.kind == Kind::Money && decimalsArrived) {
-            const ShowMirror shown(row.total);
-            valueLabel(i).Caption = FormatAmount(ParamRead(row.total), decimals_);
-        }
-        if (!Arrived(n, row.total)) continue;
-        if (row.kind == Kind::Count)
-            valueLabel(i).Caption = std::to_string(value);
-        else if (ParamIsFresh(master::MoneyDecimals))
-            valueLabel(i).Caption = FormatAmount(value, decimals_);
+void FrmTotali::showDecimals(int decimals) {
+    decimals_ = decimals;
+    for (const TotalRow& row : TotalRows) {
+        if (row.kind == Kind::Count) continue;
+        const ShowMirror shown(row.total);
+        valueLabel(row.clearable, row.index).Caption = FormatAmount(ParamRead(row.total), decimals_);
     }
 }
 

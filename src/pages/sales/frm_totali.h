@@ -2,11 +2,11 @@
 // The page only reads; money is shown with the decimals that the master reports.
 #pragma once
 
-#include "link/page.h"
+#include "pages/common/table_page.h"
 
 namespace kestrel {
 
-class FrmTotali : public Page {
+class FrmTotali : public TablePage {
   public:
     FrmTotali();
 
@@ -19,17 +19,10 @@ class FrmTotali : public Page {
     Timer Timer1{15000};            ///< milliseconds; has the totals read again
 
     Layout Arrange() override;
-    void Form_Load() override;
-    void Form_Activate() override;
-    void Form_Unload() override;
-    void SLabel_Change(int n, ParamValue value) override;
 
   private:
-    void PageSubscribe();
-    void PageRelease();
-    void PageCaptions();
-    void Timer1_Timer();
-    Label& valueLabel(std::size_t row);
+    Label& valueLabel(bool clearable, int index);
+    void showDecimals(int decimals);
 
     int decimals_ = 0;
 };

@@ -31,13 +31,13 @@ std::string captionText(const CounterBlock& block, int row) {
 
 }  // namespace
 
-VendCounters::VendCounters(const CounterDesign& design) : Page(design.name), design_(design) {
+VendCounters::VendCounters(const CounterDesign& design) : TablePage(design.name, 0, {}), design_(design) {
     for (const CounterBlock& block : design_.blocks)
         for (int row = 0; row < block.rows; ++row) {
             value(block, row).showsValue(LongestCount);
             value(block, row).standsForNoValue = row >= block.shown.size();
         }
-    Timer1.OnTimer([this] { Timer1_Timer(); });
+    readsAgain(Timer1);
 }
 
 Frame* VendCounters::frameOf(CounterBlock::Kind kind) {
@@ -83,20 +83,6 @@ Layout VendCounters::Arrange() {
     return page;
 }
 
-void VendCounters::Form_Load() {
-    PageSubscribe();
-    PageCaptions();
-    CenterPage(*this);
-    Timer1.Enabled = true;
-}
-
-void VendCounters::Form_Activate() { PageCaptions(); }
-
-void VendCounters::Form_Unload() {
-    PageRelease();
-    Timer1.Enabled = false;
-}
-
 void VendCounters::PageSubscribe() {
     for (const CounterBlock& block : design_.blocks) Watch(block.watched);
 }
@@ -114,11 +100,6 @@ void VendCounters::captionBlock(const CounterBlock& block) {
     if (Frame* frame = frameOf(block.kind))
         frame->Caption = block.texts.frameLine == 0 ? block.texts.frame : LanguageTable(block.texts.frameLine);
     for (int row = 0; row < block.rows; ++row) caption(block, row).Caption = captionText(block, row);
-}
-
-void VendCounters::Timer1_Timer() {
-    PageRelease();
-    PageSubscribe();
 }
 
 void VendCounters::SLabel_Change(int n, ParamValue number) {

@@ -4,8 +4,8 @@
 
 #include <span>
 
-#include "link/page.h"
 #include "link/subscriptions.h"
+#include "pages/common/table_page.h"
 
 namespace kestrel {
 
@@ -54,7 +54,7 @@ extern const CounterDesign FrmBricco;   ///< jug vends
 extern const CounterDesign FrmProva;    ///< test vends
 extern const CounterDesign FrmMonete;   ///< coins
 
-class VendCounters : public Page {
+class VendCounters : public TablePage {
   public:
     explicit VendCounters(const CounterDesign& design);
 
@@ -70,16 +70,12 @@ class VendCounters : public Page {
     Timer Timer1{15000};  ///< milliseconds; has the counters read again
 
     Layout Arrange() override;
-    void Form_Load() override;
-    void Form_Activate() override;
-    void Form_Unload() override;
     void SLabel_Change(int n, ParamValue value) override;
 
   private:
-    void PageSubscribe();
-    void PageRelease();
-    void PageCaptions();
-    void Timer1_Timer();
+    void PageSubscribe() override;
+    void PageRelease() override;
+    void PageCaptions() override;
     Frame* frameOf(CounterBlock::Kind kind);
     Label& value(const CounterBlock& block, int row) { return (this->*block.values)[block.firstLabel + row]; }
     Label& caption(const CounterBlock& block, int row) { return (this->*block.captions)[block.firstLabel + row]; }
