@@ -26,7 +26,7 @@ struct ConMac : ::testing::Test {
     FrmConMac& open() { return world.open<FrmConMac>("FrmConMac"); }
     static void arrives(FrmConMac& page, int bank, int n, ParamValue value) {
         CurrentBank = bank;
-        page.SLabel_Change(n, value);
+        page.notify(n, value);
     }
 };
 

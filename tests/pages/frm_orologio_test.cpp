@@ -74,11 +74,11 @@ TEST_F(Clock, RunsOnThePageFillsTheSettingBarsOnceAndPassesOverATimeThatNoClockS
         {23, 59, 23 * 60 + 59}, {24, 5, 23 * 60 + 59}, {0, 60, 5}, {0, 6, 6}};
     for (const auto& [hours, minutes, shown] : times) {
         CurrentBank = 0;
-        page.SLabel_Change(245, hours);
-        page.SLabel_Change(244, minutes);
+        page.notify(245, hours);
+        page.notify(244, minutes);
         EXPECT_EQ(page.iSevenSegmentClockX1.Minutes, shown) << hours << ":" << minutes;
     }
-    page.SLabel_Change(246, 15);
+    page.notify(246, 15);
     EXPECT_EQ(page.Label6.Caption.get(), "15/05/2024");
     EXPECT_EQ(page.HScroll2[0].Value, 9) << "a running clock does not move what the user sets";
     EXPECT_EQ(page.HScroll2[1].Value, 15);
@@ -109,7 +109,7 @@ TEST_F(Clock, DatesAreShownWithFourDigitsOfTheYearAndTheirFallbacks) {
 TEST_F(Clock, TheDateWaitsUntilAllThreeOfItsPartsAreFreshAndTold) {
     const auto arrive = [](FrmOrologio& page, int n, ParamValue value) {
         CurrentBank = 0;
-        page.SLabel_Change(n, value);
+        page.notify(n, value);
     };
     FrmOrologio& page = openOn(14, 5, 24);
     page.Label6.Caption = "";

@@ -21,13 +21,11 @@ int clamped(const ScrollBar& bar, ParamValue value) {
 }  // namespace
 
 void FrmDosi::SLabel_Change(int n, ParamValue value) {
-    Updating = true;
     dropsMoves_ = false;
     if (IsCurrent(Board::Master)) statusArrived(n, value);
     // A brewer's code ends the notification at once: nothing that the user moves is written before the next value.
     dropsMoves_ = IsCurrent(Board::HotDrink) && !recipeArrived(n, value);
-    if (dropsMoves_) return;
-    Updating = false;
+    if (dropsMoves_) return keepUpdating();
     if (ArrivalCount < ArrivalLimit) return;
     endLoading();
     UnlockPage();

@@ -163,10 +163,8 @@ void FrmInter::settingArrived(int n, ParamValue value) {
 }
 
 void FrmInter::SLabel_Change(int n, ParamValue value) {
-    Updating = true;
     if (Arrived(n, master::HotDrinkPresence)) statusArrived(value);
     settingArrived(n, value);
-    Updating = false;
     if (Arrivals.completes()) UnlockRows();
 }
 

@@ -185,10 +185,8 @@ void FrmPresel::settingArrived(int n, ParamValue value) {
 }
 
 void FrmPresel::SLabel_Change(int n, ParamValue value) {
-    Updating = true;
     if (Arrived(n, master::HotDrinkPresence)) statusArrived(value);
     settingArrived(n, value);
-    Updating = false;
     if (Arrivals.completes()) UnlockPreselections();
 }
 

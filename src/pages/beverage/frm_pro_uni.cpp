@@ -244,10 +244,8 @@ void FrmProUni::settingArrived(int n, ParamValue value) {
 }
 
 void FrmProUni::SLabel_Change(int n, ParamValue value) {
-    Updating = true;
     if (Arrived(n, master::HotDrinkPresence)) statusArrived(value);
     settingArrived(n, value);
-    Updating = false;
     if (Arrivals.completes()) UnlockProducts();
 }
 

@@ -103,12 +103,10 @@ void FrmTempi::setGroup(Frame& frame, bool live) {
 }
 
 void FrmTempi::SLabel_Change(int n, ParamValue value) {
-    Updating = true;
     if (Arrived(n, master::HotDrinkPresence)) setGroup(Frame1, SaysPresent(value));
     if (Arrived(n, master::SectorPresence)) setGroup(Frame2, SaysPresent(value));
     for (int i = 0; i < Bars; ++i)
         if (Arrived(n, BarRows[static_cast<std::size_t>(i)].setting)) SetBarTenths(Label1[i], HScroll1[i], value);
-    Updating = false;
 }
 
 }  // namespace kestrel

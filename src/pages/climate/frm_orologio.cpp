@@ -255,7 +255,6 @@ void FrmOrologio::takeClock(int n, ParamValue value) {
 
 void FrmOrologio::SLabel_Change(int n, ParamValue value) {
     if (!IsCurrent(Board::Master)) return;
-    Updating = true;
     for (int i = 0; i < BandBars; ++i)
         if (Arrived(n, bandSetting(i))) SetBar(Label1[i], HScroll1[i], value);
     if (Arrived(n, master::MachineState)) {
@@ -266,7 +265,6 @@ void FrmOrologio::SLabel_Change(int n, ParamValue value) {
         if (n >= TimeRows.front().setting.number && n <= DateRows.back().setting.number) showSetting(n, value);
         takeClock(n, value);
     }
-    Updating = false;
 }
 
 }  // namespace kestrel

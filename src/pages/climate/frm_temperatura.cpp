@@ -177,7 +177,6 @@ void FrmTemperatura::showSetting(int index, ParamValue value) {
 }
 
 void FrmTemperatura::SLabel_Change(int n, ParamValue value) {
-    Updating = true;
     if (Arrived(n, master::SectorPresence) && value != Param2) {
         Param2 = value;
         enableTank(SaysPresent(value));
@@ -190,7 +189,6 @@ void FrmTemperatura::SLabel_Change(int n, ParamValue value) {
     if (Arrived(n, Boiler.setting)) SetBar(Label1, HScroll1, value);
     for (int i = 0; i < Settings; ++i)
         if (Arrived(n, rowOf(i).setting)) showSetting(i, value);
-    Updating = false;
 }
 
 }  // namespace kestrel

@@ -88,11 +88,9 @@ void FrmInOut::PageSubscribe() { WatchAll(Subscriptions); }
 void FrmInOut::PageRelease() { ReleaseAll(Releases); }
 
 void FrmInOut::SLabel_Change(int n, ParamValue value) {
-    Updating = true;
     if (IsCurrent(Board::Master)) masterChanged(n, value);
     if (IsCurrent(Board::HotDrink)) hotDrinkChanged(n, value);
     if (IsCurrent(Board::Sector)) sectorChanged(n, value);
-    Updating = false;
 }
 
 void FrmInOut::masterChanged(int n, ParamValue value) {

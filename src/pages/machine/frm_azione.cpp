@@ -63,11 +63,9 @@ void FrmAzione::HScroll1_Change(int Index) {
 }
 
 void FrmAzione::SLabel_Change(int n, ParamValue value) {
-    Updating = true;
     for (int row = 0; row < Counts; ++row)
         if (Arrived(n, CountSettings[static_cast<std::size_t>(row)]))
             Label10[row].Caption = std::to_string(SetOffsetBar(HScroll1[row], value));
-    Updating = false;
 }
 
 }  // namespace kestrel

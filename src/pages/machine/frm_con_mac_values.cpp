@@ -36,14 +36,12 @@ int& FrmConMac::countOf(int slider) {
 }
 
 void FrmConMac::SLabel_Change(int n, ParamValue value) {
-    Updating = true;
     if (Arrived(n, master::HotDrinkPresence)) takePresence(value);
     if (IsCurrent(Board::HotDrink) && takeHotDrinkValue(n, value)) ++ArrivalCount;
     if (FirstLoad && ArrivalCount >= FullSet) {
         EnableControls();
         FirstLoad = false;
     }
-    Updating = false;
 }
 
 void FrmConMac::takePresence(ParamValue value) {

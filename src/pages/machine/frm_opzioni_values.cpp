@@ -19,9 +19,7 @@ constexpr int MoreThan = 20;  ///< arrivals, for the first full set
 }  // namespace
 
 void FrmOpzioni::SLabel_Change(int n, ParamValue value) {
-    Updating = true;
     const bool taken = takeOptionByte(n, value) || takeScalar(n, value) || takeSingle(n, value);
-    Updating = false;
     if (!FirstLoad) return;
     if (taken) ++ArrivalCount;
     if (ArrivalCount > MoreThan) endFirstLoad();

@@ -66,10 +66,8 @@ void FrmPassword::Text1_KeyPress(int Index, int KeyAscii) {
 void FrmPassword::Text1_LostFocus(int Index) { Text1_KeyPress(Index, TextBox::EnterKey); }
 
 void FrmPassword::SLabel_Change(int n, ParamValue value) {
-    Updating = true;
     for (int i = 0; i < Codes; ++i)
         if (Arrived(n, CodeRows[static_cast<std::size_t>(i)].field.setting)) Text1[i].Text = std::to_string(value);
-    Updating = false;
 }
 
 }  // namespace kestrel

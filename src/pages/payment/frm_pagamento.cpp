@@ -192,9 +192,7 @@ void FrmPagamento::EnableExecutiveFrame() {
 }
 
 void FrmPagamento::SLabel_Change(int n, ParamValue value) {
-    Updating = true;
     if (IsCurrent(Board::Master)) show(n, value);
-    Updating = false;
 }
 
 void FrmPagamento::show(int n, ParamValue value) {

@@ -90,9 +90,7 @@ void FrmPrezzi::Switch1_Change() {
 }
 
 void FrmPrezzi::SLabel_Change(int n, ParamValue value) {
-    Updating = true;
     if (IsCurrent(Board::Master)) show(n, value);
-    Updating = false;
     if (AllAreFresh(master::Price)) EnablePriceBars();
 }
 

@@ -79,9 +79,7 @@ void FrmSconti::HScroll1_Change(int Index) {
 }
 
 void FrmSconti::SLabel_Change(int n, ParamValue value) {
-    Updating = true;
     if (IsCurrent(Board::Master)) show(n, value);
-    Updating = false;
     if (AllAreFresh(master::Discount) && ParamIsFresh(master::MoneyDecimals)) EnableDiscountBars();
 }
 

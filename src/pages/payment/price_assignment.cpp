@@ -136,9 +136,7 @@ void PriceAssignment::HScroll1_Change(int Index) {
 }
 
 void PriceAssignment::SLabel_Change(int n, ParamValue value) {
-    Updating = true;
     show(n, value);
-    Updating = false;
     openWhenFresh();
 }
 
