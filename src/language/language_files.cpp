@@ -21,8 +21,8 @@ constexpr const char* LanguageEnding = ".lng";
 
 std::string& slot(int line) {
     if (line < 0 || line > LanguageLines)
-        throw RunTimeError(error_number::SubscriptOutOfRange,
-                           "Language line " + std::to_string(line) + " is out of 0.." + std::to_string(LanguageLines));
+        throw ProgrammingError("Language line " + std::to_string(line) + " is out of 0.." +
+                               std::to_string(LanguageLines));
     return stateOf<LanguageState>().lines[static_cast<std::size_t>(line)];
 }
 

@@ -11,7 +11,7 @@ namespace kestrel {
 inline constexpr int LanguageLines = 800;
 
 /// Line 1 to 800 of the active language file, as UTF-8; entry 0 is never used and is empty.
-/// A line out of 0..800 is a run-time error.
+/// A line out of 0..800 is a programming error.
 const std::string& LanguageTable(int line);
 
 /// What a line begins with that marks a section; nothing more of it is ever compared.

@@ -22,7 +22,7 @@ void append(Bytes& frame, const Bytes& data) { frame.insert(frame.end(), data.be
 }  // namespace
 
 std::uint8_t BoardAddress(int bank) {
-    if (bank < 0 || bank >= Banks) throw RunTimeError(error_number::SubscriptOutOfRange, "Subscript out of range");
+    if (bank < 0 || bank >= Banks) throw ProgrammingError("There is no board in bank " + std::to_string(bank));
     return Addresses[static_cast<std::size_t>(bank)];
 }
 

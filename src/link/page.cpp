@@ -1,6 +1,8 @@
 // The base of every page.
 #include "link/page.h"
 
+#include <cstdio>
+
 #include "link/observer.h"
 
 namespace kestrel {

@@ -24,13 +24,16 @@ class Page : public Window {
 
     /// Values that this page has been told of since it was loaded.
     long arrivals() const { return arrivals_; }
-    /// The notification of this one page: an error ends it silently, and the next page still gets its own.
+    /// The notification of this one page: a run-time error ends it and leaves a line on standard error, and the next
+    /// page still gets its own.
     void notify(int n, ParamValue value);
 
   protected:
     /// Set while a value from the board is being shown: the change events of the page's own controls then write
-    /// nothing.
+    /// nothing. So it is in all of SLabel_Change.
     bool Updating = false;
+    /// For SLabel_Change: Updating stays set until the next value has been shown.
+    void keepUpdating() { keepsUpdating_ = true; }
 
     /// In force while the page moves its own controls outside of a notification.
     class ByThePage {
@@ -51,6 +54,7 @@ class Page : public Window {
     void keepUpdating() { keepsUpdating_ = true; }
 
   private:
+    bool keepsUpdating_ = false;
     long arrivals_ = 0;
     bool keepsUpdating_ = false;
 };

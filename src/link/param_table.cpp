@@ -33,8 +33,8 @@ namespace {
 ParamState& state() { return stateOf<ParamState>(); }
 
 [[noreturn]] void outOfRange(const char* what, int number, int highest) {
-    throw RunTimeError(error_number::SubscriptOutOfRange,
-                       std::string(what) + " " + std::to_string(number) + " is out of 0.." + std::to_string(highest));
+    throw ProgrammingError(std::string(what) + " " + std::to_string(number) + " is out of 0.." +
+                           std::to_string(highest));
 }
 
 std::size_t checkedBank(int bank) {

@@ -39,7 +39,7 @@ inline constexpr std::uint8_t WriteDue = 128;  ///< the next frame for this reco
 /// A new mirror begins with 0.
 extern int CurrentBank;
 
-/// A record of the mirror. An index out of 0..33000 or a bank out of 0..2 is a run-time error, here and below.
+/// A record of the mirror. An index out of 0..33000 or a bank out of 0..2 is a programming error, here and below.
 ParamRecord& ParamTable(int bank, int index);
 std::uint8_t& ParamFlags(int bank, int index);
 

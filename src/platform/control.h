@@ -143,7 +143,7 @@ class ControlArray {
   public:
     using IndexedHandler = std::function<void(int)>;
 
-    /// An index outside the array is a run-time error.
+    /// An index outside the array is a programming error.
     T& operator[](int index) { return items_[checked(index)]; }
     const T& operator[](int index) const { return items_[checked(index)]; }
     static constexpr int size() { return static_cast<int>(N); }
@@ -166,7 +166,7 @@ class ControlArray {
     }
     static std::size_t checked(int index) {
         if (index < 0 || index >= size())
-            throw RunTimeError(error_number::SubscriptOutOfRange, "Subscript out of range");
+            throw ProgrammingError("Control " + std::to_string(index) + " of " + std::to_string(N) + " was used");
         return static_cast<std::size_t>(index);
     }
     std::array<T, N> items_;

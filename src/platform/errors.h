@@ -7,7 +7,8 @@
 
 namespace kestrel {
 
-/// A mistake of the program itself (parameter number 0, a record in an impossible state). Ends the run.
+/// A mistake of the program itself (parameter number 0, an index that no table or page has, a
+/// record in an impossible state). Ends the run.
 class ProgrammingError : public std::logic_error {
   public:
     using std::logic_error::logic_error;

@@ -10,7 +10,8 @@ StatusPanel& StatusBar::addPanel() {
 }
 
 StatusPanel& StatusBar::Panels(int number) {
-    if (number < 1 || number > count()) throw RunTimeError(error_number::SubscriptOutOfRange, "Index out of bounds");
+    if (number < 1 || number > count())
+        throw ProgrammingError("Panel " + std::to_string(number) + " of the status bar was used");
     return *panels_[static_cast<std::size_t>(number - 1)];
 }
 

@@ -30,7 +30,7 @@ class StatusBar : public Control {
 
     int height = 0;  ///< twips
     StatusPanel& addPanel();
-    /// Panel by its number, from 1. A number without a panel is a run-time error.
+    /// Panel by its number, from 1. A number without a panel is a programming error.
     StatusPanel& Panels(int number);
     int count() const { return static_cast<int>(panels_.size()); }
 

@@ -28,6 +28,7 @@ Session::~Session() {
 }
 
 void Session::start() {
+    program.emplace();
     platform = std::make_unique<qt::QtPlatform>(
         qt::QtPlatform::Setup{.directory = installation.program(), .devices = {{1, board.device()}, {2, second}}});
     setPlatform(platform.get());
@@ -38,8 +39,10 @@ void Session::start() {
 void Session::stop() {
     ClosePages();
     FrmSer_Unload();
-    platform.reset();  // the window lets go of its model before that goes
+    Link().Comm1.reset();  // a port belongs to its platform
+    platform.reset();      // the window lets go of its model before that goes
     setPlatform(nullptr);
+    program.reset();
 }
 
 std::string Session::notice() { return MDIForm1().StatusBar1.Panels(1).Text; }

@@ -7,12 +7,14 @@
 #include <QTest>
 #include <functional>
 #include <memory>
+#include <optional>
 
 #include "board_process.h"
 #include "installation.h"
 #include "pages/beverage/frm_tempi.h"
 #include "platform/menu.h"
 #include "qt/io/qt_platform.h"
+#include "shell/session.h"
 
 namespace kestrel::testing {
 
@@ -56,6 +58,7 @@ class Session : public ::testing::Test {
     BoardProcess board;
     /// Port 2: nothing is there unless a test puts something at its path.
     const std::filesystem::path second = installation.program() / SecondLine;
+    std::optional<kestrel::Session> program;
     std::unique_ptr<qt::QtPlatform> platform;
 };
 

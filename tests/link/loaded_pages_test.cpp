@@ -6,6 +6,8 @@
 
 #include <functional>
 
+#include "language/language_files.h"
+#include "link/frames.h"
 #include "link/value_helpers.h"
 #include "link_bench.h"
 #include "platform/errors.h"
@@ -24,6 +26,9 @@ class Listener : public Page {
                        std::to_string(value));
         if (act) act();
     }
+
+    bool isUpdating() const { return Updating; }
+    void keep() { keepUpdating(); }
 
   private:
     Strings& log_;
@@ -56,6 +61,7 @@ TEST_F(FanOutTest, EveryAcceptedReplyReachesEveryPageInOrderAndSameValuesCountAg
 }
 
 TEST_F(FanOutTest, AnErrorInOnePageLeavesTheOthersAndTheLinkAndNothingIsToldOfBadRepliesAndSilence) {
+    ::testing::internal::CaptureStderr();
     open("A").act = [] { throw RunTimeError(error_number::Overflow, "Overflow"); };
     open("B");
     bench.start();
@@ -64,6 +70,45 @@ TEST_F(FanOutTest, AnErrorInOnePageLeavesTheOthersAndTheLinkAndNothingIsToldOfBa
     for (const int number : {1, 2, 3}) Watch(0, number);
     bench.run(3000);
     EXPECT_EQ(log, (Strings{"A 0.1=0", "B 0.1=0", "A 0.3=0", "B 0.3=0"}));
+    EXPECT_EQ(::testing::internal::GetCapturedStderr(),
+              "kestrel: A, parameter 0.1 = 0: Overflow\nkestrel: A, parameter 0.3 = 0: Overflow\n");
+}
+
+TEST_F(FanOutTest, AMistakeOfTheProgramsOwnInOnePageEndsTheRun) {
+    ControlArray<Label, 2> labels;
+    const std::function<void()> mistakes[] = {
+        [&] { labels[2].Caption = "beyond"; }, [&] { labels[-1].Caption = "before"; },   [] { ParamWrite(0, 1); },
+        [] { ParamRead(ParamRecords, 0); },    [] { LanguageTable(LanguageLines + 1); }, [] { BoardAddress(3); }};
+    Listener& page = open("A");
+    bench.start();
+    for (const auto& mistake : mistakes) {
+        page.act = mistake;
+        EXPECT_THROW(page.notify(1, 0), ProgrammingError);
+    }
+}
+
+TEST_F(FanOutTest, WhatAPageShowsIsTakenForNoChangeOfTheUserWhateverEndsItUnlessThePageKeepsItSo) {
+    Listener& page = open("A");
+    bench.start();
+    const std::pair<std::function<void()>, bool> rows[] = {
+        {[] {}, false},
+        {[] { throw RunTimeError(error_number::Overflow, "Overflow"); }, false},
+        {[] { throw ProgrammingError("of our own"); }, false},
+        {[&] { page.keep(); }, true},
+        {[] {}, false}};
+    for (const auto& [act, keeps] : rows) {
+        bool shows = false;
+        page.act = [&, run = act] {
+            shows = page.isUpdating();
+            run();
+        };
+        try {
+            page.notify(1, 0);
+        } catch (const ProgrammingError&) {  // the run would end here
+        }
+        EXPECT_TRUE(shows);
+        EXPECT_EQ(page.isUpdating(), keeps);
+    }
 }
 
 TEST_F(FanOutTest, APageThatMovesTheBankMovesItForThePagesAfterIt) {

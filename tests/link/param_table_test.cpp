@@ -100,15 +100,15 @@ TEST_F(ParamTableTest, NothingOutsideTheTableIsTouched) {
     };
     for (const auto [bank, index] : {Place{0, -1}, Place{0, 33001}, Place{-1, 1}, Place{3, 1}}) {
         CurrentBank = bank;
-        EXPECT_THROW(ParamWatch(index), RunTimeError) << bank << " " << index;
-        EXPECT_THROW(ParamRelease(index), RunTimeError) << bank << " " << index;
-        EXPECT_THROW(ParamWrite(index, 1), RunTimeError) << bank << " " << index;
-        EXPECT_THROW(ParamWithdraw(index), RunTimeError) << bank << " " << index;
-        EXPECT_THROW(ParamRead(index, bank), RunTimeError) << bank << " " << index;
-        EXPECT_THROW(ParamIsFresh(index, bank), RunTimeError) << bank << " " << index;
+        EXPECT_THROW(ParamWatch(index), ProgrammingError) << bank << " " << index;
+        EXPECT_THROW(ParamRelease(index), ProgrammingError) << bank << " " << index;
+        EXPECT_THROW(ParamWrite(index, 1), ProgrammingError) << bank << " " << index;
+        EXPECT_THROW(ParamWithdraw(index), ProgrammingError) << bank << " " << index;
+        EXPECT_THROW(ParamRead(index, bank), ProgrammingError) << bank << " " << index;
+        EXPECT_THROW(ParamIsFresh(index, bank), ProgrammingError) << bank << " " << index;
         EXPECT_THROW(IdentTable(bank, index), RunTimeError) << bank << " " << index;
     }
-    for (const int bank : {-1, 3}) EXPECT_THROW(BoardAddress(bank), RunTimeError);
+    for (const int bank : {-1, 3}) EXPECT_THROW(BoardAddress(bank), ProgrammingError);
     EXPECT_THROW(IdentTable(0, 21), RunTimeError);
     CurrentBank = 2;
     ParamTable(2, 33000).Command = 3;

@@ -33,7 +33,7 @@ struct OptionsPage : ::testing::Test {
     }
     static void arrives(FrmOpzioni& page, int bank, int n, ParamValue value) {
         CurrentBank = bank;
-        page.SLabel_Change(n, value);
+        page.notify(n, value);
     }
 };
 

@@ -47,7 +47,7 @@ TEST_F(Passwords, WhatIsTypedIsTestedCutLimitedAndSentTwice) {
 
 TEST_F(Passwords, AreShownFromTheMasterAlone) {
     CurrentBank = 1;
-    page.SLabel_Change(362, 9);
+    page.notify(362, 9);
     const char* const codes[] = {"20362", "20364", "363"};
     for (int i = 0; i < FrmPassword::Codes; ++i) EXPECT_EQ(page.Text1[i].Text.get(), codes[i]);
 }

@@ -67,7 +67,7 @@ TEST(FrmProUni, AMovedChannelLocksEverythingUntilTheBoardHasAnswered) {
         unique.page.iSwSliderX2.UserMove(4);
         EXPECT_EQ(openParts(unique.page), "---");
         CurrentBank = 0;
-        unique.page.SLabel_Change(1, unique.world.board(0, 1));
+        unique.page.notify(1, unique.world.board(0, 1));
         EXPECT_EQ(openParts(unique.page), "---") << "the status is polled; the same again opens nothing";
         EXPECT_FALSE(unique.page.swslResto.Enabled);
     };

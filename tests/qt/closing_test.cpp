@@ -16,6 +16,7 @@
 #include "qt/window/child_window.h"
 #include "qt/window/main_window_view.h"
 #include "shell/main_window.h"
+#include "shell/session.h"
 
 namespace kestrel::qt {
 namespace {
@@ -98,6 +99,7 @@ class Closing : public ::testing::Test {
         QTest::keyClick(menu, Qt::Key_Return);
     }
 
+    Session session;
     QtPlatform platform{{.directory = "/tmp", .devices = {}}};
     std::optional<PageOfInputs> page;
     std::string heard;  ///< the page's values when it had been closed

@@ -16,6 +16,7 @@
 #include "qt/window/child_window.h"
 #include "qt/window/main_window_view.h"
 #include "shell/main_window.h"
+#include "shell/session.h"
 
 namespace kestrel::qt {
 namespace {
@@ -72,6 +73,7 @@ class FrameWindow : public ::testing::Test {
         throw std::runtime_error("no such entry");
     }
 
+    Session session;
     QtPlatform platform{{.directory = "/tmp", .devices = {{4, ""}}}};
     std::map<std::string, std::unique_ptr<SmallPage>> pages;
 };

@@ -39,7 +39,6 @@ class ScreenPlatform : public kestrel::testing::VirtualPlatform {
 class ScreenTest : public ::testing::Test {
   protected:
     ScreenTest() {
-        ResetProgram();
         setPictureFolder(QStringLiteral(KESTREL_PICTURES));
         applyLook(*qApp, Theme::Light);
         platform.install(kestrel::testing::InstallationDirectory());
@@ -55,7 +54,6 @@ class ScreenTest : public ::testing::Test {
         ClosePages();
         settle();
         platform.view.reset();
-        ResetProgram();
     }
 
     /// One turn of the event loop: everything must be in its place before it is painted for the first time.
@@ -96,6 +94,7 @@ class ScreenTest : public ::testing::Test {
 
     ScreenPlatform platform;
     kestrel::testing::MachineLine line{kestrel::testing::World::still()};
+    Session session;
 };
 
 }  // namespace kestrel::qt::testing

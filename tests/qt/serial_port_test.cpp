@@ -28,6 +28,7 @@
 #include "platform/errors.h"
 #include "qt/io/port_devices.h"
 #include "qt/io/qt_platform.h"
+#include "shell/session.h"
 #include "support/processor_time.h"
 
 namespace kestrel {
@@ -112,6 +113,7 @@ class SerialPort : public ::testing::Test {
     PseudoTerminal line;
     QTemporaryDir directory;
     const std::string link = directory.filePath(QStringLiteral("port")).toStdString();
+    Session session;
     QtPlatform platform{{.directory = "/tmp", .devices = {{1, line.device()}, {3, link}}}};
     std::unique_ptr<SerialControl> port;
     int events = 0;

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "qt/io/qt_platform.h"
+#include "shell/session.h"
 
 namespace kestrel {
 namespace {
@@ -31,6 +32,7 @@ class RealTimer : public ::testing::Test {
         while (!done() && !guard.hasExpired(2000)) platform.PumpEvents();
     }
 
+    Session session;
     qt::QtPlatform platform{{.directory = "/tmp", .devices = {}}};
 };
 

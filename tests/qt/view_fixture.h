@@ -15,6 +15,7 @@
 #include "qt/style/style.h"
 #include "qt/views/view.h"
 #include "qt/window/page_view.h"
+#include "shell/session.h"
 
 namespace kestrel::qt::testing {
 
@@ -87,6 +88,7 @@ class ViewTest : public ::testing::Test {
     static void leave(QWidget& widget) { widget.clearFocus(); }
 
   private:
+    Session session_;
     QtPlatform platform_{{.directory = QApplication::applicationDirPath().toStdString(), .devices = {}}};
     std::vector<std::unique_ptr<TestPage>> models_;
     std::vector<std::unique_ptr<QWidget>> pages_;

@@ -85,7 +85,7 @@ TEST_F(Languages, EightHundredLinesFitAndOneMoreIsARunTimeError) {
     platform.put("a.lng", lines + "one more\n");
     EXPECT_THROW(LoadLanguage("a.lng"), RunTimeError);
     EXPECT_FALSE(CheckLanguageFile("b.lng", "a.lng")) << "the next start would end with it";
-    EXPECT_THROW(LanguageTable(801), RunTimeError);
+    EXPECT_THROW(LanguageTable(801), ProgrammingError);
 }
 
 TEST_F(Languages, AFileIsCheckedByItsMarksAlone) {

@@ -39,10 +39,8 @@ class FrmSmall : public Page {
     void Form_Load() override { WatchAll(Subscriptions); }
     void Form_Unload() override { ReleaseAll(Subscriptions); }
     void SLabel_Change(int n, ParamValue value) override {
-        Updating = true;
         if (CurrentBank == 0 && n == Setting) SetBar(setting, bar, value);
         if (CurrentBank == 0 && n == Polled) polled.Caption = std::to_string(value);
-        Updating = false;
     }
 
   private:

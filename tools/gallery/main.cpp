@@ -8,10 +8,12 @@
 #include "qt/io/display.h"
 #include "qt/window/program.h"
 #include "shell/options.h"
+#include "shell/session.h"
 #include "shell/windows.h"
 
 int main(int argc, char** argv) {
     using namespace kestrel;
+    const Session session;
     RegisterPages({{"FrmControls", [] { return std::make_unique<FrmControls>(); }}});
     Options options;
     try {
