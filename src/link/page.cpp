@@ -17,8 +17,9 @@ void Page::notify(int n, ParamValue value) {
         SLabel_Change(n, value);
         Updating = keepsUpdating_;
         if (!Updating) valueShown();
-    } catch (const RunTimeError&) {
-        Updating = false;  // an error in one page's notification leaves that notification alone
+    } catch (const RunTimeError& error) {
+        Updating = false;
+        std::fprintf(stderr, "kestrel: %s, told of parameter %d: %s\n", name().c_str(), n, error.what());
     }
     tell(&LinkObserver::pageTold, *this);
 }

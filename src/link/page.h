@@ -32,8 +32,6 @@ class Page : public Window {
     /// Set while a value from the board is being shown: the change events of the page's own controls then write
     /// nothing. So it is in all of SLabel_Change.
     bool Updating = false;
-    /// For SLabel_Change: Updating stays set until the next value has been shown.
-    void keepUpdating() { keepsUpdating_ = true; }
 
     /// In force while the page moves its own controls outside of a notification.
     class ByThePage {
@@ -54,7 +52,6 @@ class Page : public Window {
     void keepUpdating() { keepsUpdating_ = true; }
 
   private:
-    bool keepsUpdating_ = false;
     long arrivals_ = 0;
     bool keepsUpdating_ = false;
 };
