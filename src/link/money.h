@@ -6,9 +6,7 @@
 
 namespace kestrel {
 
-/// Bank 0's parameter whose low two bits are the decimals of all money.
-inline constexpr int DecimalsParameter = 3;
-
+/// The low two bits of the master's parameter for them.
 constexpr int DecimalsOf(ParamValue parameter) { return static_cast<int>(parameter & 3); }
 
 }  // namespace kestrel

@@ -11,6 +11,7 @@ void Page::notify(int n, ParamValue value) {
     tell(&LinkObserver::tellingPage, *this, n, value);
     ++arrivals_;
     const Speaking board(nullptr, true);
+    const int bank = CurrentBank;
     keepsUpdating_ = false;
     Updating = true;
     try {
@@ -19,7 +20,9 @@ void Page::notify(int n, ParamValue value) {
         if (!Updating) valueShown();
     } catch (const RunTimeError& error) {
         Updating = false;
-        std::fprintf(stderr, "kestrel: %s, told of parameter %d: %s\n", name().c_str(), n, error.what());
+        // It ends this notification alone. A mistake of the program's own is another type, and ends the run.
+        std::fprintf(stderr, "kestrel: %s, parameter %d.%d = %lld: %s\n", name().c_str(), bank, n,
+                     static_cast<long long>(value), error.what());
     }
     tell(&LinkObserver::pageTold, *this);
 }

@@ -25,9 +25,4 @@ void ReleaseAll(std::span<const ParamRun> runs) {
     for (const ParamRun& run : runs) Release(run);
 }
 
-// TEMP
-void WriteTwice(int bank, int parameter, int shadow, unsigned value) {
-    WriteTwice(Setting{static_cast<Board>(bank), parameter, shadow}, value);
-}
-
 }  // namespace kestrel

@@ -19,17 +19,11 @@ struct ParamRun {
         : board(from.board), first(from.number), last(to.number) {
         if (from.board != to.board || last < first) throw std::logic_error("a run that is none");
     }
-    // TEMP
-    constexpr ParamRun(int bank, int only) : board(static_cast<Board>(bank)), first(only), last(only) {}
-    constexpr ParamRun(int bank, int from, int to) : board(static_cast<Board>(bank)), first(from), last(to) {}
 };
 
 void Watch(const ParamRun& run);
 void Release(const ParamRun& run);
 void WatchAll(std::span<const ParamRun> runs);
 void ReleaseAll(std::span<const ParamRun> runs);
-
-// TEMP
-void WriteTwice(int bank, int parameter, int shadow, unsigned value);
 
 }  // namespace kestrel

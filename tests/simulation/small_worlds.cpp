@@ -11,9 +11,9 @@ namespace kestrel::testing {
 
 namespace {
 
-constexpr int Setting = 16;  ///< of the master: two bytes, read once a subscription
-constexpr int Polled = 7;    ///< one byte, read on every second pass
-constexpr int Absent = 2;    ///< of the hot-drink board, which these worlds have not
+constexpr Setting Edited = {Board::Master, 16};   ///< two bytes, read once a subscription
+constexpr Setting Polled = {Board::Master, 7};    ///< one byte, read on every second pass
+constexpr Setting Absent = {Board::HotDrink, 2};  ///< of a board that these worlds have not
 constexpr const char* Name = "FrmSmall";
 
 class FrmSmall : public Page {
@@ -23,13 +23,9 @@ class FrmSmall : public Page {
         for (Label* label : {&setting, &polled}) label->showsValue("65535");
         bar.OnChange([this] {
             if (Updating) return;
-            CurrentBank = 0;
-            ParamWrite(Setting, static_cast<unsigned>(bar.Value.get()));
+            ParamWrite(Edited, static_cast<unsigned>(bar.Value.get()));
         });
-        key.OnClick([] {
-            CurrentBank = 1;
-            ParamWrite(Absent, 60);
-        });
+        key.OnClick([] { ParamWrite(Absent, 60); });
     }
     ScrollBar bar;
     CommandButton key;  ///< orders something of a board that is not there
@@ -39,12 +35,12 @@ class FrmSmall : public Page {
     void Form_Load() override { WatchAll(Subscriptions); }
     void Form_Unload() override { ReleaseAll(Subscriptions); }
     void SLabel_Change(int n, ParamValue value) override {
-        if (CurrentBank == 0 && n == Setting) SetBar(setting, bar, value);
-        if (CurrentBank == 0 && n == Polled) polled.Caption = std::to_string(value);
+        if (Arrived(n, Edited)) SetBar(setting, bar, value);
+        if (Arrived(n, Polled)) polled.Caption = std::to_string(value);
     }
 
   private:
-    static constexpr std::array<ParamRun, 2> Subscriptions = {{{0, Setting}, {0, Polled}}};
+    static constexpr std::array<ParamRun, 2> Subscriptions = {Edited, Polled};
 };
 
 Plan smallWorld() {

@@ -10,8 +10,6 @@ namespace kestrel {
 class ShowMirror : private Control::Speaking {
   public:
     explicit ShowMirror(const Setting& setting) : Speaking(nullptr, ParamIsFresh(setting)) {}
-    // TEMP
-    ShowMirror(int parameter, int bank) : Speaking(nullptr, ParamIsFresh(parameter, bank)) {}
 };
 
 }  // namespace kestrel
