@@ -22,6 +22,8 @@ class BoardProcess {
     void tell(const char* command);
     /// The exchanges so far that contain all of these words, such as {"hot-drink", "write", "1143"}.
     QStringList exchanges(const QStringList& words = {}) const;
+    /// The writes among them, in the order in which they were heard: board, parameter and value.
+    QStringList writes() const;
     /// What the board holds.
     std::optional<int> value(int board, int parameter);
 

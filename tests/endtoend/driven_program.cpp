@@ -63,8 +63,6 @@ void workAndLeave() {
     when(*qApp, isPageFilled, closeWindow);
 }
 
-bool isErrorLit() { return Link().statusBar->Panels(4).Picture == 6; }
-
 /// Chooses the port in use when its board has fallen silent, and lets the box of the search that fails stand.
 void searchInVain() {
     MDIForm1().entry("smnuTempi").UserClick();

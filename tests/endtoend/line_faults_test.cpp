@@ -21,8 +21,6 @@ namespace {
 
 constexpr int BackWithin = 2000;
 
-bool isWaiting() { return !Link().LinkIdle; }
-
 /// Milliseconds for which this thread was ready to run and other programs had the processor: no fault of the program.
 qint64 heldUpByOthers() {
     qint64 ran = 0;
@@ -136,44 +134,6 @@ TEST_F(LineFaults, PassAndLeaveNothingBehind) {
     EXPECT_LE(isLongRun() ? witness.timersFiredAtRest() : 0, fired * 1.3);
 }
 
-TEST_F(LineFaults, BoardIsFoundAgainBehindOtherDevicesAndNames) {
-    if (!isLongRun()) GTEST_SKIP() << "in a long run only";
-    const auto unplug = [&] {
-        board.tell("unplug");
-        EXPECT_TRUE(eventually([] { return !notice().empty(); }));
-        std::filesystem::remove(second);
-    };
-    const auto plugUnderTheOtherName = [&] {
-        board.tell("plug");
-        // No event runs until the old name is gone again: the program does not get to see it.
-        for (int ms = 0; ms < Soon && !std::filesystem::exists(board.device()); ++ms) QThread::msleep(1);
-        std::filesystem::rename(board.device(), second);
-    };
-    unplug();
-    plugUnderTheOtherName();
-    QTest::qWait(BackWithin);
-    EXPECT_NE(notice(), "") << "the program stays with the port that was chosen";
-    choose(MDIForm1().mnuCox(2));
-    EXPECT_TRUE(QTest::qWaitFor(works, BackWithin));
-    expectAllIsWell();
-    {
-        const Wire sendingAllBack(board.device());
-        choose(MDIForm1().mnuCox(1));
-        EXPECT_TRUE(MDIForm1().mnuCox(2).Checked) << "the search goes on to the port that has a board";
-        EXPECT_FALSE(MDIForm1().mnuCox(1).Enabled);
-        expectAllIsWell();
-    }
-    unplug();
-    {
-        const Wire inItsPlace(second);
-        witness.errors = 0;
-        EXPECT_TRUE(eventually([&] { return witness.errors >= 2; })) << "the lamp tells";
-    }
-    plugUnderTheOtherName();
-    EXPECT_TRUE(QTest::qWaitFor(works, BackWithin));
-    expectAllIsWell();
-}
-
 TEST_F(LineFaults, PortThatGoesAwayInItsProbeIsPassedOverAtStartAndFromTheMenu) {
     {
         const auto fromTheMenu = Wire::thatHangsUp(second);
@@ -244,38 +204,6 @@ TEST_F(LineFaults, AddressThatNoBoardKnowsKeepsTheLineUntilItsPageCloses) {
     EXPECT_TRUE(eventually([] { return FindLoadedPage("FrmTotali")->arrivals() > 10; }));
     EXPECT_EQ(witness.boxes, 0);
 }
-
-class Latency : public LineFaults, public ::testing::WithParamInterface<const char*> {
-  protected:
-    Latency() : LineFaults({QStringLiteral("--latency"), QLatin1String(GetParam())}) {}
-};
-
-TEST_P(Latency, AndRepliesInPiecesMakeItSlowerOnly) {
-    witness.errors = 0;
-    FrmTempi& page = openTimes(2 * Soon);
-    EXPECT_TRUE(eventually([&] { return showsTheBoards(page); }));
-    for (int parameter = BrewingWater; parameter <= BrewingWaterShadow; ++parameter)
-        EXPECT_EQ(board.exchanges({QStringLiteral("hot-drink"), QString::number(parameter)}).size(), 1) << parameter;
-    EXPECT_TRUE(stepIsConfirmedIn(page));
-    EXPECT_EQ(writes(BrewingWater).size(), 1);
-    // At rest: a reply on its way would be taken for the first one of the next start.
-    close(page);
-    EXPECT_TRUE(eventually([] { return Link().LinkIdle; }));
-    const auto configuration = installation.configuration(platform->programName());
-    stop();
-    std::ofstream(configuration) << "Com=2\r\nLingua=English\r\n";
-    const Wire inPieces(second, board.device());
-    start();
-    EXPECT_TRUE(MDIForm1().mnuCox(2).Checked);
-    FrmTempi& again = openTimes(2 * Soon);
-    EXPECT_TRUE(eventually([&] { return showsTheBoards(again); }));
-    EXPECT_EQ(witness.errors, 0);
-}
-
-std::vector<const char*> latencies() { return isLongRun() ? std::vector{"1", "16", "250"} : std::vector{"16"}; }
-
-INSTANTIATE_TEST_SUITE_P(LineFaults, Latency, ::testing::ValuesIn(latencies()),
-                         [](const auto& row) { return std::string(row.param); });
 
 }  // namespace
 }  // namespace kestrel::testing

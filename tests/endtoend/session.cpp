@@ -9,9 +9,9 @@
 #include "link/recheck.h"
 #include "pages/registry.h"
 #include "platform/outside.h"
-#include "platform/qt/bar_view.h"
 #include "platform/qt/child_window.h"
 #include "platform/qt/main_window_view.h"
+#include "platform/qt/view.h"
 #include "shell/frm_ser.h"
 #include "shell/main_window.h"
 #include "shell/start_up.h"
@@ -76,17 +76,21 @@ bool Session::showsTheBoards(FrmTempi& page) {
     return true;
 }
 
-QStringList Session::writes(int parameter) const {
-    return board.exchanges({QStringLiteral("hot-drink"), QStringLiteral("write"), QString::number(parameter)});
+QWidget& Session::widgetOf(Page& page, const Control& control) {
+    for (QWidget* widget : platform->mainWindow().childOf(page).findChildren<QWidget*>())
+        if (const auto* view = dynamic_cast<qt::ViewBase*>(widget); view && view->shows(control)) return *widget;
+    throw std::runtime_error("no view shows the control");
 }
 
 QWidget& Session::firstBar(FrmTempi& page) {
-    for (QWidget* widget : platform->mainWindow().childOf(page).findChildren<QWidget*>())
-        if (dynamic_cast<qt::BarView*>(widget)) {
-            widget->setFocus();
-            return *widget;
-        }
-    throw std::runtime_error("no bar");
+    QWidget& bar = widgetOf(page, page.HScroll1[0]);
+    bar.setFocus();
+    return bar;
+}
+
+QStringList Session::writesOf(int value) {
+    return {QStringLiteral("hot-drink %1 %2").arg(BrewingWater).arg(value),
+            QStringLiteral("hot-drink %1 %2").arg(BrewingWaterShadow).arg(value)};
 }
 
 bool Session::stepIsConfirmed(FrmTempi& page, Qt::Key key, int step, int within) {
@@ -96,7 +100,8 @@ bool Session::stepIsConfirmed(FrmTempi& page, Qt::Key key, int step, int within)
     QTest::keyClick(&firstBar(page), key);
     const auto isConfirmed = [&] {
         const ScrollBar& bar = page.HScroll1[0];
-        return board.value(HotDrinkBoard, BrewingWater) == value && bar.Value == value && !bar.waiting();
+        return bar.Value == value && !bar.waiting() && board.value(HotDrinkBoard, BrewingWater) == value &&
+               board.value(HotDrinkBoard, BrewingWaterShadow) == value;
     };
     return QTest::qWaitFor(isConfirmed, within);
 }

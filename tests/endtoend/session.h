@@ -45,10 +45,12 @@ class Session : public ::testing::Test {
     FrmTempi& openTimes(int within = Soon);
     /// Whether every bar of the page and the figure beside it say what the boards hold.
     bool showsTheBoards(FrmTempi& page);
-    QStringList writes(int parameter) const;
+    QWidget& widgetOf(Page& page, const Control& control);
     /// The widget of the first bar, with the keyboard's focus.
     QWidget& firstBar(FrmTempi& page);
-    /// Presses a key on the first bar and waits until the board holds the new value and the page shows it.
+    /// What the board hears when the first bar is set.
+    static QStringList writesOf(int value);
+    /// Presses a key on the first bar and waits until the board holds the new value twice and the page shows it.
     bool stepIsConfirmed(FrmTempi& page, Qt::Key key, int step, int within = Soon);
 
     const std::filesystem::path startedIn = std::filesystem::current_path();
