@@ -6,6 +6,10 @@
 #include <QStringList>
 #include <filesystem>
 #include <optional>
+#include <ostream>
+
+/// For failures of tests.
+inline void PrintTo(const QString& text, std::ostream* out) { *out << text.toStdString(); }
 
 namespace kestrel::testing {
 

@@ -9,7 +9,6 @@
 
 #include "link/fan_out.h"
 #include "link/link_engine.h"
-#include "link/recheck.h"
 #include "moments.h"
 #include "session.h"
 #include "shell/main_window.h"
@@ -62,9 +61,6 @@ constexpr std::size_t AlwaysLived = 3;
 
 class LineFaults : public Session {
   protected:
-    using Session::Session;
-
-    static bool works() { return notice().empty() && Link().Comm1->PortOpen() && !LineIsClosed(); }
     /// A step of the first bar, made when what was changed before is settled and the board is said to be there.
     bool stepIsConfirmedIn(FrmTempi& page, int within = BackWithin) {
         QElapsedTimer clock;
@@ -79,9 +75,9 @@ class LineFaults : public Session {
         if (Page* page = FindLoadedPage("FrmTempi")) close(*page);
         return openTimes();
     }
-    void expectAllIsWell(int within = BackWithin) {
+    void expectAllIsWell() {
         FrmTempi& page = reopenTimes();
-        EXPECT_TRUE(stepIsConfirmedIn(page, within));
+        EXPECT_TRUE(stepIsConfirmedIn(page));
         EXPECT_TRUE(eventually([&] { return showsTheBoards(page); }));
         EXPECT_EQ(notice(), "");
         EXPECT_EQ(witness.boxes, 0);
@@ -113,7 +109,6 @@ TEST_F(LineFaults, PassAndLeaveNothingBehind) {
     choose(MDIForm1().entry("ssmnuTotali"));
     FrmTempi* page = &openTimes();
     const int descriptors = openDescriptors();
-    const int fired = isLongRun() ? witness.timersFiredAtRest() : 0;
     for (std::size_t i = 0; i < (isLongRun() ? std::size(Faults) : AlwaysLived); ++i) {
         const Fault& fault = Faults[i];
         SCOPED_TRACE(fault.orders);
@@ -131,7 +126,6 @@ TEST_F(LineFaults, PassAndLeaveNothingBehind) {
     }
     EXPECT_EQ(witness.boxes, 0);
     EXPECT_EQ(openDescriptors(), descriptors);
-    EXPECT_LE(isLongRun() ? witness.timersFiredAtRest() : 0, fired * 1.3);
 }
 
 TEST_F(LineFaults, PortThatGoesAwayInItsProbeIsPassedOverAtStartAndFromTheMenu) {
@@ -160,29 +154,6 @@ TEST_F(LineFaults, NoPortIsChosenWhileTheBoardsAreStillAsked) {
     start();
     EXPECT_TRUE(MDIForm1().mnuCox(1).Checked && MDIForm1().mnuCox(2).Enabled);
     expectAllIsWell();
-}
-
-TEST_F(LineFaults, OtherPortMayBeChosenInTheMiddleOfAnExchange) {
-    BoardProcess other(installation.program(), {}, SecondLine);
-    other.tell("set 1 1143 99");
-    choose(MDIForm1().entry("smnuTempi"));
-    const int descriptors = openDescriptors();
-    for (int round = 0; round < (isLongRun() ? 20 : 1); ++round) {
-        const bool toOther = round % 2 == 0;
-        BoardProcess& left = toOther ? board : other;
-        const qsizetype slow = left.exchanges({QStringLiteral("slow")}).size();
-        left.tell("fault slow=1");
-        ASSERT_TRUE(eventually([&] { return isWaiting() && left.exchanges({QStringLiteral("slow")}).size() > slow; }));
-        choose(MDIForm1().mnuCox(toOther ? 2 : 1));
-        left.tell("fault");
-        const qsizetype before = left.exchanges().size();
-        const int held = (toOther ? other : board).value(HotDrinkBoard, BrewingWater).value_or(-1);
-        FrmTempi& page = reopenTimes();
-        EXPECT_TRUE(eventually([&] { return page.HScroll1[0].Value == held; })) << round;
-        EXPECT_EQ(left.exchanges().size(), before) << "no frame goes out on the port that was left";
-        EXPECT_EQ(notice(), "");
-    }
-    EXPECT_EQ(openDescriptors(), descriptors);
 }
 
 TEST_F(LineFaults, AddressThatNoBoardKnowsKeepsTheLineUntilItsPageCloses) {

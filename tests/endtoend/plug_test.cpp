@@ -111,7 +111,6 @@ TEST_F(Plug, MayBePulledInEveryStateOfTheLink) {
     const int rounds = isLongRun() ? 200 : Kinds;
     FrmTempi* page = &openTimes();
     const int descriptors = openDescriptors();
-    const int fired = isLongRun() ? witness.timersFiredAtRest() : 0;
     int round = 0;
     for (; round < rounds && !HasFailure(); ++round) {
         const int kind = round % Kinds;
@@ -131,8 +130,6 @@ TEST_F(Plug, MayBePulledInEveryStateOfTheLink) {
         EXPECT_TRUE(stepIsConfirmed(*page, round % 2 ? Qt::Key_Left : Qt::Key_Right, round % 2 ? -1 : 1));
     }
     EXPECT_LE(openDescriptors(), descriptors);
-    EXPECT_LE(isLongRun() ? witness.timersFiredAtRest() : 0, fired * 1.3)
-        << "a timer that had been left running would add to them at every round";
     std::printf("%d rounds: back at work within %lld ms, at most %.1f %% of a processor while the line was away\n",
                 rounds, static_cast<long long>(longestReturn), mostProcessor * 100);
 }

@@ -1,5 +1,5 @@
-// A technician's session over a real line: start, a page that fills, a change that the board confirms, a pulled plug.
-// The real platform and serial port run here; the machine is a process of its own.
+// A technician's session over a real line: what is on the screen before the boards answer, pages that are closed, a
+// program that goes on without a line or is killed.
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -14,7 +14,6 @@
 
 #include "link/fan_out.h"
 #include "link/param_table.h"
-#include "moments.h"
 #include "pages/shell_pages/frm_password.h"
 #include "platform/qt/child_window.h"
 #include "platform/qt/main_window_view.h"
@@ -25,15 +24,6 @@
 
 namespace kestrel::testing {
 namespace {
-
-TEST_F(Session, FindsThreeBoardsAndFillsAPage) {
-    EXPECT_TRUE(BoardPresent(0) && BoardPresent(1) && BoardPresent(2));
-    EXPECT_GT(RecordCount(1), BrewingWater) << "the index file that the board's identity names";
-    EXPECT_EQ(platform->mainWindow().windowTitle(), QStringLiteral("Kestrel"));
-    FrmTempi& page = openTimes();
-    EXPECT_EQ(page.HScroll1[0].Value, board.value(HotDrinkBoard, BrewingWater));
-    EXPECT_TRUE(platform->mainWindow().childOf(page).isVisible());
-}
 
 /// Sees what is on the screen while the program tries a port that does not answer.
 class FirstPaint : public QObject {
@@ -61,27 +51,6 @@ TEST_F(Session, PaintsTheMenuInTheChosenLanguageAndTheLampsBeforeItWaitsForAPort
     ASSERT_EQ(ActiveLanguage(), "Deutsch");
     EXPECT_TRUE(seen.menus.contains(QStringLiteral("Zeiten/Dosen"))) << seen.menus.join(u' ').toStdString();
     EXPECT_EQ(seen.lamps.size(), 3U);
-}
-
-TEST_F(Session, WritesAChangeOnceAndShowsItOnlyWhenTheBoardHasConfirmedIt) {
-    FrmTempi& page = openTimes();
-    const std::string before = page.Label1[0].Caption;
-    const int value = page.HScroll1[0].Value;
-    board.tell("fault slow=1");
-    QWidget& bar = firstBar(page);
-    QTest::keyClick(&bar, Qt::Key_Right);
-    QTest::keyClick(&bar, Qt::Key_Right);
-    ASSERT_TRUE(eventually([&] { return page.HScroll1[0].Value == value + 2; })) << "one gesture of two steps";
-    EXPECT_TRUE(page.HScroll1[0].waiting());
-    EXPECT_EQ(page.Label1[0].Caption.get(), before) << "the figure is the board's, and the board has not answered";
-    ASSERT_TRUE(eventually(isWriting));
-    EXPECT_EQ(page.Label1[0].Caption.get(), before);
-    ASSERT_TRUE(eventually([&] { return page.Label1[0].Caption.get() != before; }));
-    EXPECT_FALSE(page.HScroll1[0].waiting());
-    ASSERT_TRUE(eventually([&] { return board.writes().size() >= 2; }));
-    EXPECT_EQ(board.writes(), writesOf(value + 2));
-    EXPECT_EQ(board.value(HotDrinkBoard, BrewingWater), value + 2);
-    EXPECT_EQ(board.value(HotDrinkBoard, BrewingWaterShadow), value + 2);
 }
 
 TEST_F(Session, ClosingAPageWithTheFocusInABoxSendsNothing) {

@@ -4,7 +4,6 @@
 
 #include <QApplication>
 #include <QMessageBox>
-#include <QTest>
 #include <QTimer>
 #include <filesystem>
 
@@ -23,7 +22,6 @@ bool Witness::eventFilter(QObject* receiver, QEvent* event) {
     constexpr int LongestBoxMs = 30'000;  // one that nobody expects must not hold up the run for good
     constexpr int ErrorPanel = 4;
     constexpr int Lit = 6;
-    if (event->type() == QEvent::Timer) ++timersFired;
     if (auto* box = qobject_cast<QMessageBox*>(receiver); box && event->type() == QEvent::Show) {
         ++boxes;
         QTimer::singleShot(LongestBoxMs, box, &QMessageBox::reject);
@@ -35,12 +33,6 @@ bool Witness::eventFilter(QObject* receiver, QEvent* event) {
     wasOn_ = isOn;
     wasLit_ = isLit;
     return false;
-}
-
-int Witness::timersFiredAtRest() {
-    timersFired = 0;
-    QTest::qWait(2200);
-    return timersFired;
 }
 
 }  // namespace kestrel::testing
