@@ -7,7 +7,6 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QTest>
-#include <QTimer>
 #include <csignal>
 #include <functional>
 #include <map>
@@ -36,7 +35,6 @@ char letterOf(const QAction& entry) {
     return text[text.indexOf(u'&') + 1].toLatin1();
 }
 
-constexpr int LongerThanATimeOut = 2500;
 /// The last one that a search tries, so that it is still open when that fails.
 constexpr int Port = 4;
 
@@ -63,13 +61,6 @@ void workAndLeave() {
     when(*qApp, isPageFilled, closeWindow);
 }
 
-/// Chooses the port in use when its board has fallen silent, and lets the box of the search that fails stand.
-void searchInVain() {
-    MDIForm1().entry("smnuTempi").UserClick();
-    when(*qApp, isErrorLit, [] { MDIForm1().mnuCox(Link().ComPort).UserClick(); });
-    when(*qApp, isBoxOpen, [] { QTimer::singleShot(LongerThanATimeOut, confirmBox); });
-}
-
 void chooseDemo() {
     for (QAbstractButton* button : QApplication::activeModalWidget()->findChildren<QAbstractButton*>())
         if (button->text().remove(u'&').toStdString() == qt::portWord(qt::PortWord::OpenDemo)) return button->click();
@@ -92,7 +83,6 @@ void runDriven(QApplication& application, const std::string& act, const std::str
         {"signal-identifying", {isIdentifying, sendSignal}},
         {"signal-in-box", {isBoxOpen, sendSignal}},
         {"work", {isRunning, workAndLeave}},
-        {"search", {isRunning, searchInVain}},
         {"demo", {isBoxOpen, chooseDemo}},
         {"trouble", {isRunning, meetTrouble}},
     };

@@ -25,7 +25,7 @@
 namespace kestrel::testing {
 namespace {
 
-constexpr int StartWithin = 8000;
+constexpr int StartWithin = 15'000;
 constexpr int EndWithin = 3000;
 constexpr int LauncherWithin = 1000;
 
@@ -118,17 +118,6 @@ TEST_F(Exit, BySignalWhileAMessageBoxIsOpen) {
     EXPECT_FALSE(launcherRuns());
 }
 
-TEST_F(Exit, BySearchInVainBehindWhoseBoxNothingIsSent) {
-    BoardProcess board(installation.program());
-    startDriven("search", board);
-    const QStringList filling{QStringLiteral("hot-drink"), QStringLiteral("1144")};
-    ASSERT_TRUE(QTest::qWaitFor([&] { return !board.exchanges(filling).isEmpty(); }, StartWithin));
-    board.tell("silent 0 on");
-    EXPECT_EQ(status(2 * StartWithin), 1);
-    EXPECT_TRUE(board.exchanges().last().contains(u"[00 00 00 00 00]")) << board.exchanges().last().toStdString();
-    EXPECT_TRUE(isPortFree(board.device()));
-}
-
 class Traces : public Exit, public ::testing::WithParamInterface<bool> {};
 
 /// No settings store, no cache, no window state, by whatever name a toolkit looks for a place for them.
@@ -205,14 +194,6 @@ TEST_F(Exit, ToTheDemoWhenNoBoardAnswers) {
     const auto mark = installation.program() / DemoMark;
     EXPECT_TRUE(QTest::qWaitFor([&] { return std::filesystem::exists(mark); }, EndWithin));
     EXPECT_FALSE(launcherRuns());
-}
-
-TEST_F(Exit, WithoutALauncherEndsAllTheSame) {
-    installation.removeLauncher();
-    BoardProcess board(installation.program());
-    startDriven("close", board);
-    EXPECT_EQ(status(StartWithin), 0);
-    EXPECT_TRUE(isPortFree(board.device()));
 }
 
 TEST_F(Exit, BySignalAfterASuspensionThatNoBurstFollowed) {

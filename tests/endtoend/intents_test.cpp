@@ -176,8 +176,9 @@ TEST_F(Intents, OrderThatItsPageHasGivenUpNeverGoes) {
         const qsizetype before = board.writes().size();
         takeAway(away);
         for (int zone = 0; zone < 2; ++zone) click(pair, pair.Label1[zone]);
-        if (back == std::string("plug")) click(outputs, outputs.SwitchLed1[0]);
-        ASSERT_TRUE(eventually([&] { return !areLive(); }));
+        const bool both = back == std::string("plug");
+        if (both) click(outputs, outputs.SwitchLed1[0]);
+        ASSERT_TRUE(eventually([&] { return !pair.Label1[0].usable() && outputs.SwitchLed1[0].usable() != both; }));
         ASSERT_TRUE(QTest::qWaitFor(areLive, 2 * Soon)) << "given up";
         board.tell(back);
         ASSERT_TRUE(eventually([&, now = outputs.arrivals()] { return isBack() && outputs.arrivals() > now + 40; }));

@@ -9,7 +9,6 @@
 
 #include "link/fan_out.h"
 #include "link/link_engine.h"
-#include "moments.h"
 #include "session.h"
 #include "shell/main_window.h"
 #include "wire.h"
@@ -142,38 +141,6 @@ TEST_F(LineFaults, PortThatGoesAwayInItsProbeIsPassedOverAtStartAndFromTheMenu) 
     start();
     EXPECT_TRUE(MDIForm1().mnuCox(1).Checked);
     expectAllIsWell();
-}
-
-TEST_F(LineFaults, NoPortIsChosenWhileTheBoardsAreStillAsked) {
-    board.tell("fault slow=1");
-    stop();
-    when(witness, isIdentifying, [this] {
-        MDIForm1().mnuCox(2).UserClick();
-        board.tell("fault");
-    });
-    start();
-    EXPECT_TRUE(MDIForm1().mnuCox(1).Checked && MDIForm1().mnuCox(2).Enabled);
-    expectAllIsWell();
-}
-
-TEST_F(LineFaults, AddressThatNoBoardKnowsKeepsTheLineUntilItsPageCloses) {
-    // The board has read its files; the program reads them anew, and in them one parameter lies elsewhere.
-    stop();
-    constexpr int RecordBytes = 9;
-    std::fstream(installation.program() / "W0292AP07.inx", std::ios::in | std::ios::out | std::ios::binary)
-        .seekp(RecordBytes * (BrewingWater - 1))
-        .write("\x7F\x7F", 2);
-    start();
-    choose(MDIForm1().entry("smnuTempi"));
-    const auto unanswered = [&] { return board.exchanges({QStringLiteral("unknown")}).size(); };
-    ASSERT_TRUE(eventually([&] { return unanswered() > 0; }));
-    const int seconds = isLongRun() ? 10 : 1;
-    QTest::qWait(1000 * seconds + 300);
-    EXPECT_NEAR(static_cast<double>(unanswered()), seconds + 1, 0.1 * seconds) << "a frame a second";
-    close(*FindLoadedPage("FrmTempi"));
-    choose(MDIForm1().entry("ssmnuTotali"));
-    EXPECT_TRUE(eventually([] { return FindLoadedPage("FrmTotali")->arrivals() > 10; }));
-    EXPECT_EQ(witness.boxes, 0);
 }
 
 }  // namespace

@@ -134,16 +134,5 @@ TEST_F(Plug, MayBePulledInEveryStateOfTheLink) {
                 rounds, static_cast<long long>(longestReturn), mostProcessor * 100);
 }
 
-TEST_F(Plug, MayBePutBackWhenThePageThatAskedIsClosed) {
-    FrmTempi& page = openTimes();
-    board.tell("fault slow=1");
-    QTest::keyClick(&firstBar(page), Qt::Key_Right);
-    ASSERT_TRUE(eventually(isWaiting));
-    pull();
-    page.UserClose();
-    putBack();
-    expectWork();
-}
-
 }  // namespace
 }  // namespace kestrel::testing

@@ -2,6 +2,8 @@
 // See witness.h.
 #include "witness.h"
 
+#include <gtest/gtest.h>
+
 #include <QApplication>
 #include <QMessageBox>
 #include <QTimer>
@@ -19,12 +21,15 @@ int openDescriptors() {
 Witness::Witness() { qApp->installEventFilter(this); }
 
 bool Witness::eventFilter(QObject* receiver, QEvent* event) {
-    constexpr int LongestBoxMs = 30'000;  // one that nobody expects must not hold up the run for good
+    constexpr int LongestBoxMs = 10'000;  // one that nobody expects must not hold up the run for good
     constexpr int ErrorPanel = 4;
     constexpr int Lit = 6;
     if (auto* box = qobject_cast<QMessageBox*>(receiver); box && event->type() == QEvent::Show) {
         ++boxes;
-        QTimer::singleShot(LongestBoxMs, box, &QMessageBox::reject);
+        QTimer::singleShot(LongestBoxMs, box, [box] {
+            ADD_FAILURE() << "nobody answers: " << box->text().toStdString();
+            box->reject();
+        });
     }
     const bool isOn = Link().statusBar && !Link().statusBar->Panels(1).Text.get().empty();
     const bool isLit = Link().statusBar && Link().statusBar->Panels(ErrorPanel).Picture == Lit;
