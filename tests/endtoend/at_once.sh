@@ -1,8 +1,7 @@
 #!/usr/bin/env bash
 # Runs a test program in several processes at once, each with its share of the tests: they wait for most of their time.
 # at_once.sh PROCESSES PROGRAM [ARGUMENT...]
-set -uo pipefail
-set -m # else what runs in the background would not hear SIGINT, which a test sends
+set -muo pipefail # m: what runs in the background hears SIGINT, which a test sends
 export GTEST_TOTAL_SHARDS=$1 GTEST_SHARD_INDEX
 shift
 outputs=$(mktemp -d)

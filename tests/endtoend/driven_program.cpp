@@ -12,7 +12,6 @@
 #include <map>
 
 #include "link/fan_out.h"
-#include "link/link_engine.h"
 #include "moments.h"
 #include "pages/registry.h"
 #include "platform/platform.h"

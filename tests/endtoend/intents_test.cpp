@@ -151,8 +151,8 @@ TEST_F(Intents, BoardThatWasNotThereAtTheStartHearsNothing) {
     board.tell("silent 1 on");
     start();
     board.tell("silent 1 off");
-    const QStringList toTheBoard{QStringLiteral("hot-drink")};
-    const qsizetype asked = board.exchanges(toTheBoard).size();
+    const auto heard = [this] { return board.exchanges({QStringLiteral("hot-drink")}).size(); };
+    const qsizetype asked = heard();
     auto& page = open<FrmInOut>("ssmnuTest", "FrmInOut");
     ASSERT_TRUE(eventually([&] { return widgetOf(page, page.Command1).isEnabled() && page.arrivals() > 30; }));
     click(page, page.Command1);
@@ -161,7 +161,7 @@ TEST_F(Intents, BoardThatWasNotThereAtTheStartHearsNothing) {
         << "the others are served";
     EXPECT_EQ(board.writes(), QStringList({QStringLiteral("master 368 255"), QStringLiteral("sector 285 60"),
                                            QStringLiteral("sector 284 1")}));
-    EXPECT_EQ(board.exchanges(toTheBoard).size(), asked);
+    EXPECT_EQ(heard(), asked);
 }
 
 TEST_F(Intents, OrderThatItsPageHasGivenUpNeverGoes) {
@@ -194,8 +194,8 @@ TEST_F(Intents, AfterAnInterruptionTheMachineHearsWhatTheUserSaysThen) {
         const int value = page.HScroll1[0].Value + 1;
         takeAway("unplug");
         step(page);
-        const QString question = answered(send ? QMessageBox::Yes : QMessageBox::No, [&] { board.tell("plug"); });
-        EXPECT_TRUE(question.contains(waiting)) << question.toStdString();
+        const QString asked = answered(send ? QMessageBox::Yes : QMessageBox::No, [&] { board.tell("plug"); });
+        EXPECT_TRUE(asked.contains(waiting)) << asked.toStdString();
         EXPECT_TRUE(eventually([&] { return !page.HScroll1[0].waiting() && showsTheBoards(page); }));
         EXPECT_TRUE(eventually([&] { return board.writes() == (send ? writesOf(value) : QStringList()); }));
     }
@@ -203,8 +203,8 @@ TEST_F(Intents, AfterAnInterruptionTheMachineHearsWhatTheUserSaysThen) {
     alike.tell("set 1 1143 99");
     takeAway("unplug");
     step(page);
-    const QString question = answered(QMessageBox::No, [&] { choose(MDIForm1().mnuCox(2)); });
-    EXPECT_TRUE(question.contains(waiting)) << question.toStdString();
+    const QString asked = answered(QMessageBox::No, [&] { choose(MDIForm1().mnuCox(2)); });
+    EXPECT_TRUE(asked.contains(waiting)) << asked.toStdString();
     EXPECT_TRUE(eventually([&] { return page.HScroll1[0].Value == 99 && !page.HScroll1[0].waiting(); }));
     EXPECT_EQ(alike.writes(), QStringList());
 

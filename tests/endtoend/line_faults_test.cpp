@@ -8,7 +8,6 @@
 #include <utility>
 
 #include "link/fan_out.h"
-#include "link/link_engine.h"
 #include "session.h"
 #include "shell/main_window.h"
 #include "wire.h"
@@ -16,8 +15,6 @@
 
 namespace kestrel::testing {
 namespace {
-
-constexpr int BackWithin = 2000;
 
 /// Milliseconds for which this thread was ready to run and other programs had the processor: no fault of the program.
 qint64 heldUpByOthers() {
@@ -60,23 +57,13 @@ constexpr std::size_t AlwaysLived = 3;
 
 class LineFaults : public Session {
   protected:
-    /// A step of the first bar, made when what was changed before is settled and the board is said to be there.
-    bool stepIsConfirmedIn(FrmTempi& page, int within = BackWithin) {
-        QElapsedTimer clock;
-        clock.start();
-        const auto isAtRest = [&] { return !page.HScroll1[0].waiting() && page.HScroll1[0].Enabled; };
-        if (!QTest::qWaitFor(isAtRest, within)) return false;
-        const bool up = page.HScroll1[0].Value < 100;
-        return stepIsConfirmed(page, up ? Qt::Key_Right : Qt::Key_Left, up ? 1 : -1,
-                               within - static_cast<int>(clock.elapsed()));
-    }
     FrmTempi& reopenTimes() {
         if (Page* page = FindLoadedPage("FrmTempi")) close(*page);
         return openTimes();
     }
     void expectAllIsWell() {
         FrmTempi& page = reopenTimes();
-        EXPECT_TRUE(stepIsConfirmedIn(page));
+        EXPECT_TRUE(stepIsConfirmed(page));
         EXPECT_TRUE(eventually([&] { return showsTheBoards(page); }));
         EXPECT_EQ(notice(), "");
         EXPECT_EQ(witness.boxes, 0);
@@ -116,7 +103,7 @@ TEST_F(LineFaults, PassAndLeaveNothingBehind) {
         QElapsedTimer healed;
         healed.start();
         board.tell("fault");
-        EXPECT_TRUE(stepIsConfirmedIn(*page, BackWithin + fault.lastsOn));
+        EXPECT_TRUE(stepIsConfirmed(*page, Soon + fault.lastsOn));
         std::printf("answers within %lld ms, a step confirmed %lld ms after healing: %s\n",
                     static_cast<long long>(unanswered), static_cast<long long>(healed.elapsed()), fault.orders);
         page = &reopenTimes();

@@ -93,13 +93,14 @@ QStringList Session::writesOf(int value) {
             QStringLiteral("hot-drink %1 %2").arg(BrewingWaterShadow).arg(value)};
 }
 
-bool Session::stepIsConfirmed(FrmTempi& page, Qt::Key key, int step, int within) {
-    // After an interruption the boards are asked who they are, and all is read again, before anything is written.
-    EXPECT_TRUE(eventually([] { return !LineIsClosed() && !WritesAreHeld(); }));
-    const int value = page.HScroll1[0].Value + step;
-    QTest::keyClick(&firstBar(page), key);
+bool Session::stepIsConfirmed(FrmTempi& page, int within) {
+    const ScrollBar& bar = page.HScroll1[0];
+    const auto isAtRest = [&] { return !LineIsClosed() && !WritesAreHeld() && !bar.waiting() && bar.Enabled; };
+    EXPECT_TRUE(QTest::qWaitFor(isAtRest, within));
+    const bool up = bar.Value < 100;
+    const int value = bar.Value + (up ? 1 : -1);
+    QTest::keyClick(&firstBar(page), up ? Qt::Key_Right : Qt::Key_Left);
     const auto isConfirmed = [&] {
-        const ScrollBar& bar = page.HScroll1[0];
         return bar.Value == value && !bar.waiting() && board.value(HotDrinkBoard, BrewingWater) == value &&
                board.value(HotDrinkBoard, BrewingWaterShadow) == value;
     };

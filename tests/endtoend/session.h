@@ -50,8 +50,9 @@ class Session : public ::testing::Test {
     QWidget& firstBar(FrmTempi& page);
     /// What the board hears when the first bar is set.
     static QStringList writesOf(int value);
-    /// Presses a key on the first bar and waits until the board holds the new value twice and the page shows it.
-    bool stepIsConfirmed(FrmTempi& page, Qt::Key key, int step, int within = Soon);
+    /// When all is at rest, presses a key on the first bar and waits until the board holds the new value twice and the
+    /// page shows it.
+    bool stepIsConfirmed(FrmTempi& page, int within = Soon);
 
     const std::filesystem::path startedIn = std::filesystem::current_path();
     Installation installation;

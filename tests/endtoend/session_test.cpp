@@ -13,9 +13,7 @@
 #include <set>
 
 #include "link/fan_out.h"
-#include "link/param_table.h"
 #include "pages/shell_pages/frm_password.h"
-#include "platform/qt/child_window.h"
 #include "platform/qt/main_window_view.h"
 #include "session.h"
 #include "shell/configuration.h"
@@ -91,7 +89,7 @@ TEST_F(Session, GoesOnWithoutALinkWhereExitFindsNoLauncherUntilAPortIsChosen) {
     for (int lamp = 1; lamp <= 3; ++lamp) EXPECT_EQ(MDIForm1().StatusBar1.Panels(lamp + 1).Picture, lamp) << "out";
     choose(MDIForm1().mnuCox(1));
     EXPECT_EQ(notice(), "");
-    EXPECT_TRUE(stepIsConfirmed(page, Qt::Key_Right, 1));
+    EXPECT_TRUE(stepIsConfirmed(page));
 }
 
 std::string contentOf(const std::filesystem::path& file) {

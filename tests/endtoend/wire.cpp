@@ -18,20 +18,15 @@ namespace {
 
 constexpr int LookEveryMs = 10;
 
-int openRaw(const char* device) {
-    const int descriptor = open(device, O_RDWR | O_NOCTTY);
-    termios raw{};
-    EXPECT_EQ(tcgetattr(descriptor, &raw), 0) << device;
-    cfmakeraw(&raw);
-    EXPECT_EQ(tcsetattr(descriptor, TCSANOW, &raw), 0) << device;
-    return descriptor;
-}
-
 }  // namespace
 
 Wire::Wire(std::filesystem::path link) : link_(std::move(link)), near_(posix_openpt(O_RDWR | O_NOCTTY)) {
     EXPECT_TRUE(grantpt(near_) == 0 && unlockpt(near_) == 0);
-    held_ = openRaw(ptsname(near_));
+    held_ = open(ptsname(near_), O_RDWR | O_NOCTTY);
+    termios raw{};
+    EXPECT_EQ(tcgetattr(held_, &raw), 0);
+    cfmakeraw(&raw);
+    EXPECT_EQ(tcsetattr(held_, TCSANOW, &raw), 0);
     std::filesystem::create_symlink(ptsname(near_), link_);
     thread_ = std::thread([this] { carry(); });
 }
