@@ -3,11 +3,12 @@
 #include <cstdlib>
 
 #include "bench/figures.h"
-#include "link/fan_out.h"
 #include "link/link_engine.h"
+#include "link/loaded_pages.h"
 #include "link/param_table.h"
 #include "pages/beverage/frm_tempi.h"
 #include "pages/sales/frm_totali.h"
+#include "shell/session.h"
 #include "support/virtual_platform.h"
 
 namespace {
@@ -53,11 +54,10 @@ double storeMicros() {
 }  // namespace
 
 int main() {
-    kestrel::testing::VirtualPlatform platform;
+    const kestrel::testing::VirtualPlatform platform;
+    const Session session;
     bool holds =
         bench::atMost("pass over three banks of 33001 records, nothing due", passMicros(), PassLimitMicros, "us");
     holds &= bench::atMost("reply stored and told to 25 open pages", storeMicros(), StoreLimitMicros, "us");
-    ResetPages();
-    ResetLink();
     return holds ? EXIT_SUCCESS : EXIT_FAILURE;
 }

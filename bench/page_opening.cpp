@@ -16,8 +16,8 @@
 #include <functional>
 #include <vector>
 
-#include "link/fan_out.h"
 #include "link/link_engine.h"
+#include "link/loaded_pages.h"
 #include "shell/windows.h"
 
 namespace {

@@ -1,18 +1,20 @@
 // The program: reads the command line, finds the display and runs.
-// What it does is said by shell/start_up; what it runs on by platform/qt.
+// What it does is said by shell/start_up; what it runs on by the floor qt.
 #include <QApplication>
 #include <cstdio>
 #include <stdexcept>
 
 #include "pages/registry.h"
+#include "platform/errors.h"
 #include "platform/platform.h"
-#include "platform/qt/display.h"
-#include "platform/qt/program.h"
-#include "platform/qt/text.h"
-#include "platform/qt/tour.h"
-#include "platform/trouble.h"
 #include "program_version.h"
+#include "qt/io/display.h"
+#include "qt/io/text.h"
+#include "qt/window/program.h"
+#include "qt/window/tour.h"
 #include "shell/options.h"
+#include "shell/session.h"
+#include "shell/windows.h"
 #include "simulator/faults.h"
 
 namespace {
@@ -43,6 +45,7 @@ int answer(const std::string& text) {
 }  // namespace
 
 int main(int argc, char** argv) {
+    const Session session;
     RegisterPages(AllPages());
     Options options;
     try {

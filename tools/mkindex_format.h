@@ -10,6 +10,8 @@
 #include <string_view>
 #include <vector>
 
+#include "tools/catalogue.h"
+
 namespace kestrel::mkindex {
 
 /// An identity file has records of 5 bytes (who is this board), a parameter file has records of 9.
@@ -17,8 +19,6 @@ enum class Layout { Identity, Parameters };
 
 /// Identity tables of the program hold 20 records; a longer file is refused by it.
 constexpr int maxIdentityNumber = 20;
-/// A file holds at most 32767 records, and its last one is never read, so one number less can be used.
-constexpr int maxParameterNumber = 32766;
 
 /// One record; its number is its place in the file, from 1.
 struct Record {
@@ -32,15 +32,10 @@ struct Record {
     int width() const { return (command & 0x0F) + 1; }
 };
 
-struct Problem {
-    int line;
-    std::string text;
-};
-
 /// What a table says. `records` is complete, unused numbers included, if and only if `problems` is empty.
 struct Table {
     std::vector<Record> records;
-    std::vector<Problem> problems;
+    std::vector<tables::Problem> problems;
 };
 
 /// Capital hexadecimal digits, padded with zeros.
@@ -49,9 +44,11 @@ std::string hexText(std::uint32_t value, int digits);
 /// "W", four digits and ".inx" name an identity file; every other name is a parameter file's.
 Layout layoutOfName(std::string_view fileName);
 
-/// Reads a table. Numbers without a row become records of one byte, read once, each with a free address of its own.
-/// An identity table is filled up to its 20 records; a parameter table gets one record more than its last number.
-Table readTable(std::istream& in, Layout layout);
+// Numbers without a row become records of one byte, read once, each with a free address of its own. An identity table
+// is filled up to its 20 records; a parameter table, whose names the catalogue must have, gets one record more than its
+// last number.
+Table readIdentityTable(std::istream& in);
+Table readParameterTable(std::istream& in, const tables::Catalogue& catalogue);
 
 /// The bytes of the file. Records stand in order, without gaps.
 std::string encode(const std::vector<Record>& records, Layout layout);

@@ -1,7 +1,6 @@
 // Reading of the tables that index files are made from: rows, ranges of rows, and every check on them.
 // A row stands for one parameter or for a run of them that lie one behind another on the board.
 #include <algorithm>
-#include <charconv>
 #include <optional>
 #include <set>
 
@@ -10,22 +9,17 @@
 namespace kestrel::mkindex {
 namespace {
 
+using namespace tables;
+
 constexpr std::uint32_t addressEnd = 0x1000000;
 constexpr std::string_view identityHeader = "number\tname\twidth\trefresh\taddress\tmeaning";
-constexpr std::string_view parameterHeader = "number\tname\twidth\trefresh\taddress\tpreload\tmeaning";
-
-struct Range {
-    int first = 0;
-    int last = 0;
-    int count() const { return last - first + 1; }
-};
+constexpr std::string_view parameterHeader = "name\twidth\trefresh\taddress\tpreload";
 
 struct Row {
     int line = 0;
     Range numbers;
     std::string label;  // the name as it is written in the table
-    std::string name;   // without its range of indices
-    std::optional<Range> indices;
+    Label name;
     int width = 1;
     int refresh = 0;
     std::uint32_t address = 0;
@@ -34,41 +28,9 @@ struct Row {
     std::uint32_t end() const { return address + static_cast<std::uint32_t>(numbers.count() * width); }
 };
 
-template <typename Number>
-std::optional<Number> wholeNumber(std::string_view text, int base = 10) {
-    Number value{};
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value, base);
-    if (text.empty() || text.front() == '-' || error != std::errc{} || end != text.data() + text.size()) return {};
-    return value;
-}
-
-std::optional<Range> rangeOf(std::string_view text) {
-    const std::size_t dots = text.find("..");
-    const auto first = wholeNumber<int>(text.substr(0, dots));
-    const auto last = dots == std::string_view::npos ? first : wholeNumber<int>(text.substr(dots + 2));
-    if (!first || !last || *last < *first) return {};
-    return Range{*first, *last};
-}
-
-std::vector<std::string_view> split(std::string_view text, char separator) {
-    std::vector<std::string_view> fields;
-    for (;;) {
-        const std::size_t end = text.find(separator);
-        fields.push_back(text.substr(0, end));
-        if (end == std::string_view::npos) return fields;
-        text.remove_prefix(end + 1);
-    }
-}
-
-std::string inQuotes(std::string_view text) {
-    std::string quoted(1, '"');
-    quoted.append(text).push_back('"');
-    return quoted;
-}
-
 class Reader {
   public:
-    explicit Reader(Layout layout) : layout_(layout) {}
+    Reader(Layout layout, const Catalogue* catalogue) : layout_(layout), catalogue_(catalogue) {}
 
     Table read(std::istream& in) {
         std::string text;
@@ -96,15 +58,14 @@ class Reader {
         headerSeen_ = true;
         const std::string_view header = layout_ == Layout::Identity ? identityHeader : parameterHeader;
         if (text != header) {
-            std::string shown(header);
-            std::replace(shown.begin(), shown.end(), '\t', ' ');
-            problem("the header row must have these columns, parted by tabs: " + shown);
+            problem("the header row must have these columns, parted by tabs: " + withBlanks(header));
         }
     }
 
     void takeRow(std::string_view text) {
+        const bool identity = layout_ == Layout::Identity;
         const auto fields = split(text, '\t');
-        const std::size_t expected = layout_ == Layout::Identity ? 6 : 7;
+        const std::size_t expected = identity ? 6 : 5;
         if (fields.size() != expected) {
             return problem(std::to_string(expected) + " columns are needed, this row has " +
                            std::to_string(fields.size()));
@@ -112,58 +73,51 @@ class Reader {
         Row row;
         row.line = line_;
         const std::size_t before = table_.problems.size();
-        if (!takeNumbers(row, fields[0])) return;
-        takeName(row, fields[1]);
-        takeWidth(row, fields[2]);
-        takeRefresh(row, fields[3]);
-        takeAddress(row, fields[4]);
-        if (layout_ == Layout::Parameters) takePreloads(row, fields[5]);
+        const std::size_t name = identity ? 1 : 0;
+        if (identity && !takeNumber(row, fields[0])) return;
+        takeName(row, fields[name]);
+        takeWidth(row, fields[name + 1]);
+        takeRefresh(row, fields[name + 2]);
+        takeAddress(row, fields[name + 3]);
+        if (!identity) takePreloads(row, fields[name + 4]);
         if (table_.problems.size() == before) {
             checkExtent(row);
             rows_.push_back(row);
         }
     }
 
-    bool takeNumbers(Row& row, std::string_view text) {
-        const auto numbers = rangeOf(text);
-        const int limit = layout_ == Layout::Identity ? maxIdentityNumber : maxParameterNumber;
-        if (!numbers) {
-            problem("number " + inQuotes(text) + " is neither N nor N..M");
-        } else if (numbers->first < 1 || numbers->last > limit) {
-            problem("number " + inQuotes(text) + " is not within 1 to " + std::to_string(limit));
-        } else if (numbers->first <= lastNumber_) {
-            problem("number " + std::to_string(numbers->first) + " does not come after " + std::to_string(lastNumber_));
+    bool takeNumber(Row& row, std::string_view text) {
+        const auto number = wholeNumber<int>(text);
+        if (!number) {
+            problem("number " + inQuotes(text) + " is none");
+        } else if (*number < 1 || *number > maxIdentityNumber) {
+            problem("number " + inQuotes(text) + " is not within 1 to " + std::to_string(maxIdentityNumber));
+        } else if (*number <= lastNumber_) {
+            problem("number " + std::to_string(*number) + " does not come after " + std::to_string(lastNumber_));
         } else {
-            row.numbers = *numbers;
-            lastNumber_ = numbers->last;
+            lastNumber_ = *number;
+            row.numbers = {*number, *number};
             return true;
         }
         return false;
     }
 
+    /// In a table of parameters the name says which numbers the row is for.
     void takeName(Row& row, std::string_view text) {
         row.label = std::string(text);
-        std::string_view stem = text;
-        const std::size_t bracket = text.find('[');
-        if (bracket != std::string_view::npos) {
-            stem = text.substr(0, bracket);
-            if (text.back() == ']') row.indices = rangeOf(text.substr(bracket + 1, text.size() - bracket - 2));
-            if (!row.indices) return problem("name " + inQuotes(text) + " does not end in indices like [1..8]");
+        const auto [label, wrong] = labelOf(text);
+        if (!label) return problem(wrong);
+        row.name = *label;
+        if (catalogue_) {
+            const auto numbers = catalogue_->numbersOf(*label);
+            if (!numbers) return problem("name " + inQuotes(text) + " is not in the catalogue");
+            row.numbers = *numbers;
+        } else if (label->count() != 1 || label->copy) {
+            return problem("name " + inQuotes(text) + " stands for more than one record");
         }
-        row.name = std::string(stem);
-        constexpr std::string_view letters = "abcdefghijklmnopqrstuvwxyz0123456789_.";
-        if (stem.empty() || stem.find_first_not_of(letters) != std::string_view::npos) {
-            return problem("name " + inQuotes(text) + " may have only small letters, digits, underscores and dots");
-        }
-        const int indices = row.indices ? row.indices->count() : 1;
-        if (indices != row.numbers.count()) {
-            return problem("name " + inQuotes(text) + " stands for " + std::to_string(indices) +
-                           " parameters, the row for " + std::to_string(row.numbers.count()));
-        }
-        for (int offset = 0; offset < indices; ++offset) {
-            if (!names_.insert(nameAt(row, offset)).second) {
-                return problem("name " + inQuotes(nameAt(row, offset)) + " stands twice");
-            }
+        for (int offset = 0; offset < row.numbers.count(); ++offset) {
+            const auto [name, isNew] = names_.insert(nameAt(row, offset));
+            if (!isNew) return problem("name " + inQuotes(*name) + " stands twice");
         }
     }
 
@@ -228,6 +182,8 @@ class Reader {
 
     // Unused numbers get addresses above all that the table uses, so that none can touch a parameter.
     void expand() {
+        std::ranges::sort(rows_, {}, [](const Row& row) { return row.numbers.first; });
+        if (catalogue_) lastNumber_ = rows_.back().numbers.last;
         std::uint32_t freeAddress = 0;
         for (const Row& row : rows_) freeAddress = std::max(freeAddress, row.end());
         const auto fillTo = [&](int number) {
@@ -248,7 +204,9 @@ class Reader {
     }
 
     static std::string nameAt(const Row& row, int offset) {
-        return row.indices ? row.name + "[" + std::to_string(row.indices->first + offset) + "]" : row.name;
+        const Label& name = row.name;
+        const std::string index = name.indices ? "[" + std::to_string(name.indices->first + offset) + "]" : "";
+        return name.stem + index + (name.copy ? ".copy" : "");
     }
 
     static Record recordAt(const Row& row, int offset) {
@@ -263,7 +221,8 @@ class Reader {
         return record;
     }
 
-    Layout layout_;
+    const Layout layout_;
+    const Catalogue* const catalogue_;  // of the parameters; none for an identity table
     Table table_;
     std::vector<Row> rows_;
     std::set<std::string> names_;
@@ -274,6 +233,10 @@ class Reader {
 
 }  // namespace
 
-Table readTable(std::istream& in, Layout layout) { return Reader(layout).read(in); }
+Table readIdentityTable(std::istream& in) { return Reader(Layout::Identity, nullptr).read(in); }
+
+Table readParameterTable(std::istream& in, const Catalogue& catalogue) {
+    return Reader(Layout::Parameters, &catalogue).read(in);
+}
 
 }  // namespace kestrel::mkindex

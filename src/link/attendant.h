@@ -25,4 +25,9 @@ class LinkAttendant {
     virtual void tellLeft(const std::vector<PageChanges>& left) = 0;
 };
 
+/// The caller keeps it alive.
+void SetAttendant(LinkAttendant* attendant);
+/// The one that was set. Asking before is a programming error.
+LinkAttendant& Attendant();
+
 }  // namespace kestrel

@@ -1,5 +1,4 @@
 // What the user has changed and no board has confirmed yet.
-// See changes.h.
 #include "link/changes.h"
 
 #include <algorithm>
@@ -7,21 +6,20 @@
 #include "link/param_table.h"
 #include "link/recheck.h"
 #include "platform/control.h"
+#include "platform/module_state.h"
 #include "platform/window.h"
 
 namespace kestrel {
-
-namespace {
 
 struct ChangeState {
     std::vector<Change> open;
     std::function<void()> onEnded;
 };
+template class Module<ChangeState>;
 
-ChangeState& state() {
-    static ChangeState instance;
-    return instance;
-}
+namespace {
+
+ChangeState& state() { return stateOf<ChangeState>(); }
 
 auto find(int bank, int index) {
     return std::find_if(state().open.begin(), state().open.end(),
@@ -99,7 +97,5 @@ int LeaveChanges(const Window& page) {
 }
 
 void OnChangeEnded(std::function<void()> handler) { state().onEnded = std::move(handler); }
-
-void ResetChanges() { state() = {}; }
 
 }  // namespace kestrel

@@ -44,6 +44,5 @@ int LeaveChanges(const Window& page);
 
 /// Runs whenever a change has ended.
 void OnChangeEnded(std::function<void()> handler);
-void ResetChanges();
 
 }  // namespace kestrel

@@ -1,11 +1,10 @@
 // The two-line configuration file.
-// See configuration_file.h.
 #include "link/configuration_file.h"
 
 #include <algorithm>
 
+#include "platform/errors.h"
 #include "platform/platform.h"
-#include "platform/trouble.h"
 
 namespace kestrel {
 

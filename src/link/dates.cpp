@@ -1,12 +1,11 @@
 // Dates as serial days.
-// See dates.h.
 #include "link/dates.h"
 
 #include <array>
 #include <chrono>
 #include <cstdio>
 
-#include "platform/trouble.h"
+#include "platform/errors.h"
 
 namespace kestrel {
 

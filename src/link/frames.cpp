@@ -1,12 +1,11 @@
 // The bytes of one exchange.
-// See frames.h.
 #include "link/frames.h"
 
 #include <algorithm>
 #include <array>
 #include <numeric>
 
-#include "platform/trouble.h"
+#include "platform/errors.h"
 
 namespace kestrel {
 

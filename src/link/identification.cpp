@@ -1,5 +1,4 @@
 // Asking a board who it is.
-// See identification.h.
 #include "link/identification.h"
 
 #include <array>
@@ -9,10 +8,18 @@
 #include "link/index_files.h"
 #include "link/line_rest.h"
 #include "link/link_engine.h"
+#include "link/observer.h"
 #include "link/param_table.h"
+#include "platform/module_state.h"
 #include "platform/platform.h"
 
 namespace kestrel {
+
+struct IdentityState {
+    int revision = 0;
+    int powerBoardRevision = 0;
+};
+template class Module<IdentityState>;
 
 namespace {
 
@@ -29,8 +36,7 @@ constexpr std::array Questions = {ident::Probe,   ident::Release,  ident::Softwa
                                   ident::TypeLow, ident::TypeHigh, ident::Revision};
 using Reading = std::array<int, Questions.size()>;
 
-int revision = 0;
-int powerBoardRevision = 0;
+IdentityState& state() { return stateOf<IdentityState>(); }
 
 bool userRetries() {
     Message message;
@@ -130,7 +136,7 @@ void refuseIncompatible(const BoardIdentity& identity) {
     std::string text;
     if (identity.kind != RequiredKind) text = "Board\nNot Compatible";
     if (identity.boardType != RequiredType) text = "Board Type\nNot Compatible";
-    if (revision < SmallestRevision || identity.software != Boards().requiredSoftware[0])
+    if (state().revision < SmallestRevision || identity.software != Boards().requiredSoftware[0])
         text = "Board Software\nNot Compatible";
     if (text.empty()) return;
     Message message;
@@ -152,6 +158,7 @@ void SendIdentityQuestion(const IdentRecord& record) {
     request.Data = {record.Addr0};
     request.n = 0;
     link.ReplyData.clear();
+    tell(&LinkObserver::askingIdentity);
     LinkSendFrame();
 }
 
@@ -161,22 +168,17 @@ BoardIdentity IdentifyBoard(int bank) {
     const auto [probe, release, software, kind, typeLow, typeHigh, ofMaster] = *reading;
     const BoardIdentity identity = {release, software, kind, typeLow + 256 * typeHigh};
     if (bank != 0) return identity;
-    revision = ofMaster;
+    state().revision = ofMaster;
     refuseIncompatible(identity);
     return identity;
 }
 
-int BoardRevision() { return revision; }
+int BoardRevision() { return state().revision; }
 
-void SetBoardRevision(int value) { revision = value; }
+void SetBoardRevision(int value) { state().revision = value; }
 
-int PowerBoardRevision() { return powerBoardRevision; }
+int PowerBoardRevision() { return state().powerBoardRevision; }
 
-void SetPowerBoardRevision(int tenths) { powerBoardRevision = tenths; }
-
-void ResetIdentification() {
-    revision = 0;
-    powerBoardRevision = 0;
-}
+void SetPowerBoardRevision(int tenths) { state().powerBoardRevision = tenths; }
 
 }  // namespace kestrel

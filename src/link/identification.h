@@ -36,6 +36,4 @@ void SetBoardRevision(int revision);
 int PowerBoardRevision();
 void SetPowerBoardRevision(int tenths);
 
-void ResetIdentification();
-
 }  // namespace kestrel

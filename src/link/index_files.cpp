@@ -1,17 +1,24 @@
 // The binary index files of the installation.
-// See index_files.h.
 #include "link/index_files.h"
 
 #include <string_view>
 
 #include "link/identification.h"
 #include "link/link_engine.h"
+#include "link/observer.h"
 #include "link/param_table.h"
 #include "link/recheck.h"
+#include "platform/errors.h"
+#include "platform/module_state.h"
 #include "platform/platform.h"
-#include "platform/trouble.h"
 
 namespace kestrel {
+
+struct IndexState {
+    std::array<std::array<IdentRecord, IdentRecords>, Banks> ident{};
+    BoardTables boards;
+};
+template class Module<IndexState>;
 
 namespace {
 
@@ -19,15 +26,7 @@ constexpr std::size_t IdentityRecordSize = 5;
 constexpr std::size_t ParameterRecordSize = 9;
 constexpr std::size_t PreloadOffset = 5;
 
-struct IndexState {
-    std::array<std::array<IdentRecord, IdentRecords>, Banks> ident{};
-    BoardTables boards;
-};
-
-IndexState& state() {
-    static IndexState instance;
-    return instance;
-}
+IndexState& state() { return stateOf<IndexState>(); }
 
 /// The last `digits` digits of a number, with leading zeros.
 std::string lastDigits(int number, std::size_t digits) {
@@ -110,6 +109,7 @@ std::string ParameterFileName(int boardType, int software, int release) {
 }
 
 void LoadIndexFiles() {
+    tell(&LinkObserver::readingIndexFiles);
     std::string parameterFile;
     try {
         platform().changeDirectory(platform().programDirectory());
@@ -132,7 +132,5 @@ void LoadIndexFiles() {
     constexpr int ErrorLampOff = 3;
     SetLinkIndicator(ErrorLampOff);
 }
-
-void ResetIndexFiles() { state() = {}; }
 
 }  // namespace kestrel

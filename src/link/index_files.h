@@ -42,6 +42,4 @@ std::string ParameterFileName(int boardType, int software, int release);
 /// shows a message and ends the process.
 void LoadIndexFiles();
 
-void ResetIndexFiles();
-
 }  // namespace kestrel

@@ -1,17 +1,17 @@
 // Closing waits for what is due.
-// See leaving.h.
 #include "link/leaving.h"
 
 #include <algorithm>
 #include <list>
-#include <memory>
 #include <string>
 #include <utility>
 #include <vector>
 
+#include "link/attendant.h"
 #include "link/changes.h"
-#include "link/fan_out.h"
+#include "link/loaded_pages.h"
 #include "link/recheck.h"
+#include "platform/module_state.h"
 #include "platform/outside.h"
 #include "platform/platform.h"
 
@@ -28,7 +28,21 @@ struct Leaving {
     Timer limit{LeavingMs, Timer::OfTheLink};
 };
 
+void end();
+void tell_Timer();
+void changeEnded();
+void settle_Timer();
+
+}  // namespace
+
 struct LeavingState {
+    LeavingState() {
+        limit.OnTimer([this] { FromOutside(this, end, Source::Program); });
+        tell.OnTimer(tell_Timer);
+        settle.OnTimer(settle_Timer);
+        OnChangeEnded(changeEnded);
+    }
+
     std::list<Leaving> pages;
     std::vector<PageChanges> left;
     std::function<void()> then;  ///< the end of the program
@@ -37,27 +51,11 @@ struct LeavingState {
     Timer settle{SettleMs, Timer::OfTheLink};
     Timer tell{TellMs, Timer::OfTheLink};  ///< a box must not stand in the middle of what unloads a page
 };
+template class Module<LeavingState>;
 
-std::unique_ptr<LeavingState>& instance() {
-    static std::unique_ptr<LeavingState> state;
-    return state;
-}
+namespace {
 
-void end();
-void tell_Timer();
-void changeEnded();
-void settle_Timer();
-
-LeavingState& state() {
-    if (!instance()) {
-        instance() = std::make_unique<LeavingState>();
-        instance()->limit.OnTimer([] { FromOutside(instance().get(), end, Source::Program); });
-        instance()->tell.OnTimer(tell_Timer);
-        instance()->settle.OnTimer(settle_Timer);
-        OnChangeEnded(changeEnded);
-    }
-    return *instance();
-}
+LeavingState& state() { return stateOf<LeavingState>(); }
 
 bool anyChanges() {
     const std::vector<Page*> pages = LoadedPages();
@@ -142,7 +140,5 @@ void LeavePage(Page& page) {
     state().left.push_back({page.Caption, count});
     state().tell.Enabled = true;
 }
-
-void ResetLeaving() { instance().reset(); }
 
 }  // namespace kestrel

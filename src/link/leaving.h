@@ -21,6 +21,4 @@ void EndWhenSettled(std::function<void()> then, bool tells);
 /// To be called as a page is unloaded: what of its changes is left is told, as an event of its own.
 void LeavePage(Page& page);
 
-void ResetLeaving();
-
 }  // namespace kestrel

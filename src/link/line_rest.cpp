@@ -1,5 +1,4 @@
 // Waiting for the line.
-// See line_rest.h.
 #include "link/line_rest.h"
 
 #include "link/link_engine.h"

@@ -1,5 +1,4 @@
 // The link engine.
-// See link_engine.h.
 #include "link/link_engine.h"
 
 #include <algorithm>
@@ -7,14 +6,18 @@
 #include <utility>
 
 #include "link/changes.h"
-#include "link/fan_out.h"
+#include "link/loaded_pages.h"
+#include "link/observer.h"
 #include "link/param_table.h"
 #include "link/recheck.h"
+#include "platform/errors.h"
+#include "platform/module_state.h"
 #include "platform/outside.h"
 #include "platform/platform.h"
-#include "platform/trouble.h"
 
 namespace kestrel {
+
+template class Module<LinkState>;
 
 namespace {
 
@@ -29,11 +32,6 @@ namespace lamp {
 constexpr int SendOff = 1, ReceiveOff = 2, ErrorOff = 3, SendOn = 4, ReceiveOn = 5, ErrorOn = 6;
 constexpr int FirstPanel = 2, Kinds = 3;
 }  // namespace lamp
-
-std::unique_ptr<LinkState>& instance() {
-    static std::unique_ptr<LinkState> state;
-    return state;
-}
 
 void restart(Timer& timer) {
     timer.Enabled = false;
@@ -175,17 +173,7 @@ bool NotePortDevice() {
     return std::exchange(link.Device, device) != device;
 }
 
-LinkState& Link() {
-    if (!instance()) instance() = std::make_unique<LinkState>();
-    return *instance();
-}
-
-void ResetLink() {
-    instance().reset();
-    ResetOutside();
-    ResetRecheck();
-    ResetChanges();
-}
+LinkState& Link() { return stateOf<LinkState>(); }
 
 void SetUpLink(StatusBar& statusBar, const std::array<MenuItem*, PortCount + 1>& portEntries) {
     LinkState& link = Link();
@@ -212,6 +200,7 @@ void ClearPortTrouble() {
 }
 
 void CloseExchange() {
+    tell(&LinkObserver::exchangeGivenUp);
     Link().Timer2.Enabled = false;
     EndExchange();
 }
@@ -252,15 +241,19 @@ void LinkSendFrame() {
     LinkState& link = Link();
     restart(link.Timer3);
     SetLinkIndicator(lamp::SendOn);
-    if (link.LinkIdle) link.RequestBank = CurrentBank;
-    link.LinkIdle = false;
+    if (std::exchange(link.LinkIdle, false)) {
+        link.RequestBank = CurrentBank;
+        tell(&LinkObserver::exchangeOpened);
+    }
     ExchangeOpened();
     const Bytes frame = BuildFrame(link.RequestBytes, CurrentBank);
     restart(link.Timer2);  // a port lost during identification leaves it running
     try {
         if (!link.Comm1->PortOpen()) link.Comm1->PortOpen(true);
         link.Comm1->Output(frame);
+        tell(&LinkObserver::frameSent, frame);
     } catch (const RunTimeError& error) {
+        tell(&LinkObserver::frameLost, frame);
         showPortTrouble(error.what());  // the time-out that now runs reopens the port
     }
 }
@@ -290,6 +283,7 @@ void Comm1_OnComm() {
     Judgement judgement = JudgeReply(link.RequestBytes, received);
     link.ReplyData = judgement.good ? std::move(judgement.data) : Bytes{};
     if (!judgement.good) ++link.SpoiledArrivals;
+    tell(&LinkObserver::replyJudged, received, judgement.good);
     if (link.RetryCount != BadRepliesAllowed) {
         if (!judgement.good) {
             SetLinkIndicator(lamp::ErrorOn);
@@ -308,7 +302,7 @@ void Comm1_OnComm() {
 }
 
 void EndExchange() {
-    Link().LinkIdle = true;
+    if (!std::exchange(Link().LinkIdle, true)) tell(&LinkObserver::exchangeClosed);
     ExchangeEnded();
 }
 
@@ -330,6 +324,7 @@ void LinkAcceptReply() {
         for (std::size_t i = 0; i < padded; ++i) record.Value[i] = i < link.ReplyData.size() ? link.ReplyData[i] : 0;
         const int bank = CurrentBank;
         const int index = link.ScanIndex;
+        tell(&LinkObserver::recordStored, index);
         NotifyPages(index, link.ReplyData, link.RequestBytes.n);
         NoteRead(bank, index);
         SettleChange(bank, index);

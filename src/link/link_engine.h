@@ -53,8 +53,6 @@ struct LinkState {
 };
 
 LinkState& Link();
-/// Back to the start of a process: port closed, timers gone, models forgotten.
-void ResetLink();
 
 /// Makes the serial control and sets the timers' handlers. The status bar must have its four panels by then.
 void SetUpLink(StatusBar& statusBar, const std::array<MenuItem*, PortCount + 1>& portEntries);

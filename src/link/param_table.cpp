@@ -1,37 +1,36 @@
 // The mirror of the numbered parameters.
-// See param_table.h.
 #include "link/param_table.h"
 
-#include <algorithm>
 #include <cstring>
 #include <limits>
 #include <string>
-#include <type_traits>
 #include <vector>
 
 #include "link/changes.h"
+#include "link/observer.h"
 #include "link/recheck.h"
-#include "platform/trouble.h"
+#include "platform/errors.h"
+#include "platform/module_state.h"
 
 namespace kestrel {
 
 int CurrentBank = 0;
 
-namespace {
-
 constexpr std::size_t TableSize = static_cast<std::size_t>(Banks) * ParamRecords;
 
 struct ParamState {
+    ParamState() { CurrentBank = 0; }
+
     std::vector<ParamRecord> records = std::vector<ParamRecord>(TableSize);
     std::vector<std::uint8_t> flags = std::vector<std::uint8_t>(TableSize);
     std::array<bool, Banks> present{};
     std::array<int, Banks> recordCount{};
 };
+template class Module<ParamState>;
 
-ParamState& state() {
-    static ParamState instance;
-    return instance;
-}
+namespace {
+
+ParamState& state() { return stateOf<ParamState>(); }
 
 [[noreturn]] void outOfRange(const char* what, int number, int highest) {
     throw RunTimeError(error_number::SubscriptOutOfRange,
@@ -51,6 +50,27 @@ std::size_t position(int bank, int index) {
 
 void refuseZero(int index) {
     if (index == 0) throw ProgrammingError("Parameter number 0 was used");
+}
+
+void watch(int index) {
+    if (!BoardPresent(CurrentBank)) return;
+    refuseZero(index);
+    ParamRecord& record = ParamTable(CurrentBank, index);
+    if (record.Watchers == std::numeric_limits<std::uint8_t>::max())
+        throw RunTimeError(error_number::Overflow, "Parameter " + std::to_string(index) + " has too many subscribers");
+    ParamFlags(CurrentBank, index) |= flag::Watched | flag::Pending;
+    ++record.Watchers;
+}
+
+void release(int index) {
+    if (!BoardPresent(CurrentBank)) return;
+    ParamRecord& record = ParamTable(CurrentBank, index);
+    if (record.Watchers == 1) {
+        std::uint8_t& flags = ParamFlags(CurrentBank, index);
+        flags = static_cast<std::uint8_t>(flags & ~(flag::Valid | flag::Pending | flag::Watched));
+        record.Period &= 15;
+    }
+    if (record.Watchers > 0) --record.Watchers;
 }
 
 }  // namespace
@@ -88,9 +108,11 @@ void ParamWrite(int index, std::uint32_t value) {
     flags = static_cast<std::uint8_t>((flags | flag::WriteDue | flag::Watched | flag::Pending) & ~flag::Valid);
     DropHeldWrite(CurrentBank, index);
     NoteWrite(CurrentBank, index, value);
+    tell(&LinkObserver::recordWritten, index, value);
 }
 
 void ParamWithdraw(int index) {
+    tell(&LinkObserver::withdrawingRecord, index);
     std::uint8_t& flags = ParamFlags(CurrentBank, index);
     flags = static_cast<std::uint8_t>(flags & ~flag::WriteDue);
     DropHeldWrite(CurrentBank, index);
@@ -105,24 +127,13 @@ ParamValue ParamRead(int index, int bank) {
 bool ParamIsFresh(int index, int bank) { return (ParamFlags(bank, index) & flag::Valid) != 0; }
 
 void ParamWatch(int index) {
-    if (!BoardPresent(CurrentBank)) return;
-    refuseZero(index);
-    ParamRecord& record = ParamTable(CurrentBank, index);
-    if (record.Watchers == std::numeric_limits<std::uint8_t>::max())
-        throw RunTimeError(error_number::Overflow, "Parameter " + std::to_string(index) + " has too many subscribers");
-    ParamFlags(CurrentBank, index) |= flag::Watched | flag::Pending;
-    ++record.Watchers;
+    watch(index);
+    tell(&LinkObserver::recordWatched, index);
 }
 
 void ParamRelease(int index) {
-    if (!BoardPresent(CurrentBank)) return;
-    ParamRecord& record = ParamTable(CurrentBank, index);
-    if (record.Watchers == 1) {
-        std::uint8_t& flags = ParamFlags(CurrentBank, index);
-        flags = static_cast<std::uint8_t>(flags & ~(flag::Valid | flag::Pending | flag::Watched));
-        record.Period &= 15;
-    }
-    if (record.Watchers > 0) --record.Watchers;
+    release(index);
+    tell(&LinkObserver::recordReleased, index);
 }
 
 int NextPending(int bank, int index, int end) {
@@ -137,16 +148,6 @@ int NextPending(int bank, int index, int end) {
     }
     while (index < end && !(flags[index] & flag::Pending)) ++index;
     return index;
-}
-
-void ResetParamTable() {
-    static_assert(std::is_trivially_copyable_v<ParamRecord>, "an empty record is all zeros");
-    ParamState& table = state();  // emptied where it stands: new memory would cost more than the whole reset
-    std::memset(static_cast<void*>(table.records.data()), 0, TableSize * sizeof(ParamRecord));
-    std::fill(table.flags.begin(), table.flags.end(), std::uint8_t{0});
-    table.present = {};
-    table.recordCount = {};
-    CurrentBank = 0;
 }
 
 }  // namespace kestrel

@@ -36,6 +36,7 @@ inline constexpr std::uint8_t WriteDue = 128;  ///< the next frame for this reco
 }  // namespace flag
 
 /// The bank that pages write to and that the scan walks; a reply is filed under whatever it holds at that moment.
+/// A new mirror begins with 0.
 extern int CurrentBank;
 
 /// A record of the mirror. An index out of 0..33000 or a bank out of 0..2 is a run-time error, here and below.
@@ -75,8 +76,5 @@ ParamValue ValueOf(const std::uint8_t* bytes, int highest);
 
 /// First record from `index` up to before `end` that is pending, or `end`.
 int NextPending(int bank, int index, int end);
-
-/// Empties the mirror, forgets the boards and puts CurrentBank to 0.
-void ResetParamTable();
 
 }  // namespace kestrel

@@ -1,15 +1,15 @@
 // Opening a port and probing for a board behind it.
-// See port_search.h.
 #include "link/port_search.h"
 
 #include <string>
 
 #include "link/line_rest.h"
 #include "link/link_engine.h"
+#include "link/observer.h"
 #include "link/recheck.h"
+#include "platform/errors.h"
 #include "platform/menu.h"
 #include "platform/platform.h"
-#include "platform/trouble.h"
 
 namespace kestrel {
 
@@ -67,6 +67,7 @@ void tryPort() {
 }  // namespace
 
 void OpenPort(int port) {
+    tell(&LinkObserver::searchingPort);
     LinkState& link = Link();
     bool allTried = false;
     std::string reasons;
@@ -77,7 +78,7 @@ void OpenPort(int port) {
             ClearPortTrouble();
             NotePortDevice();
             if (link.Timer1.Enabled) InterruptLine();
-            return;
+            return tell(&LinkObserver::portOpened);
         } catch (const RunTimeError& error) {
             if (!isPortFailure(error.number())) throw;
             MenuItem& failed = portEntry(link.ComPort);

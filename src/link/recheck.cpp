@@ -1,22 +1,21 @@
 // After an interruption of the line the boards are asked who they are before anything else.
-// See recheck.h.
 #include "link/recheck.h"
 
 #include <algorithm>
-#include <memory>
 #include <optional>
 #include <set>
 #include <string>
 #include <utility>
 
+#include "link/attendant.h"
 #include "link/changes.h"
-#include "link/fan_out.h"
 #include "link/index_files.h"
 #include "link/link_engine.h"
+#include "link/loaded_pages.h"
 #include "link/param_table.h"
+#include "platform/module_state.h"
 #include "platform/outside.h"
 #include "platform/platform.h"
-#include "platform/trouble.h"
 
 namespace kestrel {
 
@@ -44,7 +43,13 @@ struct HeldWrite {
     std::uint32_t value;
 };
 
+void askUser_Timer();
+
+}  // namespace
+
 struct RecheckState {
+    RecheckState() { askUser.OnTimer(askUser_Timer); }
+
     std::array<BoardIdentity, Banks> known{};
     Phase phase = Phase::Open;
 
@@ -60,23 +65,11 @@ struct RecheckState {
     std::vector<HeldWrite> held;
     Timer askUser{AskUserMs, Timer::OfTheLink};  ///< as an event of its own: a box must not hold up the tick
 };
+template class Module<RecheckState>;
 
-LinkAttendant* attendant = nullptr;
+namespace {
 
-std::unique_ptr<RecheckState>& instance() {
-    static std::unique_ptr<RecheckState> state;
-    return state;
-}
-
-void askUser_Timer();
-
-RecheckState& state() {
-    if (!instance()) {
-        instance() = std::make_unique<RecheckState>();
-        instance()->askUser.OnTimer(askUser_Timer);
-    }
-    return *instance();
-}
+RecheckState& state() { return stateOf<RecheckState>(); }
 
 template <class Visit>
 void eachRecord(Visit&& visit) {
@@ -249,13 +242,6 @@ void RememberIdentity(int bank, const BoardIdentity& identity) {
     state().known.at(static_cast<std::size_t>(bank)) = identity;
 }
 
-void SetAttendant(LinkAttendant* instance) { attendant = instance; }
-
-LinkAttendant& Attendant() {
-    if (!attendant) throw ProgrammingError("The link was interrupted before anybody attended to it");
-    return *attendant;
-}
-
 void InterruptLine() {
     const bool isNews = state().phase != Phase::Asking;
     state().differentReadings = 0;
@@ -300,7 +286,5 @@ void DropHeldWrite(int bank, int index) {
 void NoteRead(int bank, int index) {
     if (state().phase == Phase::Reading) state().unread.erase({bank, index});
 }
-
-void ResetRecheck() { instance().reset(); }
 
 }  // namespace kestrel

@@ -3,16 +3,12 @@
 // where they are others, the line stays closed to the pages.
 #pragma once
 
-#include "link/attendant.h"
 #include "link/identification.h"
 
 namespace kestrel {
 
 /// What a present board said of itself at the start of the program.
 void RememberIdentity(int bank, const BoardIdentity& identity);
-void SetAttendant(LinkAttendant* instance);
-/// The one that was set. Asking before is a programming error.
-LinkAttendant& Attendant();
 
 /// The port was lost, is another device, or another port was chosen: nothing goes out any more but questions who is
 /// there. Pages are told, so that they give up their orders.
@@ -31,7 +27,5 @@ bool IsHeld(int bank, int index);
 void DropHeldWrite(int bank, int index);
 /// A reply was stored in the record.
 void NoteRead(int bank, int index);
-
-void ResetRecheck();
 
 }  // namespace kestrel

@@ -1,32 +1,33 @@
 // Lists of parameters that a page subscribes to and gives back.
-// See subscriptions.h.
 #include "link/subscriptions.h"
-
-#include "link/param_table.h"
 
 namespace kestrel {
 
 namespace {
 
 template <class Operation>
-void forEach(std::span<const ParamRun> runs, Operation operation) {
-    for (const ParamRun& run : runs) {
-        CurrentBank = run.bank;
-        for (int n = run.first; n <= run.last; ++n) operation(n);
-    }
+void forEach(const ParamRun& run, Operation operation) {
+    CurrentBank = BankOf(run.board);
+    for (int n = run.first; n <= run.last; ++n) operation(n);
 }
 
 }  // namespace
 
-void WatchAll(std::span<const ParamRun> runs) { forEach(runs, ParamWatch); }
+void Watch(const ParamRun& run) { forEach(run, ParamWatch); }
 
-void ReleaseAll(std::span<const ParamRun> runs) { forEach(runs, ParamRelease); }
+void Release(const ParamRun& run) { forEach(run, ParamRelease); }
 
+void WatchAll(std::span<const ParamRun> runs) {
+    for (const ParamRun& run : runs) Watch(run);
+}
+
+void ReleaseAll(std::span<const ParamRun> runs) {
+    for (const ParamRun& run : runs) Release(run);
+}
+
+// TEMP
 void WriteTwice(int bank, int parameter, int shadow, unsigned value) {
-    CurrentBank = bank;
-    ParamWrite(parameter, value);
-    CurrentBank = bank;
-    ParamWrite(shadow, value);
+    WriteTwice(Setting{static_cast<Board>(bank), parameter, shadow}, value);
 }
 
 }  // namespace kestrel

@@ -4,21 +4,32 @@
 
 #include <span>
 
+#include "link/settings.h"
+
 namespace kestrel {
 
-/// A run of consecutive parameters of one bank.
+/// A run of consecutive parameters of one board: one, a range, or all from one to another.
 struct ParamRun {
-    int bank;
+    Board board;
     int first;
     int last;
-    constexpr ParamRun(int inBank, int only) : bank(inBank), first(only), last(only) {}
-    constexpr ParamRun(int inBank, int from, int to) : bank(inBank), first(from), last(to) {}
+    constexpr ParamRun(const Setting& only) : ParamRun(only, only) {}
+    constexpr ParamRun(const SettingRange& all) : ParamRun(all.front(), all.back()) {}
+    constexpr ParamRun(const Setting& from, const Setting& to)
+        : board(from.board), first(from.number), last(to.number) {
+        if (from.board != to.board || last < first) throw std::logic_error("a run that is none");
+    }
+    // TEMP
+    constexpr ParamRun(int bank, int only) : board(static_cast<Board>(bank)), first(only), last(only) {}
+    constexpr ParamRun(int bank, int from, int to) : board(static_cast<Board>(bank)), first(from), last(to) {}
 };
 
+void Watch(const ParamRun& run);
+void Release(const ParamRun& run);
 void WatchAll(std::span<const ParamRun> runs);
 void ReleaseAll(std::span<const ParamRun> runs);
 
-/// Writes the value to both parameters of the bank, in this order: the board keeps most settings twice.
+// TEMP
 void WriteTwice(int bank, int parameter, int shadow, unsigned value);
 
 }  // namespace kestrel

@@ -1,5 +1,4 @@
 // Small routines that pages use.
-// See value_helpers.h.
 #include "link/value_helpers.h"
 
 #include <algorithm>

@@ -5,7 +5,7 @@
 #include <string>
 
 #include "link/param_table.h"
-#include "platform/controls.h"
+#include "platform/basic_controls.h"
 
 namespace kestrel {
 

@@ -1,7 +1,7 @@
 // The pages that there are.
-// See registry.h.
 #include "pages/registry.h"
 
+#include "pages/about/frm_info.h"
 #include "pages/beverage/frm_dosi.h"
 #include "pages/beverage/frm_inter.h"
 #include "pages/beverage/frm_presel.h"
@@ -10,10 +10,14 @@
 #include "pages/climate/frm_grafico.h"
 #include "pages/climate/frm_orologio.h"
 #include "pages/climate/frm_temperatura.h"
-#include "pages/controls/frm_controls.h"
+#include "pages/diagnostics/frm_allarmi.h"
+#include "pages/diagnostics/frm_in_out.h"
+#include "pages/diagnostics/frm_schema.h"
+#include "pages/diagnostics/frm_test_cedar.h"
 #include "pages/machine/frm_azione.h"
 #include "pages/machine/frm_con_mac.h"
 #include "pages/machine/frm_opzioni.h"
+#include "pages/machine/frm_password.h"
 #include "pages/payment/frm_pagamento.h"
 #include "pages/payment/frm_prezzi.h"
 #include "pages/payment/frm_sconti.h"
@@ -22,12 +26,6 @@
 #include "pages/sales/frm_mdb_audit.h"
 #include "pages/sales/frm_totali.h"
 #include "pages/sales/vend_counters.h"
-#include "pages/shell_pages/frm_info.h"
-#include "pages/shell_pages/frm_password.h"
-#include "pages/test/frm_allarmi.h"
-#include "pages/test/frm_in_out.h"
-#include "pages/test/frm_schema.h"
-#include "pages/test/frm_test_cedar.h"
 
 namespace kestrel {
 
@@ -82,7 +80,6 @@ PageRegistry AllPages() {
         {"FrmSchema", make<FrmSchema>},
         {"FrmAllarmi", make<FrmAllarmi>},
         {"FrmInfo", make<FrmInfo>},
-        {"FrmControls", make<FrmControls>},  // in no menu: opened by name
     };
 }
 

@@ -2,7 +2,7 @@
 // A new page is added here and opens from the menu.
 #pragma once
 
-#include "shell/windows.h"
+#include "link/loaded_pages.h"
 
 namespace kestrel {
 

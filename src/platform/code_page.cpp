@@ -1,5 +1,4 @@
 // The single-byte code page of the installation's text files.
-// See code_page.h.
 #include "platform/code_page.h"
 
 #include <algorithm>

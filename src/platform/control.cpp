@@ -1,36 +1,33 @@
 // The base of everything that stands on a page.
-// See control.h.
 #include "platform/control.h"
 
-#include "platform/controls.h"
+#include "platform/basic_controls.h"
+#include "platform/module_state.h"
 #include "platform/outside.h"
 #include "platform/window.h"
 
 namespace kestrel {
 
-namespace {
-
-Control* speaker = nullptr;
-bool boardIsSpeaking = false;
-
-}  // namespace
+/// Who has the word.
+struct Speaker {
+    Control* control = nullptr;
+    bool isBoard = false;
+};
+template class Module<Speaker>;
 
 Control::~Control() {
     ForgetActs(this);
-    if (speaker == this) speaker = nullptr;
+    if (Speaker* const here = stateInForce<Speaker>; here && here->control == this) here->control = nullptr;
 }
 
-Control::Speaking::Speaking(Control* control, bool boardSpeaks) : before_(speaker), boardBefore_(boardIsSpeaking) {
-    speaker = control;
-    boardIsSpeaking = boardSpeaks;
+Control::Speaking::Speaking(Control* control, bool boardSpeaks)
+    : speaker_(stateOf<Speaker>()), before_(speaker_.control), boardBefore_(speaker_.isBoard) {
+    speaker_ = {control, boardSpeaks};
 }
 
-Control::Speaking::~Speaking() {
-    speaker = before_;
-    boardIsSpeaking = boardBefore_;
-}
+Control::Speaking::~Speaking() { speaker_ = {before_, boardBefore_}; }
 
-Control* Control::acting() { return speaker; }
+Control* Control::acting() { return stateOf<Speaker>().control; }
 
 void Control::userAct(Handler act, Source source) {
     const void* const sender = this;  // the act may be the control's last
@@ -60,7 +57,7 @@ void Control::userChange(const Handler& change) {
 void Control::settled() {
     if (userActing_) return;
     waiting_ = false;
-    if (boardIsSpeaking) unread_ = false;
+    if (stateOf<Speaker>().isBoard) unread_ = false;
 }
 
 bool Control::actWaits() const { return ActWaits(this); }

@@ -8,15 +8,16 @@
 #include <optional>
 #include <string>
 
+#include "platform/errors.h"
 #include "platform/outside.h"
 #include "platform/property.h"
-#include "platform/trouble.h"
 
 namespace kestrel {
 
 class Frame;
 class Label;
 class Window;
+struct Speaker;
 
 /// Shows one control on a screen; abstract because the logic runs without a screen.
 class ControlView {
@@ -98,6 +99,7 @@ class Control : public PropertyOwner {
         Speaking& operator=(const Speaking&) = delete;
 
       private:
+        Speaker& speaker_;
         Control* const before_;
         const bool boardBefore_;
     };

@@ -1,5 +1,4 @@
 // Lamps and gauges.
-// See displays.h.
 #include "platform/displays.h"
 
 namespace kestrel {

@@ -1,5 +1,4 @@
 // How a page says where its controls stand.
-// See layout.h.
 #include "platform/layout.h"
 
 namespace kestrel {

@@ -8,7 +8,7 @@
 #include <utility>
 #include <vector>
 
-#include "platform/controls.h"
+#include "platform/basic_controls.h"
 
 namespace kestrel {
 

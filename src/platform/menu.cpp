@@ -1,5 +1,4 @@
 // The entries of a menu.
-// See menu.h.
 #include "platform/menu.h"
 
 namespace kestrel {

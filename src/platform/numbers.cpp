@@ -1,5 +1,4 @@
 // Whole numbers that stand for decimal fractions.
-// See numbers.h.
 #include "platform/numbers.h"
 
 #include <cstdlib>

@@ -1,12 +1,11 @@
 // The door by which everything that is not the link enters the logic.
-// See outside.h.
 #include "platform/outside.h"
 
 #include <algorithm>
 #include <deque>
 #include <functional>
-#include <memory>
 
+#include "platform/module_state.h"
 #include "platform/platform.h"
 #include "platform/timer.h"
 
@@ -24,32 +23,24 @@ struct Waiting {
     bool mayComeIn() const { return source != Source::User || !MessageIsOpen(); }
 };
 
+void letIn();
+
+}  // namespace
+
 struct Door {
+    Door();
+
     bool exchangeIsOpen = false;
     long exchanges = 0;  ///< that have been opened
     std::deque<Waiting> waiting;
     Timer turn{NextTurnMs, Timer::OfTheLink};  ///< lets them in as an event of their own, once the exchange has ended
     Timer patience{PatienceMs, Timer::OfTheLink};  ///< runs from the oldest on
 };
+template class Module<Door>;
 
-std::unique_ptr<Door>& instance() {
-    static std::unique_ptr<Door> door;
-    return door;
-}
+namespace {
 
-void letIn();
-
-Door& door() {
-    if (!instance()) {
-        instance() = std::make_unique<Door>();
-        instance()->turn.OnTimer([] {
-            door().turn.Enabled = false;
-            if (!door().exchangeIsOpen) letIn();
-        });
-        instance()->patience.OnTimer(letIn);
-    }
-    return *instance();
-}
+Door& door() { return stateOf<Door>(); }
 
 /// Those that wait now; an act that asks the user something lets later ones in meanwhile.
 void letIn() {
@@ -72,6 +63,14 @@ void letIn() {
 
 }  // namespace
 
+Door::Door() {
+    turn.OnTimer([this] {
+        turn.Enabled = false;
+        if (!exchangeIsOpen) letIn();
+    });
+    patience.OnTimer(letIn);
+}
+
 void FromOutside(const void* sender, std::function<void()> act, Source source) {
     Door& here = door();
     if (!here.exchangeIsOpen && (here.waiting.empty() || source == Source::Continued)) return act();
@@ -82,12 +81,14 @@ void FromOutside(const void* sender, std::function<void()> act, Source source) {
 }
 
 void ForgetActs(const void* sender) {
-    if (instance()) std::erase_if(door().waiting, [sender](const Waiting& each) { return each.sender == sender; });
+    if (Door* const here = stateInForce<Door>)
+        std::erase_if(here->waiting, [sender](const Waiting& each) { return each.sender == sender; });
 }
 
 bool ActWaits(const void* sender) {
-    return instance() && std::any_of(door().waiting.begin(), door().waiting.end(),
-                                     [sender](const Waiting& each) { return each.sender == sender; });
+    const Door* const here = stateInForce<Door>;
+    return here && std::any_of(here->waiting.begin(), here->waiting.end(),
+                               [sender](const Waiting& each) { return each.sender == sender; });
 }
 
 bool AnyActWaits() {
@@ -106,12 +107,10 @@ void ExchangeEnded() {
 }
 
 void MessageClosed() {
-    if (!instance() || !AnyActWaits()) return;
+    if (!AnyActWaits()) return;
     door().turn.Enabled = true;
     door().patience.Enabled = false;
     door().patience.Enabled = true;
 }
-
-void ResetOutside() { instance().reset(); }
 
 }  // namespace kestrel

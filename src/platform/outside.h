@@ -17,7 +17,7 @@ enum class Source {
 
 /// Runs the act now; or, while an exchange is open, in its turn after the end of it, and after PatienceMs in any case.
 /// What waits for its turn when a message box opens, and is the user's, waits for the end of the box.
-/// `sender` is who acts: its destructor takes back what it has waiting.
+/// `sender` is who acts: its destructor takes back what it has waiting, and may do so after the end of the session.
 void FromOutside(const void* sender, std::function<void()> act, Source source = Source::User);
 /// Takes back what the sender has waiting.
 void ForgetActs(const void* sender);
@@ -31,7 +31,5 @@ void ExchangeOpened();
 void ExchangeEnded();
 /// The last message box has closed.
 void MessageClosed();
-
-void ResetOutside();
 
 }  // namespace kestrel

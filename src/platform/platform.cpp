@@ -1,17 +1,21 @@
 // The process-wide instance of the platform.
-// See platform.h.
 #include "platform/platform.h"
 
 #include <cstdlib>
 
+#include "platform/errors.h"
+#include "platform/module_state.h"
 #include "platform/outside.h"
-#include "platform/trouble.h"
 
 namespace kestrel {
 
+struct OpenBoxes {
+    int count = 0;
+};
+template class Module<OpenBoxes>;
+
 namespace {
 Platform* present = nullptr;
-int openMessages = 0;
 }  // namespace
 
 Platform& platform() {
@@ -21,15 +25,16 @@ Platform& platform() {
 
 Message::Answer ShowMessage(const Message& message) {
     const struct Open {
-        Open() { ++openMessages; }
+        OpenBoxes& boxes = stateOf<OpenBoxes>();
+        Open() { ++boxes.count; }
         ~Open() {
-            if (--openMessages == 0) MessageClosed();
+            if (--boxes.count == 0) MessageClosed();
         }
     } open;
     return platform().showMessage(message);
 }
 
-bool MessageIsOpen() { return openMessages > 0; }
+bool MessageIsOpen() { return stateOf<OpenBoxes>().count > 0; }
 
 void EndProcess(int status) {
     platform().endProcess(status);

@@ -1,5 +1,4 @@
 // The status bar at the foot of the main window.
-// See status_bar.h.
 #include "platform/status_bar.h"
 
 namespace kestrel {

@@ -1,5 +1,4 @@
 // Stepped and two-state switches.
-// See switches.h.
 #include "platform/switches.h"
 
 namespace kestrel {

@@ -1,5 +1,4 @@
 // A periodic timer with an interval and a switch.
-// See timer.h.
 #include "platform/timer.h"
 
 #include "platform/control.h"

@@ -1,14 +1,19 @@
 // What the two configuration files settle.
-// See configuration.h.
 #include "shell/configuration.h"
 
 #include "link/configuration_file.h"
 #include "link/link_engine.h"
-#include "platform/trouble.h"
+#include "platform/errors.h"
+#include "platform/module_state.h"
 #include "shell/language_menu.h"
 #include "shell/main_window.h"
 
 namespace kestrel {
+
+struct ConfigurationState {
+    std::string language;
+};
+template class Module<ConfigurationState>;
 
 namespace {
 
@@ -69,10 +74,7 @@ void settleLanguage(const std::string& familyLanguage) {
 
 }  // namespace
 
-std::string& ActiveLanguage() {
-    static std::string language;
-    return language;
-}
+std::string& ActiveLanguage() { return stateOf<ConfigurationState>().language; }
 
 void ReadConfig() {
     MainWindow& window = MDIForm1();
@@ -94,7 +96,5 @@ void WriteConfig() {
         if (MDIForm1().smnuLingue(i).Checked) checked = i;
     WriteConfigurationFile(Link().ComPort, MDIForm1().smnuLingue(checked).Caption);
 }
-
-void ResetConfiguration() { ActiveLanguage().clear(); }
 
 }  // namespace kestrel

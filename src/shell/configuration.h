@@ -17,6 +17,4 @@ void ReadConfig();
 /// cannot be written is a run-time error; the old one then stands whole.
 void WriteConfig();
 
-void ResetConfiguration();
-
 }  // namespace kestrel

@@ -1,11 +1,9 @@
 // The window of no size that carries the serial control and the link's timers.
-// See frm_ser.h.
 #include "shell/frm_ser.h"
 
 #include "link/index_files.h"
 #include "link/link_engine.h"
 #include "link/port_search.h"
-#include "link/recheck.h"
 #include "shell/main_window.h"
 
 namespace kestrel {
@@ -44,7 +42,6 @@ void FrmSer_Load() {
 
 void FrmSer_Identify() {
     LinkState& link = Link();
-    ResetRecheck();
     link.Timer1.Enabled = false;
     link.LinkSetup = true;
     LoadIndexFiles();

@@ -1,13 +1,12 @@
 // Choosing the language.
-// See language_menu.h.
 #include "shell/language_menu.h"
 
 #include <string>
 
-#include "link/fan_out.h"
+#include "language/language_files.h"
+#include "link/loaded_pages.h"
 #include "platform/platform.h"
 #include "shell/configuration.h"
-#include "shell/language_files.h"
 #include "shell/main_window.h"
 
 namespace kestrel {

@@ -1,5 +1,4 @@
 // Speaks with the user for the link.
-// See line_attendant.h.
 #include "shell/line_attendant.h"
 
 #include "platform/platform.h"

@@ -1,13 +1,15 @@
 // The main window as a model.
-// See main_window.h.
 #include "shell/main_window.h"
 
 #include <array>
-#include <memory>
 
-#include "shell/language_files.h"
+#include "language/language_files.h"
+#include "platform/errors.h"
+#include "platform/module_state.h"
 
 namespace kestrel {
+
+template class Module<MainWindow>;
 
 namespace {
 
@@ -19,11 +21,6 @@ MenuItem* find(MenuItem& root, const std::string& name) {
         if (MenuItem* below = find(*item, name)) return below;
     }
     return nullptr;
-}
-
-std::unique_ptr<MainWindow>& instance() {
-    static std::unique_ptr<MainWindow> window;
-    return window;
 }
 
 }  // namespace
@@ -105,11 +102,6 @@ void MainWindow::SetMenuCaptions() {
     for (int i = 1; i <= PortEntries; ++i) mnuCox(i).Caption = LanguageTable(PortCaptionLine) + std::to_string(i);
 }
 
-MainWindow& MDIForm1() {
-    if (!instance()) instance() = std::make_unique<MainWindow>();
-    return *instance();
-}
-
-void ResetMainWindow() { instance().reset(); }
+MainWindow& MDIForm1() { return stateOf<MainWindow>(); }
 
 }  // namespace kestrel

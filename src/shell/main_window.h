@@ -34,10 +34,8 @@ class MainWindow : public Control {
     MenuItem menuBar_{"menuBar"};
 };
 
-/// The one main window of the process.
+/// The one main window of the session.
 MainWindow& MDIForm1();
-/// Puts it back to how the process starts.
-void ResetMainWindow();
 
 /// What a menu entry does.
 struct MenuRow {

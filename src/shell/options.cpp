@@ -1,5 +1,4 @@
 // The command line of the program.
-// See options.h.
 #include "shell/options.h"
 
 #include <set>

@@ -1,37 +1,39 @@
 // The program's life outside the pages.
-// See start_up.h.
 #include "shell/start_up.h"
 
-#include "link/changes.h"
-#include "link/fan_out.h"
+#include "language/language_files.h"
 #include "link/identification.h"
 #include "link/index_files.h"
 #include "link/leaving.h"
 #include "link/link_engine.h"
+#include "link/loaded_pages.h"
+#include "link/observer.h"
 #include "link/port_search.h"
 #include "link/recheck.h"
+#include "platform/errors.h"
+#include "platform/module_state.h"
 #include "platform/platform.h"
-#include "platform/trouble.h"
 #include "shell/configuration.h"
 #include "shell/frm_ser.h"
-#include "shell/language_files.h"
 #include "shell/language_menu.h"
 #include "shell/line_attendant.h"
 #include "shell/main_window.h"
+#include "shell/session.h"
 #include "shell/windows.h"
 
 namespace kestrel {
+
+struct ModelState {
+    std::vector<std::string> names;
+};
+template class Module<ModelState>;
+template class Module<BoardsOnTheLine>;
 
 namespace {
 
 constexpr const char* FamilyLauncher = "KESTREL.EXE";
 constexpr const char* ClearingPage = "FrmCancella";
 constexpr const char* PortMenu = "mnuCom";
-
-std::vector<std::string>& models() {
-    static std::vector<std::string> names;
-    return names;
-}
 
 LineAttendant& attendant() {
     static LineAttendant instance;
@@ -80,11 +82,11 @@ void bindMenu() {
 
 }  // namespace
 
-const std::vector<std::string>& ModelNames() { return models(); }
+const std::vector<std::string>& ModelNames() { return stateOf<ModelState>().names; }
 
 void InitModelNames() {
-    models() = {"Ash",     "Alder", "Birch",       "Cedar",      "Alder S",      "Birch S",
-                "Dogwood", "Elm",   "Alder North", "Cedar Plus", "Alder S North"};
+    stateOf<ModelState>().names = {"Ash",     "Alder", "Birch",       "Cedar",      "Alder S",      "Birch S",
+                                   "Dogwood", "Elm",   "Alder North", "Cedar Plus", "Alder S North"};
 }
 
 void MDIForm_Load(const std::string& title) {
@@ -132,24 +134,10 @@ void MDIForm_Unload() {
 void StartAnew() {
     ClosePages();
     enableEntries(false);
-    ResetParamTable();
-    ResetChanges();
-    ResetLeaving();
+    Module<BoardsOnTheLine>::renew();
     FrmSer_Identify();
     enableEntries(true);
-}
-
-void ResetProgram() {
-    ResetPages();
-    ResetLeaving();
-    ResetLink();
-    ResetMainWindow();
-    ResetParamTable();
-    ResetIndexFiles();
-    ResetIdentification();
-    ResetLanguageTable();
-    ResetConfiguration();
-    models().clear();
+    tell(&LinkObserver::startedAnew);
 }
 
 }  // namespace kestrel

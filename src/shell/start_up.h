@@ -21,7 +21,4 @@ void StartAnew();
 const std::vector<std::string>& ModelNames();
 void InitModelNames();
 
-/// Puts every table and every model of the program back to the start of a process.
-void ResetProgram();
-
 }  // namespace kestrel

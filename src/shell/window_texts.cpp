@@ -1,8 +1,7 @@
 // Texts that the program itself adds to those of the installation.
-// See window_texts.h.
 #include "shell/window_texts.h"
 
-#include "shell/language_files.h"
+#include "language/language_files.h"
 
 namespace kestrel {
 

@@ -1,21 +1,21 @@
 // Opening and closing pages by name.
-// See windows.h.
 #include "shell/windows.h"
 
-#include "link/fan_out.h"
 #include "link/leaving.h"
+#include "link/loaded_pages.h"
+#include "platform/errors.h"
+#include "platform/module_state.h"
 #include "platform/platform.h"
-#include "platform/trouble.h"
 
 namespace kestrel {
 
+struct RegistryState {
+    PageRegistry pages;
+};
+template class Module<RegistryState>;
+
 namespace {
-
-PageRegistry& registered() {
-    static PageRegistry registry;
-    return registry;
-}
-
+PageRegistry& registered() { return stateOf<RegistryState>().pages; }
 }  // namespace
 
 void RegisterPages(PageRegistry registry) { registered() = std::move(registry); }

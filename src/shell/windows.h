@@ -2,16 +2,11 @@
 // The shell includes no page: it is handed a registry of names and factories.
 #pragma once
 
-#include <functional>
-#include <map>
-#include <memory>
 #include <string>
 
-#include "link/page.h"
+#include "link/loaded_pages.h"
 
 namespace kestrel {
-
-using PageRegistry = std::map<std::string, std::function<std::unique_ptr<Page>()>>;
 
 /// Hands over the pages that there are. Menu entries of other pages stay disabled.
 void RegisterPages(PageRegistry registry);

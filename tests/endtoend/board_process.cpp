@@ -1,5 +1,4 @@
 // The board program as a child process.
-// See board_process.h.
 #include "board_process.h"
 
 #include <gtest/gtest.h>

@@ -1,5 +1,4 @@
 // The program with somebody at its keyboard.
-// See driven_program.h.
 #include "driven_program.h"
 
 #include <QAbstractButton>
@@ -11,17 +10,19 @@
 #include <functional>
 #include <map>
 
-#include "link/fan_out.h"
+#include "link/loaded_pages.h"
 #include "moments.h"
 #include "pages/registry.h"
+#include "platform/errors.h"
 #include "platform/platform.h"
-#include "platform/qt/deliver.h"
-#include "platform/qt/main_window_view.h"
-#include "platform/qt/port_words.h"
-#include "platform/qt/program.h"
-#include "platform/qt/qt_platform.h"
-#include "platform/trouble.h"
+#include "qt/io/deliver.h"
+#include "qt/io/qt_platform.h"
+#include "qt/window/main_window_view.h"
+#include "qt/window/port_words.h"
+#include "qt/window/program.h"
 #include "shell/main_window.h"
+#include "shell/session.h"
+#include "shell/windows.h"
 
 namespace kestrel::testing {
 
@@ -85,6 +86,7 @@ void runDriven(QApplication& application, const std::string& act, const std::str
         {"demo", {isBoxOpen, chooseDemo}},
         {"trouble", {isRunning, meetTrouble}},
     };
+    const Session session;
     when(*qApp, cues.at(act).isTime, cues.at(act).act);
     RegisterPages(AllPages());
     Options options;

@@ -1,5 +1,4 @@
 // An installation of a test's own.
-// See installation.h.
 #include "installation.h"
 
 #include <fstream>

@@ -6,16 +6,16 @@
 #include <string>
 #include <utility>
 
-#include "link/fan_out.h"
 #include "link/link_engine.h"
+#include "link/loaded_pages.h"
 #include "link/recheck.h"
 #include "moments.h"
-#include "pages/test/frm_in_out.h"
-#include "pages/test/frm_test_cedar.h"
+#include "pages/diagnostics/frm_in_out.h"
+#include "pages/diagnostics/frm_test_cedar.h"
 #include "platform/outside.h"
-#include "platform/qt/child_window.h"
-#include "platform/qt/main_window_view.h"
-#include "platform/qt/view.h"
+#include "qt/views/view.h"
+#include "qt/window/child_window.h"
+#include "qt/window/main_window_view.h"
 #include "session.h"
 #include "shell/main_window.h"
 #include "witness.h"

@@ -7,7 +7,7 @@
 #include <fstream>
 #include <utility>
 
-#include "link/fan_out.h"
+#include "link/loaded_pages.h"
 #include "session.h"
 #include "shell/main_window.h"
 #include "wire.h"

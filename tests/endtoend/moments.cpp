@@ -1,5 +1,4 @@
 // Moments in the life of the running program.
-// See moments.h.
 #include "moments.h"
 
 #include <QAbstractButton>

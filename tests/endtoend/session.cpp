@@ -1,20 +1,20 @@
 // A technician's session over a real line.
-// See session.h.
 #include "session.h"
 
 #include <stdexcept>
 
-#include "link/fan_out.h"
 #include "link/link_engine.h"
+#include "link/loaded_pages.h"
 #include "link/recheck.h"
 #include "pages/registry.h"
 #include "platform/outside.h"
-#include "platform/qt/child_window.h"
-#include "platform/qt/main_window_view.h"
-#include "platform/qt/view.h"
+#include "qt/views/view.h"
+#include "qt/window/child_window.h"
+#include "qt/window/main_window_view.h"
 #include "shell/frm_ser.h"
 #include "shell/main_window.h"
 #include "shell/start_up.h"
+#include "shell/windows.h"
 
 namespace kestrel::testing {
 
@@ -38,10 +38,10 @@ void Session::start() {
 void Session::stop() {
     ClosePages();
     FrmSer_Unload();
-    ResetLink();
     platform.reset();  // the window lets go of its model before that goes
     setPlatform(nullptr);
-    ResetProgram();
+    process.reset();
+    process = std::make_unique<kestrel::Session>();
 }
 
 std::string Session::notice() { return MDIForm1().StatusBar1.Panels(1).Text; }

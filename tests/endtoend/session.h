@@ -12,7 +12,8 @@
 #include "installation.h"
 #include "pages/beverage/frm_tempi.h"
 #include "platform/menu.h"
-#include "platform/qt/qt_platform.h"
+#include "qt/io/qt_platform.h"
+#include "shell/session.h"
 
 namespace kestrel::testing {
 
@@ -59,6 +60,8 @@ class Session : public ::testing::Test {
     BoardProcess board;
     /// Port 2: nothing is there unless a test puts something at its path.
     const std::filesystem::path second = installation.program() / SecondLine;
+    /// The process-wide state of the program that runs here.
+    std::unique_ptr<kestrel::Session> process = std::make_unique<kestrel::Session>();
     std::unique_ptr<qt::QtPlatform> platform;
 };
 

@@ -12,9 +12,9 @@
 #include <random>
 #include <set>
 
-#include "link/fan_out.h"
-#include "pages/shell_pages/frm_password.h"
-#include "platform/qt/main_window_view.h"
+#include "link/loaded_pages.h"
+#include "pages/machine/frm_password.h"
+#include "qt/window/main_window_view.h"
 #include "session.h"
 #include "shell/configuration.h"
 #include "shell/main_window.h"

@@ -1,5 +1,4 @@
 // A line of the test's own.
-// See wire.h.
 #include "wire.h"
 
 #include <fcntl.h>

@@ -1,5 +1,4 @@
 // What a test sees of the program beside its pages.
-// See witness.h.
 #include "witness.h"
 
 #include <gtest/gtest.h>

@@ -1,5 +1,4 @@
 // The six places where bytes from outside enter.
-// See targets.h.
 #include "fuzz/targets.h"
 
 #include <algorithm>
@@ -7,12 +6,12 @@
 #include <numeric>
 #include <stdexcept>
 
+#include "language/language_files.h"
 #include "link/link_bench.h"
 #include "link/link_engine.h"
 #include "link/param_table.h"
-#include "platform/trouble.h"
+#include "platform/errors.h"
 #include "shell/configuration.h"
-#include "shell/language_files.h"
 #include "shell/language_menu.h"
 #include "shell/main_window.h"
 #include "shell/options.h"
@@ -70,19 +69,19 @@ void index(const std::uint8_t* data, std::size_t size) {
 }
 
 void language(const std::uint8_t* data, std::size_t size) {
-    ResetLanguageTable();
     testing::VirtualPlatform platform;
+    const Session session;
     const auto [reference, candidate] = twoTexts(data, size);
     platform.put("A.lng", reference);
     platform.put("B.lng", candidate);
     untilItEnds([] { LoadLanguage("A.lng"); });
     untilItEnds([] { CheckLanguageFile("A.lng", "B.lng"); });
     for (int line = 0; line <= LanguageLines; ++line) demand(LanguageTable(line).find('\n') == std::string::npos);
-    ResetLanguageTable();
 }
 
 void configuration(const std::uint8_t* data, std::size_t size) {
     testing::VirtualPlatform platform;
+    const Session session;
     const auto [own, family] = twoTexts(data, size);
     platform.put("kestrel.ini", own);
     platform.files["/family/kestrel.ini"] = family;
@@ -92,10 +91,6 @@ void configuration(const std::uint8_t* data, std::size_t size) {
     untilItEnds([] { SelectLanguage(); });
     demand(Link().ComPort >= 1 && Link().ComPort <= 9);
     demand(ActiveLanguage() == "Italiano" || ActiveLanguage() == "English");
-    ResetLink();
-    ResetMainWindow();
-    ResetLanguageTable();
-    ResetConfiguration();
 }
 
 /// Each piece is two bytes of head, how long after the last one it comes and how many bytes it has, and those bytes.

@@ -1,5 +1,4 @@
 // The link with its start-up on a scripted line.
-// See link_bench.h.
 #include "link_bench.h"
 
 #include <numeric>
@@ -57,7 +56,6 @@ std::string header(int bank, int number, int command, int period, int ofIdentity
 }  // namespace
 
 LinkBench::LinkBench() {
-    ResetProgram();
     InitBoardTables();
     platform.lines[1] = &line;
     Link().ComPort = 1;
@@ -67,8 +65,6 @@ LinkBench::LinkBench() {
                 {{1, 13}, 36}, {{1, 14}, 1},  {{1, 17}, 7}, {{2, 13}, 245}, {{2, 11}, 1}, {{2, 17}, 4}};
     putFiles();
 }
-
-LinkBench::~LinkBench() { ResetProgram(); }
 
 void LinkBench::putIdentityFile(int bank, int command) {
     std::string content;

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "platform/menu.h"
+#include "shell/session.h"
 #include "support/virtual_platform.h"
 
 namespace kestrel::testing {
@@ -26,10 +27,10 @@ class LinkBench {
     };
 
     LinkBench();
-    ~LinkBench();
 
     VirtualPlatform platform;
     ScriptedLine line;  ///< on port 1
+    Session session;
 
     // The installation: parameter files of four records a bank, all one-shot and two bytes wide, unless changed.
     std::array<std::vector<Row>, 3> rows;

@@ -5,7 +5,7 @@
 #include "link/link_engine.h"
 #include "link/param_table.h"
 #include "link_bench.h"
-#include "platform/trouble.h"
+#include "platform/errors.h"
 
 namespace kestrel::testing {
 namespace {

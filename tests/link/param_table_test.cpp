@@ -9,18 +9,16 @@
 #include "link/frames.h"
 #include "link/index_files.h"
 #include "link/recheck.h"
-#include "platform/trouble.h"
+#include "platform/errors.h"
+#include "shell/session.h"
 
 namespace kestrel {
 namespace {
 
 class ParamTableTest : public ::testing::Test {
   protected:
-    ParamTableTest() {
-        ResetParamTable();
-        SetBoardPresent(0, true);
-    }
-    ~ParamTableTest() override { ResetParamTable(); }
+    ParamTableTest() { SetBoardPresent(0, true); }
+    const Session session;
 };
 
 void watch() { ParamWatch(7); }
@@ -86,7 +84,6 @@ TEST_F(ParamTableTest, AWriteThatIsHeldIsTakenBackAsWell) {
     ParamWithdraw(7);
     EXPECT_FALSE(IsHeld(0, 7));
     EXPECT_TRUE(IsHeld(0, 8));
-    ResetRecheck();
 }
 
 TEST_F(ParamTableTest, ParameterZeroStopsTheProgramUnlessTheBoardIsAbsent) {

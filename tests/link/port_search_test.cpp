@@ -7,7 +7,7 @@
 #include "link/link_engine.h"
 #include "link/param_table.h"
 #include "link_bench.h"
-#include "platform/trouble.h"
+#include "platform/errors.h"
 
 namespace kestrel::testing {
 namespace {
@@ -128,14 +128,16 @@ TEST(PortSearch, NothingGoesIntoThePortTriedLastWhileTheBoxStands) {
 }
 
 TEST(PortSearch, WhatIsNoTroubleOfAPortEndsTheSearch) {
-    SearchBench bench;
-    bench.platform.openFailures[2] = {8022, "no trouble of a port"};
-    EXPECT_THROW(bench.search(2), RunTimeError);
+    {
+        SearchBench bench;
+        bench.platform.openFailures[2] = {8022, "no trouble of a port"};
+        EXPECT_THROW(bench.search(2), RunTimeError);
+    }
     for (const int port : {0, 5, 9}) {
-        LinkBench other;
+        LinkBench bench;
         Link().ComPort = port;
-        EXPECT_THROW(other.start(), RunTimeError) << port;
-        EXPECT_TRUE(other.line.sent.empty()) << port;
+        EXPECT_THROW(bench.start(), RunTimeError) << port;
+        EXPECT_TRUE(bench.line.sent.empty()) << port;
     }
 }
 

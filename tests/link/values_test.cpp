@@ -4,7 +4,8 @@
 
 #include "link/dates.h"
 #include "link/value_helpers.h"
-#include "platform/trouble.h"
+#include "platform/errors.h"
+#include "shell/session.h"
 #include "support/virtual_platform.h"
 
 namespace kestrel {
@@ -41,6 +42,7 @@ TEST(DayNumber, ADayThatItsMonthDoesNotHaveRunsOnAndAMonthOutsideTheYearIsAnErro
 
 TEST(Values, KeepABarInItsLimitsAndTheLabelShowsWhatTheBoardSaid) {
     testing::VirtualPlatform platform;
+    const Session session;
     platform.separator = ",";
     struct Row {
         std::int64_t value;

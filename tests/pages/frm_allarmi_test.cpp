@@ -1,10 +1,10 @@
 // The list of alarms over a bare mirror: nothing until the ring is whole, then newest first from every pointer.
 // The ring is filled as a master fills it; what the page must show is written out here.
-#include "pages/test/frm_allarmi.h"
+#include "pages/diagnostics/frm_allarmi.h"
 
 #include <gtest/gtest.h>
 
-#include "shell/language_files.h"
+#include "language/language_files.h"
 #include "support/bare_mirror.h"
 #include "support/world.h"
 
@@ -35,7 +35,7 @@ struct Alarms : ::testing::Test {
     const std::vector<ListRow>& rows() const { return page.ListView1.Rows; }
 };
 
-TEST_F(Alarms, NothingIsListedAndTheBarFillsUntilTheLastOfTheRingIsThere) {
+TEST(AlarmsAtFirst, NothingIsListedAndTheBarFillsUntilTheLastOfTheRingIsThere) {
     for (const int pointerAt : {0, 60}) {
         BareMirror fresh;
         auto& opened = fresh.load<FrmAllarmi>();

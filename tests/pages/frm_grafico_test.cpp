@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/trouble.h"
+#include "platform/errors.h"
 #include "support/bare_mirror.h"
 
 namespace kestrel::testing {

@@ -1,6 +1,6 @@
 // The three access codes on the simulated machine: what is shown, and what a commit sends for every kind of typing.
 // A code sent wrongly locks a technician out of the machine's own menu.
-#include "pages/shell_pages/frm_password.h"
+#include "pages/machine/frm_password.h"
 
 #include <gtest/gtest.h>
 

@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-#include "shell/language_files.h"
+#include "language/language_files.h"
 #include "support/bare_mirror.h"
 #include "support/writes.h"
 
@@ -27,10 +27,12 @@ TEST(FrmPresel, EachSwitchShowsItsSettingAndWritesItAndTheShadow) {
 }
 
 TEST(FrmPresel, PositionsAreNamedOnceTheProductsAreKnown) {
-    BareMirror mirror;
-    auto& loading = mirror.load<FrmPresel>();
-    loading.Form_Activate();
-    EXPECT_EQ(loading.iSwSliderX1[0].PositionLabels.get(), "0,1,2,3,4,5") << "as it was drawn";
+    {
+        BareMirror mirror;
+        auto& loading = mirror.load<FrmPresel>();
+        loading.Form_Activate();
+        EXPECT_EQ(loading.iSwSliderX1[0].PositionLabels.get(), "0,1,2,3,4,5") << "as it was drawn";
+    }
     const std::pair<std::uint32_t, const char*> cases[] = {{0, "no"}, {1, "no,1"}, {5, "no,1,2,3,4,5"}};
     for (const auto& [products, labels] : cases) {
         StartedWorld world({{1, 1156, products}});

@@ -1,6 +1,6 @@
 // The hydraulic schema: each bit on the lamp of its device, and nothing but looking.
 // The drawing itself is checked too: a lamp without a place in it would stand in a corner.
-#include "pages/test/frm_schema.h"
+#include "pages/diagnostics/frm_schema.h"
 
 #include <gtest/gtest.h>
 
@@ -8,7 +8,7 @@
 #include <fstream>
 #include <sstream>
 
-#include "pages/test/frm_test_cedar.h"
+#include "pages/diagnostics/frm_test_cedar.h"
 #include "support/bare_mirror.h"
 #include "support/layouts.h"
 #include "support/world.h"

@@ -1,6 +1,6 @@
 // The model test over a bare mirror: the pair, the zeroing of the motors, and every way in and out of the lock.
 // Motors run on this page's orders, so nothing may go out that nobody clicked.
-#include "pages/test/frm_test_cedar.h"
+#include "pages/diagnostics/frm_test_cedar.h"
 
 #include <gtest/gtest.h>
 

@@ -8,8 +8,8 @@
 #include <set>
 
 #include "pages/beverage/frm_dosi.h"
-#include "pages/test/frm_in_out.h"
-#include "pages/test/frm_test_cedar.h"
+#include "pages/diagnostics/frm_in_out.h"
+#include "pages/diagnostics/frm_test_cedar.h"
 #include "support/writes.h"
 
 namespace kestrel::testing {

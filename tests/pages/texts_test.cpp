@@ -5,8 +5,8 @@
 #include <algorithm>
 #include <sstream>
 
+#include "language/language_files.h"
 #include "program_version.h"
-#include "shell/language_files.h"
 #include "support/layouts.h"
 #include "support/world.h"
 

@@ -5,10 +5,15 @@
 #include "platform/layout.h"
 #include "platform/switches.h"
 #include "platform/timer.h"
+#include "shell/session.h"
 #include "support/virtual_platform.h"
 
 namespace kestrel::testing {
 namespace {
+
+struct Controls : ::testing::Test {
+    Session session;
+};
 
 /// One of each kind that a user can act on, in two frames, with a count of the events raised.
 struct Panel {
@@ -51,7 +56,7 @@ struct Panel {
     }
 };
 
-TEST(Controls, AUserReachesOnlyWhatIsEnabledAndVisibleInAllItsFrames) {
+TEST_F(Controls, AUserReachesOnlyWhatIsEnabledAndVisibleInAllItsFrames) {
     Panel panel;
     EXPECT_EQ(panel.slider.accessibleName(), "Water") << "by the caption in the row";
     EXPECT_EQ(panel.toggle.accessibleName(), "") << "another row";
@@ -77,7 +82,7 @@ TEST(Controls, AUserReachesOnlyWhatIsEnabledAndVisibleInAllItsFrames) {
     EXPECT_TRUE(panel.toggle.Active) << "still as the first click left it";
 }
 
-TEST(Controls, AChangeIsToldOnceAndAtOnceWhoeverMadeIt) {
+TEST_F(Controls, AChangeIsToldOnceAndAtOnceWhoeverMadeIt) {
     ScrollBar bar;
     std::vector<int> told;
     bar.OnChange([&] { told.push_back(bar.Value); });
@@ -97,7 +102,7 @@ TEST(Controls, AChangeIsToldOnceAndAtOnceWhoeverMadeIt) {
     EXPECT_EQ(told.back(), -32768);
 }
 
-TEST(Controls, ASteppedSwitchKeepsAPositionWithoutLabelAndTellsTheUsersChangesApart) {
+TEST_F(Controls, ASteppedSwitchKeepsAPositionWithoutLabelAndTellsTheUsersChangesApart) {
     RotarySwitch rotary;
     rotary.PositionLabels = "0,1,2,";
     std::vector<int> all, users;
@@ -109,7 +114,7 @@ TEST(Controls, ASteppedSwitchKeepsAPositionWithoutLabelAndTellsTheUsersChangesAp
     EXPECT_EQ(users, (std::vector{2})) << "the user has the labelled positions alone";
 }
 
-TEST(Controls, AToggleTurnsOverBeforeItsClickAndAssigningItRaisesNothing) {
+TEST_F(Controls, AToggleTurnsOverBeforeItsClickAndAssigningItRaisesNothing) {
     LedSwitch led;
     std::vector<bool> told;
     led.OnClick([&] { told.push_back(led.Active); });
@@ -120,7 +125,7 @@ TEST(Controls, AToggleTurnsOverBeforeItsClickAndAssigningItRaisesNothing) {
     EXPECT_EQ(told, (std::vector{true, false}));
 }
 
-TEST(Controls, AUsersChangeWaitsUntilThePageSetsTheControlAgain) {
+TEST_F(Controls, AUsersChangeWaitsUntilThePageSetsTheControlAgain) {
     Panel panel;
     panel.actOnAll();
     for (const Control* setting : panel.settings) EXPECT_TRUE(setting->waiting());
@@ -136,7 +141,7 @@ TEST(Controls, AUsersChangeWaitsUntilThePageSetsTheControlAgain) {
     EXPECT_FALSE(panel.bar.waiting()) << "what only chooses what is shown waits for no board";
 }
 
-TEST(Controls, WhatItsPageDoesInTheChangeItselfIsNoAnswerOfTheBoard) {
+TEST_F(Controls, WhatItsPageDoesInTheChangeItselfIsNoAnswerOfTheBoard) {
     Panel panel;
     panel.toggle.OnClick([&] { panel.toggle.Active = false; });
     panel.box.OnLostFocus([&] { panel.box.Text = "12"; });
@@ -162,6 +167,7 @@ TEST(Timers, AreRestartedByOffAndOnOrANewIntervalAlone) {
     };
     for (const auto& [act, expected] : rows) {
         VirtualPlatform platform;
+        const Session session;
         std::vector<Micros> fired;
         Timer timer{100};
         timer.OnTimer([&] { fired.push_back(platform.now()); });

@@ -1,5 +1,4 @@
 // A client of the accessibility bus that asks anything of anything.
-// See accessible_client.h.
 #include "accessible_client.h"
 
 #include <QRect>

@@ -7,10 +7,10 @@
 #include <fstream>
 
 #include "accessible_client.h"
-#include "pages/controls/frm_controls.h"
-#include "platform/qt/words.h"
+#include "gallery/frm_controls.h"
+#include "language/language_files.h"
+#include "qt/window/words.h"
 #include "screen_fixture.h"
-#include "shell/language_files.h"
 #include "view_fixture.h"
 
 namespace kestrel::qt::testing {
@@ -103,7 +103,6 @@ TEST_F(Accessibility, TakesItsWordsFromTheSectionOfTheWindowWhateverItIsCalled) 
         EXPECT_EQ(word(Word::NextWindow).toStdString(), expected) << mark;
         EXPECT_EQ(word(Word::Tile), QStringLiteral("Tile")) << "beyond the end of the file";
     }
-    ResetLanguageTable();
 }
 
 class AccessibleBus : public ScreenTest {

@@ -13,13 +13,13 @@
 #include <set>
 
 #include "drawn_texts.h"
-#include "platform/qt/bar_view.h"
-#include "platform/qt/canvas_view.h"
-#include "platform/qt/group_view.h"
-#include "platform/qt/label_view.h"
-#include "platform/qt/message_boxes.h"
+#include "language/language_files.h"
+#include "qt/views/bar_view.h"
+#include "qt/views/canvas_view.h"
+#include "qt/views/group_view.h"
+#include "qt/views/label_view.h"
+#include "qt/window/message_boxes.h"
 #include "screen_fixture.h"
-#include "shell/language_files.h"
 #include "support/processor_time.h"
 #include "view_fixture.h"
 

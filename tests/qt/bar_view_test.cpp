@@ -1,5 +1,5 @@
 // Bars under the user's hand: however it is moved, a gesture writes one value to the board, and none by accident.
-#include "platform/qt/bar_view.h"
+#include "qt/views/bar_view.h"
 
 #include <QWheelEvent>
 

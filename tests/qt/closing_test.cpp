@@ -10,11 +10,11 @@
 #include <QTest>
 #include <optional>
 
-#include "platform/qt/child_window.h"
-#include "platform/qt/main_window_view.h"
-#include "platform/qt/qt_platform.h"
-#include "platform/qt/view.h"
 #include "platform/switches.h"
+#include "qt/io/qt_platform.h"
+#include "qt/views/view.h"
+#include "qt/window/child_window.h"
+#include "qt/window/main_window_view.h"
 #include "shell/main_window.h"
 
 namespace kestrel::qt {
@@ -43,7 +43,6 @@ class PageOfInputs : public Window {
 class Closing : public ::testing::Test {
   protected:
     Closing() {
-        ResetMainWindow();
         setPlatform(&platform);
         QAccessible::setActive(true);  // a screen reader hears what a view says while it goes
         view().resize(800, 600);

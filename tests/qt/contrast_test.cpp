@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <map>
 
-#include "pages/controls/frm_controls.h"
-#include "platform/qt/label_view.h"
-#include "platform/qt/lamp_pictures.h"
-#include "platform/qt/palette.h"
+#include "gallery/frm_controls.h"
+#include "qt/style/palette.h"
+#include "qt/views/label_view.h"
+#include "qt/views/lamp_pictures.h"
 #include "view_fixture.h"
 
 namespace kestrel::qt::testing {

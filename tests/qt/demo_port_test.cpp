@@ -1,13 +1,13 @@
 // The demo's serial port: to the link it must behave like a real one, down to a pulled plug.
 // The machine is the one of the installation, in real time.
-#include "platform/qt/demo_port.h"
+#include "qt/io/demo_port.h"
 
 #include <gtest/gtest.h>
 
 #include <QTest>
 
-#include "platform/qt/qt_platform.h"
-#include "platform/trouble.h"
+#include "platform/errors.h"
+#include "qt/io/qt_platform.h"
 
 namespace kestrel::qt {
 namespace {

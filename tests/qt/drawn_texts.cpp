@@ -1,5 +1,4 @@
 // A paint device that keeps the texts and forgets all else.
-// See drawn_texts.h.
 #include "drawn_texts.h"
 
 #include <gtest/gtest.h>

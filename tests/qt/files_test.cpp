@@ -1,6 +1,6 @@
 // Files: a saved configuration is whole or untouched, whatever goes wrong, and a failure says what and why.
 // Each test works in a directory of its own.
-#include "platform/qt/files.h"
+#include "qt/io/files.h"
 
 #include <gtest/gtest.h>
 #include <sys/resource.h>
@@ -12,7 +12,7 @@
 #include <fstream>
 #include <iterator>
 
-#include "platform/trouble.h"
+#include "platform/errors.h"
 
 namespace kestrel::qt {
 namespace {

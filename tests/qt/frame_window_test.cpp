@@ -12,9 +12,9 @@
 #include <map>
 #include <memory>
 
-#include "platform/qt/child_window.h"
-#include "platform/qt/main_window_view.h"
-#include "platform/qt/qt_platform.h"
+#include "qt/io/qt_platform.h"
+#include "qt/window/child_window.h"
+#include "qt/window/main_window_view.h"
 #include "shell/main_window.h"
 
 namespace kestrel::qt {
@@ -33,7 +33,6 @@ class SmallPage : public Window {
 class FrameWindow : public ::testing::Test {
   protected:
     FrameWindow() {
-        ResetMainWindow();
         setPlatform(&platform);
         view().resize(800, 600);
         platform.showMainWindow();

@@ -1,6 +1,6 @@
 // Message boxes: one at a time, and the key that is pressed without reading destroys nothing.
 // The user is played from the event loop that the box itself runs.
-#include "platform/qt/message_boxes.h"
+#include "qt/window/message_boxes.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 // Keys of menu entries: every entry must be reachable by a letter of its own, in any language.
 // Captions are those of whatever language file is loaded.
-#include "platform/qt/mnemonics.h"
+#include "qt/window/mnemonics.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 // Pages as widgets: everything can be reached and used by keys, nothing is cut off, and a value that arrives
 // disturbs nothing but its own control.
-#include "platform/qt/page_view.h"
+#include "qt/window/page_view.h"
 
 #include <QPointer>
 #include <QScrollArea>
@@ -9,8 +9,8 @@
 #include <set>
 
 #include "drawn_texts.h"
-#include "pages/controls/frm_controls.h"
-#include "platform/qt/pictures.h"
+#include "gallery/frm_controls.h"
+#include "qt/views/pictures.h"
 #include "view_fixture.h"
 
 namespace kestrel::qt::testing {

@@ -10,10 +10,10 @@
 #include <vector>
 
 #include "link/param_table.h"
-#include "platform/qt/child_window.h"
-#include "platform/qt/main_window_view.h"
-#include "platform/qt/pictures.h"
-#include "platform/qt/style.h"
+#include "qt/style/style.h"
+#include "qt/views/pictures.h"
+#include "qt/window/child_window.h"
+#include "qt/window/main_window_view.h"
 #include "shell/main_window.h"
 #include "support/world.h"
 #include "view_fixture.h"

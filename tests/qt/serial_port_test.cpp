@@ -1,6 +1,6 @@
 // The real serial port: what a technician sees when it cannot be opened, and what happens when it goes away.
 // The line is a pseudo-terminal; the program's side is the control as the link uses it.
-#include "platform/qt/qt_serial_port.h"
+#include "qt/io/qt_serial_port.h"
 
 #include <fcntl.h>
 #include <grp.h>
@@ -25,9 +25,9 @@
 #include <fstream>
 #include <thread>
 
-#include "platform/qt/port_devices.h"
-#include "platform/qt/qt_platform.h"
-#include "platform/trouble.h"
+#include "platform/errors.h"
+#include "qt/io/port_devices.h"
+#include "qt/io/qt_platform.h"
 #include "support/processor_time.h"
 
 namespace kestrel {

@@ -5,8 +5,8 @@
 
 #include "platform/displays.h"
 #include "platform/outside.h"
-#include "platform/qt/palette.h"
 #include "platform/switches.h"
+#include "qt/style/palette.h"
 #include "view_fixture.h"
 
 namespace kestrel::qt::testing {
@@ -29,7 +29,6 @@ class Standing : public ViewTest {
                           Row{lamp, round, ledBar, number, clock, gauge}};
         });
     }
-    ~Standing() override { ResetOutside(); }
 
     /// Other values than those that the controls have had from the beginning.
     void changeAll() {

@@ -3,7 +3,7 @@
 #include <numeric>
 
 #include "platform/displays.h"
-#include "platform/qt/strip_chart_view.h"
+#include "qt/views/strip_chart_view.h"
 #include "view_fixture.h"
 
 namespace kestrel::qt::testing {

@@ -2,9 +2,9 @@
 #include <QKeyEvent>
 #include <QMenu>
 
-#include "platform/qt/gesture.h"
-#include "platform/qt/slider_view.h"
 #include "platform/switches.h"
+#include "qt/views/gesture.h"
+#include "qt/views/slider_view.h"
 #include "view_fixture.h"
 
 namespace kestrel::qt::testing {

@@ -1,5 +1,5 @@
 // Text boxes: what is typed reaches the page when it is committed, once, and never when it is given up.
-#include "platform/qt/text_box_view.h"
+#include "qt/views/text_box_view.h"
 
 #include "view_fixture.h"
 

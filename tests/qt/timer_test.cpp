@@ -9,7 +9,7 @@
 #include <algorithm>
 #include <vector>
 
-#include "platform/qt/qt_platform.h"
+#include "qt/io/qt_platform.h"
 
 namespace kestrel {
 namespace {

@@ -10,11 +10,11 @@
 #include <memory>
 #include <vector>
 
-#include "platform/qt/page_view.h"
-#include "platform/qt/qt_platform.h"
-#include "platform/qt/style.h"
-#include "platform/qt/view.h"
 #include "platform/window.h"
+#include "qt/io/qt_platform.h"
+#include "qt/style/style.h"
+#include "qt/views/view.h"
+#include "qt/window/page_view.h"
 
 namespace kestrel::qt::testing {
 

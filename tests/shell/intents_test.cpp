@@ -4,8 +4,8 @@
 
 #include "link/leaving.h"
 #include "link/link_engine.h"
+#include "pages/diagnostics/frm_in_out.h"
 #include "pages/payment/frm_prezzi.h"
-#include "pages/test/frm_in_out.h"
 #include "platform/outside.h"
 #include "shell/windows.h"
 #include "support/writes.h"

@@ -2,10 +2,13 @@
 // A refused file must leave the old language whole.
 #include <gtest/gtest.h>
 
+#include <optional>
+
+#include "language/language_files.h"
 #include "shell/configuration.h"
-#include "shell/language_files.h"
 #include "shell/language_menu.h"
 #include "shell/main_window.h"
+#include "shell/session.h"
 #include "support/world.h"
 
 namespace kestrel {
@@ -16,9 +19,8 @@ using testing::VirtualPlatform;
 using testing::World;
 
 struct Languages : ::testing::Test {
-    Languages() { ResetProgram(); }
-    ~Languages() override { ResetProgram(); }
     VirtualPlatform platform;
+    std::optional<Session> session{std::in_place};
 
     static MenuItem& entry(int i) { return MDIForm1().smnuLingue(i); }
     void putNumbered(int files) {
@@ -39,7 +41,7 @@ TEST_F(Languages, WithoutAnyFileTheProgramSaysSoAndEnds) {
 
 TEST_F(Languages, FillTheMenuAndTheEleventhFileNeverAppears) {
     for (const int files : {3, 11}) {
-        ResetProgram();
+        session.emplace();
         putNumbered(files);
         platform.put(".lng", "nobody's");
         SelectLanguage();
@@ -54,7 +56,7 @@ TEST_F(Languages, TheConfiguredOneIsTakenButNeverTheTenth) {
     putNumbered(10);
     const std::pair<const char*, int> cases[] = {{"c", 2}, {"i", 8}, {"j", 0}, {"", 0}, {"unknown", 0}};
     for (const auto& [configured, taken] : cases) {
-        ResetProgram();
+        session.emplace();
         ActiveLanguage() = configured;
         SelectLanguage();
         EXPECT_EQ(ActiveLanguage(), entry(taken).Caption.get()) << configured;

@@ -2,9 +2,9 @@
 // Clicks go through the menu's entries, as a user's do.
 #include <gtest/gtest.h>
 
+#include "language/language_files.h"
 #include "link/link_engine.h"
 #include "link/param_table.h"
-#include "shell/language_files.h"
 #include "shell/main_window.h"
 #include "support/watches.h"
 #include "support/world.h"

@@ -1,9 +1,8 @@
 // What must hold after every event of a simulated run.
-// See checks.h.
 #include "simulation/checks.h"
 
-#include "link/fan_out.h"
 #include "link/link_engine.h"
+#include "link/loaded_pages.h"
 #include "link/recheck.h"
 #include "platform/outside.h"
 #include "simulator/receiver.h"
@@ -11,8 +10,6 @@
 namespace kestrel::testing {
 
 namespace {
-
-Checks* listening = nullptr;
 
 constexpr int SendsAllowed = 5;
 constexpr int TimersOfProgram = 16;
@@ -43,12 +40,10 @@ std::array<const Timer*, reference::Model::ClockCount> linkTimers() {
 
 Checks::Checks(VirtualPlatform& platform, FaultLine& line)
     : ledger(platform, line, counts), platform_(platform), line_(line) {
-    listening = this;
+    SetObserver(this);
 }
 
-Checks::~Checks() { listening = nullptr; }
-
-Checks* Checks::present() { return listening; }
+Checks::~Checks() { SetObserver(nullptr); }
 
 void Checks::trace(std::int64_t value) {
     traceHash = (traceHash ^ static_cast<std::uint64_t>(value)) * 1099511628211ULL;
@@ -90,7 +85,7 @@ void Checks::beforeLoss() {
     if (beginLinkEvent()) model_.portLost();
 }
 
-void Checks::beforeQuestion() {
+void Checks::askingIdentity() {
     sends_ = 0;
     if (clock_ == Clock::Tick) return;  // after an interruption the model asks by itself
     if (!following_) opened_ = platform_.opened;
@@ -100,7 +95,7 @@ void Checks::beforeQuestion() {
     model_.askIdentity(platform_.now(), questionAsked());
 }
 
-void Checks::closed() {
+void Checks::exchangeGivenUp() {
     if (following_) model_.closeExchange();
 }
 
@@ -128,13 +123,13 @@ bool Checks::isShort() const { return platform_.now() - begun_ < WholeExchange; 
 
 // ---- What pages do.
 
-void Checks::watched(int index) {
+void Checks::recordWatched(int index) {
     model_.currentBank = CurrentBank;
     model_.watch(index);
     compareRecord(CurrentBank, index);
 }
 
-void Checks::released(int index) {
+void Checks::recordReleased(int index) {
     model_.currentBank = CurrentBank;
     model_.release(index);
     compareRecord(CurrentBank, index);
@@ -142,19 +137,19 @@ void Checks::released(int index) {
     if ((flags & flag::WriteDue) && !(flags & flag::Pending)) ++counts[OrphanWrites];
 }
 
-void Checks::written(int index, std::uint32_t value) {
+void Checks::recordWritten(int index, std::uint32_t value) {
     const int bank = std::exchange(model_.currentBank, CurrentBank);
     model_.write(index, value);
     if (clock_ == Clock::Tick) model_.currentBank = bank;  // what was held is given back before the scan
     ledger.written({CurrentBank, index}, value);
 }
 
-void Checks::withdrawn(int index) {
+void Checks::withdrawingRecord(int index) {
     model_.withdraw(CurrentBank, index);
     ledger.withdrawn({CurrentBank, index});
 }
 
-void Checks::telling(const Page& page, int index, ParamValue value) {
+void Checks::tellingPage(const Page& page, int index, ParamValue value) {
     if (told_.empty() && (ParamFlags(CurrentBank, index) & flag::WriteDue)) {
         ++counts[OverwrittenEdits];
         require(!isShort(), "an exchange of 150 ms overwrites no edit", Place{CurrentBank, index});
@@ -164,7 +159,7 @@ void Checks::telling(const Page& page, int index, ParamValue value) {
     told_.push_back({&page, index, value});
 }
 
-void Checks::told() {
+void Checks::pageTold(const Page& /*page*/) {
     ledger.told();
     bankLeft_ = CurrentBank;
 }

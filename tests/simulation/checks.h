@@ -9,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "link/observer.h"
 #include "link/page.h"
 #include "link/param_table.h"
 #include "platform/timer.h"
@@ -24,33 +25,34 @@ using Clock = reference::Model::Clock;
 /// The timers of the link that the model has too.
 std::array<const Timer*, reference::Model::ClockCount> linkTimers();
 
-class Checks {
+class Checks : public LinkObserver {
   public:
     Checks(VirtualPlatform& platform, FaultLine& line);
-    ~Checks();
-    /// The one that listens, or null.
-    static Checks* present();
+    ~Checks() override;
+    Checks(const Checks&) = delete;
+    Checks& operator=(const Checks&) = delete;
 
     // What happens, told before the program does it.
     void beforeTimer(Clock clock);  ///< ClockCount: any other timer
     void beforeArrival(const Bytes& bytes);
     void beforeLoss();
-    void beforeQuestion();  ///< of identification
-    void closed();          ///< an exchange of identification, given up or not
     void sending(const Bytes& frame);
-    // Round the program's own calls; here() is where nothing is to be done.
-    void here() const {}
-    void watched(int index);
-    void released(int index);
-    void written(int index, std::uint32_t value);
-    void withdrawn(int index);
-    void startsAnew();
-    void telling(const Page& page, int index, ParamValue value);
-    void told();
+    // What the program does.
+    void searchingPort() override { searching_ = true; }
+    void portOpened() override;
+    void readingIndexFiles() override;
+    void startedAnew() override { started(); }
+    void askingIdentity() override;
+    void exchangeGivenUp() override;
+    void recordWatched(int index) override;
+    void recordReleased(int index) override;
+    void recordWritten(int index, std::uint32_t value) override;
+    void withdrawingRecord(int index) override;
+    void loadingPage(const Page& page) override { ledger.opens(page); }
+    void tellingPage(const Page& page, int index, ParamValue value) override;
+    void pageTold(const Page& page) override;
     // What the runner does.
     void started();
-    void searching() { searching_ = true; }
-    void searched();
     bool isSearching() const { return searching_; }
     /// The machine on which the program last started.
     std::size_t home() const { return home_; }

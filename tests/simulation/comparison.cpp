@@ -1,5 +1,4 @@
 // Equality of the program with the reference model, which is given the same files, after every event.
-// See checks.h.
 #include <cstring>
 
 #include "link/changes.h"
@@ -39,7 +38,7 @@ void Checks::started() {
 }
 
 /// The tables have been emptied: the boards that are there now are asked as at the start.
-void Checks::startsAnew() {
+void Checks::readingIndexFiles() {
     if (!loaded_) return;
     loaded_ = false;
     model_.startAnew();
@@ -87,7 +86,7 @@ std::uint32_t Checks::addressOf(int bank, int index) const {
     return record.addr0 | record.addr1 * 256U | record.addr2 * 65536U;
 }
 
-void Checks::searched() {
+void Checks::portOpened() {
     searching_ = false;
     blocked();
     if (!following_) return;

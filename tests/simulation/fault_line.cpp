@@ -1,5 +1,4 @@
 // The line to the simulated machine of a run.
-// See fault_line.h.
 #include "simulation/fault_line.h"
 
 #include <algorithm>

@@ -1,14 +1,13 @@
 // The ledger of intents.
-// See ledger.h.
 #include "simulation/ledger.h"
 
 #include <algorithm>
 
-#include "link/fan_out.h"
 #include "link/link_engine.h"
+#include "link/loaded_pages.h"
 #include "link/recheck.h"
 #include "pages/beverage/frm_dosi.h"
-#include "pages/test/frm_test_cedar.h"
+#include "pages/diagnostics/frm_test_cedar.h"
 #include "simulation/require.h"
 
 namespace kestrel::testing {

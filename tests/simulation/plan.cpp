@@ -1,5 +1,4 @@
 // What one simulated run is made of.
-// See plan.h.
 #include "simulation/plan.h"
 
 #include <algorithm>

@@ -1,5 +1,4 @@
 // Plays one plan from the start of the program to its end.
-// See play.h.
 #include "simulation/play.h"
 
 #include <map>
@@ -7,7 +6,8 @@
 
 #include "link/link_engine.h"
 #include "pages/registry.h"
-#include "platform/trouble.h"
+#include "platform/errors.h"
+#include "shell/session.h"
 #include "shell/start_up.h"
 #include "shell/windows.h"
 #include "simulation/random_user.h"
@@ -28,16 +28,15 @@ using Agenda = std::multimap<Micros, std::pair<std::string, int>>;
 class Player {
   public:
     explicit Player(const Plan& plan) : plan_(plan), stage_(plan_), line_(plan_), user_(plan_) {
-        ResetProgram();
         RegisterPages(withSmallPage(AllPages()));
         stage_.lines[1] = stage_.lines[2] = &line_;
+        stage_.checks = &checks_;
         line_.onSend = [this](const Bytes& frame) { checks_.sending(frame); };
         line_.onHeard = [this](const simulator::Exchange& exchange) { checks_.ledger.heard(exchange); };
         stage_.beforeArrival = [this](const Bytes& bytes) { checks_.beforeArrival(bytes); };
         stage_.beforeLoss = [this] { checks_.beforeLoss(); };
         stage_.afterEvent = [this] { afterEvent(); };
     }
-    ~Player() { ResetProgram(); }
 
     Outcome outcome() {
         Outcome result;
@@ -158,6 +157,7 @@ class Player {
     const Plan plan_;
     Stage stage_;
     FaultLine line_;
+    Session session_;
     Checks checks_{stage_, line_};
     RandomUser user_;
     Rest rest_{plan_, stage_, line_, checks_};

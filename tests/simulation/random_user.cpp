@@ -1,10 +1,9 @@
 // A user who does anything that can be done.
-// See random_user.h.
 #include "simulation/random_user.h"
 
 #include <array>
 
-#include "link/fan_out.h"
+#include "link/loaded_pages.h"
 #include "platform/displays.h"
 #include "platform/outside.h"
 #include "platform/switches.h"

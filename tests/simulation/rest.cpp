@@ -1,12 +1,11 @@
 // What must hold when the trouble is over.
-// See rest.h.
 #include "simulation/rest.h"
 
 #include <algorithm>
 #include <set>
 
-#include "link/fan_out.h"
 #include "link/link_engine.h"
+#include "link/loaded_pages.h"
 #include "link/param_table.h"
 #include "link/recheck.h"
 #include "pages/beverage/recipe.h"
@@ -37,7 +36,7 @@ using Records = std::set<std::pair<int, int>>;
 /// Pages that by their rules show what the user did there, and not only what the boards hold; and a running test, whose
 /// outputs go off when it runs out.
 bool showsMoreThanTheBoards(const Page& page) {
-    static const std::set<std::string> names = {"FrmControls", "FrmOrologio", "FrmTestCedar"};
+    static const std::set<std::string> names = {"FrmOrologio", "FrmTestCedar"};
     const bool testing = ParamRead(1297, 1) != 0 || ParamRead(290, 2) != 0;
     return names.contains(page.name()) || (page.name() == "FrmInOut" && testing);
 }
@@ -94,8 +93,7 @@ const Records& leftByUnlikeLists() {
         }
         addWatched(left);
         // The page of doses keeps every selection that was chosen by its key.
-        for (int selection = 0; selection < RecipeSelections; ++selection)
-            EachParameterOfSelection(selection, WatchAll);
+        for (int selection = 0; selection < RecipeSelections; ++selection) EachParameterOfSelection(selection, Watch);
         addWatched(left);
         return left;
     }();
@@ -191,7 +189,6 @@ void Rest::compareWithBoards() const {
 
 void Rest::nothingWaits() const {
     for (Page* page : LoadedPages()) {
-        if (page->name() == "FrmControls") continue;  // which shows the mark
         for (const Control* control : controlsOf(*page))
             require(!control->waiting() || !control->usable(), "no control waits at rest", page->name(), " ",
                     control->accessibleName());

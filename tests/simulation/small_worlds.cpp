@@ -1,8 +1,7 @@
 // Worlds so small that they can be played out in full.
-// See small_worlds.h.
 #include "simulation/small_worlds.h"
 
-#include "link/fan_out.h"
+#include "link/loaded_pages.h"
 #include "link/subscriptions.h"
 #include "link/value_helpers.h"
 #include "shell/main_window.h"

@@ -1,11 +1,10 @@
 // The machine under the program in a simulated run.
-// See stage.h.
 #include "simulation/stage.h"
 
 #include <set>
 
 #include "link/link_engine.h"
-#include "platform/trouble.h"
+#include "platform/errors.h"
 
 namespace kestrel::testing {
 
@@ -59,8 +58,8 @@ std::unique_ptr<TimerBackend> Stage::makeTimer(std::function<void()> onExpiry) {
     std::size_t clock = 0;
     while (clock < known_.size() && (known_[clock] || !linkTimers()[clock]->Enabled)) ++clock;
     if (clock < known_.size()) known_[clock] = true;
-    return VirtualPlatform::makeTimer([clock, onExpiry = std::move(onExpiry)] {
-        if (Checks::present()) Checks::present()->beforeTimer(static_cast<Clock>(clock));
+    return VirtualPlatform::makeTimer([this, clock, onExpiry = std::move(onExpiry)] {
+        checks->beforeTimer(static_cast<Clock>(clock));
         onExpiry();
     });
 }
@@ -90,15 +89,15 @@ Message::Answer Stage::showMessage(const Message& message) {
     require(isKnown(message), "boxes have known texts", message.title, ": ", message.text);
     require(!boxOpen_, "one box at a time", message.text, " over ", lastBox);
     boxOpen_ = true;
-    Checks::present()->ledger.boxOpens();
+    checks->ledger.boxOpens();
     lastBox = message.text;
-    ++Checks::present()->counts[Boxes];
+    ++checks->counts[Boxes];
     // While ports are being searched the link is in the middle of an act, which the model does not follow.
-    if (started && !Checks::present()->isSearching())
+    if (started && !checks->isSearching())
         for (auto events = answers_.between(0, 60); events > 0; --events) step();
     boxOpen_ = false;
     const Message::Answer answer = answerTo(message);
-    Checks::present()->ledger.answered(message, answer);
+    checks->ledger.answered(message, answer);
     return answer;
 }
 

@@ -23,7 +23,8 @@ class Stage : public VirtualPlatform {
     bool begin(const std::string& incident, Dice& random);
     bool diskIsSpoiled() const { return diskIsSpoiled_; }
 
-    bool started = false;  ///< from now on events go on under a box
+    Checks* checks = nullptr;  ///< who is told; to be set before the program starts
+    bool started = false;      ///< from now on events go on under a box
     std::string lastBox;
 
   private:

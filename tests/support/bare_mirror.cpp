@@ -1,10 +1,8 @@
 // Pages over a mirror without a line.
-// See bare_mirror.h.
 #include "support/bare_mirror.h"
 
+#include "language/language_files.h"
 #include "link/param_table.h"
-#include "shell/language_files.h"
-#include "shell/start_up.h"
 #include "support/world.h"
 
 namespace kestrel::testing {
@@ -28,7 +26,6 @@ void becomesFresh(int bank, int parameter) {
 }  // namespace
 
 BareMirror::BareMirror() {
-    ResetProgram();
     platform.install(InstallationDirectory());
     LoadLanguage("English.lng");
     for (int bank = 0; bank < Banks; ++bank) {
@@ -36,8 +33,6 @@ BareMirror::BareMirror() {
         for (int n = 1; n < Used; ++n) ParamTable(bank, n).Command = Highest;
     }
 }
-
-BareMirror::~BareMirror() { ResetProgram(); }
 
 void BareMirror::arrive(int bank, int parameter, std::uint32_t value) {
     StoreValue(ParamTable(bank, parameter), value);

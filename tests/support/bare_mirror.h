@@ -6,7 +6,8 @@
 #include <memory>
 #include <utility>
 
-#include "link/fan_out.h"
+#include "link/loaded_pages.h"
+#include "shell/session.h"
 #include "support/board_value.h"
 #include "support/virtual_platform.h"
 
@@ -16,9 +17,9 @@ class BareMirror {
   public:
     /// The texts are the English ones. Every parameter is as wide as a write.
     BareMirror();
-    ~BareMirror();
 
     VirtualPlatform platform;
+    Session session;
 
     template <class P, class... Arguments>
     P& load(Arguments&&... arguments) {

@@ -6,7 +6,7 @@
 
 #include <algorithm>
 
-#include "pages/test/frm_in_out.h"
+#include "pages/diagnostics/frm_in_out.h"
 #include "support/bare_mirror.h"
 
 namespace kestrel::testing {

@@ -1,5 +1,4 @@
 // What stands on the other end of the serial line in a test.
-// See line.h.
 #include "support/line.h"
 
 #include <algorithm>

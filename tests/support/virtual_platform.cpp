@@ -1,5 +1,4 @@
 // The machine under the program in tests.
-// See virtual_platform.h.
 #include "support/virtual_platform.h"
 
 #include <algorithm>
@@ -7,7 +6,7 @@
 #include <iterator>
 #include <stdexcept>
 
-#include "platform/trouble.h"
+#include "platform/errors.h"
 #include "platform/window.h"
 
 namespace kestrel::testing {

@@ -1,5 +1,4 @@
 // The whole program on a simulated machine, in virtual time.
-// See world.h.
 #include "support/world.h"
 
 #include "link/link_engine.h"
@@ -9,13 +8,10 @@
 namespace kestrel::testing {
 
 World::World(simulator::MachineOptions options) : line(options) {
-    ResetProgram();
     platform.install(InstallationDirectory());
     platform.lines[1] = &line;
     RegisterPages(AllPages());
 }
-
-World::~World() { ResetProgram(); }
 
 simulator::MachineOptions World::still(bool hotDrinkBoard, bool sectorBoard) {
     simulator::MachineOptions options;

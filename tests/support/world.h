@@ -5,9 +5,11 @@
 #include <initializer_list>
 #include <string>
 
-#include "link/fan_out.h"
+#include "link/loaded_pages.h"
 #include "pages/registry.h"
+#include "shell/session.h"
 #include "shell/start_up.h"
+#include "shell/windows.h"
 #include "simulator/machine.h"
 #include "support/board_value.h"
 #include "support/virtual_platform.h"
@@ -19,13 +21,13 @@ class World {
     /// The installation is the one that the build made; the machine does nothing by itself unless asked to.
     explicit World(simulator::MachineOptions options);
     World() : World(still()) {}
-    ~World();
 
     static simulator::MachineOptions still(bool hotDrinkBoard = true, bool sectorBoard = true);
 
     VirtualPlatform platform;
     MachineLine line;
     simulator::Machine& machine = line.machine;
+    Session session;
 
     /// Starts the program: configuration, language, boards. The machine is on port 1.
     void start();

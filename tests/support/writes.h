@@ -9,7 +9,7 @@
 
 #include "link/link_engine.h"
 #include "link/param_table.h"
-#include "platform/controls.h"
+#include "platform/basic_controls.h"
 #include "platform/switches.h"
 #include "support/world.h"
 

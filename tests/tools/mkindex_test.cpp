@@ -12,9 +12,11 @@ namespace {
 using kestrel::testing::Arguments;
 
 constexpr Layout params = Layout::Parameters;
-constexpr Layout ident = Layout::Identity;
-const std::string parameterHeader = "number|name|width|refresh|address|preload|meaning\n";
+const std::string parameterHeader = "name|width|refresh|address|preload\n";
 const std::string identityHeader = "number|name|width|refresh|address|meaning\n";
+const std::string catalogueHeader = "number|name|copy|unit|scale|group|meaning\n";
+const std::string catalogueRows =
+    "1|a||||status|m\n2..4|coin[1..3]|12..14|||status|m\n6..7|lamp[0..1]||||status|m\n9|last||||status|m\n";
 
 /// A table as its file holds it; in the tests | stands for the tab between two columns.
 std::string tabbed(std::string text) {
@@ -22,76 +24,114 @@ std::string tabbed(std::string text) {
     return text;
 }
 
-Table tableOf(const std::string& text, Layout layout = params) {
+/// Which of the three kinds of table a text is.
+enum class Kind { Identity, Parameters, Catalogue };
+constexpr Kind ident = Kind::Identity;
+constexpr Kind param = Kind::Parameters;
+constexpr Kind catal = Kind::Catalogue;
+
+tables::Catalogue catalogueOf(const std::string& text) {
     std::istringstream in(tabbed(text));
-    return readTable(in, layout);
+    return tables::readCatalogue(in);
 }
 
-std::string allProblems(const Table& table) {
-    std::string text;
-    for (const Problem& problem : table.problems) text += std::to_string(problem.line) + ": " + problem.text + '\n';
-    return text;
+Table tableOf(const std::string& text, Kind kind) {
+    std::istringstream in(tabbed(text));
+    if (kind == ident) return readIdentityTable(in);
+    return readParameterTable(in, catalogueOf(catalogueHeader + catalogueRows));
+}
+
+std::string problemsOf(const std::string& text, Kind kind) {
+    std::string told;
+    for (const auto& [line, problem] : kind == catal ? catalogueOf(text).problems : tableOf(text, kind).problems)
+        told += std::to_string(line) + ": " + problem + '\n';
+    return told;
 }
 
 struct BadTable {
-    Layout layout;
+    Kind kind;
     const char* rows;  // below the header, which is line 1
     const char* complaint;
 };
 
 const BadTable badTables[] = {
-    {params, "1|a|1|0|000010|m\n", "2: 7 columns are needed, this row has 6\n"},
+    {param, "a|1|0|000010\n", "2: 5 columns are needed, this row has 4\n"},
     {ident, "1|a|1|0|000010|0|m\n", "2: 6 columns are needed, this row has 7\n"},
-    {params, "x|a|1|0|000010|0|m\n", "2: number \"x\" is neither N nor N..M\n"},
-    {params, "5..4|a[1..2]|1|0|000010|0|m\n", "2: number \"5..4\" is neither N nor N..M\n"},
-    {params, "0|a|1|0|000010|0|m\n", "2: number \"0\" is not within 1 to 32766\n"},
-    {params, "32767|a|1|0|000010|0|m\n", "2: number \"32767\" is not within 1 to 32766\n"},
-    {params, "1..2000000000|a[1..2]|1|0|000010|0|m\n", "2: number \"1..2000000000\" is not within 1 to 32766\n"},
+    {ident, "1..2|a|1|0|000010|m\n", "2: number \"1..2\" is none\n"},
+    {ident, "0|a|1|0|000010|m\n", "2: number \"0\" is not within 1 to 20\n"},
     {ident, "21|a|1|0|000010|m\n", "2: number \"21\" is not within 1 to 20\n"},
-    {params, "7|a|1|0|000010|0|m\n# why not\n6|b|1|0|000011|0|m\n", "4: number 6 does not come after 7\n"},
-    {params, "1..4|a[1..4]|1|0|000010|0|m\n4|b|1|0|000020|0|m\n", "3: number 4 does not come after 4\n"},
-    {params, "1|a|1|0|000010|0|m\n2|a|1|0|000011|0|m\n", "3: name \"a\" stands twice\n"},
-    {params, "1..2|a[1..2]|1|0|000010|0|m\n3..4|a[2..3]|1|0|000020|0|m\n", "3: name \"a[2]\" stands twice\n"},
-    {params, "1||1|0|000010|0|m\n", "2: name \"\" may have only small letters, digits, underscores and dots\n"},
-    {params, "1|A b|1|0|000010|0|m\n", "2: name \"A b\" may have only small letters, digits, underscores and dots\n"},
-    {params, "1..2|a[1..2|1|0|000010|0|m\n", "2: name \"a[1..2\" does not end in indices like [1..8]\n"},
-    {params, "1..3|a[1..2]|1|0|000010|0|m\n", "2: name \"a[1..2]\" stands for 2 parameters, the row for 3\n"},
-    {params, "1|a|3|0|000010|0|m\n", "2: width \"3\" is not 1, 2 or 4\n"},
-    {params, "1|a|1|16|000010|0|m\n", "2: refresh \"16\" is not within 0 to 15\n"},
-    {params, "1|a|1|-1|000010|0|m\n", "2: refresh \"-1\" is not within 0 to 15\n"},
-    {params, "1|a|1|0|0010|0|m\n", "2: address \"0010\" is not six hexadecimal digits\n"},
-    {params, "1|a|1|0|0x0010|0|m\n", "2: address \"0x0010\" is not six hexadecimal digits\n"},
-    {params, "1|a|2|0|FFFFFF|0|m\n", "2: the addresses of a run beyond FFFFFF\n"},
-    {params, "1|a|1|0|FFFFFF|0|m\n", "3: no addresses are left for the numbers without a row\n"},
-    {params, "1|a|1|0|000010|256|m\n", "2: preload \"256\" is not within 0 to 255\n"},
-    {params, "1|a|4|0|000010|4294967296|m\n", "2: preload \"4294967296\" is not within 0 to 4294967295\n"},
-    {params, "1..3|a[1..3]|1|0|000010|1,2|m\n", "2: there are 2 preloads for 3 parameters\n"},
-    {params, "1|a|2|0|000010|0|m\n2|b|1|0|000011|0|m\n",
-     "3: the addresses of b overlap those of a in line 2 from 000011 on\n"},
-    {params, "1|a|1|0|000010|0|m\n2..9|b[1..8]|4|0|000020|0|m\n10|c|1|0|000022|0|m\n11|d|1|0|00003F|0|m\n",
-     "4: the addresses of c overlap those of b[1..8] in line 3 from 000022 on\n"
-     "5: the addresses of d overlap those of b[1..8] in line 3 from 00003F on\n"},
-    {params, "1|a|3|99|zz|0|m\n",
+    {ident, "7|a|1|0|000010|m\n# why not\n6|b|1|0|000011|m\n", "4: number 6 does not come after 7\n"},
+    {ident, "1|a|1|0|000010|m\n2|a|1|0|000011|m\n", "3: name \"a\" stands twice\n"},
+    {ident, "1|a[1..2]|1|0|000010|m\n", "2: name \"a[1..2]\" stands for more than one record\n"},
+    {param, "b|1|0|000010|0\n", "2: name \"b\" is not in the catalogue\n"},
+    {param, "a.copy|1|0|000010|0\n", "2: name \"a.copy\" is not in the catalogue\n"},
+    {param, "a[1]|1|0|000010|0\n", "2: name \"a[1]\" is not in the catalogue\n"},
+    {param, "coin|1|0|000010|0\n", "2: name \"coin\" is not in the catalogue\n"},
+    {param, "coin[0..1]|1|0|000010|0\n", "2: name \"coin[0..1]\" is not in the catalogue\n"},
+    {param, "coin[3..4].copy|1|0|000010|0\n", "2: name \"coin[3..4].copy\" is not in the catalogue\n"},
+    {param, "coin[1..3]|1|0|000010|0\ncoin[2]|1|0|000020|0\n", "3: name \"coin[2]\" stands twice\n"},
+    {param, "|1|0|000010|0\n", "2: name \"\" may have only small letters, digits, underscores and dots\n"},
+    {param, "A b|1|0|000010|0\n", "2: name \"A b\" may have only small letters, digits, underscores and dots\n"},
+    {param, "coin[1..2|1|0|000010|0\n", "2: name \"coin[1..2\" does not end in indices like [1..8]\n"},
+    {param, "a|3|0|000010|0\n", "2: width \"3\" is not 1, 2 or 4\n"},
+    {param, "a|1|16|000010|0\n", "2: refresh \"16\" is not within 0 to 15\n"},
+    {param, "a|1|-1|000010|0\n", "2: refresh \"-1\" is not within 0 to 15\n"},
+    {param, "a|1|0|0010|0\n", "2: address \"0010\" is not six hexadecimal digits\n"},
+    {param, "a|1|0|0x0010|0\n", "2: address \"0x0010\" is not six hexadecimal digits\n"},
+    {param, "a|2|0|FFFFFF|0\n", "2: the addresses of a run beyond FFFFFF\n"},
+    {param, "a|1|0|FFFFFF|0\n", "3: no addresses are left for the numbers without a row\n"},
+    {param, "a|1|0|000010|256\n", "2: preload \"256\" is not within 0 to 255\n"},
+    {param, "a|4|0|000010|4294967296\n", "2: preload \"4294967296\" is not within 0 to 4294967295\n"},
+    {param, "coin[1..3]|1|0|000010|1,2\n", "2: there are 2 preloads for 3 parameters\n"},
+    {param, "a|2|0|000010|0\nlast|1|0|000011|0\n",
+     "3: the addresses of last overlap those of a in line 2 from 000011 on\n"},
+    {param, "a|2|0|000010|0\ncoin[1..3]|4|0|000020|0\nlast|1|0|000022|0\nlamp[1]|1|0|00002B|0\n",
+     "4: the addresses of last overlap those of coin[1..3] in line 3 from 000022 on\n"
+     "5: the addresses of lamp[1] overlap those of coin[1..3] in line 3 from 00002B on\n"},
+    {param, "a|3|99|zz|0\n",
      "2: width \"3\" is not 1, 2 or 4\n2: refresh \"99\" is not within 0 to 15\n"
      "2: address \"zz\" is not six hexadecimal digits\n"},
-    {params, "# to come\n", "3: the table has no rows\n"},
+    {param, "# to come\n", "3: the table has no rows\n"},
+    {catal, "1|a||||status\n", "2: 7 columns are needed, this row has 6\n"},
+    {catal, "x|a||||status|m\n", "2: number \"x\" is neither N nor N..M\n"},
+    {catal, "5..4|a[1..2]||||status|m\n", "2: number \"5..4\" is neither N nor N..M\n"},
+    {catal, "0|a||||status|m\n", "2: number \"0\" is not within 1 to 32766\n"},
+    {catal, "1|a|32767|||status|m\n", "2: copy \"32767\" is not within 1 to 32766\n"},
+    {catal, "1..2000000000|a[1..2]||||status|m\n", "2: number \"1..2000000000\" is not within 1 to 32766\n"},
+    {catal, "7|a||||status|m\n# why not\n6|b||||status|m\n", "4: number 6 does not come after 7\n"},
+    {catal, "1..4|a[1..4]||||status|m\n4|b||||status|m\n", "3: number 4 has a meaning in line 2 already\n"},
+    {catal, "1|a|2|||status|m\n2|b||||status|m\n", "3: number 2 has a meaning in line 2 already\n"},
+    {catal, "1|a|9|||status|m\n2|b|9|||status|m\n", "3: number 9 has a meaning in line 2 already\n"},
+    {catal, "1|a|1|||status|m\n", "2: number 1 has a meaning in line 2 already\n"},
+    {catal, "1..3|a[1..2]||||status|m\n", "2: name \"a[1..2]\" stands for 2 parameters, the row for 3\n"},
+    {catal, "1..3|a[1..3]|7..8|||status|m\n", "2: there are 2 copies of 3 parameters\n"},
+    {catal, "1|a.b_c||||status|m\n2|a_b.c||||status|m\n", "3: name \"a_b.c\" stands in line 2 already\n"},
+    {catal, "1|4a||||status|m\n", "2: name \"4a\" begins with no letter or ends in .copy\n"},
+    {catal, "1|a.copy||||status|m\n", "2: name \"a.copy\" begins with no letter or ends in .copy\n"},
+    {catal, "1|a||s|/7|status|m\n2|b||s|+x|status|m\n3|c||s|-5|status|m\n",
+     "2: scale \"/7\" is none that programs know\n3: scale \"+x\" is none that programs know\n"},
+    {catal, "1|a||||other|\n", "2: group \"other\" is none that programs know\n2: there is no meaning\n"},
 };
 
 TEST(MkindexTable, EveryMistakeIsToldWithItsLine) {
     for (const BadTable& bad : badTables) {
-        const std::string& header = bad.layout == ident ? identityHeader : parameterHeader;
-        EXPECT_EQ(allProblems(tableOf(header + bad.rows, bad.layout)), bad.complaint) << bad.rows;
+        const std::string& header = bad.kind == ident   ? identityHeader
+                                    : bad.kind == param ? parameterHeader
+                                                        : catalogueHeader;
+        EXPECT_EQ(problemsOf(header + bad.rows, bad.kind), bad.complaint) << bad.rows;
     }
-    EXPECT_TRUE(allProblems(tableOf("number|name\n")).starts_with("1: the header row must have these columns"));
-    EXPECT_EQ(allProblems(tableOf("# to come\n")), "2: the table has no header row\n");
+    for (const Kind kind : {ident, param, catal})
+        EXPECT_TRUE(problemsOf("number|name\n", kind).starts_with("1: the header row must have these columns"));
+    EXPECT_EQ(problemsOf("# to come\n", param), "2: the table has no header row\n");
+    EXPECT_EQ(problemsOf("# to come\n", catal), "2: the catalogue has no header row\n");
 }
 
 // The bytes as the boards' makers fixed them: addresses 2 and 1, command, refresh, address 0, then the value low first.
 TEST(MkindexFile, HasTheBytesOfItsLayout) {
-    const Table parameters = tableOf(parameterHeader + "1|a|4|12|A2B1C0|67305985|m\n");
+    const Table parameters = tableOf(parameterHeader + "a|4|12|A2B1C0|67305985\n", param);
     EXPECT_EQ(encode(parameters.records, params).substr(0, 9), std::string("\xA2\xB1\x03\x0C\xC0\x01\x02\x03\x04", 9));
     const Table identity = tableOf(identityHeader + "20|a|1|0|123456|m\n", ident);
-    const std::string bytes = encode(identity.records, ident);
+    const std::string bytes = encode(identity.records, Layout::Identity);
     EXPECT_EQ(bytes.size(), 20U * 5);
     EXPECT_EQ(bytes.substr(95), std::string("\x12\x34\x00\x00\x56", 5));
 }
@@ -109,17 +149,19 @@ TEST(MkindexPrint, RemarksOnWhatNoTableCanSay) {
 class MkindexCommand : public kestrel::testing::ToolTest {
   protected:
     MkindexCommand() : ToolTest(mkindex::run) {}
+
+    const std::string catalogue = write("board.tsv", tabbed(catalogueHeader + catalogueRows));
 };
 
 // A page may watch or write a number that the board does not have: that must never reach a cell that is in use.
 TEST_F(MkindexCommand, MakesARecordOfEachNumberAndThoseWithoutARowTouchNoParameter) {
     const std::string rows =
-        "2..4|coin[1..3]|2|0|0A20FE|5,10,65535|values\r\n"
-        "6..7|lamp[0..1]|1|9|000020|7|one preload for both\r\n";
+        "lamp[0..1]|1|9|000020|7\r\n"
+        "coin[1..3]|2|0|0A20FE|5,10,65535\r\n";
     const std::string table = write("any.tsv", tabbed("# made on another system\r\n\r\n" + parameterHeader + rows));
     const std::string file = path("W0256AP03.inx");
-    ASSERT_EQ(run({table, file}), 0) << err.str();
-    ASSERT_EQ(run({"--print", file, table}), 0);
+    ASSERT_EQ(run({"--catalogue", catalogue, table, file}), 0) << err.str();
+    ASSERT_EQ(run({"--print", file, table, "--catalogue", catalogue}), 0);
     EXPECT_EQ(out.str(), tabbed("number|name|width|refresh|address|preload\n"
                                 "1|-|1|0|0A2104|0\n"
                                 "2|coin[1]|2|0|0A20FE|5\n"
@@ -136,32 +178,39 @@ TEST_F(MkindexCommand, MakesARecordOfEachNumberAndThoseWithoutARowTouchNoParamet
 TEST_F(MkindexCommand, NameOrOptionChoosesTheLayout) {
     const std::string table = write("identity.tsv", tabbed(identityHeader + "1|probe|1|0|0FF000|m\n"));
     EXPECT_EQ(run({table, path("W0256.inx")}), 0) << err.str();
-    EXPECT_EQ(run({table, path("V0256.inx")}), 1) << "a parameter file by its name";
+    EXPECT_EQ(run({"--catalogue", catalogue, table, path("V0256.inx")}), 1) << "a parameter file by its name";
     EXPECT_EQ(run({"--identity", table, path("V0256.inx")}), 0) << err.str();
     EXPECT_EQ(content("V0256.inx"), content("W0256.inx"));
-    EXPECT_EQ(run({"--parameters", table, path("W0256.inx")}), 1);
+    EXPECT_EQ(run({"--parameters", "--catalogue", catalogue, table, path("W0256.inx")}), 1);
 }
 
 TEST_F(MkindexCommand, ABadTableLeavesTheOldFile) {
-    const std::string table = write("bad.tsv", tabbed(parameterHeader + "0|a|1|0|000010|0|m\n"));
+    const std::string table = write("bad.tsv", tabbed(parameterHeader + "b|1|0|000010|0\n"));
     write("W0256AP03.inx", "old");
-    EXPECT_EQ(run({table, path("W0256AP03.inx")}), 1);
-    EXPECT_EQ(err.str(), table + ":2: number \"0\" is not within 1 to 32766\n");
+    EXPECT_EQ(run({"--catalogue", catalogue, table, path("W0256AP03.inx")}), 1);
+    EXPECT_EQ(err.str(), table + ":2: name \"b\" is not in the catalogue\n");
+    const std::string bad = write("bad_board.tsv", tabbed(catalogueHeader + "0|a||||status|m\n"));
+    EXPECT_EQ(run({"--catalogue", bad, table, path("W0256AP03.inx")}), 1);
+    EXPECT_EQ(err.str(), bad + ":2: number \"0\" is not within 1 to 32766\n");
     EXPECT_EQ(content("W0256AP03.inx"), "old");
 }
 
 TEST_F(MkindexCommand, FilesThatCannotBeUsedAreNamedAndBadCommandLinesToldTheUsage) {
-    const std::string table = write("good.tsv", tabbed(parameterHeader + "1|a|1|0|000010|0|m\n"));
+    const std::string table = write("good.tsv", tabbed(parameterHeader + "a|1|0|000010|0\n"));
     std::filesystem::create_directories(path("folder.inx"));
     for (const Arguments& arguments :
-         {Arguments{path("missing.tsv"), path("a.inx")}, Arguments{path(""), path("a.inx")},
-          Arguments{table, path("no/such/folder/a.inx")}, Arguments{table, path("folder.inx")},
-          Arguments{"--print", path("missing.inx")}, Arguments{"--print", path("folder.inx")}}) {
+         {Arguments{"--catalogue", catalogue, path("missing.tsv"), path("a.inx")},
+          Arguments{"--catalogue", path("missing.tsv"), table, path("a.inx")},
+          Arguments{"--catalogue", catalogue, path(""), path("a.inx")},
+          Arguments{"--catalogue", catalogue, table, path("no/such/folder/a.inx")},
+          Arguments{"--catalogue", catalogue, table, path("folder.inx")}, Arguments{"--print", path("missing.inx")},
+          Arguments{"--print", path("folder.inx")}}) {
         EXPECT_EQ(run(arguments), 1) << arguments.back();
-        EXPECT_NE(err.str().find("cannot be"), std::string::npos) << arguments.back();
+        EXPECT_NE(err.str().find("cannot be"), std::string::npos) << arguments.back() << err.str();
     }
-    EXPECT_EQ(filesIn(""), 2) << "nothing is left beside";
-    expectBadUsage({"", "one.tsv", "a b c", "--print", "--print a b c", "--fast a b"});
+    EXPECT_EQ(filesIn(""), 3) << "nothing is left beside";
+    expectBadUsage(
+        {"", "one.tsv", "a b c", "--print", "--print a b c", "--fast a b", "a.tsv V0256.inx", "--catalogue"});
     EXPECT_EQ(run({"--help"}), 0);
 }
 

@@ -2,13 +2,17 @@
 // See frm_dosi.h; its other subjects stand in files of their own beside this one.
 #include "pages/beverage/frm_dosi.h"
 
+#include "language/language_files.h"
 #include "link/value_helpers.h"
 #include "pages/common/position_labels.h"
-#include "shell/language_files.h"
 
 namespace kestrel {
 
 namespace {
+
+/// Beside the selection.
+constexpr std::array<ParamRun, 3> OfTheMaster = {
+    {master::MachineState, master::HotDrinkPresence, master::CommandArgument[0]}};
 
 constexpr int TitleLine = 5;
 constexpr int FirstFieldLine = 105;
@@ -121,8 +125,7 @@ void FrmDosi::Form_Load() {
     SelectionIndex = 0;
     PowderTestActive = false;
     WatchSelection();
-    CurrentBank = 0;
-    for (const int n : {MachineState, HotDrinkPresence, FirstArgument}) ParamWatch(n);
+    WatchAll(OfTheMaster);
     PageCaptions();
     MachineBusySeen = false;
     CenterPage(*this);
@@ -136,8 +139,7 @@ void FrmDosi::Form_Activate() { PageCaptions(); }
 void FrmDosi::Form_Unload() {
     order_.withdraw();
     ReleaseSelection();
-    CurrentBank = 0;
-    for (const int n : {MachineState, HotDrinkPresence, FirstArgument}) ParamRelease(n);
+    ReleaseAll(OfTheMaster);
 }
 
 void FrmDosi::PageCaptions() {
@@ -208,21 +210,19 @@ void FrmDosi::HScroll7_Change() {
 }
 
 void FrmDosi::HScroll_Change(int number, int Index) {
-    const int parameter = RecipeParameter(SelectionIndex, number, Index);
+    const Setting field = RecipeSetting(SelectionIndex, number, Index);
     ScrollBar& bar = step(number).bars[Index];
-    if (dropsMoves_) return bar.putBack(static_cast<int>(ParamRead(parameter, 1)));
+    if (dropsMoves_) return bar.putBack(static_cast<int>(ParamRead(field)));
     if (Updating) return;
     if (Index == ValveField) EventEdited = true;
-    CurrentBank = 1;
-    ParamWrite(parameter, static_cast<unsigned>(bar.Value.get()));
+    ParamWrite(field, static_cast<unsigned>(bar.Value.get()));
 }
 
 void FrmDosi::HScroll5_Change() {
-    const int parameter = JugCountParameter + SelectionIndex;
-    if (dropsMoves_) return HScroll5.putBack(static_cast<int>(ParamRead(parameter, 1)));
+    const Setting portions = hot_drink::JugPortions[SelectionIndex];
+    if (dropsMoves_) return HScroll5.putBack(static_cast<int>(ParamRead(portions)));
     if (Updating) return;
-    CurrentBank = 1;
-    ParamWrite(parameter, static_cast<unsigned>(HScroll5.Value.get()));
+    ParamWrite(portions, static_cast<unsigned>(HScroll5.Value.get()));
 }
 
 void FrmDosi::SwitchX5_PositionChange(int Index) {

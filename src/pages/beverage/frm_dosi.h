@@ -49,10 +49,7 @@ class FrmDosi : public Page {
     void LineInterrupted() override { order_.withdraw(); }
 
   private:
-    /// Parameters of bank 0 that the page lives on beside the presence word.
-    static constexpr int CommandParameter = 4;
-    static constexpr int FirstArgument = 5;
-    static constexpr int MachineState = 7;
+    static constexpr Setting FirstArgument = master::CommandArgument[0];
     /// How the valves are written in their labels, from which the locks read them back.
     static constexpr const char* OffText = "OFF";
     static constexpr const char* NoValveText = "0";
@@ -79,8 +76,8 @@ class FrmDosi : public Page {
     void showPreselection();
 
     // Choosing and editing (frm_dosi.cpp).
-    void WatchSelection() { EachParameterOfSelection(SelectionIndex, WatchAll); }
-    void ReleaseSelection() { EachParameterOfSelection(SelectionIndex, ReleaseAll); }
+    void WatchSelection() { EachParameterOfSelection(SelectionIndex, Watch); }
+    void ReleaseSelection() { EachParameterOfSelection(SelectionIndex, Release); }
     void Label11_Click(int Index);
     void awaitSelection();
     void lblPres_Click();
@@ -145,7 +142,7 @@ class FrmDosi : public Page {
     bool dropsMoves_ = false;  ///< a brewer's code was the last value to come
 
     unsigned PendingCommand = 0;  ///< waits for the echo of its argument; as long as it is not 0 a test runs
-    Handshake order_{0, CommandParameter};
+    Handshake order_{master::Command};
     bool MachineBusySeen = false;
     bool PowderTestActive = false;
 };

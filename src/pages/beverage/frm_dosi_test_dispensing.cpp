@@ -7,8 +7,7 @@ namespace kestrel {
 
 namespace {
 
-constexpr int SecondArgument = 6;
-constexpr int PowderTestTime = 370;  ///< tenths of a second
+constexpr Setting SecondArgument = master::CommandArgument[1];
 
 constexpr unsigned PowderTest = 18;
 constexpr std::array<unsigned, 2> FullTests = {26, 2};  ///< water only, complete
@@ -35,7 +34,7 @@ void FrmDosi::Command_Click(int number, int Index) {
     order_.give(PowderTest,
                 std::array{MailboxValue{FirstArgument, static_cast<unsigned>(SelectionIndex)},
                            MailboxValue{SecondArgument, static_cast<unsigned>(number * PowderSolenoids + Index)},
-                           MailboxValue{PowderTestTime, static_cast<unsigned>(time)}});
+                           MailboxValue{master::PowderTestTime, static_cast<unsigned>(time)}});
     Timer3.Interval = time == 0 ? NoPowderMs : time * TenthMs + AfterPowderMs;
     LockPage();
     enableFullTest(false);
@@ -57,14 +56,14 @@ void FrmDosi::Command4_Click(int Index) {
 }
 
 void FrmDosi::statusArrived(int n, ParamValue value) {
-    if (n == FirstArgument || n == SecondArgument || n == PowderTestTime) order_.mailboxCame();
-    if (n == FirstArgument && PendingCommand == 0) {
+    if (Arrived(n, FirstArgument) || Arrived(n, SecondArgument) || Arrived(n, master::PowderTestTime))
+        order_.mailboxCame();
+    if (Arrived(n, FirstArgument) && PendingCommand == 0) {
         // The echo releases a command also when no test waits for one: command 0 then goes out.
-        CurrentBank = 0;
-        ParamWrite(CommandParameter, 0);
-    } else if (n == MachineState) {
+        ParamWrite(master::Command, 0);
+    } else if (Arrived(n, master::MachineState)) {
         machineStateArrived(value);
-    } else if (n == HotDrinkPresence) {
+    } else if (Arrived(n, master::HotDrinkPresence)) {
         presenceArrived(value);
     }
 }

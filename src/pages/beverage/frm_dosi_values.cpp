@@ -23,9 +23,9 @@ int clamped(const ScrollBar& bar, ParamValue value) {
 void FrmDosi::SLabel_Change(int n, ParamValue value) {
     Updating = true;
     dropsMoves_ = false;
-    if (CurrentBank == 0) statusArrived(n, value);
+    if (IsCurrent(Board::Master)) statusArrived(n, value);
     // A brewer's code ends the notification at once: nothing that the user moves is written before the next value.
-    dropsMoves_ = CurrentBank == 1 && !recipeArrived(n, value);
+    dropsMoves_ = IsCurrent(Board::HotDrink) && !recipeArrived(n, value);
     if (dropsMoves_) return;
     Updating = false;
     if (ArrivalCount < ArrivalLimit) return;
@@ -63,12 +63,12 @@ bool FrmDosi::recipeArrived(int n, ParamValue value) {
             laterValveArrived(place->step, value);
     } else if (const auto mask = SelectionMasks::placeOf(n)) {
         maskArrived(*mask, value);
-    } else if (n == JugCountParameter + SelectionIndex) {
+    } else if (Arrived(n, hot_drink::JugPortions[SelectionIndex])) {
         SetBar(Label5[JugCountValue], HScroll5, value);
         count();
-    } else if (n == ColdModeParameter) {
+    } else if (Arrived(n, hot_drink::CoolingKind)) {
         coldModeArrived(value);
-    } else if (n == EventMaxParameter) {
+    } else if (Arrived(n, hot_drink::MachineValves)) {
         eventMaxArrived(value);
     }
     return true;

@@ -1,44 +1,28 @@
 // Intermittence.
-// See frm_inter.h.
 #include "pages/beverage/frm_inter.h"
 
 #include <algorithm>
 
+#include "language/language_files.h"
 #include "link/presence.h"
 #include "link/subscriptions.h"
 #include "link/value_helpers.h"
 #include "pages/common/position_labels.h"
-#include "shell/language_files.h"
 
 namespace kestrel {
 
 namespace {
 
-constexpr int ProductCountParameter = 1156;
-constexpr int EnableParameter = 1380;
-constexpr int EnableShadow = 1392;
-constexpr int UnusedParameter = 1381;  ///< read with the bits; the page takes nothing from it
-
-/// One time of each powder: consecutive parameters, and as many shadows.
-struct Times {
-    int first;
-    int shadow;
-};
-constexpr Times OnTimes = {1370, 1382};
-constexpr Times OffTimes = {1375, 1387};
-
-/// The list of the page's subscriptions in their order, each given to ParamWatch or to ParamRelease.
-void eachSubscribed(void (*subscribe)(int)) {
-    CurrentBank = 1;
-    subscribe(ProductCountParameter);
-    subscribe(EnableParameter);
-    subscribe(UnusedParameter);
+/// The list of the page's subscriptions in their order, each given to Watch or to Release.
+void eachSubscribed(void (*subscribe)(const ParamRun&)) {
+    subscribe(hot_drink::MachinePowders);
+    subscribe(hot_drink::IntermittenceMask);
+    subscribe(hot_drink::IntermittenceState);  // read with the mask; the page takes nothing from it
     for (int i = 0; i < FrmInter::Powders; ++i) {
-        subscribe(OnTimes.first + i);
-        subscribe(OffTimes.first + i);
+        subscribe(hot_drink::IntermittenceOn[i]);
+        subscribe(hot_drink::IntermittenceOff[i]);
     }
-    CurrentBank = 0;
-    subscribe(HotDrinkPresence);
+    subscribe(master::HotDrinkPresence);
 }
 
 /// The status, the number of powders and ten times; the bits do not count.
@@ -52,11 +36,7 @@ constexpr int SecondHeadLine = 69;
 constexpr int OnLine = 70;
 constexpr int OffLine = 71;
 
-bool isOf(const Times& times, int n) { return n >= times.first && n < times.first + FrmInter::Powders; }
-
-void writeTime(const Times& times, int row, const ScrollBar& bar) {
-    WriteTwice(1, times.first + row, times.shadow + row, static_cast<unsigned>(bar.Value.get()));
-}
+void writeTime(const Setting& time, const ScrollBar& bar) { WriteTwice(time, static_cast<unsigned>(bar.Value.get())); }
 
 }  // namespace
 
@@ -105,11 +85,11 @@ void FrmInter::Form_Activate() {
 void FrmInter::Form_Unload() { PageRelease(); }
 
 void FrmInter::PageSubscribe() {
-    eachSubscribed(ParamWatch);
+    eachSubscribed(Watch);
     LockRows();
 }
 
-void FrmInter::PageRelease() { eachSubscribed(ParamRelease); }
+void FrmInter::PageRelease() { eachSubscribed(Release); }
 
 void FrmInter::PageCaptions() {
     Caption = LanguageTable(TitleLine);
@@ -120,12 +100,12 @@ void FrmInter::PageCaptions() {
 
 void FrmInter::HScroll4_Change(int Index) {
     if (Updating) return;
-    writeTime(OnTimes, Index, HScroll4[Index]);
+    writeTime(hot_drink::IntermittenceOn[Index], HScroll4[Index]);
 }
 
 void FrmInter::HScroll5_Change(int Index) {
     if (Updating) return;
-    writeTime(OffTimes, Index, HScroll5[Index]);
+    writeTime(hot_drink::IntermittenceOff[Index], HScroll5[Index]);
 }
 
 void FrmInter::iSwSliderX1_PositionChange(int Index) {
@@ -133,7 +113,7 @@ void FrmInter::iSwSliderX1_PositionChange(int Index) {
     // Stored at once: a second switch moved before the board has answered builds on the first.
     const unsigned bit = 1U << Index;
     EnableBits = static_cast<std::uint8_t>(iSwSliderX1[Index].Position == 0 ? EnableBits & ~bit : EnableBits | bit);
-    WriteTwice(1, EnableParameter, EnableShadow, EnableBits);
+    WriteTwice(hot_drink::IntermittenceMask, EnableBits);
 }
 
 void FrmInter::enableRow(int row, bool live) {
@@ -167,18 +147,16 @@ void FrmInter::statusArrived(ParamValue value) {
 }
 
 void FrmInter::settingArrived(int n, ParamValue value) {
-    if (n == ProductCountParameter) {
+    if (Arrived(n, hot_drink::MachinePowders)) {
         ProductCount = value;
         Arrivals.count();
-    } else if (isOf(OnTimes, n)) {
-        const int row = n - OnTimes.first;
-        SetBarTenths(Label4s[row], HScroll4[row], value);
+    } else if (const int on = ArrivedAt(n, hot_drink::IntermittenceOn); on >= 0) {
+        SetBarTenths(Label4s[on], HScroll4[on], value);
         Arrivals.count();
-    } else if (isOf(OffTimes, n)) {
-        const int row = n - OffTimes.first;
-        SetBarTenths(Label5s[row], HScroll5[row], value);
+    } else if (const int off = ArrivedAt(n, hot_drink::IntermittenceOff); off >= 0) {
+        SetBarTenths(Label5s[off], HScroll5[off], value);
         Arrivals.count();
-    } else if (n == EnableParameter) {
+    } else if (Arrived(n, hot_drink::IntermittenceMask)) {
         EnableBits = static_cast<std::uint8_t>(value);
         for (int i = 0; i < Powders; ++i) iSwSliderX1[i].Position = (EnableBits >> i) & 1;
     }
@@ -186,8 +164,8 @@ void FrmInter::settingArrived(int n, ParamValue value) {
 
 void FrmInter::SLabel_Change(int n, ParamValue value) {
     Updating = true;
-    if (CurrentBank == 0 && n == HotDrinkPresence) statusArrived(value);
-    if (CurrentBank == 1) settingArrived(n, value);
+    if (Arrived(n, master::HotDrinkPresence)) statusArrived(value);
+    settingArrived(n, value);
     Updating = false;
     if (Arrivals.completes()) UnlockRows();
 }

@@ -1,52 +1,36 @@
 // Preselections.
-// See frm_presel.h.
 #include "pages/beverage/frm_presel.h"
 
 #include <algorithm>
 #include <array>
 
+#include "language/language_files.h"
 #include "link/presence.h"
 #include "link/subscriptions.h"
 #include "link/value_helpers.h"
 #include "pages/common/position_labels.h"
-#include "shell/language_files.h"
 
 namespace kestrel {
 
 namespace {
 
-constexpr int ProductCountParameter = 1156;
-constexpr int UnusedParameter = 1298;  ///< read with the settings; the page takes nothing from it
+// One setting of each preselection.
+constexpr SettingRange Product = hot_drink::PreselectionProduct;
+constexpr SettingRange Type = hot_drink::PreselectionType;
+constexpr SettingRange Time = hot_drink::PreselectionTime;
+constexpr SettingRange PlusTime = hot_drink::PreselectionPlusTime;
 
-/// One setting of each preselection: consecutive parameters, and as many shadows.
-struct Setting {
-    int first;
-    int shadow;
-};
-constexpr Setting Product = {1412, 1424};
-constexpr Setting Type = {1416, 1428};
-constexpr Setting Time = {1420, 1432};
-constexpr Setting PlusTime = {1447, 1451};
-
-/// The list of the page's subscriptions in their order, each given to ParamWatch or to ParamRelease.
-void eachSubscribed(void (*subscribe)(int)) {
-    const auto rowByRow = [subscribe](int Setting::*member) {
-        for (int i = 0; i < FrmPresel::Preselections; ++i)
-            for (const Setting& setting : {Product, Type, Time}) subscribe(setting.*member + i);
-    };
-    const auto plusTimes = [subscribe](int first) {
-        for (int i = 0; i < FrmPresel::Preselections; ++i) subscribe(first + i);
-    };
-    CurrentBank = 1;
-    subscribe(ProductCountParameter);
-    subscribe(UnusedParameter);
-    plusTimes(PlusTime.first);
-    rowByRow(&Setting::first);
-    CurrentBank = 1;
-    plusTimes(PlusTime.shadow);
-    rowByRow(&Setting::shadow);
-    CurrentBank = 0;
-    subscribe(HotDrinkPresence);
+/// The list of the page's subscriptions in their order, each given to Watch or to Release.
+void eachSubscribed(void (*subscribe)(const ParamRun&)) {
+    subscribe(hot_drink::MachinePowders);
+    subscribe(hot_drink::BrewingOptions);  // read with the settings; the page takes nothing from it
+    subscribe(PlusTime);
+    for (int i = 0; i < FrmPresel::Preselections; ++i)
+        for (const SettingRange& settings : {Product, Type, Time}) subscribe(settings[i]);
+    subscribe(CopyOf(PlusTime));
+    for (int i = 0; i < FrmPresel::Preselections; ++i)
+        for (const SettingRange& settings : {Product, Type, Time}) subscribe(CopyOf(settings[i]));
+    subscribe(master::HotDrinkPresence);
 }
 
 /// Sixteen settings, the number of products and the status.
@@ -60,15 +44,7 @@ constexpr std::array<int, 6> HeadLines = {82, 83, 84, 85, 82, 83};
 constexpr int NoProductLine = 86;
 constexpr int FirstTypeLine = 87;
 
-/// The preselection whose setting the parameter is, or -1.
-int rowOf(const Setting& setting, int n) {
-    const int row = n - setting.first;
-    return row >= 0 && row < FrmPresel::Preselections ? row : -1;
-}
-
-void writeSetting(const Setting& setting, int row, int value) {
-    WriteTwice(1, setting.first + row, setting.shadow + row, static_cast<unsigned>(value));
-}
+void writeSetting(const Setting& setting, int value) { WriteTwice(setting, static_cast<unsigned>(value)); }
 
 }  // namespace
 
@@ -114,11 +90,11 @@ void FrmPresel::Form_Activate() { PageCaptions(); }
 void FrmPresel::Form_Unload() { PageRelease(); }
 
 void FrmPresel::PageSubscribe() {
-    eachSubscribed(ParamWatch);
+    eachSubscribed(Watch);
     LockPreselections();
 }
 
-void FrmPresel::PageRelease() { eachSubscribed(ParamRelease); }
+void FrmPresel::PageRelease() { eachSubscribed(Release); }
 
 void FrmPresel::PageCaptions() {
     Caption = LanguageTable(TitleLine);
@@ -138,17 +114,17 @@ void FrmPresel::labelPositions() {
 void FrmPresel::HScroll1_Change(int Index) {
     if (Updating) return;
     if (Index < Preselections)
-        writeSetting(Time, Index, HScroll1[Index].Value);
+        writeSetting(Time[Index], HScroll1[Index].Value);
     else
-        writeSetting(PlusTime, Index - Preselections, HScroll1[Index].Value);
+        writeSetting(PlusTime[Index - Preselections], HScroll1[Index].Value);
 }
 
 /// Writes while a value is being shown as well: a product that the machine no longer has is taken off the board.
-void FrmPresel::iSwSliderX1_PositionChangeUser(int Index) { writeSetting(Product, Index, iSwSliderX1[Index].Position); }
+void FrmPresel::iSwSliderX1_PositionChangeUser(int Index) { writeSetting(Product[Index], iSwSliderX1[Index].Position); }
 
 void FrmPresel::iSwSliderX2_PositionChangeUser(int Index) {
     if (Updating) return;
-    writeSetting(Type, Index, iSwSliderX2[Index].Position);
+    writeSetting(Type[Index], iSwSliderX2[Index].Position);
 }
 
 void FrmPresel::enableRows(bool live) {
@@ -194,14 +170,14 @@ void FrmPresel::productCountArrived(ParamValue value) {
 }
 
 void FrmPresel::settingArrived(int n, ParamValue value) {
-    if (n == ProductCountParameter) return productCountArrived(value);
-    if (const int product = rowOf(Product, n); product >= 0)
+    if (Arrived(n, hot_drink::MachinePowders)) return productCountArrived(value);
+    if (const int product = ArrivedAt(n, Product); product >= 0)
         iSwSliderX1[product].Position = static_cast<int>(value);
-    else if (const int type = rowOf(Type, n); type >= 0)
+    else if (const int type = ArrivedAt(n, Type); type >= 0)
         iSwSliderX2[type].Position = static_cast<int>(std::min<ParamValue>(value, HighestType));
-    else if (const int time = rowOf(Time, n); time >= 0)
+    else if (const int time = ArrivedAt(n, Time); time >= 0)
         SetBarTenths(Label1[time], HScroll1[time], value);
-    else if (const int plus = rowOf(PlusTime, n); plus >= 0)
+    else if (const int plus = ArrivedAt(n, PlusTime); plus >= 0)
         SetBarTenths(Label1[Preselections + plus], HScroll1[Preselections + plus], value);
     else
         return;
@@ -210,8 +186,8 @@ void FrmPresel::settingArrived(int n, ParamValue value) {
 
 void FrmPresel::SLabel_Change(int n, ParamValue value) {
     Updating = true;
-    if (CurrentBank == 0 && n == HotDrinkPresence) statusArrived(value);
-    if (CurrentBank == 1) settingArrived(n, value);
+    if (Arrived(n, master::HotDrinkPresence)) statusArrived(value);
+    settingArrived(n, value);
     Updating = false;
     if (Arrivals.completes()) UnlockPreselections();
 }

@@ -1,35 +1,46 @@
 // Unique products.
-// See frm_pro_uni.h.
 #include "pages/beverage/frm_pro_uni.h"
 
+#include "language/language_files.h"
 #include "link/identification.h"
 #include "link/presence.h"
 #include "link/subscriptions.h"
 #include "link/value_helpers.h"
 #include "pages/common/position_labels.h"
-#include "shell/language_files.h"
 
 namespace kestrel {
 
 namespace {
 
-constexpr int ProductCountParameter = 1156;
-constexpr int OptionsParameter = 1299;
-constexpr int OptionsShadow = 1301;
-constexpr unsigned DelaysBit = 16;
+constexpr unsigned DelaysBit = 16;  ///< of the machine's options
 
-/// One setting of each product: consecutive parameters, and as many shadows.
-struct Setting {
-    int first;
-    int shadow;
-};
-constexpr Setting Channel = {1394, 1403};
-constexpr std::array<Setting, 2> Times = {{{1397, 1406}, {1400, 1409}}};  ///< time, delay
+// One setting of each product.
+constexpr SettingRange Channel = hot_drink::UniqueChannel;
+constexpr std::array<SettingRange, 2> Times = {hot_drink::UniqueTime, hot_drink::UniqueDelay};
 
-// Read with the settings; the page takes nothing from them.
-constexpr int Unused1203 = 1203;
-constexpr int Unused1298 = 1298;
-constexpr int Unused1300 = 1300;
+/// Read are also the revision, and brewing options whose values the page takes nothing from.
+constexpr std::array<ParamRun, 6> SubscribedFirst = {{
+    hot_drink::MachinePowders,
+    hot_drink::BrewingOptions,
+    hot_drink::MachineOptions,
+    hot_drink::FirmwareRevision,
+    CopyOf(hot_drink::BrewingOptions),
+    CopyOf(hot_drink::MachineOptions),
+}};
+
+/// Not the list of the subscriptions: the revision is given back on another board, so that its own goes on being read
+/// for it.
+constexpr std::array<ParamRun, 3> ReleasedFirst = {{
+    hot_drink::MachinePowders,
+    hot_drink::BrewingOptions,
+    hot_drink::MachineOptions,
+}};
+constexpr std::array<ParamRun, 4> ReleasedLast = {{
+    CopyOf(hot_drink::BrewingOptions),
+    CopyOf(hot_drink::MachineOptions),
+    Setting{Board::Master, hot_drink::FirmwareRevision.number},
+    master::HotDrinkPresence,
+}};
 
 /// One less than the values that come: number of products, options and nine settings.
 constexpr int ExpectedArrivals = 10;
@@ -50,11 +61,10 @@ constexpr int EnableDelayLine = 78;
 constexpr int OnLine = 79;
 constexpr int OffLine = 80;
 
-template <class Subscribe>
-void eachSetting(Subscribe subscribe, int products) {
-    for (int i = 0; i < products; ++i) {
-        subscribe(Channel.first + i);
-        for (const Setting& time : Times) subscribe(time.first + i);
+void eachSetting(void (*subscribe)(const ParamRun&)) {
+    for (int i = 0; i < FrmProUni::Products; ++i) {
+        subscribe(Channel[i]);
+        for (const SettingRange& times : Times) subscribe(times[i]);
     }
 }
 
@@ -101,25 +111,16 @@ void FrmProUni::Form_Activate() { PageCaptions(); }
 void FrmProUni::Form_Unload() { PageRelease(); }
 
 void FrmProUni::PageSubscribe() {
-    CurrentBank = 1;
-    for (const int n : {ProductCountParameter, Unused1298, OptionsParameter, Unused1203}) ParamWatch(n);
-    CurrentBank = 1;
-    for (const int n : {Unused1300, OptionsShadow}) ParamWatch(n);
-    eachSetting(ParamWatch, Products);
-    CurrentBank = 0;
-    ParamWatch(HotDrinkPresence);
+    WatchAll(SubscribedFirst);
+    eachSetting(Watch);
+    Watch(master::HotDrinkPresence);
     LockProducts();
 }
 
-/// Not the list of the subscriptions: 1203 is given back in another bank, so that the board goes on being read for it.
 void FrmProUni::PageRelease() {
-    CurrentBank = 1;
-    for (const int n : {ProductCountParameter, Unused1298, OptionsParameter}) ParamRelease(n);
-    eachSetting(ParamRelease, Products);
-    CurrentBank = 1;
-    for (const int n : {Unused1300, OptionsShadow}) ParamRelease(n);
-    CurrentBank = 0;
-    for (const int n : {Unused1203, HotDrinkPresence}) ParamRelease(n);
+    ReleaseAll(ReleasedFirst);
+    eachSetting(Release);
+    ReleaseAll(ReleasedLast);
 }
 
 void FrmProUni::PageCaptions() {
@@ -137,15 +138,14 @@ void FrmProUni::PageCaptions() {
 
 void FrmProUni::HScroll_Change(int product, int Index) {
     if (Updating) return;
-    const Setting& time = Times[static_cast<std::size_t>(Index)];
-    const ScrollBar& bar = at(product).bars[Index];
-    WriteTwice(1, time.first + product, time.shadow + product, static_cast<unsigned>(bar.Value.get()));
+    const SettingRange& times = Times[static_cast<std::size_t>(Index)];
+    WriteTwice(times[product], static_cast<unsigned>(at(product).bars[Index].Value.get()));
 }
 
 /// Writes while a value is being shown as well: a product that the machine no longer has is taken off the board.
 void FrmProUni::iSwSliderX_PositionChangeUser(int product) {
     const SliderSwitch& channel = at(product).channel;
-    WriteTwice(1, Channel.first + product, Channel.shadow + product, static_cast<unsigned>(channel.Position.get()));
+    WriteTwice(Channel[product], static_cast<unsigned>(channel.Position.get()));
     LockProducts();
 }
 
@@ -153,7 +153,7 @@ void FrmProUni::iSwSliderX_PositionChangeUser(int product) {
 /// on what was last written.
 void FrmProUni::swslResto_PositionChange() {
     const unsigned options = swslResto.Position == 1 ? OptionByte | DelaysBit : OptionByte & ~DelaysBit;
-    WriteTwice(1, OptionsParameter, OptionsShadow, options);
+    WriteTwice(hot_drink::MachineOptions, options);
 }
 
 void FrmProUni::enableHead(Product& product, bool live) {
@@ -227,16 +227,16 @@ void FrmProUni::optionsArrived(ParamValue value) {
 }
 
 void FrmProUni::settingArrived(int n, ParamValue value) {
-    if (n == ProductCountParameter) return productCountArrived(value);
-    if (n == OptionsParameter) return optionsArrived(value);
+    if (Arrived(n, hot_drink::MachinePowders)) return productCountArrived(value);
+    if (Arrived(n, hot_drink::MachineOptions)) return optionsArrived(value);
     for (int i = 0; i < Products; ++i) {
         Product& product = at(i);
-        if (n == Channel.first + i) {
+        if (Arrived(n, Channel[i])) {
             product.channel.Position = static_cast<int>(value);
             countOrUnlock();
         }
         for (int row = 0; row < product.bars.size(); ++row) {
-            if (n != Times[static_cast<std::size_t>(row)].first + i) continue;
+            if (!Arrived(n, Times[static_cast<std::size_t>(row)][i])) continue;
             SetBarTenths(product.values[row], product.bars[row], value);
             Arrivals.count();
         }
@@ -245,8 +245,8 @@ void FrmProUni::settingArrived(int n, ParamValue value) {
 
 void FrmProUni::SLabel_Change(int n, ParamValue value) {
     Updating = true;
-    if (CurrentBank == 0 && n == HotDrinkPresence) statusArrived(value);
-    if (CurrentBank == 1) settingArrived(n, value);
+    if (Arrived(n, master::HotDrinkPresence)) statusArrived(value);
+    settingArrived(n, value);
     Updating = false;
     if (Arrivals.completes()) UnlockProducts();
 }

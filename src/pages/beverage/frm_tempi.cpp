@@ -1,13 +1,12 @@
 // Times: the machine-wide times of the brewing group and of the water circuit.
-// See frm_tempi.h.
 #include "pages/beverage/frm_tempi.h"
 
 #include <array>
 
+#include "language/language_files.h"
 #include "link/presence.h"
 #include "link/subscriptions.h"
 #include "link/value_helpers.h"
-#include "shell/language_files.h"
 
 namespace kestrel {
 
@@ -16,34 +15,32 @@ namespace {
 struct BarRow {
     int line;  ///< of its caption
     int max;   ///< tenths of a second
-    int bank;
-    int read;
-    int shadow;  ///< written after the first, never shown
+    Setting setting;
 };
 
-/// Bar 4 writes its own parameter twice: its shadow 1152 is subscribed but left as it is.
+/// Bar 4 writes its own parameter twice: its copy is subscribed but left as it is.
 constexpr std::array<BarRow, FrmTempi::Bars> BarRows = {{
-    {95, 255, 1, 1143, 1148},
-    {96, 255, 1, 1144, 1149},
-    {97, 255, 1, 1145, 1150},
-    {98, 255, 1, 1146, 1151},
-    {99, 100, 1, 1147, 1147},
-    {103, 250, 2, 58, 273},
-    {100, 255, 1, 1439, 1440},
-    {101, 60, 1, 1441, 1442},
+    {95, 255, hot_drink::TimeCoffeeWater},
+    {96, 255, hot_drink::TimeTeaWater},
+    {97, 255, hot_drink::TimeCoffeeInfusion},
+    {98, 255, hot_drink::TimeTeaInfusion},
+    {99, 100, WithCopy(hot_drink::TimeBitterness, hot_drink::TimeBitterness)},
+    {103, 250, sector::MotorTimeout},
+    {100, 255, hot_drink::PumpTime},
+    {101, 60, hot_drink::WaterTopUp},
 }};
 
 constexpr std::array<ParamRun, 10> Subscriptions = {{
-    {1, 1143, 1147},
-    {1, 1439},
-    {1, 1441},
-    {1, 1148, 1152},
-    {1, 1440},
-    {1, 1442},
-    {2, 58},
-    {2, 273},
-    {0, HotDrinkPresence},
-    {0, SectorPresence},
+    {hot_drink::TimeCoffeeWater, hot_drink::TimeBitterness},
+    hot_drink::PumpTime,
+    hot_drink::WaterTopUp,
+    {CopyOf(hot_drink::TimeCoffeeWater), CopyOf(hot_drink::TimeBitterness)},
+    CopyOf(hot_drink::PumpTime),
+    CopyOf(hot_drink::WaterTopUp),
+    sector::MotorTimeout,
+    CopyOf(sector::MotorTimeout),
+    master::HotDrinkPresence,
+    master::SectorPresence,
 }};
 
 constexpr int LargeStep = 10;
@@ -92,8 +89,7 @@ void FrmTempi::PageCaptions() {
 
 void FrmTempi::HScroll1_Change(int Index) {
     if (Updating) return;
-    const BarRow& row = BarRows[static_cast<std::size_t>(Index)];
-    WriteTwice(row.bank, row.read, row.shadow, static_cast<unsigned>(HScroll1[Index].Value.get()));
+    WriteTwice(BarRows[static_cast<std::size_t>(Index)].setting, static_cast<unsigned>(HScroll1[Index].Value.get()));
 }
 
 void FrmTempi::setGroup(Frame& frame, bool live) {
@@ -108,15 +104,10 @@ void FrmTempi::setGroup(Frame& frame, bool live) {
 
 void FrmTempi::SLabel_Change(int n, ParamValue value) {
     Updating = true;
-    if (CurrentBank == 0) {
-        if (n == HotDrinkPresence) setGroup(Frame1, SaysPresent(value));
-        if (n == SectorPresence) setGroup(Frame2, SaysPresent(value));
-    } else {
-        for (int i = 0; i < Bars; ++i) {
-            const BarRow& row = BarRows[static_cast<std::size_t>(i)];
-            if (row.bank == CurrentBank && row.read == n) SetBarTenths(Label1[i], HScroll1[i], value);
-        }
-    }
+    if (Arrived(n, master::HotDrinkPresence)) setGroup(Frame1, SaysPresent(value));
+    if (Arrived(n, master::SectorPresence)) setGroup(Frame2, SaysPresent(value));
+    for (int i = 0; i < Bars; ++i)
+        if (Arrived(n, BarRows[static_cast<std::size_t>(i)].setting)) SetBarTenths(Label1[i], HScroll1[i], value);
     Updating = false;
 }
 

@@ -1,87 +1,82 @@
 // What a beverage is on the hot-drink board.
-// See recipe.h.
 #include "pages/beverage/recipe.h"
 
 namespace kestrel {
 
 namespace {
 
-constexpr int FirstRecipeParameter = 7;
-constexpr int SelectionsOfBlock = 32;  ///< that the board's tables are laid out for
-constexpr int Blocks = RecipeSteps * RecipeFields;
-
-/// The block of each field in steps 1, 2, 3. All powder times lie before all powder delays.
-constexpr std::array<std::array<int, RecipeSteps>, RecipeFields> BlockOf = {{
-    {0, 1, 2},
-    {3, 4, 5},
-    {6, 7, 8},
-    {9, 10, 11},
-    {12, 13, 14},
-    {15, 16, 17},
-    {24, 25, 26},
-    {18, 19, 20},
-    {27, 28, 29},
-    {21, 22, 23},
-    {30, 31, 32},
+/// Each field in steps 1, 2, 3: a parameter for each selection.
+constexpr std::array<std::array<SettingRange, RecipeSteps>, RecipeFields> Fields = {{
+    {hot_drink::Step1Valve, hot_drink::Step2Valve, hot_drink::Step3Valve},
+    {hot_drink::Step1ValveTime, hot_drink::Step2ValveTime, hot_drink::Step3ValveTime},
+    {hot_drink::Step1ValveDelay, hot_drink::Step2ValveDelay, hot_drink::Step3ValveDelay},
+    {hot_drink::Step1MixerTime, hot_drink::Step2MixerTime, hot_drink::Step3MixerTime},
+    {hot_drink::Step1MixerDelay, hot_drink::Step2MixerDelay, hot_drink::Step3MixerDelay},
+    {hot_drink::Step1Powder1Time, hot_drink::Step2Powder1Time, hot_drink::Step3Powder1Time},
+    {hot_drink::Step1Powder1Delay, hot_drink::Step2Powder1Delay, hot_drink::Step3Powder1Delay},
+    {hot_drink::Step1Powder2Time, hot_drink::Step2Powder2Time, hot_drink::Step3Powder2Time},
+    {hot_drink::Step1Powder2Delay, hot_drink::Step2Powder2Delay, hot_drink::Step3Powder2Delay},
+    {hot_drink::Step1Powder3Time, hot_drink::Step2Powder3Time, hot_drink::Step3Powder3Time},
+    {hot_drink::Step1Powder3Delay, hot_drink::Step2Powder3Delay, hot_drink::Step3Powder3Delay},
 }};
+/// In this order they are subscribed, which is that of their numbers: all powder times before all powder delays.
+constexpr std::array<int, RecipeFields> SubscribedFields = {0, 1, 2, 3, 4, 5, 7, 9, 6, 8, 10};
 
 struct MaskRow {
-    int first;        ///< of four parameters
-    int shadow;       ///< of as many
+    SettingRange bytes;
     int lastWritten;  ///< highest selection whose bit is ever written
 };
 constexpr std::array<MaskRow, Masks> MaskRows = {{
-    {1071, 1075, 29},
-    {1063, 1067, 29},
-    {1087, 1091, 29},
-    {1127, 1135, 29},
-    {1131, 1139, 29},
-    {1079, 1083, 29},
-    {1455, 1459, 31},
+    {hot_drink::MaskIncluded, 29},
+    {hot_drink::MaskCup, 29},
+    {hot_drink::MaskJug, 29},
+    {hot_drink::MaskStep2, 29},
+    {hot_drink::MaskStep3, 29},
+    {hot_drink::MaskCold, 29},
+    {hot_drink::MaskFree, 31},
 }};
 
 const MaskRow& rowOf(Mask mask) { return MaskRows[static_cast<std::size_t>(mask)]; }
 
 constexpr int BitsOfByte = 8;
-constexpr int BytesOfMask = 4;
 
 constexpr std::array<ParamRun, 8> BeforeTheRecipe = {{
-    {1, EventMaxParameter},
-    {1, ColdModeParameter},
-    {1, 1071, 1074},
-    {1, 1087, 1090},
-    {1, 1079, 1082},
-    {1, 1063, 1066},
-    {1, 1127, 1130},
-    {1, 1131, 1134},
+    hot_drink::MachineValves,
+    hot_drink::CoolingKind,
+    hot_drink::MaskIncluded,
+    hot_drink::MaskJug,
+    hot_drink::MaskCold,
+    hot_drink::MaskCup,
+    hot_drink::MaskStep2,
+    hot_drink::MaskStep3,
 }};
-/// Nothing is taken from any of these but 1455 to 1458.
-constexpr std::array<ParamRun, 5> BehindTheRecipe = {{
-    {1, 1298},
-    {1, 1455, 1458},
-    {1, 1083, 1086},
-    {1, 1067, 1070},
-    {1, 1135, 1142},
+/// Nothing is taken from any of these but the free selections.
+constexpr std::array<ParamRun, 6> BehindTheRecipe = {{
+    hot_drink::BrewingOptions,
+    hot_drink::MaskFree,
+    CopyOf(hot_drink::MaskCold),
+    CopyOf(hot_drink::MaskCup),
+    CopyOf(hot_drink::MaskStep2),
+    CopyOf(hot_drink::MaskStep3),
 }};
 
 }  // namespace
 
-int RecipeParameter(int selection, int step, int field) {
-    const int block = BlockOf[static_cast<std::size_t>(field)][static_cast<std::size_t>(step)];
-    return selection + FirstRecipeParameter + SelectionsOfBlock * block;
+Setting RecipeSetting(int selection, int step, int field) {
+    return Fields[static_cast<std::size_t>(field)][static_cast<std::size_t>(step)][selection];
 }
 
 std::optional<RecipePlace> RecipePlaceOf(int parameter, int selection) {
     for (int field = 0; field < RecipeFields; ++field)
         for (int step = 0; step < RecipeSteps; ++step)
-            if (RecipeParameter(selection, step, field) == parameter) return RecipePlace{step, field};
+            if (RecipeSetting(selection, step, field).number == parameter) return RecipePlace{step, field};
     return std::nullopt;
 }
 
 std::optional<SelectionMasks::Place> SelectionMasks::placeOf(int parameter) {
     for (int mask = 0; mask < Masks; ++mask) {
-        const int byte = parameter - rowOf(static_cast<Mask>(mask)).first;
-        if (byte >= 0 && byte < BytesOfMask) return Place{static_cast<Mask>(mask), byte};
+        const int byte = rowOf(static_cast<Mask>(mask)).bytes.indexOf(parameter);
+        if (byte >= 0) return Place{static_cast<Mask>(mask), byte};
     }
     return std::nullopt;
 }
@@ -103,18 +98,15 @@ void SelectionMasks::change(Mask mask, int selection, bool on) {
     std::uint8_t& stored = bytes_[static_cast<std::size_t>(mask)][static_cast<std::size_t>(byte)];
     const unsigned bit = 1U << (selection % BitsOfByte);
     stored = static_cast<std::uint8_t>(on ? stored | bit : stored & ~bit);
-    WriteTwice(1, row.first + byte, row.shadow + byte, stored);
+    WriteTwice(row.bytes[byte], stored);
 }
 
-void EachParameterOfSelection(int selection, void (*subscribe)(std::span<const ParamRun>)) {
-    const auto single = [subscribe](int n) {
-        const ParamRun run(1, n);
-        subscribe({&run, 1});
-    };
-    subscribe(BeforeTheRecipe);
-    for (int block = 0; block < Blocks; ++block) single(selection + FirstRecipeParameter + SelectionsOfBlock * block);
-    single(JugCountParameter + selection);
-    subscribe(BehindTheRecipe);
+void EachParameterOfSelection(int selection, void (*subscribe)(const ParamRun&)) {
+    for (const ParamRun& run : BeforeTheRecipe) subscribe(run);
+    for (const int field : SubscribedFields)
+        for (int step = 0; step < RecipeSteps; ++step) subscribe(RecipeSetting(selection, step, field));
+    subscribe(hot_drink::JugPortions[selection]);
+    for (const ParamRun& run : BehindTheRecipe) subscribe(run);
 }
 
 }  // namespace kestrel

@@ -5,7 +5,6 @@
 #include <array>
 #include <cstdint>
 #include <optional>
-#include <span>
 
 #include "link/param_table.h"
 #include "link/subscriptions.h"
@@ -27,19 +26,16 @@ inline constexpr int FirstPowderField = 5;  ///< time of powder solenoid 1, then
 inline constexpr int FirstBrewerCode = 5;
 inline constexpr int SecondBrewerCode = 6;
 
-/// Parameter of a field, step and selection counted from 0.
-int RecipeParameter(int selection, int step, int field);
+/// Where the board keeps a field; step and selection count from 0.
+Setting RecipeSetting(int selection, int step, int field);
 
 struct RecipePlace {
     int step;
     int field;
 };
-/// The field that the parameter holds for this selection; nothing for another selection's or no recipe parameter.
+/// The field that the hot-drink board's parameter holds for this selection; nothing for another selection's or no
+/// recipe parameter.
 std::optional<RecipePlace> RecipePlaceOf(int parameter, int selection);
-
-inline constexpr int JugCountParameter = 1095;  ///< of selection 0; 1 to 99 each
-inline constexpr int ColdModeParameter = 1153;
-inline constexpr int EventMaxParameter = 1154;  ///< the highest valve number of steps 2 and 3
 
 /// Yes-or-no properties of the selections, in the order of the page's switches.
 enum Mask { IncludedMask, CupMask, JugMask, Step2Mask, Step3Mask, ColdMask, FreeMask };
@@ -53,19 +49,19 @@ class SelectionMasks {
         int byte;  ///< 0 to 3
         bool holds(int selection) const { return selection / 8 == byte; }
     };
-    /// Which mask the parameter belongs to; nothing for a shadow or any other parameter.
+    /// Which mask the hot-drink board's parameter belongs to; nothing for a copy or any other parameter.
     static std::optional<Place> placeOf(int parameter);
 
     void store(Place place, ParamValue value);
     bool bit(Mask mask, int selection) const;
-    /// Changes the bit in the stored byte and writes the byte to the mask and to its shadow.
+    /// Changes the bit in the stored byte and writes the byte to the mask and to its copy.
     void change(Mask mask, int selection, bool on);
 
   private:
     std::array<std::array<std::uint8_t, 4>, Masks> bytes_{};
 };
 
-/// Gives all that a page needs of a selection to WatchAll or to ReleaseAll, in the order of its subscriptions.
-void EachParameterOfSelection(int selection, void (*subscribe)(std::span<const ParamRun>));
+/// Gives all that a page needs of a selection to Watch or to Release, in the order of its subscriptions.
+void EachParameterOfSelection(int selection, void (*subscribe)(const ParamRun&));
 
 }  // namespace kestrel

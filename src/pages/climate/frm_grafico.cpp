@@ -1,30 +1,25 @@
 // Temperature graph: boiler and tank temperature over time.
-// See frm_grafico.h.
 #include "pages/climate/frm_grafico.h"
 
 #include <array>
 #include <limits>
 
+#include "language/language_files.h"
 #include "link/presence.h"
 #include "link/subscriptions.h"
 #include "link/value_helpers.h"
-#include "platform/trouble.h"
-#include "shell/language_files.h"
+#include "platform/errors.h"
 
 namespace kestrel {
 
 namespace {
 
-constexpr int TankOffsetParameter = 52;  ///< degrees plus 5
-constexpr int TankTemperature = 287;     ///< two bytes: whole degrees, signed, above 256ths of a degree
-constexpr int BoilerTemperature = 1288;  ///< whole degrees
-
 constexpr std::array<ParamRun, 5> Subscriptions = {{
-    {2, TankOffsetParameter},
-    {2, TankTemperature},
-    {0, SectorPresence},
-    {0, HotDrinkPresence},
-    {1, BoilerTemperature},
+    sector::TankOffset,
+    sector::TankTemperature,
+    master::SectorPresence,
+    master::HotDrinkPresence,
+    hot_drink::BoilerTemperature,
 }};
 
 constexpr int OffsetZero = 5;
@@ -92,20 +87,12 @@ void FrmGrafico::Timer1_Timer() {
 }
 
 void FrmGrafico::SLabel_Change(int n, ParamValue value) {
-    switch (CurrentBank) {
-        case 0:
-            if (n == SectorPresence) Param2 = value;
-            if (n == HotDrinkPresence) Param1 = value;
-            break;
-        case 1:
-            if (n == BoilerTemperature) BoilerValue = static_cast<double>(value);
-            break;
-        default:
-            if (n == TankOffsetParameter) TankOffset = static_cast<int>(value) - OffsetZero;
-            if (n == TankTemperature && ParamIsFresh(TankOffsetParameter, 2))
-                TankValue = tankDegrees(value, TankOffset);
-            break;
-    }
+    if (Arrived(n, master::SectorPresence)) Param2 = value;
+    if (Arrived(n, master::HotDrinkPresence)) Param1 = value;
+    if (Arrived(n, hot_drink::BoilerTemperature)) BoilerValue = static_cast<double>(value);
+    if (Arrived(n, sector::TankOffset)) TankOffset = static_cast<int>(value) - OffsetZero;
+    if (Arrived(n, sector::TankTemperature) && ParamIsFresh(sector::TankOffset))
+        TankValue = tankDegrees(value, TankOffset);
 }
 
 }  // namespace kestrel

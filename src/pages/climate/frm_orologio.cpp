@@ -1,66 +1,61 @@
 // Clock, calendar and daily time bands.
-// See frm_orologio.h.
 #include "pages/climate/frm_orologio.h"
 
 #include <array>
 
+#include "language/language_files.h"
 #include "link/dates.h"
 #include "link/subscriptions.h"
 #include "link/value_helpers.h"
-#include "shell/language_files.h"
 
 namespace kestrel {
 
 namespace {
 
 struct BandRow {
-    int line;     ///< of its caption; the number follows
-    int number;   ///< of the band in its group
-    int hours;    ///< parameter of the hours
-    int minutes;  ///< and of the minutes
+    int line;    ///< of its caption; the number follows
+    int number;  ///< of the band in its group
+    Setting hours;
+    Setting minutes;
 };
 
-/// The order of the parameters is not that of the page.
+/// The order of the parameters is not that of the page. Their copies are never subscribed.
 constexpr std::array<BandRow, FrmOrologio::BandCount> BandRows = {{
-    {327, 1, 200, 199},
-    {328, 1, 204, 203},
-    {327, 2, 202, 201},
-    {328, 2, 206, 205},
-    {329, 1, 208, 207},
-    {329, 2, 210, 209},
-    {327, 1, 212, 211},
-    {328, 1, 216, 215},
-    {327, 2, 214, 213},
-    {328, 2, 218, 217},
+    {327, 1, master::BandOn1StartHour, master::BandOn1StartMinute},
+    {328, 1, master::BandOn1EndHour, master::BandOn1EndMinute},
+    {327, 2, master::BandOn2StartHour, master::BandOn2StartMinute},
+    {328, 2, master::BandOn2EndHour, master::BandOn2EndMinute},
+    {329, 1, master::BandWash1Hour, master::BandWash1Minute},
+    {329, 2, master::BandWash2Hour, master::BandWash2Minute},
+    {327, 1, master::BandDiscount1StartHour, master::BandDiscount1StartMinute},
+    {328, 1, master::BandDiscount1EndHour, master::BandDiscount1EndMinute},
+    {327, 2, master::BandDiscount2StartHour, master::BandDiscount2StartMinute},
+    {328, 2, master::BandDiscount2EndHour, master::BandDiscount2EndMinute},
 }};
-constexpr int ShadowDistance = 20;  ///< from a band's parameter to its shadow, which is never subscribed
 
 struct SettingRow {
     const char* caption;
     int min;
     int max;
-    int parameter;
+    Setting setting;
 };
-constexpr std::array<SettingRow, 2> TimeRows = {{{"ore", 0, 23, 239}, {"minuti", 0, 59, 240}}};
-constexpr std::array<SettingRow, 3> DateRows = {{{"giorno", 1, 31, 241}, {"mese", 1, 12, 242}, {"anno", 0, 99, 243}}};
+constexpr std::array<SettingRow, 2> TimeRows = {
+    {{"ore", 0, 23, master::ClockSetHour}, {"minuti", 0, 59, master::ClockSetMinute}}};
+constexpr std::array<SettingRow, 3> DateRows = {{{"giorno", 1, 31, master::ClockSetDay},
+                                                 {"mese", 1, 12, master::ClockSetMonth},
+                                                 {"anno", 0, 99, master::ClockSetYear}}};
 
-constexpr int ClockMinute = 244;
-constexpr int ClockHour = 245;
-constexpr int ClockDay = 246;
-constexpr int ClockMonth = 247;
-constexpr int ClockYear = 248;
-constexpr int FeaturesParameter = 7;
-constexpr ParamValue HasClock = 4;
+constexpr ParamValue HasClock = 4;  ///< of the machine's state
 
 constexpr std::array<ParamRun, 8> Subscriptions = {{
-    {0, 199, 218},
-    {0, 239, 243},
-    {0, ClockHour},
-    {0, ClockMinute},
-    {0, FeaturesParameter},
-    {0, ClockDay},
-    {0, ClockMonth},
-    {0, ClockYear},
+    {master::BandOn1StartMinute, master::BandDiscount2EndHour},
+    {master::ClockSetHour, master::ClockSetYear},
+    master::ClockHour,
+    master::ClockMinute,
+    master::MachineState,
+    master::ClockDay,
+    master::ClockMonth,
+    master::ClockYear,
 }};
 
 constexpr int Century = 2000;
@@ -80,7 +75,7 @@ const SettingRow& rowOf(const std::array<SettingRow, N>& rows, int index) {
     return rows[static_cast<std::size_t>(index)];
 }
 
-int bandParameter(int bar) {
+const Setting& bandSetting(int bar) {
     const BandRow& band = BandRows[static_cast<std::size_t>(bar / 2)];
     return bar % 2 == 0 ? band.hours : band.minutes;
 }
@@ -174,21 +169,18 @@ void FrmOrologio::PageCaptions() {
 
 void FrmOrologio::HScroll1_Change(int Index) {
     if (Updating) return;
-    const int parameter = bandParameter(Index);
-    WriteTwice(0, parameter, parameter + ShadowDistance, positionOf(HScroll1[Index]));
+    WriteTwice(bandSetting(Index), positionOf(HScroll1[Index]));
 }
 
 void FrmOrologio::HScroll2_Change(int Index) {
     if (Updating) return;
-    CurrentBank = 0;
-    ParamWrite(rowOf(TimeRows, Index).parameter, positionOf(HScroll2[Index]));
+    ParamWrite(rowOf(TimeRows, Index).setting, positionOf(HScroll2[Index]));
     Editing = true;
 }
 
 void FrmOrologio::HScroll5_Change(int Index) {
     if (Updating) return;
-    CurrentBank = 0;
-    ParamWrite(rowOf(DateRows, Index).parameter, positionOf(HScroll5[Index]));
+    ParamWrite(rowOf(DateRows, Index).setting, positionOf(HScroll5[Index]));
     Editing = true;
 }
 
@@ -210,9 +202,9 @@ void FrmOrologio::enableClock(bool live) {
 
 void FrmOrologio::showSetting(int n, ParamValue value) {
     for (int i = 0; i < HScroll2.size(); ++i)
-        if (rowOf(TimeRows, i).parameter == n) SetBar(Label4[i], HScroll2[i], value);
+        if (Arrived(n, rowOf(TimeRows, i).setting)) SetBar(Label4[i], HScroll2[i], value);
     for (int i = 0; i < HScroll5.size(); ++i)
-        if (rowOf(DateRows, i).parameter == n) SetBar(Label5[i], HScroll5[i], value);
+        if (Arrived(n, rowOf(DateRows, i).setting)) SetBar(Label5[i], HScroll5[i], value);
     Editing = false;
 }
 
@@ -226,8 +218,8 @@ void FrmOrologio::showTime() {
 }
 
 void FrmOrologio::showDate() {
-    for (const int n : {ClockDay, ClockMonth, ClockYear})
-        if (!ParamIsFresh(n, 0)) return;
+    for (const Setting& part : {master::ClockDay, master::ClockMonth, master::ClockYear})
+        if (!ParamIsFresh(part)) return;
     // Fresh for another page perhaps, and not told to this one yet.
     if (Day == 0 || Month == 0 || Year == 0) return;
     Label6.Caption = FormatDayNumber(DayNumber(Day, Month, Year));
@@ -241,19 +233,19 @@ void FrmOrologio::showDate() {
 void FrmOrologio::takeClock(int n, ParamValue value) {
     const int number = static_cast<int>(value);
     switch (n) {
-        case ClockHour:
+        case master::ClockHour.number:
             ClockHours = value;
             return showTime();
-        case ClockMinute:
+        case master::ClockMinute.number:
             ClockMinutes = value;
             return showTime();
-        case ClockDay:
+        case master::ClockDay.number:
             Day = number < 1 || number > 31 ? DayInstead : number;
             return showDate();
-        case ClockMonth:
+        case master::ClockMonth.number:
             Month = number < 1 || number > 12 ? MonthInstead : number;
             return showDate();
-        case ClockYear:
+        case master::ClockYear.number:
             Year = Century + number;
             return showDate();
         default:
@@ -262,16 +254,16 @@ void FrmOrologio::takeClock(int n, ParamValue value) {
 }
 
 void FrmOrologio::SLabel_Change(int n, ParamValue value) {
-    if (CurrentBank != 0) return;
+    if (!IsCurrent(Board::Master)) return;
     Updating = true;
     for (int i = 0; i < BandBars; ++i)
-        if (bandParameter(i) == n) SetBar(Label1[i], HScroll1[i], value);
-    if (n == FeaturesParameter) {
+        if (Arrived(n, bandSetting(i))) SetBar(Label1[i], HScroll1[i], value);
+    if (Arrived(n, master::MachineState)) {
         Features = value;
         enableClock((Features & HasClock) != 0);
     }
     if ((Features & HasClock) != 0) {
-        if (n >= TimeRows.front().parameter && n <= DateRows.back().parameter) showSetting(n, value);
+        if (n >= TimeRows.front().setting.number && n <= DateRows.back().setting.number) showSetting(n, value);
         takeClock(n, value);
     }
     Updating = false;

@@ -1,13 +1,12 @@
 // Temperature set-points: boiler, tank and refrigerator.
-// See frm_temperatura.h.
 #include "pages/climate/frm_temperatura.h"
 
 #include <array>
 
+#include "language/language_files.h"
 #include "link/presence.h"
 #include "link/subscriptions.h"
 #include "link/value_helpers.h"
-#include "shell/language_files.h"
 
 namespace kestrel {
 
@@ -19,50 +18,49 @@ struct SettingRow {
     int min;
     int max;
     int largeStep;
-    int bank;
-    int parameter;
-    int shadow;  ///< written after the first; subscribed but not shown
+    Setting setting;  ///< its copy is subscribed but not shown
     Shown shown;
 };
 
-constexpr SettingRow Boiler = {70, 110, 5, 1, 1199, 376, Shown::Plain};
+/// The boiler's second value goes to where the recipe of a selection has a time.
+constexpr SettingRow Boiler = {70, 110, 5, WithCopy(hot_drink::BoilerSetPoint, hot_drink::Step3MixerTime[17]),
+                               Shown::Plain};
 constexpr std::array<SettingRow, FrmTemperatura::Settings> SettingRows = {{
-    {8, 16, 2, 2, 51, 266, Shown::TankSetPoint},
-    {10, 50, 5, 2, 53, 268, Shown::Tenths},
-    {1, 12, 2, 2, 56, 271, Shown::Plain},
-    {1, 30, 5, 2, 57, 272, Shown::Plain},
-    {0, 10, 2, 2, 52, 267, Shown::Offset},
-    {5, 100, 5, 1, 1200, 1202, Shown::Tenths},
+    {8, 16, 2, sector::TankSetPoint, Shown::TankSetPoint},
+    {10, 50, 5, sector::TankDelta, Shown::Tenths},
+    {1, 12, 2, sector::DefrostEvery, Shown::Plain},
+    {1, 30, 5, sector::DefrostFor, Shown::Plain},
+    {0, 10, 2, sector::TankOffset, Shown::Offset},
+    {5, 100, 5, hot_drink::RefrigeratorSetPoint, Shown::Tenths},
 }};
 
-constexpr int CoolingKind = 1153;
 constexpr int RefrigeratorFitted = 1;  ///< the kind of cooling that has a refrigerator
 constexpr int TankOff = 16;            ///< this set-point of the tank switches its cooling off
 constexpr int OffsetZero = 5;
 
-/// The sector board's 54, 55, 269 and 270 are subscribed and not shown.
+/// The two spares and their copies are subscribed and not shown.
 constexpr std::array<ParamRun, 21> Subscriptions = {{
-    {1, 1199},
-    {1, 1200},
-    {1, CoolingKind},
-    {1, 376},
-    {1, 1202},
-    {2, 51},
-    {2, 53},
-    {2, 56},
-    {2, 57},
-    {2, 52},
-    {2, 54},
-    {2, 55},
-    {2, 266},
-    {2, 268},
-    {2, 271},
-    {2, 272},
-    {2, 267},
-    {2, 269},
-    {2, 270},
-    {0, SectorPresence},
-    {0, HotDrinkPresence},
+    hot_drink::BoilerSetPoint,
+    hot_drink::RefrigeratorSetPoint,
+    hot_drink::CoolingKind,
+    CopyOf(Boiler.setting),
+    CopyOf(hot_drink::RefrigeratorSetPoint),
+    sector::TankSetPoint,
+    sector::TankDelta,
+    sector::DefrostEvery,
+    sector::DefrostFor,
+    sector::TankOffset,
+    sector::CoolingSpare1,
+    sector::CoolingSpare2,
+    CopyOf(sector::TankSetPoint),
+    CopyOf(sector::TankDelta),
+    CopyOf(sector::DefrostEvery),
+    CopyOf(sector::DefrostFor),
+    CopyOf(sector::TankOffset),
+    CopyOf(sector::CoolingSpare1),
+    CopyOf(sector::CoolingSpare2),
+    master::SectorPresence,
+    master::HotDrinkPresence,
 }};
 
 constexpr int TitleLine = 26;
@@ -82,7 +80,7 @@ void design(const SettingRow& row, ScrollBar& bar, Label& label) {
 }
 
 void write(const SettingRow& row, const ScrollBar& bar) {
-    WriteTwice(row.bank, row.parameter, row.shadow, static_cast<unsigned>(bar.Value.get()));
+    WriteTwice(row.setting, static_cast<unsigned>(bar.Value.get()));
 }
 
 }  // namespace
@@ -180,18 +178,18 @@ void FrmTemperatura::showSetting(int index, ParamValue value) {
 
 void FrmTemperatura::SLabel_Change(int n, ParamValue value) {
     Updating = true;
-    if (CurrentBank == 0 && n == SectorPresence && value != Param2) {
+    if (Arrived(n, master::SectorPresence) && value != Param2) {
         Param2 = value;
         enableTank(SaysPresent(value));
     }
-    if (CurrentBank == 0 && n == HotDrinkPresence && value != Param1) {
+    if (Arrived(n, master::HotDrinkPresence) && value != Param1) {
         Param1 = value;
         enableBoiler(SaysPresent(value));
     }
-    if (CurrentBank == 1 && n == CoolingKind) showRefrigerator(value == RefrigeratorFitted);
-    if (CurrentBank == Boiler.bank && n == Boiler.parameter) SetBar(Label1, HScroll1, value);
+    if (Arrived(n, hot_drink::CoolingKind)) showRefrigerator(value == RefrigeratorFitted);
+    if (Arrived(n, Boiler.setting)) SetBar(Label1, HScroll1, value);
     for (int i = 0; i < Settings; ++i)
-        if (rowOf(i).bank == CurrentBank && rowOf(i).parameter == n) showSetting(i, value);
+        if (Arrived(n, rowOf(i).setting)) showSetting(i, value);
     Updating = false;
 }
 

@@ -1,9 +1,8 @@
 // The one question before data are destroyed.
-// See confirmation.h.
 #include "pages/common/confirmation.h"
 
+#include "language/language_files.h"
 #include "platform/platform.h"
-#include "shell/language_files.h"
 
 namespace kestrel {
 

@@ -7,7 +7,7 @@
 #include <string>
 
 #include "link/param_table.h"
-#include "platform/trouble.h"
+#include "platform/errors.h"
 
 namespace kestrel {
 

@@ -1,5 +1,4 @@
 // Orders to a board.
-// See mailbox.h.
 #include "pages/common/mailbox.h"
 
 #include <algorithm>

@@ -6,11 +6,16 @@
 #include <span>
 #include <vector>
 
+#include "link/settings.h"
+
 namespace kestrel {
 
 struct MailboxValue {
-    int parameter;
-    unsigned value;
+    int parameter = 0;
+    unsigned value = 0;
+    MailboxValue() = default;
+    MailboxValue(int n, unsigned v) : parameter(n), value(v) {}
+    MailboxValue(const Setting& s, unsigned v) : parameter(s.number), value(v) {}
 };
 
 /// Takes the write of this value back if it has not gone out; CurrentBank stays where it is.
@@ -19,6 +24,7 @@ void WithdrawWrite(int bank, const MailboxValue& written);
 /// The orders that one page gives to one command register, of which the newest counts.
 class Handshake {
   public:
+    explicit Handshake(const Setting& r) : bank_(BankOf(r.board)), register_(r.number) {}
     Handshake(int bank, int commandRegister) : bank_(bank), register_(commandRegister) {}
 
     /// Writes the mailbox in CurrentBank = the board's. What is left of the order before is taken back.

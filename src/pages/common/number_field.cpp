@@ -1,5 +1,4 @@
 // Text boxes for whole numbers of the master.
-// See number_field.h.
 #include "pages/common/number_field.h"
 
 #include <algorithm>
@@ -20,13 +19,14 @@ constexpr int Bank = 0;
 std::optional<double> numberIn(const std::string& text) {
     const auto first = text.find_first_not_of(' ');
     if (first == std::string::npos) return std::nullopt;
-    std::string digits = text.substr(first, text.find_last_not_of(' ') + 1 - first);
-    const bool negative = digits.front() == '-';
-    if (negative || digits.front() == '+') digits.erase(0, 1);
+    const bool negative = text[first] == '-';
+    const auto begin = negative || text[first] == '+' ? first + 1 : first;
+    std::string digits = text.substr(begin, text.find_last_not_of(' ') + 1 - begin);
 
     const std::string separator = platform().decimalSeparator();
     const auto fraction = std::min(digits.find(separator), digits.size());
-    if (fraction < digits.size()) digits.replace(fraction, separator.size(), ".");
+    if (fraction < digits.size())
+        digits = digits.substr(0, fraction) + "." + digits.substr(fraction + separator.size());
     bool anyDigit = false;
     for (std::size_t i = 0; i < digits.size(); ++i) {
         const bool isDigit = digits[i] >= '0' && digits[i] <= '9';

@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <optional>
 
-#include "platform/controls.h"
+#include "platform/basic_controls.h"
 
 namespace kestrel {
 

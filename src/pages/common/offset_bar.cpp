@@ -1,5 +1,4 @@
 // Bars for unsigned 16-bit amounts.
-// See offset_bar.h.
 #include "pages/common/offset_bar.h"
 
 #include <algorithm>

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "link/param_table.h"
-#include "platform/controls.h"
+#include "platform/basic_controls.h"
 
 namespace kestrel {
 

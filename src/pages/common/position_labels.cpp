@@ -1,10 +1,9 @@
 // Position labels of switches.
-// See position_labels.h.
 #include "pages/common/position_labels.h"
 
 #include <algorithm>
 
-#include "shell/language_files.h"
+#include "language/language_files.h"
 
 namespace kestrel {
 

@@ -2,13 +2,15 @@
 // What the mirror holds is a board's value only where it is fresh; else the control stays unread.
 #pragma once
 
-#include "link/param_table.h"
+#include "link/settings.h"
 #include "platform/control.h"
 
 namespace kestrel {
 
 class ShowMirror : private Control::Speaking {
   public:
+    explicit ShowMirror(const Setting& setting) : Speaking(nullptr, ParamIsFresh(setting)) {}
+    // TEMP
     ShowMirror(int parameter, int bank) : Speaking(nullptr, ParamIsFresh(parameter, bank)) {}
 };
 

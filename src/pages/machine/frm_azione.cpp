@@ -1,13 +1,12 @@
 // Preventive maintenance: counts of cycles until service.
-// See frm_azione.h.
 #include "pages/machine/frm_azione.h"
 
 #include <array>
 
+#include "language/language_files.h"
 #include "link/subscriptions.h"
 #include "link/value_helpers.h"
 #include "pages/common/offset_bar.h"
-#include "shell/language_files.h"
 
 namespace kestrel {
 

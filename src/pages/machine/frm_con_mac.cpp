@@ -4,11 +4,11 @@
 
 #include <algorithm>
 
+#include "language/language_files.h"
 #include "link/presence.h"
 #include "link/subscriptions.h"
 #include "link/value_helpers.h"
 #include "pages/machine/frm_con_mac_tables.h"
-#include "shell/language_files.h"
 
 namespace kestrel {
 

@@ -1,5 +1,4 @@
 // Machine configuration: what the boards' values show, and when the controls are live.
-// See frm_con_mac.h.
 #include <algorithm>
 #include <utility>
 

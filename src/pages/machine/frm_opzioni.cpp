@@ -2,13 +2,13 @@
 // See frm_opzioni.h. What the boards' values do to the page stands in frm_opzioni_values.cpp.
 #include "pages/machine/frm_opzioni.h"
 
+#include "language/language_files.h"
 #include "link/identification.h"
 #include "link/money.h"
 #include "link/presence.h"
 #include "link/subscriptions.h"
 #include "link/value_helpers.h"
 #include "pages/machine/frm_opzioni_tables.h"
-#include "shell/language_files.h"
 
 namespace kestrel {
 
@@ -54,7 +54,7 @@ constexpr std::array<ParamRun, 22> Subscriptions = {{
 }};
 
 /// The settings of the probe are never given back: their subscriptions outlive the page.
-constexpr bool isGivenBack(const ParamRun& run) { return run.bank != 1 || (run.first != 1443 && run.first != 1445); }
+constexpr bool isGivenBack(const ParamRun& run) { return BankOf(run.board) != 1 || (run.first != 1443 && run.first != 1445); }
 
 /// Given back at the end although this page never took them.
 constexpr std::array<ParamRun, 4> GivenBackToo = {{{0, 86, 87}, {0, 351}, {1, 1300, 1301}, {1, 1211}}};
@@ -65,7 +65,7 @@ std::string paymentLabels() {
     return labels;
 }
 
-void write(const Setting& setting, int value) {
+void write(const OwnSetting& setting, int value) {
     WriteTwice(setting.bank, setting.parameter, setting.shadow, static_cast<unsigned>(value));
 }
 
@@ -180,7 +180,7 @@ void FrmOpzioni::HScroll1_Change(int Index) {
     if (!Updating) write(BarRows[static_cast<std::size_t>(Index)].setting, HScroll1[Index].Value);
 }
 
-void FrmOpzioni::Slswitch_PositionChange(const SliderSwitch& slider, const Setting& setting) {
+void FrmOpzioni::Slswitch_PositionChange(const SliderSwitch& slider, const OwnSetting& setting) {
     if (!Updating) write(setting, slider.Position);
 }
 

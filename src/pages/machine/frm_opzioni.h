@@ -10,7 +10,7 @@
 namespace kestrel {
 
 namespace opzioni {
-struct Setting;
+struct OwnSetting;
 }
 
 class FrmOpzioni : public Page {
@@ -54,7 +54,7 @@ class FrmOpzioni : public Page {
     void PageCaptions();
     void SwitchX1_Click(int Index);
     void HScroll1_Change(int Index);
-    void Slswitch_PositionChange(const SliderSwitch& slider, const opzioni::Setting& setting);
+    void Slswitch_PositionChange(const SliderSwitch& slider, const opzioni::OwnSetting& setting);
     void SlswitchX5_PositionChange();
     void Text1_KeyPress(int Index, int KeyAscii);
     void Text1_LostFocus(int Index);

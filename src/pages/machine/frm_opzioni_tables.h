@@ -9,7 +9,7 @@
 
 namespace kestrel::opzioni {
 
-struct Setting {
+struct OwnSetting {
     int bank;
     int parameter;
     int shadow;
@@ -20,7 +20,7 @@ inline constexpr std::size_t PaymentByte = 1;
 inline constexpr std::size_t BrewingByte = 2;
 inline constexpr std::size_t MachineByte = 3;
 inline constexpr std::size_t SectorByte = 4;
-inline constexpr std::array<Setting, FrmOpzioni::OptionBytes> ByteSettings = {
+inline constexpr std::array<OwnSetting, FrmOpzioni::OptionBytes> ByteSettings = {
     {{0, 84, 86}, {0, 85, 87}, {1, 1298, 1300}, {1, 1299, 1301}, {2, 59, 274}}};
 
 struct ToggleRow {
@@ -55,7 +55,7 @@ inline constexpr ToggleRow CreditTimeoutOnMaster = {CreditTimeout, 268, SaleByte
 struct BarRow {
     int line;
     int max;
-    Setting setting;
+    OwnSetting setting;
 };
 inline constexpr std::array<BarRow, FrmOpzioni::Bars> BarRows = {{
     {285, 180, {0, 354, 355}},
@@ -64,9 +64,9 @@ inline constexpr std::array<BarRow, FrmOpzioni::Bars> BarRows = {{
     {293, 255, {1, 1444, 1446}},
 }};
 
-inline constexpr Setting DisplayLanguage = {0, 350, 351};
-inline constexpr Setting Decimals = {0, 359, 360};  ///< what the master makes of it is told by another parameter
-inline constexpr Setting CoolingKind = {1, 1153, 1158};
+inline constexpr OwnSetting DisplayLanguage = {0, 350, 351};
+inline constexpr OwnSetting Decimals = {0, 359, 360};  ///< what the master makes of it is told by another parameter
+inline constexpr OwnSetting CoolingKind = {1, 1153, 1158};
 
 struct FieldRow {
     int line;

@@ -1,5 +1,4 @@
 // Options: what the boards' values show, and when the groups are live.
-// See frm_opzioni.h.
 #include "link/identification.h"
 #include "link/money.h"
 #include "link/presence.h"
@@ -57,7 +56,7 @@ bool FrmOpzioni::takeOptionByte(int n, ParamValue value) {
 
 bool FrmOpzioni::takeScalar(int n, ParamValue value) {
     for (int i = 0; i < Bars; ++i) {
-        const Setting& setting = BarRows[static_cast<std::size_t>(i)].setting;
+        const OwnSetting& setting = BarRows[static_cast<std::size_t>(i)].setting;
         if (setting.bank != CurrentBank || setting.parameter != n) continue;
         SetBar(Label10[i], HScroll1[i], value);
         return true;

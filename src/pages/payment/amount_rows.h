@@ -6,7 +6,7 @@
 
 #include "link/param_table.h"
 #include "link/subscriptions.h"
-#include "platform/controls.h"
+#include "platform/basic_controls.h"
 
 namespace kestrel {
 
@@ -16,16 +16,11 @@ inline constexpr int DecimalsUnknown = 255;
 /// The longest text of an amount.
 inline constexpr const char* LongestAmount = "655.35";
 
-/// Consecutive rows for consecutive parameters.
+/// Consecutive rows for consecutive amounts.
 struct AmountRun {
-    int row;
-    int count;
-    int parameter;
-    int shadow;
+    int firstRow;
+    SettingRange amounts;
 };
-
-constexpr ParamRun ParametersOf(const AmountRun& run) { return {0, run.parameter, run.parameter + run.count - 1}; }
-constexpr ParamRun ShadowsOf(const AmountRun& run) { return {0, run.shadow, run.shadow + run.count - 1}; }
 
 class AmountRows {
   public:
@@ -35,7 +30,6 @@ class AmountRows {
         : AmountRows(runs, std::span(bars.begin(), N), std::span(labels.begin(), N)) {}
 
     /// Shows an amount, kept inside its bar's limits, when it belongs to a row and the mirror knows the decimals.
-    /// Amounts of bank 0 alone are to be given.
     void arrived(int n, ParamValue value, int decimals);
     /// Shows all rows anew from the mirror, in the order of the runs.
     void redraw(int decimals);
@@ -53,8 +47,5 @@ class AmountRows {
     std::span<ScrollBar> bars_;
     std::span<Label> labels_;
 };
-
-/// Whether the mirror holds the board's values of all parameters of the run.
-bool AllAreFresh(const AmountRun& run);
 
 }  // namespace kestrel

@@ -10,61 +10,67 @@
 #include "link/value_helpers.h"
 #include "pages/common/bits.h"
 #include "pages/common/show_mirror.h"
-#include "pages/payment/master_settings.h"
+#include "pages/payment/sale_options.h"
 
 namespace kestrel {
 
 namespace {
 
-constexpr MasterSetting PaymentOptions = {85, 87};
-constexpr MasterSetting LargestChange = {328, 329};
-constexpr MasterSetting CoinMask = {330, 331};
-constexpr MasterSetting PriceTimeout = {342, 343};
-constexpr MasterSetting BanknoteMask = {344, 345};
-constexpr MasterSetting ChangeOptions = {346, 347};
-constexpr MasterSetting ExactChangeOptions = {348, 349};
-
-constexpr AmountRun CoinRun = {0, FrmPagamento::Coins, 312, 320};
-constexpr AmountRun TokenRun = {0, FrmPagamento::Tokens, 336, 339};
-constexpr AmountRun KeyCreditRun = {2, 1, 332, 333};
-constexpr AmountRun CoinCreditRun = {3, 1, 334, 335};
-constexpr std::array CoinRuns = {CoinRun};
-constexpr std::array TokenRuns = {TokenRun};
-constexpr std::array CreditRuns = {KeyCreditRun, CoinCreditRun};
+constexpr std::array CoinRuns = {AmountRun{0, master::CoinValue}};
+constexpr std::array TokenRuns = {AmountRun{0, master::TokenValue}};
+constexpr std::array CreditRuns = {AmountRun{2, master::KeyLargestCredit}, AmountRun{3, master::CoinLargestCredit}};
 
 constexpr std::array<ParamRun, 19> Subscriptions = {{
-    {0, DecimalsParameter},
-    {0, ChangeOptions.shadow},
-    {0, ExactChangeOptions.shadow},
-    ShadowsOf(CoinCreditRun),
-    ShadowsOf(KeyCreditRun),
-    {0, PriceTimeout.shadow},
-    {0, BanknoteMask.shadow},
-    ParametersOf(CoinRun),
-    {0, LargestChange.parameter},
-    {0, BanknoteMask.parameter},
-    {0, CoinMask.parameter},
-    ParametersOf(TokenRun),
-    {0, SaleOptions.parameter},
-    {0, PaymentOptions.parameter},
-    {0, PriceTimeout.parameter},
-    ParametersOf(CoinCreditRun),
-    ParametersOf(KeyCreditRun),
-    {0, ChangeOptions.parameter},
-    {0, ExactChangeOptions.parameter},
+    master::MoneyDecimals,
+    CopyOf(master::ChangeOptions),
+    CopyOf(master::ExactChangeOptions),
+    CopyOf(master::CoinLargestCredit),
+    CopyOf(master::KeyLargestCredit),
+    CopyOf(master::PriceTimeout),
+    CopyOf(master::BanknoteMask),
+    master::CoinValue,
+    master::ChangeLargest,
+    master::BanknoteMask,
+    master::CoinMask,
+    master::TokenValue,
+    master::SaleOptions,
+    master::PaymentOptions,
+    master::PriceTimeout,
+    master::CoinLargestCredit,
+    master::KeyLargestCredit,
+    master::ChangeOptions,
+    master::ExactChangeOptions,
 }};
 
 /// Not the same list: some copies are given back that were never watched, and three parameters are given back twice.
 constexpr std::array<ParamRun, 27> Releases = {{
-    {0, ChangeOptions.shadow},   {0, ExactChangeOptions.shadow}, ShadowsOf(CoinRun),
-    {0, DecimalsParameter},      {0, LargestChange.shadow},      {0, CoinMask.shadow},
-    {0, SaleOptions.shadow},     {0, PaymentOptions.shadow},     ShadowsOf(CoinCreditRun),
-    ShadowsOf(KeyCreditRun),     {0, PriceTimeout.shadow},       {0, BanknoteMask.shadow},
-    ParametersOf(CoinRun),       {0, LargestChange.parameter},   {0, CoinMask.parameter},
-    {0, SaleOptions.parameter},  {0, PaymentOptions.parameter},  {0, CoinMask.parameter},
-    ParametersOf(TokenRun),      {0, SaleOptions.parameter},     {0, PaymentOptions.parameter},
-    {0, BanknoteMask.parameter}, ParametersOf(CoinCreditRun),    ParametersOf(KeyCreditRun),
-    {0, PriceTimeout.parameter}, {0, ChangeOptions.parameter},   {0, ExactChangeOptions.parameter},
+    CopyOf(master::ChangeOptions),
+    CopyOf(master::ExactChangeOptions),
+    CopyOf(master::CoinValue),
+    master::MoneyDecimals,
+    CopyOf(master::ChangeLargest),
+    CopyOf(master::CoinMask),
+    CopyOf(master::SaleOptions),
+    CopyOf(master::PaymentOptions),
+    CopyOf(master::CoinLargestCredit),
+    CopyOf(master::KeyLargestCredit),
+    CopyOf(master::PriceTimeout),
+    CopyOf(master::BanknoteMask),
+    master::CoinValue,
+    master::ChangeLargest,
+    master::CoinMask,
+    master::SaleOptions,
+    master::PaymentOptions,
+    master::CoinMask,
+    master::TokenValue,
+    master::SaleOptions,
+    master::PaymentOptions,
+    master::BanknoteMask,
+    master::CoinLargestCredit,
+    master::KeyLargestCredit,
+    master::PriceTimeout,
+    master::ChangeOptions,
+    master::ExactChangeOptions,
 }};
 
 // Bits of the payment options.
@@ -187,7 +193,7 @@ void FrmPagamento::EnableExecutiveFrame() {
 
 void FrmPagamento::SLabel_Change(int n, ParamValue value) {
     Updating = true;
-    if (CurrentBank == 0) show(n, value);
+    if (IsCurrent(Board::Master)) show(n, value);
     Updating = false;
 }
 
@@ -195,37 +201,37 @@ void FrmPagamento::show(int n, ParamValue value) {
     for (AmountRows* amounts : {&coins_, &tokens_, &credits_}) amounts->arrived(n, value, decimals_);
     const auto bits = static_cast<unsigned>(value);
     switch (n) {
-        case DecimalsParameter:
+        case master::MoneyDecimals.number:
             if (DecimalsOf(value) != decimals_) showDecimals(DecimalsOf(value));
             break;
-        case LargestChange.parameter:
-            if (ParamIsFresh(DecimalsParameter, 0)) {
+        case master::ChangeLargest.number:
+            if (ParamIsFresh(master::MoneyDecimals)) {
                 HScroll11[0].Value = static_cast<int>(std::min<ParamValue>(value, HScroll11[0].Max));
                 Label11[0].Caption = FormatAmount(HScroll11[0].Value, decimals_);
             }
             break;
-        case SaleOptions.parameter:
+        case master::SaleOptions.number:
             showSaleOptions(bits);
             break;
-        case PaymentOptions.parameter:
+        case master::PaymentOptions.number:
             showPaymentOptions(bits);
             break;
-        case CoinMask.parameter:
+        case master::CoinMask.number:
             coinMask_ = bits;
             showCoinBit();
             break;
-        case BanknoteMask.parameter:
+        case master::BanknoteMask.number:
             banknoteMask_ = bits;
             showBanknoteBit();
             break;
-        case PriceTimeout.parameter:
+        case master::PriceTimeout.number:
             SetBarTenths(Label8v, scrTP, value);
             break;
-        case ChangeOptions.parameter:
+        case master::ChangeOptions.number:
             changeOptions_ = bits;
             SwitchX5[0].Position = PositionOf(changeOptions_, ChangeAtOnce);
             break;
-        case ExactChangeOptions.parameter:
+        case master::ExactChangeOptions.number:
             exactChangeOptions_ = bits & 255;
             SwitchX5[1].Position = PositionOf(exactChangeOptions_, IgnoreExactChange);
             break;
@@ -239,8 +245,8 @@ void FrmPagamento::showDecimals(int decimals) {
     coins_.redraw(decimals_);
     HScroll11[0].scale.decimals = decimals_;
     {
-        const ShowMirror shown(LargestChange.parameter, 0);
-        SetBarDecimals(Label11[0], HScroll11[0], ParamRead(LargestChange.parameter, 0), decimals_);
+        const ShowMirror shown(master::ChangeLargest);
+        SetBarDecimals(Label11[0], HScroll11[0], ParamRead(master::ChangeLargest), decimals_);
     }
     tokens_.redraw(decimals_);
     // The labels of the two credits keep the old decimals until their own values come again.
@@ -294,38 +300,38 @@ void FrmPagamento::showBanknoteBit() { SliderX6.Position = PositionOf(banknoteMa
 void FrmPagamento::HScroll11_Change(int Index) {
     if (Updating) return;
     if (Index == 0)
-        WriteSetting(LargestChange, static_cast<unsigned>(HScroll11[0].Value.get()));
+        WriteTwice(master::ChangeLargest, static_cast<unsigned>(HScroll11[0].Value.get()));
     else
         credits_.write(Index);
 }
 
 void FrmPagamento::scrTP_Change() {
-    if (!Updating) WriteSetting(PriceTimeout, static_cast<unsigned>(scrTP.Value.get()));
+    if (!Updating) WriteTwice(master::PriceTimeout, static_cast<unsigned>(scrTP.Value.get()));
 }
 
 void FrmPagamento::iSwitchSliderX2_Change() {
-    if (!Updating) WriteSetting(SaleOptions, WithBits(saleOptions_, CoinChanger, isOn(iSwitchSliderX2)));
+    if (!Updating) WriteTwice(master::SaleOptions, WithBits(saleOptions_, CoinChanger, isOn(iSwitchSliderX2)));
 }
 
 void FrmPagamento::iSwSliderX3_Change(int Index) {
     if (Updating) return;
-    WriteSetting(SaleOptions,
-                 WithBits(saleOptions_, TokenOptions[static_cast<std::size_t>(Index)], isOn(iSwSliderX3[Index])));
+    WriteTwice(master::SaleOptions,
+               WithBits(saleOptions_, TokenOptions[static_cast<std::size_t>(Index)], isOn(iSwSliderX3[Index])));
 }
 
 void FrmPagamento::SliderX4_Change() {
-    if (!Updating) WriteSetting(CoinMask, WithBits(coinMask_, bitAt(SliderX1), isOn(SliderX4)));
+    if (!Updating) WriteTwice(master::CoinMask, WithBits(coinMask_, bitAt(SliderX1), isOn(SliderX4)));
 }
 
 void FrmPagamento::SliderX5_Change() {
     if (Updating) return;
     paymentOptions_ = WithBits(paymentOptions_, DifferentiatedEcs | PriceHolding, false);
     const unsigned option = SliderX5.Position == 1 ? DifferentiatedEcs : SliderX5.Position == 2 ? PriceHolding : 0;
-    WriteSetting(PaymentOptions, paymentOptions_ | option);
+    WriteTwice(master::PaymentOptions, paymentOptions_ | option);
 }
 
 void FrmPagamento::SliderX6_Change() {
-    if (!Updating) WriteSetting(BanknoteMask, WithBits(banknoteMask_, bitAt(SliderX7), isOn(SliderX6)));
+    if (!Updating) WriteTwice(master::BanknoteMask, WithBits(banknoteMask_, bitAt(SliderX7), isOn(SliderX6)));
 }
 
 void FrmPagamento::SwitchX5_Change(int Index) {
@@ -333,10 +339,10 @@ void FrmPagamento::SwitchX5_Change(int Index) {
     const bool on = isOn(SwitchX5[Index]);
     if (Index == 0) {
         changeOptions_ = WithBits(changeOptions_, ChangeAtOnce, on);
-        WriteSetting(ChangeOptions, changeOptions_);
+        WriteTwice(master::ChangeOptions, changeOptions_);
     } else {
         exactChangeOptions_ = WithBits(exactChangeOptions_, IgnoreExactChange, on) & 255;
-        WriteSetting(ExactChangeOptions, exactChangeOptions_);
+        WriteTwice(master::ExactChangeOptions, exactChangeOptions_);
     }
 }
 

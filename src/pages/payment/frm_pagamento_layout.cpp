@@ -1,8 +1,7 @@
 // Payment system: ranges, captions and layout of the page.
-// See frm_pagamento.h.
+#include "language/language_files.h"
 #include "pages/common/position_labels.h"
 #include "pages/payment/frm_pagamento.h"
-#include "shell/language_files.h"
 
 namespace kestrel {
 

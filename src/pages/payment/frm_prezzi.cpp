@@ -1,36 +1,32 @@
 // Prices: the machine's price list.
-// See frm_prezzi.h.
 #include "pages/payment/frm_prezzi.h"
 
 #include <array>
 
+#include "language/language_files.h"
 #include "link/money.h"
 #include "link/value_helpers.h"
 #include "pages/common/bits.h"
-#include "pages/payment/master_settings.h"
-#include "shell/language_files.h"
+#include "pages/payment/sale_options.h"
 
 namespace kestrel {
 
 namespace {
 
-constexpr AmountRun PriceRun = {0, FrmPrezzi::Prices, 16, 46};
-constexpr AmountRun PreselectionRun = {30, 4, 8, 12};
-constexpr AmountRun PlusPreselectionRun = {34, 4, 76, 80};
-
 /// In the order in which they are drawn anew.
-constexpr std::array Runs = {PriceRun, PreselectionRun, PlusPreselectionRun};
+constexpr std::array Runs = {AmountRun{0, master::Price}, AmountRun{30, master::PreselectionPrice},
+                             AmountRun{34, master::PreselectionPlusPrice}};
 
 constexpr std::array<ParamRun, 9> Subscriptions = {{
-    {0, SaleOptions.shadow},
-    {0, DecimalsParameter},
-    ShadowsOf(PreselectionRun),
-    ShadowsOf(PlusPreselectionRun),
-    ShadowsOf(PriceRun),
-    ParametersOf(PreselectionRun),
-    ParametersOf(PlusPreselectionRun),
-    {0, SaleOptions.parameter},
-    ParametersOf(PriceRun),
+    CopyOf(master::SaleOptions),
+    master::MoneyDecimals,
+    CopyOf(master::PreselectionPrice),
+    CopyOf(master::PreselectionPlusPrice),
+    CopyOf(master::Price),
+    master::PreselectionPrice,
+    master::PreselectionPlusPrice,
+    master::SaleOptions,
+    master::Price,
 }};
 
 constexpr int TitleLine = 9;
@@ -90,23 +86,23 @@ void FrmPrezzi::HScroll1_Change(int Index) {
 }
 
 void FrmPrezzi::Switch1_Change() {
-    if (!Updating) WriteSetting(SaleOptions, WithBits(saleOptions_, AllAtPriceOne, Switch1.Position == 1));
+    if (!Updating) WriteTwice(master::SaleOptions, WithBits(saleOptions_, AllAtPriceOne, Switch1.Position == 1));
 }
 
 void FrmPrezzi::SLabel_Change(int n, ParamValue value) {
     Updating = true;
-    if (CurrentBank == 0) show(n, value);
+    if (IsCurrent(Board::Master)) show(n, value);
     Updating = false;
-    if (AllAreFresh(PriceRun)) EnablePriceBars();
+    if (AllAreFresh(master::Price)) EnablePriceBars();
 }
 
 void FrmPrezzi::show(int n, ParamValue value) {
-    if (n == DecimalsParameter && DecimalsOf(value) != decimals_) {
+    if (n == master::MoneyDecimals.number && DecimalsOf(value) != decimals_) {
         decimals_ = DecimalsOf(value);
         amounts_.redraw(decimals_);
     }
     amounts_.arrived(n, value, decimals_);
-    if (n == SaleOptions.parameter) {
+    if (n == master::SaleOptions.number) {
         saleOptions_ = static_cast<unsigned>(value & 255);
         Switch1.Position = PositionOf(saleOptions_, AllAtPriceOne);
     }

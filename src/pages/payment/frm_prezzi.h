@@ -43,7 +43,7 @@ class FrmPrezzi : public Page {
 
     AmountRows amounts_;
     int decimals_ = DecimalsUnknown;
-    unsigned saleOptions_ = 0;  ///< parameter 84 as it last came
+    unsigned saleOptions_ = 0;  ///< as they last came
 };
 
 }  // namespace kestrel

@@ -1,33 +1,30 @@
 // Discounts: one for each price and preselection.
-// See frm_sconti.h.
 #include "pages/payment/frm_sconti.h"
 
 #include <array>
 
+#include "language/language_files.h"
 #include "link/money.h"
 #include "link/value_helpers.h"
-#include "shell/language_files.h"
 
 namespace kestrel {
 
 namespace {
 
 constexpr int OwnCupRow = 34;
-constexpr AmountRun DiscountRun = {0, FrmSconti::Discounts, 88, 118};
-constexpr AmountRun PreselectionRun = {30, 4, 148, 152};
-constexpr AmountRun OwnCupRun = {OwnCupRow, 1, 156, 157};
 
 /// In the order in which they are drawn anew.
-constexpr std::array Runs = {DiscountRun, PreselectionRun, OwnCupRun};
+constexpr std::array Runs = {AmountRun{0, master::Discount}, AmountRun{30, master::PreselectionDiscount},
+                             AmountRun{OwnCupRow, master::OwnCupDiscount}};
 
 constexpr std::array<ParamRun, 7> Subscriptions = {{
-    {0, DecimalsParameter},
-    ShadowsOf(PreselectionRun),
-    ShadowsOf(OwnCupRun),
-    ShadowsOf(DiscountRun),
-    ParametersOf(PreselectionRun),
-    ParametersOf(OwnCupRun),
-    ParametersOf(DiscountRun),
+    master::MoneyDecimals,
+    CopyOf(master::PreselectionDiscount),
+    CopyOf(master::OwnCupDiscount),
+    CopyOf(master::Discount),
+    master::PreselectionDiscount,
+    master::OwnCupDiscount,
+    master::Discount,
 }};
 
 constexpr int TitleLine = 10;
@@ -83,13 +80,13 @@ void FrmSconti::HScroll1_Change(int Index) {
 
 void FrmSconti::SLabel_Change(int n, ParamValue value) {
     Updating = true;
-    if (CurrentBank == 0) show(n, value);
+    if (IsCurrent(Board::Master)) show(n, value);
     Updating = false;
-    if (AllAreFresh(DiscountRun) && ParamIsFresh(DecimalsParameter, 0)) EnableDiscountBars();
+    if (AllAreFresh(master::Discount) && ParamIsFresh(master::MoneyDecimals)) EnableDiscountBars();
 }
 
 void FrmSconti::show(int n, ParamValue value) {
-    if (n == DecimalsParameter && DecimalsOf(value) != decimals_) {
+    if (n == master::MoneyDecimals.number && DecimalsOf(value) != decimals_) {
         decimals_ = DecimalsOf(value);
         amounts_.redraw(decimals_);
     }

@@ -17,14 +17,11 @@ struct AssignmentDesign {
     int titleLine;
     int captionLine;
     Numbering numbering;
-    int rows;
-    int columns;      ///< in which the rows stand
-    int bank;         ///< of the rows
-    int parameter;    ///< of row 0: price number less 1
-    int shadow;       ///< of row 0
-    int gate;         ///< presence word of the rows' board, in bank 0
-    int rowsToOpen;   ///< so many of the first rows must be fresh to open the bars
-    bool gateIsDeaf;  ///< rows open by the gate alone, even while everything is at price 1
+    SettingRange rows;  ///< price number less 1 each
+    int columns;        ///< in which the rows stand
+    Setting gate;       ///< presence word of the rows' board
+    int rowsToOpen;     ///< so many of the first rows must be fresh to open the bars
+    bool gateIsDeaf;    ///< rows open by the gate alone, even while everything is at price 1
     std::span<const ParamRun> subscriptions;
 };
 
@@ -66,7 +63,7 @@ class PriceAssignment : public Page {
 
     const AssignmentDesign& design_;
     int gate_ = 255;            ///< presence word as it last came
-    unsigned saleOptions_ = 0;  ///< parameter 84 as it last came
+    unsigned saleOptions_ = 0;  ///< as they last came
     bool neverOpened_ = true;   ///< the bars have not been opened by fresh values yet
 };
 

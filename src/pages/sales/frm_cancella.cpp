@@ -1,12 +1,12 @@
 // Clearing: orders the master to clear its sales data.
-// See frm_cancella.h.
 #include "pages/sales/frm_cancella.h"
 
-#include "link/fan_out.h"
+#include "language/language_files.h"
 #include "link/identification.h"
+#include "link/loaded_pages.h"
+#include "link/settings.h"
 #include "link/value_helpers.h"
 #include "pages/common/confirmation.h"
-#include "shell/language_files.h"
 
 namespace kestrel {
 
@@ -20,7 +20,6 @@ struct Clearing {
 /// By index of the button.
 constexpr std::array<Clearing, 2> Clearings = {{{257, 1}, {259, 7}}};
 
-constexpr int CommandParameter = 4;
 constexpr int FirstRevisionOfSecond = 26;
 constexpr int ShortFrame = 2175;  ///< twips
 constexpr int TallFrame = 2895;   ///< twips
@@ -77,8 +76,7 @@ void FrmCancella::cmdCancella_Click(int Index) {
 }
 
 void FrmCancella::clear(int Index) {
-    CurrentBank = 0;
-    ParamWrite(CommandParameter, Clearings[static_cast<std::size_t>(Index)].command);
+    ParamWrite(master::Command, Clearings[static_cast<std::size_t>(Index)].command);
     Timer1.Enabled = true;
     lbrInfo.Visible = true;
     lbrInfo.Position = 0;

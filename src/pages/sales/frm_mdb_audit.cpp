@@ -1,18 +1,17 @@
 // MDB audit: six running amounts of the MDB payment system.
-// See frm_mdb_audit.h.
 #include "pages/sales/frm_mdb_audit.h"
 
+#include "language/language_files.h"
 #include "link/subscriptions.h"
 #include "link/value_helpers.h"
 #include "pages/common/confirmation.h"
-#include "shell/language_files.h"
 
 namespace kestrel {
 
 namespace {
 
-constexpr int FirstAmount = 193;
-constexpr std::array<ParamRun, 1> Subscriptions = {{{0, FirstAmount, FirstAmount + FrmMDBaudit::Amounts - 1}}};
+constexpr std::array<ParamRun, 1> Subscriptions = {master::MdbAuditAmount};
+static_assert(master::MdbAuditAmount.size() == FrmMDBaudit::Amounts);
 
 constexpr int TitleLine = 44;
 constexpr int AmountLine = 247;  ///< of the first caption; the others follow
@@ -60,16 +59,15 @@ void FrmMDBaudit::Timer1_Timer() {
 void FrmMDBaudit::Command1_Click() {
     ConfirmClearing(Command1, [this] {
         Command1.Enabled = false;
-        CurrentBank = 0;
-        for (int i = 0; i < Amounts; ++i) ParamWrite(FirstAmount + i, 0);
+        for (int i = 0; i < Amounts; ++i) ParamWrite(master::MdbAuditAmount[i], 0);
     });
 }
 
 void FrmMDBaudit::SLabel_Change(int n, ParamValue value) {
-    const int i = n - FirstAmount;
-    if (CurrentBank == 0 && i >= 0 && i < Amounts) Label2[i].Caption = std::to_string(value);
+    const int i = ArrivedAt(n, master::MdbAuditAmount);
+    if (i >= 0) Label2[i].Caption = std::to_string(value);
     // The first amount alone gives the button back.
-    if (ParamIsFresh(FirstAmount, 0)) Command1.Enabled = true;
+    if (ParamIsFresh(master::MdbAuditAmount[0])) Command1.Enabled = true;
 }
 
 }  // namespace kestrel

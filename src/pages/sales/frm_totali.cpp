@@ -1,14 +1,13 @@
 // Totals: the machine's sales totals.
-// See frm_totali.h.
 #include "pages/sales/frm_totali.h"
 
 #include <array>
 
+#include "language/language_files.h"
 #include "link/money.h"
 #include "link/subscriptions.h"
 #include "link/value_helpers.h"
 #include "pages/common/show_mirror.h"
-#include "shell/language_files.h"
 
 namespace kestrel {
 
@@ -17,29 +16,31 @@ namespace {
 enum class Kind { Money, Count };
 
 struct TotalRow {
-    int parameter;
+    Setting total;
     bool clearable;  ///< stands in Frame2, else in Frame1
     int index;       ///< of its caption and value label in that frame
     int line;        ///< of its caption
     Kind kind;
 };
 
-/// The parameters are not in the order of the rows. 169 is also a counter of preselection 1: the two overlap.
+/// The parameters are not in the order of the rows. The last one that can be cleared is also the counter of
+/// preselection 1: the two overlap.
 constexpr std::array<TotalRow, 11> TotalRows = {{
-    {164, true, 0, 212, Kind::Money},
-    {165, true, 1, 213, Kind::Money},
-    {166, true, 2, 214, Kind::Money},
-    {160, true, 3, 215, Kind::Count},
-    {161, true, 4, 216, Kind::Count},
-    {167, true, 5, 217, Kind::Count},
-    {162, true, 6, 218, Kind::Count},
-    {168, true, 7, 219, Kind::Count},
-    {169, true, 8, 220, Kind::Count},
-    {163, false, 0, 212, Kind::Money},
-    {159, false, 1, 215, Kind::Count},
+    {master::TotalTakings, true, 0, 212, Kind::Money},
+    {master::TotalDiscounts, true, 1, 213, Kind::Money},
+    {master::TotalOverpay, true, 2, 214, Kind::Money},
+    {master::TotalVends, true, 3, 215, Kind::Count},
+    {master::TotalFree, true, 4, 216, Kind::Count},
+    {master::TotalJugs, true, 5, 217, Kind::Count},
+    {master::TotalTests, true, 6, 218, Kind::Count},
+    {master::TotalPreselection1, true, 7, 219, Kind::Count},
+    {master::PreselectionVends[0], true, 8, 220, Kind::Count},
+    {master::LifetimeTakings, false, 0, 212, Kind::Money},
+    {master::LifetimeVends, false, 1, 215, Kind::Count},
 }};
 
-constexpr std::array<ParamRun, 2> Subscriptions = {{{0, DecimalsParameter}, {0, 159, 169}}};
+constexpr std::array<ParamRun, 2> Subscriptions = {
+    {master::MoneyDecimals, {master::LifetimeVends, master::PreselectionVends[0]}}};
 
 constexpr int TitleLine = 15;
 constexpr int Frame2Line = 211;
@@ -98,18 +99,18 @@ Label& FrmTotali::valueLabel(std::size_t row) {
 }
 
 void FrmTotali::SLabel_Change(int n, ParamValue value) {
-    if (CurrentBank != 0) return;
-    if (n == DecimalsParameter) decimals_ = DecimalsOf(value);
+    const bool decimalsArrived = Arrived(n, master::MoneyDecimals);
+    if (decimalsArrived) decimals_ = DecimalsOf(value);
     for (std::size_t i = 0; i < TotalRows.size(); ++i) {
         const TotalRow& row = TotalRows[i];
-        if (row.kind == Kind::Money && n == DecimalsParameter) {
-            const ShowMirror shown(row.parameter, 0);
-            valueLabel(i).Caption = FormatAmount(ParamRead(row.parameter, 0), decimals_);
+        if (row.kind == Kind::Money && decimalsArrived) {
+            const ShowMirror shown(row.total);
+            valueLabel(i).Caption = FormatAmount(ParamRead(row.total), decimals_);
         }
-        if (row.parameter != n) continue;
+        if (!Arrived(n, row.total)) continue;
         if (row.kind == Kind::Count)
             valueLabel(i).Caption = std::to_string(value);
-        else if (ParamIsFresh(DecimalsParameter, 0))
+        else if (ParamIsFresh(master::MoneyDecimals))
             valueLabel(i).Caption = FormatAmount(value, decimals_);
     }
 }

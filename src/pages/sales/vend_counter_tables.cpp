@@ -12,31 +12,25 @@ namespace {
 using Kind = CounterBlock::Kind;
 using Numbering = CounterTexts::Numbering;
 
-constexpr int Selections = 18;
 constexpr int SelectionColumns = 6;
 
 constexpr CounterTexts SelectionsAsDrawn = {Numbering::Running, "Bev.", 0, "Bevande", 0};
 /// The captions were never numbered: every sector reads as the last one.
 constexpr CounterTexts SectorsAsDrawn = {Numbering::None, "Set. 68", 0, "Settori", 0};
 
-constexpr CounterBlock selections(int parameter, CounterBlock::Labels values, const CounterTexts& texts) {
-    constexpr int All = Selections;
-    return {Kind::Selection,       1, parameter, All, All, All, SelectionColumns, true, values,
-            &VendCounters::Label1, 0, texts};
+constexpr CounterBlock selections(const SettingRange& all, CounterBlock::Labels values, const CounterTexts& texts) {
+    return {Kind::Selection, all, all, all.size(), SelectionColumns, true, values, &VendCounters::Label1, 0, texts};
 }
 
-constexpr CounterBlock sectors(int parameter, const CounterTexts& texts) {
-    constexpr int All = SectorCount;
-    return {Kind::Sector,          2, parameter, All, All, All, SectorColumns, true, &VendCounters::Label4,
-            &VendCounters::Label2, 0, texts};
+constexpr CounterBlock sectors(const SettingRange& all, const CounterTexts& texts) {
+    return {Kind::Sector,          all, all,  all.size(), SectorColumns, true, &VendCounters::Label4,
+            &VendCounters::Label2, 0,   texts};
 }
 
 /// The counters of the plus preselections are kept fresh, and shown nowhere.
 constexpr CounterBlock Preselections = {.kind = Kind::Preselection,
-                                        .bank = 0,
-                                        .parameter = 169,
-                                        .watched = 8,
-                                        .shown = 4,
+                                        .shown = master::PreselectionVends,
+                                        .watched = {master::PreselectionVends[0], master::PreselectionPlusVends[3]},
                                         .rows = 4,
                                         .columns = 1,
                                         .runsAlong = false,
@@ -47,10 +41,8 @@ constexpr CounterBlock Preselections = {.kind = Kind::Preselection,
 
 /// Sixteen rows were drawn; nine of them count.
 constexpr CounterBlock Coins = {.kind = Kind::Coin,
-                                .bank = 0,
-                                .parameter = 177,
-                                .watched = 9,
-                                .shown = 9,
+                                .shown = master::CoinCount.first(9),
+                                .watched = master::CoinCount.first(9),
                                 .rows = 16,
                                 .columns = 2,
                                 .runsAlong = false,
@@ -59,14 +51,14 @@ constexpr CounterBlock Coins = {.kind = Kind::Coin,
                                 .firstLabel = 0,
                                 .texts = {Numbering::Running, "Contatore moneta", 245, "", 0}};
 
-constexpr std::array PaidBlocks = {Preselections,
-                                   selections(1216, &VendCounters::Label3, {Numbering::Running, "", 224, "", 222}),
-                                   sectors(71, {Numbering::RowAndColumn, "", 225, "", 223})};
-constexpr std::array FreeBlocks = {selections(1234, &VendCounters::Label3, SelectionsAsDrawn),
-                                   sectors(119, SectorsAsDrawn)};
-constexpr std::array JugBlocks = {selections(1252, &VendCounters::Label2, SelectionsAsDrawn)};
-constexpr std::array TestBlocks = {selections(1270, &VendCounters::Label3, SelectionsAsDrawn),
-                                   sectors(167, SectorsAsDrawn)};
+constexpr std::array PaidBlocks = {
+    Preselections, selections(hot_drink::SelectionVends, &VendCounters::Label3, {Numbering::Running, "", 224, "", 222}),
+    sectors(sector::SectorVends, {Numbering::RowAndColumn, "", 225, "", 223})};
+constexpr std::array FreeBlocks = {selections(hot_drink::SelectionFree, &VendCounters::Label3, SelectionsAsDrawn),
+                                   sectors(sector::SectorFree, SectorsAsDrawn)};
+constexpr std::array JugBlocks = {selections(hot_drink::SelectionJugs, &VendCounters::Label2, SelectionsAsDrawn)};
+constexpr std::array TestBlocks = {selections(hot_drink::SelectionTests, &VendCounters::Label3, SelectionsAsDrawn),
+                                   sectors(sector::SectorTests, SectorsAsDrawn)};
 constexpr std::array CoinBlocks = {Coins};
 
 }  // namespace

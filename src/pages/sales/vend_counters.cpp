@@ -2,10 +2,9 @@
 // See vend_counters.h; the tables of the pages stand in vend_counter_tables.cpp.
 #include "pages/sales/vend_counters.h"
 
-#include "link/subscriptions.h"
+#include "language/language_files.h"
 #include "link/value_helpers.h"
 #include "pages/common/sector_names.h"
-#include "shell/language_files.h"
 
 namespace kestrel {
 
@@ -13,13 +12,9 @@ namespace {
 
 constexpr const char* LongestCount = "4294967295";
 
-ParamRun watchedRun(const CounterBlock& block) {
-    return {block.bank, block.parameter, block.parameter + block.watched - 1};
-}
-
 std::string captionText(const CounterBlock& block, int row) {
     const CounterTexts& texts = block.texts;
-    const bool keepsDesign = texts.captionLine == 0 || row >= block.shown;
+    const bool keepsDesign = texts.captionLine == 0 || row >= block.shown.size();
     std::string text = keepsDesign ? texts.caption : LanguageTable(texts.captionLine);
     switch (texts.numbering) {
         case CounterTexts::Numbering::Running:
@@ -40,7 +35,7 @@ VendCounters::VendCounters(const CounterDesign& design) : Page(design.name), des
     for (const CounterBlock& block : design_.blocks)
         for (int row = 0; row < block.rows; ++row) {
             value(block, row).showsValue(LongestCount);
-            value(block, row).standsForNoValue = row >= block.shown;
+            value(block, row).standsForNoValue = row >= block.shown.size();
         }
     Timer1.OnTimer([this] { Timer1_Timer(); });
 }
@@ -103,11 +98,11 @@ void VendCounters::Form_Unload() {
 }
 
 void VendCounters::PageSubscribe() {
-    for (const CounterBlock& block : design_.blocks) WatchAll(std::array{watchedRun(block)});
+    for (const CounterBlock& block : design_.blocks) Watch(block.watched);
 }
 
 void VendCounters::PageRelease() {
-    for (const CounterBlock& block : design_.blocks) ReleaseAll(std::array{watchedRun(block)});
+    for (const CounterBlock& block : design_.blocks) Release(block.watched);
 }
 
 void VendCounters::PageCaptions() {
@@ -128,9 +123,8 @@ void VendCounters::Timer1_Timer() {
 
 void VendCounters::SLabel_Change(int n, ParamValue number) {
     for (const CounterBlock& block : design_.blocks) {
-        const int row = n - block.parameter;
-        if (CurrentBank == block.bank && row >= 0 && row < block.shown)
-            value(block, row).Caption = std::to_string(number);
+        const int row = ArrivedAt(n, block.shown);
+        if (row >= 0) value(block, row).Caption = std::to_string(number);
     }
 }
 

@@ -5,6 +5,7 @@
 #include <span>
 
 #include "link/page.h"
+#include "link/subscriptions.h"
 
 namespace kestrel {
 
@@ -21,20 +22,18 @@ struct CounterTexts {
     int frameLine;
 };
 
-/// Consecutive counters of one bank, and the labels that show them.
+/// Consecutive counters of one board, and the labels that show them.
 struct CounterBlock {
     enum class Kind { Selection, Sector, Preselection, Coin };
     static constexpr int MostRows = 48;
     using Labels = ControlArray<Label, MostRows> VendCounters::*;
 
     Kind kind;
-    int bank;
-    int parameter;   ///< of the first counter
-    int watched;     ///< counters that are kept fresh
-    int shown;       ///< counters that reach a label
-    int rows;        ///< rows on the page; those beyond the shown ones stay empty
-    int columns;     ///< in which the rows stand
-    bool runsAlong;  ///< row after row as the sectors lie in the machine, else column after column
+    SettingRange shown;  ///< counters that reach a label
+    ParamRun watched;    ///< counters that are kept fresh
+    int rows;            ///< rows on the page; those beyond the shown ones stay empty
+    int columns;         ///< in which the rows stand
+    bool runsAlong;      ///< row after row as the sectors lie in the machine, else column after column
     Labels values;
     Labels captions;
     int firstLabel;  ///< index of the first row in both arrays

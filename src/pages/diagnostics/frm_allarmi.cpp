@@ -1,0 +1,147 @@
+// Alarms: the last ten that the master has stored.
+#include "pages/diagnostics/frm_allarmi.h"
+
+#include <algorithm>
+#include <chrono>
+
+#include "language/language_files.h"
+#include "link/subscriptions.h"
+#include "link/value_helpers.h"
+#include "pages/common/int16.h"
+#include "platform/platform.h"
+
+namespace kestrel {
+
+namespace {
+
+constexpr int Pointer = 251;
+constexpr int RingFirst = 252;
+constexpr int RingLast = 311;
+constexpr int ValuesToRead = RingLast - Pointer + 1;
+
+constexpr int Slots = 10;
+/// A pointer of 10 passes, though it points beyond the ring: reading there is a run-time error.
+constexpr int HighestPointer = 10;
+constexpr int HighestCode = 137;
+
+enum Field { Minutes, Hours, Day, Month, Year, Code, FieldCount };
+
+constexpr std::array<ParamRun, 2> Subscriptions = {{{0, Pointer}, {0, RingFirst, RingLast}}};
+
+constexpr int TitleLine = 35;
+constexpr int HeadsLine = 470;
+constexpr int Heads = 4;
+constexpr int Label1Line = 474;
+constexpr int AlarmLine = 478;
+
+constexpr int HighestDay = 31;
+constexpr int HighestMonth = 12;
+constexpr int FirstYear = 2000;
+constexpr const char* NoDate = "00/00/00";
+
+bool ringIsFresh() {
+    for (int n = RingFirst; n <= RingLast; ++n)
+        if (!ParamIsFresh(n, 0)) return false;
+    return true;
+}
+
+/// A day or month that no calendar has, or a day that its month has not.
+bool isNoDate(int day, int month, int year) {
+    if (day < 1 || day > HighestDay || month < 1 || month > HighestMonth) return true;
+    const std::chrono::year_month_day date{std::chrono::year{year}, std::chrono::month{static_cast<unsigned>(month)},
+                                           std::chrono::day{static_cast<unsigned>(day)}};
+    return !date.ok();
+}
+
+std::string dateText(int day, int month, int year) {
+    return isNoDate(day, month, year) ? NoDate : platform().shortDate(day, month, year);
+}
+
+std::string twoDigits(int value) { return (value < 10 ? "0" : "") + std::to_string(value); }
+
+/// A time that no clock shows is given as it stands.
+std::string timeText(int hours, int minutes) {
+    if (hours < 0 || hours > 23 || minutes < 0 || minutes > 59)
+        return std::to_string(hours) + ":" + std::to_string(minutes);
+    return twoDigits(hours) + ":" + twoDigits(minutes);
+}
+
+}  // namespace
+
+FrmAllarmi::FrmAllarmi() : Page("FrmAllarmi") {
+    ProgressBar1.Max = ValuesToRead;
+    ListView1.namedBy(&Label1);
+}
+
+Layout FrmAllarmi::Arrange() { return Column{Row{Label1, ProgressBar1}, ListView1}; }
+
+void FrmAllarmi::Form_Load() {
+    PageSubscribe();
+    PageCaptions();
+    CenterPage(*this);
+}
+
+void FrmAllarmi::Form_Activate() { PageCaptions(); }
+
+void FrmAllarmi::Form_Unload() { PageRelease(); }
+
+void FrmAllarmi::PageSubscribe() { WatchAll(Subscriptions); }
+
+void FrmAllarmi::PageRelease() { ReleaseAll(Subscriptions); }
+
+void FrmAllarmi::PageCaptions() {
+    Caption = LanguageTable(TitleLine);
+    Label1.Caption = LanguageTable(Label1Line);
+    std::vector<std::string> heads;
+    heads.reserve(Heads);
+    for (int i = 0; i < Heads; ++i) heads.push_back(LanguageTable(HeadsLine + i));
+    ListView1.ColumnHeads = heads;
+}
+
+void FrmAllarmi::SLabel_Change(int n, ParamValue value) {
+    if (CurrentBank != 0) return;
+    if (n == Pointer) {
+        AlarmPointer = value;
+        countArrival();
+        if (ringIsFresh()) ShowAlarms();
+    } else if (n >= RingFirst && n <= RingLast) {
+        alarmData_[static_cast<std::size_t>(n - RingFirst)] = ToInt16(value);
+        countArrival();
+        if (ringIsFresh() && ParamIsFresh(Pointer, 0)) ShowAlarms();
+    }
+}
+
+/// Counts on after the bar is gone; it never shows again. Before the list is drawn, so that the bar moves even when
+/// the ring cannot be.
+void FrmAllarmi::countArrival() {
+    ++ArrivalCount;
+    ProgressBar1.Value = static_cast<int>(std::min<long>(ArrivalCount, ValuesToRead));
+    if (ArrivalCount >= ValuesToRead) ProgressBar1.Visible = false;
+}
+
+void FrmAllarmi::ShowAlarms() {
+    if (AlarmPointer >= Slots) ListView1.Rows = {};
+    if (AlarmPointer > HighestPointer) return;
+    std::vector<std::vector<std::string>> rows;
+    ParamValue slot = AlarmPointer;
+    for (int number = 1; number <= Slots && AlarmData(FieldCount * slot + Code) <= HighestCode; ++number) {
+        rows.push_back(alarmRow(number, slot));
+        slot = slot == 0 ? Slots - 1 : slot - 1;
+    }
+    ListView1.Rows = rows;
+}
+
+std::vector<std::string> FrmAllarmi::alarmRow(int number, ParamValue slot) const {
+    const auto field = [&](Field which) { return int{AlarmData(FieldCount * slot + which)}; };
+    return {std::to_string(number), dateText(field(Day), field(Month), FirstYear + field(Year)),
+            timeText(field(Hours), field(Minutes)), LanguageTable(AlarmLine + field(Code))};
+}
+
+std::int16_t FrmAllarmi::AlarmData(ParamValue offset) const {
+    if (offset < 0 || offset > RingValues)
+        throw RunTimeError(error_number::SubscriptOutOfRange,
+                           "Alarm value " + std::to_string(offset) + " is beyond the ring");
+    return alarmData_[static_cast<std::size_t>(offset)];
+}
+
+}  // namespace kestrel

@@ -1,0 +1,94 @@
+// Shows the switches with two states.
+#include "qt/views/two_state_view.h"
+
+#include <QKeyEvent>
+#include <QMouseEvent>
+
+#include "qt/style/drawing.h"
+#include "qt/views/lamp.h"
+#include "qt/window/words.h"
+
+namespace kestrel::qt {
+
+TwoStateView::TwoStateView(ToggleSwitch& toggle) : View(toggle) {
+    setFocusPolicy(Qt::StrongFocus);
+    setPolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+}
+
+void TwoStateView::showState() {
+    if (active_ == model().Active) return;
+    active_ = model().Active;
+    valueShown();
+}
+
+QString TwoStateView::valueInWords() const { return word(active_ ? Word::On : Word::Off); }
+
+QString TwoStateView::inWords(const std::string& text) const { return word(text == "1" ? Word::On : Word::Off); }
+
+std::optional<bool> TwoStateView::checked() const {
+    if (unread()) return std::nullopt;
+    return active_;
+}
+
+void TwoStateView::press() {
+    act([](ToggleSwitch& toggle) { toggle.UserClick(); });
+}
+
+void TwoStateView::mousePressEvent(QMouseEvent* event) {
+    if (event->button() != Qt::LeftButton) return event->ignore();
+    pressed_ = true;
+    update();
+}
+
+void TwoStateView::mouseReleaseEvent(QMouseEvent* event) {
+    if (event->button() != Qt::LeftButton || !pressed_) return event->ignore();
+    pressed_ = false;
+    update();
+    if (rect().contains(event->pos())) press();
+}
+
+void TwoStateView::keyPressEvent(QKeyEvent* event) {
+    const bool presses =
+        event->key() == Qt::Key_Space || event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (!presses || event->isAutoRepeat()) return View::keyPressEvent(event);
+    press();
+}
+
+QSize ToggleView::sizeHint() const { return {rowHeight(*this) * 3 / 2, rowHeight(*this)}; }
+
+void ToggleView::paintEvent(QPaintEvent* /*event*/) {
+    Brush brush(*this);
+    const double tall = rowHeight(*this) - 12.0;
+    const QRectF track(3, (height() - tall) / 2, width() - 6.0, tall);
+    if (unread()) {
+        drawUnread(brush, track, tall / 2);
+        return drawMarks(brush, *this, track, tall / 2);
+    }
+    const QColor strength = isEnabled() ? colors().accent : colors().disabledText;
+    drawShape(brush, track, tall / 2, active() ? (isEnabled() ? strength : colors().panel) : colors().field,
+              active() ? strength : colors().outline, active() && !isEnabled() ? 2 : 1.5);
+    QRectF knob(0, 0, tall - 8, tall - 8);
+    knob.moveCenter(QPointF(active() ? track.right() - tall / 2 : track.left() + tall / 2, track.center().y()));
+    const QColor fill = active() ? (isEnabled() ? colors().onAccent : strength) : colors().outline;
+    drawShape(brush, knob, knob.width() / 2, fill, fill, 0);
+    if (active()) {
+        // A stroke beside the knob: on is told by shape too.
+        const double x = track.left() + tall / 2 + 1;
+        brush.fillRect(QRectF(x, track.center().y() - 4, 2, 8), fill);
+    }
+    drawMarks(brush, *this, track, tall / 2);
+}
+
+QSize LedSwitchView::sizeHint() const { return {rowHeight(*this) * 5 / 4, rowHeight(*this)}; }
+
+void LedSwitchView::paintEvent(QPaintEvent* /*event*/) {
+    Brush brush(*this);
+    const QRectF shape = QRectF(rect()).adjusted(3, 4, -3, -4);
+    const QColor face = pressed() ? colors().line : (isEnabled() ? colors().button : colors().panel);
+    const QRectF lamp = shape.adjusted(7, 5, -7, -5);
+    drawShape(brush, shape, CornerRadius, face, isEnabled() && !unread() ? colors().outline : colors().line);
+    unread() ? drawUnreadLamp(brush, lamp, false) : drawLamp(brush, lamp, false, active(), isEnabled());
+    drawMarks(brush, *this, shape);
+}
+
+}  // namespace kestrel::qt

@@ -1,0 +1,67 @@
+// Makes the view that fits a control.
+#include "qt/views/view_factory.h"
+
+#include "platform/errors.h"
+#include "qt/views/bar_view.h"
+#include "qt/views/button_view.h"
+#include "qt/views/canvas_view.h"
+#include "qt/views/group_view.h"
+#include "qt/views/label_view.h"
+#include "qt/views/lamp_view.h"
+#include "qt/views/led_bar_view.h"
+#include "qt/views/list_view.h"
+#include "qt/views/progress_view.h"
+#include "qt/views/rotary_view.h"
+#include "qt/views/seven_segment_view.h"
+#include "qt/views/slider_view.h"
+#include "qt/views/strip_chart_view.h"
+#include "qt/views/text_box_view.h"
+#include "qt/views/thermometer_view.h"
+#include "qt/views/two_state_view.h"
+
+namespace kestrel::qt {
+
+namespace {
+
+using Maker = ViewBase* (*)(Control&);
+
+template <class Model, class Widget>
+ViewBase* make(Control& control) {
+    auto* model = dynamic_cast<Model*>(&control);
+    return model ? new Widget(*model) : nullptr;
+}
+
+constexpr Maker Kinds[] = {
+    make<Label, LabelView>,
+    make<ScrollBar, BarView>,
+    make<Frame, GroupView>,
+    make<CommandButton, ButtonView>,
+    make<TextBox, TextBoxView>,
+    make<ListView, ListTableView>,
+    make<ProgressBar, ProgressView>,
+    make<Picture, CanvasView>,
+    make<SliderSwitch, SliderSwitchView>,
+    make<RotarySwitch, RotarySwitchView>,
+    make<LedSwitch, LedSwitchView>,  // before the toggle that it is too
+    make<ToggleSwitch, ToggleView>,
+    make<Led, LampView>,
+    make<LedBar, LedBarView>,
+    make<SevenSegment, SevenSegmentView>,
+    make<ClockDisplay, ClockView>,
+    make<Thermometer, ThermometerView>,
+    make<StripChart, StripChartView>,
+};
+
+}  // namespace
+
+ViewBase* makeView(Control& control) {
+    for (const Maker maker : Kinds) {
+        if (ViewBase* view = maker(control)) {
+            view->controlChanged();
+            return view;
+        }
+    }
+    throw ProgrammingError("No view stands for this kind of control");
+}
+
+}  // namespace kestrel::qt

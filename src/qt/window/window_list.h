@@ -1,0 +1,29 @@
+// The menu of open windows: step through them, arrange them, close them, choose one.
+// The list of windows is made anew each time that the menu opens.
+#pragma once
+
+#include <QMenu>
+#include <functional>
+#include <utility>
+
+#include "qt/window/page_area.h"
+#include "qt/window/words.h"
+
+namespace kestrel::qt {
+
+class WindowList {
+  public:
+    /// `closeAll` closes every page as its user would.
+    WindowList(QMenu& menu, PageArea& area, const std::function<void()>& closeAll);
+
+  private:
+    void addCommand(Word text, const QList<QKeySequence>& keys, const std::function<void()>& run);
+    void listWindows();
+
+    QMenu& menu_;
+    PageArea& area_;
+    QList<std::pair<Word, QAction*>> commands_;
+    QList<QAction*> windows_;
+};
+
+}  // namespace kestrel::qt
