@@ -9,7 +9,8 @@ namespace kestrel {
 /// In the order of the banks.
 enum class Board { Master, HotDrink, Sector };
 
-/// One parameter. The boards keep most settings twice: a change goes to the number and then to the copy.
+/// One parameter. The boards keep most settings twice: a change goes to the number and then to the copy. Two are the
+/// same when board and number are.
 struct Setting {
     static constexpr int NoCopy = 0;
 
@@ -17,7 +18,9 @@ struct Setting {
     int number;
     int copy = NoCopy;
 
-    friend constexpr bool operator==(const Setting&, const Setting&) = default;
+    friend constexpr bool operator==(const Setting& a, const Setting& b) {
+        return a.board == b.board && a.number == b.number;
+    }
 };
 
 /// Like parameters of one board that follow each other, as do their copies. Elements count from 0, as the rows of pages

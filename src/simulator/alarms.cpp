@@ -16,13 +16,14 @@ void Alarms::waitForAlarm() {
 }
 
 void Alarms::store(std::uint32_t code) {
-    const std::uint32_t slot = (world_.get(Board::Master, master::newestAlarm) + 1) % master::alarmCount;
-    int parameter = master::alarms + static_cast<int>(slot) * master::alarmRecord;
-    for (const int part : {master::minute, master::hour, master::day, master::month, master::year}) {
-        world_.set(Board::Master, parameter++, world_.get(Board::Master, part));
+    const std::uint32_t slot = (world_.get(master::AlarmNewest) + 1) % alarmCount;
+    int value = static_cast<int>(slot) * alarmRecord;
+    for (const Setting& part :
+         {master::ClockMinute, master::ClockHour, master::ClockDay, master::ClockMonth, master::ClockYear}) {
+        world_.set(master::AlarmRing[value++], world_.get(part));
     }
-    world_.set(Board::Master, parameter, code);
-    world_.set(Board::Master, master::newestAlarm, slot);
+    world_.set(master::AlarmRing[value], code);
+    world_.set(master::AlarmNewest, slot);
 }
 
 }  // namespace kestrel::simulator

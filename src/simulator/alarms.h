@@ -7,6 +7,8 @@
 
 namespace kestrel::simulator {
 
+inline constexpr int alarmRecord = 6;  // minute, hour, day, month, year, code
+inline constexpr int alarmCount = master::AlarmRing.size() / alarmRecord;
 inline constexpr std::uint32_t highestAlarmCode = 137;
 inline constexpr std::uint32_t noAlarmCode = 255;
 

@@ -10,10 +10,10 @@ namespace {
 constexpr std::uint32_t decimalsMask = 3;
 
 // The master shows the decimals in force in one parameter and takes them from another.
-void takeOverDecimals(World& world, int parameter) {
-    if (parameter != master::decimalsSetting) return;
-    const std::uint32_t others = world.get(Board::Master, master::decimals) & ~decimalsMask;
-    world.set(Board::Master, master::decimals, others | (world.get(Board::Master, parameter) & decimalsMask));
+void takeOverDecimals(World& world, const Setting& parameter) {
+    if (parameter != master::MoneyDecimalsSetting) return;
+    const std::uint32_t others = world.get(master::MoneyDecimals) & ~decimalsMask;
+    world.set(master::MoneyDecimals, others | (world.get(parameter) & decimalsMask));
 }
 
 }  // namespace
@@ -28,9 +28,8 @@ Behaviours::Behaviours(World& world)
       dispensing_(world),
       testModes_(world) {}
 
-void Behaviours::written(Board board, int parameter) {
-    testModes_.written(board, parameter);
-    if (board != Board::Master) return;
+void Behaviours::written(const Setting& parameter) {
+    testModes_.written(parameter);
     clock_.written(parameter);
     dispensing_.written(parameter);
     obeyClearing(world_, parameter);

@@ -19,7 +19,7 @@ class Behaviours {
     explicit Behaviours(World& world);
 
     // The PC has written this parameter; the memory holds the new value already.
-    void written(Board board, int parameter);
+    void written(const Setting& parameter);
     // The board restarts and forgets what it was doing; its settings and counters stay.
     void reset(Board board);
 

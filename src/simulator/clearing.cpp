@@ -8,23 +8,24 @@ namespace {
 constexpr std::uint32_t clearCommand = 1;
 constexpr std::uint32_t clearLifetimeCommand = 7;
 
-void clear(World& world, Board board, int first, int last) {
-    for (int parameter = first; parameter <= last; ++parameter) world.set(board, parameter, 0);
+// One parameter and those behind it up to the last.
+void clear(World& world, const Setting& first, const Setting& last) {
+    for (Setting each = first; each.number <= last.number; ++each.number) world.set(each, 0);
 }
 
 }  // namespace
 
-void obeyClearing(World& world, int parameter) {
-    if (parameter != master::command) return;
-    const std::uint32_t command = world.get(Board::Master, parameter);
+void obeyClearing(World& world, const Setting& parameter) {
+    if (parameter != master::Command) return;
+    const std::uint32_t command = world.get(parameter);
     if (command == clearCommand) {
-        clear(world, Board::Master, master::vends, master::testVends);
-        clear(world, Board::Master, master::income, master::lastCoinCounter);
-        clear(world, Board::HotDrink, hot_drink::vends, hot_drink::testVends + selectionCount - 1);
-        clear(world, Board::Sector, sector::vends, sector::testVends + sectorCount - 1);
+        clear(world, master::TotalVends, master::TotalTests);
+        clear(world, master::TotalTakings, master::CoinCount.back());
+        clear(world, hot_drink::SelectionVends.front(), hot_drink::SelectionTests.back());
+        clear(world, sector::SectorVends.front(), sector::SectorTests.back());
     } else if (command == clearLifetimeCommand) {
-        clear(world, Board::Master, master::lifetimeVends, master::lifetimeVends);
-        clear(world, Board::Master, master::lifetimeIncome, master::lifetimeIncome);
+        world.set(master::LifetimeVends, 0);
+        world.set(master::LifetimeTakings, 0);
     }
 }
 

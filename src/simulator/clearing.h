@@ -7,6 +7,6 @@
 namespace kestrel::simulator {
 
 // Obeys the master's command parameter when it orders a clearing.
-void obeyClearing(World& world, int parameter);
+void obeyClearing(World& world, const Setting& parameter);
 
 }  // namespace kestrel::simulator

@@ -24,12 +24,10 @@ constexpr std::uint32_t tankOff = 16;
 constexpr std::uint32_t offsetZero = 5;
 constexpr unsigned compressorBit = 0x80;
 
-double boilerSetPoint(const World& world) { return world.get(Board::HotDrink, hot_drink::boilerSetPoint); }
-double tankSetPoint(const World& world) { return world.get(Board::Sector, sector::tankSetPoint); }
+double boilerSetPoint(const World& world) { return world.get(hot_drink::BoilerSetPoint); }
+double tankSetPoint(const World& world) { return world.get(sector::TankSetPoint); }
 
-double correction(const World& world) {
-    return static_cast<double>(world.get(Board::Sector, sector::tankOffset)) - offsetZero;
-}
+double correction(const World& world) { return static_cast<double>(world.get(sector::TankOffset)) - offsetZero; }
 
 }  // namespace
 
@@ -51,7 +49,7 @@ void Climate::step() {
 }
 
 void Climate::stepBoiler() {
-    if (!world_.hasBit(Board::HotDrink, hot_drink::testState, inTestBit)) {
+    if (!world_.hasBit(hot_drink::TestState, inTestBit)) {
         const double wanted = boilerSetPoint(world_);
         if (boiler_ <= wanted - boilerHysteresis) drive(world_, boilerHeater, true);
         if (boiler_ >= wanted) drive(world_, boilerHeater, false);
@@ -61,22 +59,22 @@ void Climate::stepBoiler() {
 }
 
 void Climate::stepTank() {
-    if (world_.hasBit(Board::Sector, sector::testState, inTestBit)) {
-        compressor_ = world_.hasBit(Board::Sector, sector::outputGroup, compressorBit);
+    if (world_.hasBit(sector::TestState, inTestBit)) {
+        compressor_ = world_.hasBit(sector::OutputGroup, compressorBit);
     } else {
         const double measured = tank_ + correction(world_);
         const double wanted = tankSetPoint(world_);
-        const double delta = world_.get(Board::Sector, sector::tankDelta) / 10.0;
+        const double delta = world_.get(sector::TankDelta) / 10.0;
         if (measured >= wanted + delta) compressor_ = true;
-        if (measured <= wanted || world_.get(Board::Sector, sector::tankSetPoint) >= tankOff) compressor_ = false;
+        if (measured <= wanted || world_.get(sector::TankSetPoint) >= tankOff) compressor_ = false;
     }
     tank_ -= compressor_ ? cooling : 0;
     tank_ += (roomTemperature - tank_) * tankGain;
 }
 
 void Climate::show() {
-    world_.set(Board::HotDrink, hot_drink::boiler, static_cast<std::uint32_t>(std::lround(boiler_)));
-    world_.set(Board::Sector, sector::tank, static_cast<std::uint32_t>(std::lround(tank_ * 256)));
+    world_.set(hot_drink::BoilerTemperature, static_cast<std::uint32_t>(std::lround(boiler_)));
+    world_.set(sector::TankTemperature, static_cast<std::uint32_t>(std::lround(tank_ * 256)));
 }
 
 }  // namespace kestrel::simulator

@@ -14,29 +14,29 @@ std::uint32_t daysIn(std::uint32_t month, std::uint32_t year) {
     return days[month - 1] + (month == 2 && leap ? 1 : 0);
 }
 
-struct Setting {
-    int parameter;
-    int shown;
+struct Part {
+    Setting setting;
+    Setting shown;
     std::uint32_t lowest;
     std::uint32_t highest;
 };
-constexpr std::array<Setting, 5> settings{{{master::setHour, master::hour, 0, 23},
-                                           {master::setMinute, master::minute, 0, 59},
-                                           {master::setDay, master::day, 1, 31},
-                                           {master::setMonth, master::month, 1, 12},
-                                           {master::setYear, master::year, 0, 99}}};
+constexpr std::array<Part, 5> parts{{{master::ClockSetHour, master::ClockHour, 0, 23},
+                                     {master::ClockSetMinute, master::ClockMinute, 0, 59},
+                                     {master::ClockSetDay, master::ClockDay, 1, 31},
+                                     {master::ClockSetMonth, master::ClockMonth, 1, 12},
+                                     {master::ClockSetYear, master::ClockYear, 0, 99}}};
 
 }  // namespace
 
 Clock::Clock(World& world) : world_(world) { startMinute(); }
 
-void Clock::written(int parameter) {
-    for (const Setting& setting : settings) {
-        if (setting.parameter != parameter) continue;
-        const std::uint32_t value = world_.get(Board::Master, parameter);
-        if (value < setting.lowest || value > setting.highest) return;
-        world_.set(Board::Master, setting.shown, value);
-        if (setting.shown == master::hour || setting.shown == master::minute) startMinute();
+void Clock::written(const Setting& parameter) {
+    for (const Part& part : parts) {
+        if (part.setting != parameter) continue;
+        const std::uint32_t value = world_.get(parameter);
+        if (value < part.lowest || value > part.highest) return;
+        world_.set(part.shown, value);
+        if (part.shown == master::ClockHour || part.shown == master::ClockMinute) startMinute();
     }
 }
 
@@ -50,23 +50,23 @@ void Clock::startMinute() {
 }
 
 void Clock::advanceMinute() {
-    const std::uint32_t next = world_.get(Board::Master, master::minute) + 1;
-    world_.set(Board::Master, master::minute, next % 60);
+    const std::uint32_t next = world_.get(master::ClockMinute) + 1;
+    world_.set(master::ClockMinute, next % 60);
     if (next < 60) return;
-    const std::uint32_t hour = world_.get(Board::Master, master::hour) + 1;
-    world_.set(Board::Master, master::hour, hour % 24);
+    const std::uint32_t hour = world_.get(master::ClockHour) + 1;
+    world_.set(master::ClockHour, hour % 24);
     if (hour >= 24) advanceDay();
 }
 
 void Clock::advanceDay() {
-    const std::uint32_t day = world_.get(Board::Master, master::day);
-    const std::uint32_t month = world_.get(Board::Master, master::month);
-    const std::uint32_t year = world_.get(Board::Master, master::year);
+    const std::uint32_t day = world_.get(master::ClockDay);
+    const std::uint32_t month = world_.get(master::ClockMonth);
+    const std::uint32_t year = world_.get(master::ClockYear);
     const bool lastOfMonth = day >= daysIn(month, year);
     const bool lastOfYear = lastOfMonth && month >= 12;
-    world_.set(Board::Master, master::day, lastOfMonth ? 1 : day + 1);
-    if (lastOfMonth) world_.set(Board::Master, master::month, lastOfYear ? 1 : month + 1);
-    if (lastOfYear) world_.set(Board::Master, master::year, (year + 1) % 100);
+    world_.set(master::ClockDay, lastOfMonth ? 1 : day + 1);
+    if (lastOfMonth) world_.set(master::ClockMonth, lastOfYear ? 1 : month + 1);
+    if (lastOfYear) world_.set(master::ClockYear, (year + 1) % 100);
 }
 
 }  // namespace kestrel::simulator

@@ -11,7 +11,7 @@ class Clock {
     explicit Clock(World& world);
 
     // Takes over what was written to one of the setting parameters; a value that no clock shows is ignored.
-    void written(int parameter);
+    void written(const Setting& parameter);
 
   private:
     void startMinute();

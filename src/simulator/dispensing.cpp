@@ -27,11 +27,11 @@ constexpr Micros sectorTime = 5 * second;
 
 }  // namespace
 
-void Dispensing::written(int parameter) {
-    if (parameter != master::command || world_.hasBit(Board::Master, master::state, busyBit)) return;
-    const std::uint32_t command = world_.get(Board::Master, master::command);
-    const std::uint32_t first = world_.get(Board::Master, master::firstArgument);
-    const std::uint32_t secondArgument = world_.get(Board::Master, master::secondArgument);
+void Dispensing::written(const Setting& parameter) {
+    if (parameter != master::Command || world_.hasBit(master::MachineState, busyBit)) return;
+    const std::uint32_t command = world_.get(master::Command);
+    const std::uint32_t first = world_.get(master::CommandArgument[0]);
+    const std::uint32_t secondArgument = world_.get(master::CommandArgument[1]);
     if (command == powderCommand) {
         dispensePowder(static_cast<int>(first), secondArgument);
     } else if (command == dispenseCommand && first >= firstColumn) {
@@ -45,7 +45,7 @@ void Dispensing::written(int parameter) {
 void Dispensing::dispenseDrink(int selection, bool withPowders) {
     const Recipe recipe = readRecipe(world_, selection);
     if (recipe[0].valve == 0 || !world_.isFitted(Board::HotDrink)) return;
-    world_.setBit(Board::Master, master::state, busyBit, true);
+    world_.setBit(master::MachineState, busyBit, true);
     const std::uint64_t mine = ++order_;
     world_.agenda.after(cupTime, [=, this] {
         if (mine == order_) runStep(selection, recipe, 0, withPowders);
@@ -58,8 +58,8 @@ void Dispensing::runStep(int selection, const Recipe& recipe, int step, bool wit
     if (time == 0) {
         driveStep({}, false);
         finishLater(dripTime, [this, selection] {
-            world_.add(Board::Master, master::testVends, 1);
-            world_.add(Board::HotDrink, hot_drink::testVends + selection, 1);
+            world_.add(master::TotalTests, 1);
+            world_.add(hot_drink::SelectionTests[selection], 1);
         });
         return;
     }
@@ -71,29 +71,29 @@ void Dispensing::runStep(int selection, const Recipe& recipe, int step, bool wit
 }
 
 void Dispensing::dispensePowder(int selection, std::uint32_t solenoid) {
-    const std::uint32_t time = world_.get(Board::Master, master::powderTestTime);
+    const std::uint32_t time = world_.get(master::PowderTestTime);
     const bool known = selection < selectionCount && solenoid < stepCount * powderCount;
     if (!known || time == 0 || !world_.isFitted(Board::HotDrink)) return;
-    world_.setBit(Board::Master, master::state, busyBit, true);
+    world_.setBit(master::MachineState, busyBit, true);
     ++order_;
-    if (!world_.hasBit(Board::HotDrink, hot_drink::testState, inTestBit)) {
+    if (!world_.hasBit(hot_drink::TestState, inTestBit)) {
         drive(world_, powder(solenoid % powderCount + 1), true);
     }
     finishLater(time * tenth, [this, selection] {
-        world_.add(Board::Master, master::testVends, 1);
-        world_.add(Board::HotDrink, hot_drink::testVends + selection, 1);
+        world_.add(master::TotalTests, 1);
+        world_.add(hot_drink::SelectionTests[selection], 1);
     });
 }
 
 void Dispensing::runSectorPair(std::uint32_t row, std::uint32_t column) {
     const bool known = row >= 1 && row <= pairChoices && column <= pairChoices;
     if (!known || !world_.isFitted(Board::Sector)) return;
-    world_.setBit(Board::Master, master::state, busyBit, true);
+    world_.setBit(master::MachineState, busyBit, true);
     ++order_;
     const int index = static_cast<int>(row - 1) * sectorsInRow + static_cast<int>(column - 1);
     finishLater(sectorTime, [this, index] {
-        world_.add(Board::Master, master::testVends, 1);
-        world_.add(Board::Sector, sector::testVends + index, 1);
+        world_.add(master::TotalTests, 1);
+        world_.add(sector::SectorTests[index], 1);
     });
 }
 
@@ -107,13 +107,13 @@ void Dispensing::finishLater(Micros time, std::function<void()> count) {
 
 void Dispensing::finish() {
     ++order_;
-    world_.setBit(Board::Master, master::state, busyBit, false);
+    world_.setBit(master::MachineState, busyBit, false);
     driveStep({}, false);
 }
 
 // Switches on what the step needs and everything else that a dispense uses off.
 void Dispensing::driveStep(const RecipeStep& step, bool withPowders) {
-    if (world_.hasBit(Board::HotDrink, hot_drink::testState, inTestBit)) return;
+    if (world_.hasBit(hot_drink::TestState, inTestBit)) return;
     for (unsigned valve = 1; valve <= secondBrewer; ++valve) drive(world_, waterValve(valve), valve == step.valve);
     drive(world_, waterPump, step.valve != 0);
     drive(world_, firstBrewerMotor, step.valve == firstBrewer);
@@ -127,12 +127,12 @@ void Dispensing::driveStep(const RecipeStep& step, bool withPowders) {
 
 void Dispensing::reset(Board board) {
     if (board == Board::Master) {
-        for (const int parameter :
-             {master::command, master::firstArgument, master::secondArgument, master::powderTestTime}) {
-            world_.set(board, parameter, 0);
+        for (const Setting& parameter :
+             {master::Command, master::CommandArgument[0], master::CommandArgument[1], master::PowderTestTime}) {
+            world_.set(parameter, 0);
         }
     }
-    if (world_.hasBit(Board::Master, master::state, busyBit)) finish();
+    if (world_.hasBit(master::MachineState, busyBit)) finish();
 }
 
 }  // namespace kestrel::simulator

@@ -12,7 +12,7 @@ class Dispensing {
     explicit Dispensing(World& world) : world_(world) {}
 
     // Obeys the command parameter; the arguments have been written before.
-    void written(int parameter);
+    void written(const Setting& parameter);
     void reset(Board board);
 
   private:

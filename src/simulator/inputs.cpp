@@ -9,26 +9,25 @@ namespace {
 
 // Inputs that somebody or something touches in the course of a day.
 struct Input {
-    Board board;
-    int parameter;
+    Setting parameter;
     unsigned bit;
 };
-constexpr std::array<Input, 16> lively{{{Board::Master, master::inputs, 0x02},
-                                        {Board::Master, master::inputs, 0x08},
-                                        {Board::Master, master::inputs, 0x10},
-                                        {Board::Master, master::inputs, 0x20},
-                                        {Board::Master, master::inputs, 0x40},
-                                        {Board::HotDrink, hot_drink::inputs, 0x02},
-                                        {Board::HotDrink, hot_drink::inputs, 0x04},
-                                        {Board::HotDrink, hot_drink::inputs, 0x10},
-                                        {Board::HotDrink, hot_drink::inputs + 1, 0x02},
-                                        {Board::HotDrink, hot_drink::inputs + 1, 0x08},
-                                        {Board::HotDrink, hot_drink::inputs + 1, 0x10},
-                                        {Board::HotDrink, hot_drink::inputs + 1, 0x20},
-                                        {Board::HotDrink, hot_drink::inputs + 1, 0x40},
-                                        {Board::HotDrink, hot_drink::inputs + 1, 0x80},
-                                        {Board::HotDrink, hot_drink::inputs + 2, 0x10},
-                                        {Board::HotDrink, hot_drink::inputs + 2, 0x20}}};
+constexpr std::array<Input, 16> lively{{{master::Inputs, 0x02},
+                                        {master::Inputs, 0x08},
+                                        {master::Inputs, 0x10},
+                                        {master::Inputs, 0x20},
+                                        {master::Inputs, 0x40},
+                                        {hot_drink::Inputs[0], 0x02},
+                                        {hot_drink::Inputs[0], 0x04},
+                                        {hot_drink::Inputs[0], 0x10},
+                                        {hot_drink::Inputs[1], 0x02},
+                                        {hot_drink::Inputs[1], 0x08},
+                                        {hot_drink::Inputs[1], 0x10},
+                                        {hot_drink::Inputs[1], 0x20},
+                                        {hot_drink::Inputs[1], 0x40},
+                                        {hot_drink::Inputs[1], 0x80},
+                                        {hot_drink::Inputs[2], 0x10},
+                                        {hot_drink::Inputs[2], 0x20}}};
 
 }  // namespace
 
@@ -41,8 +40,8 @@ void Inputs::waitForChange() {
     const Micros pause = random_.between(1'500, 5'000) * millisecond;
     const Micros length = random_.between(500, 2'500) * millisecond;
     const auto toggle = [this, input] {
-        const bool high = world_.hasBit(input.board, input.parameter, input.bit);
-        world_.setBit(input.board, input.parameter, input.bit, !high);
+        const bool high = world_.hasBit(input.parameter, input.bit);
+        world_.setBit(input.parameter, input.bit, !high);
     };
     world_.agenda.after(pause, toggle);
     world_.agenda.after(pause + length, [this, toggle] {

@@ -35,16 +35,10 @@ std::uint8_t sumOf(const Bytes& data) {
 
 // What boards say of themselves: which of them are there, the order that is carried out, a test that runs. Nobody would
 // ever take back a false one.
-bool isReport(Board board, int parameter) {
-    switch (board) {
-        case Board::Master:
-            return parameter == master::hotDrinkPresence || parameter == master::sectorPresence ||
-                   parameter == master::state;
-        case Board::HotDrink:
-            return parameter == hot_drink::testState;
-        default:
-            return parameter == sector::testState;
-    }
+bool isReport(const Setting& parameter) {
+    constexpr std::array reports{master::HotDrinkPresence, master::SectorPresence, master::MachineState,
+                                 hot_drink::TestState, sector::TestState};
+    return std::ranges::count(reports, parameter) != 0;
 }
 
 std::string_view whyNoReply(Frame::Verdict verdict) {
@@ -138,7 +132,7 @@ std::uint32_t Machine::value(Board board, int parameter) const {
 
 void Machine::setValue(Board board, int parameter, std::uint32_t value) {
     static_cast<void>(this->value(board, parameter));
-    state_->world.set(board, parameter, value);
+    state_->world.set({board, parameter}, value);
 }
 
 bool Machine::fitted(Board board) const { return state_->world.isFitted(board); }
@@ -212,8 +206,8 @@ bool Machine::begin(FaultKind kind, Board board) {
             if (!s.streams) stream();
             return false;
         case FaultKind::Change:
-            if (s.askedParameter != 0 && !isReport(s.askedBoard, s.askedParameter)) {
-                s.world.set(s.askedBoard, s.askedParameter, static_cast<std::uint32_t>(draw(0, 255)));
+            if (s.askedParameter != 0 && !isReport({s.askedBoard, s.askedParameter})) {
+                s.world.set({s.askedBoard, s.askedParameter}, static_cast<std::uint32_t>(draw(0, 255)));
             }
             return false;
         default:
@@ -239,7 +233,7 @@ void Machine::swapMemories() {
     for (const Board board : allBoards) {
         for (int parameter = 1; s.world.at(board).has(parameter); ++parameter) {
             const auto value = static_cast<std::uint32_t>(s.faults.of(FaultKind::Swap).between(0, 0xFFFFFFFF));
-            if (!isReport(board, parameter)) s.world.set(board, parameter, value);
+            if (!isReport({board, parameter})) s.world.set({board, parameter}, value);
         }
     }
 }
@@ -250,12 +244,12 @@ void Machine::loseBoard(Board board, Micros away) {
     Micros& until = s.awayUntil[indexOf(board)];
     until = std::max(until, s.world.agenda.now() + away);
     if (board == Board::Master) return;
-    const int presence = board == Board::HotDrink ? master::hotDrinkPresence : master::sectorPresence;
-    s.world.setBit(Board::Master, presence, presentBit, false);
+    const Setting presence = board == Board::HotDrink ? master::HotDrinkPresence : master::SectorPresence;
+    s.world.setBit(presence, presentBit, false);
     s.world.agenda.at(until, [this, board, presence] {
         World& world = state_->world;
         const bool back = world.agenda.now() >= state_->awayUntil[indexOf(board)];
-        if (back) world.setBit(Board::Master, presence, presentBit, true);
+        if (back) world.setBit(presence, presentBit, true);
     });
 }
 
@@ -330,7 +324,7 @@ Bytes Machine::obey(Exchange& exchange) {
         }
     }
     if (forgets ? !memory.read(request.address, request.width) : !memory.write(request.address, stored)) return {};
-    if (exchange.parameter != 0 && !forgets) s.behaviours.written(request.board, exchange.parameter);
+    if (exchange.parameter != 0 && !forgets) s.behaviours.written({request.board, exchange.parameter});
     return {static_cast<std::uint8_t>(request.sum * 2)};
 }
 

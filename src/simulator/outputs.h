@@ -21,10 +21,10 @@ inline constexpr Output firstBrewerMotor{2, 0x08};
 inline constexpr Output secondBrewerMotor{2, 0x20};
 
 inline bool isDriven(const World& world, Output output) {
-    return world.hasBit(Board::HotDrink, hot_drink::outputs + output.byte, output.bit);
+    return world.hasBit(hot_drink::Outputs[output.byte], output.bit);
 }
 inline void drive(World& world, Output output, bool on) {
-    world.setBit(Board::HotDrink, hot_drink::outputs + output.byte, output.bit, on);
+    world.setBit(hot_drink::Outputs[output.byte], output.bit, on);
 }
 
 }  // namespace kestrel::simulator

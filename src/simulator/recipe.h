@@ -1,5 +1,5 @@
 // How the hot-drink board keeps the recipes of its selections, and how long one takes to dispense.
-// A recipe has three steps of eleven fields; a field of a step is a block of 32 parameters, one a selection.
+// A recipe has three steps of eleven fields; a field of a step is a run of parameters, one a selection.
 #pragma once
 
 #include <array>

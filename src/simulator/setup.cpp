@@ -82,7 +82,7 @@ World buildWorld(const MachineOptions& options) {
     }
     world.at(Board::Master).addByte(0);  // the PC looks for the machine by reading the master's first byte
     setInitialValues(world, options);
-    world.set(Board::Master, master::revision, revisionOf(options.identities[indexOf(Board::Master)]));
+    world.set(master::FirmwareRevision, revisionOf(options.identities[indexOf(Board::Master)]));
     return world;
 }
 

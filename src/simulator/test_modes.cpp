@@ -16,33 +16,33 @@ constexpr unsigned compressor = 0x80;
 
 unsigned lowestBit(unsigned bits) { return bits & (~bits + 1); }
 
-int testStateOf(Board board) { return board == Board::HotDrink ? hot_drink::testState : sector::testState; }
+const Setting& testStateOf(Board board) { return board == Board::HotDrink ? hot_drink::TestState : sector::TestState; }
 
 }  // namespace
 
-void TestModes::written(Board board, int parameter) {
-    if (board == Board::HotDrink && parameter == hot_drink::command) commandHotDrink(world_.get(board, parameter));
-    if (board == Board::Sector && parameter == sector::command) commandSector(world_.get(board, parameter));
+void TestModes::written(const Setting& parameter) {
+    if (parameter == hot_drink::Command) commandHotDrink(world_.get(parameter));
+    if (parameter == sector::Command) commandSector(world_.get(parameter));
 }
 
 void TestModes::commandHotDrink(std::uint32_t command) {
-    if (command == testCommand) start(Board::HotDrink, world_.get(Board::HotDrink, hot_drink::mailbox));
+    if (command == testCommand) start(Board::HotDrink, world_.get(hot_drink::CommandArgument[0]));
     if (command != outputCommand || !inTest(Board::HotDrink)) return;
-    std::array<std::uint32_t, hot_drink::mailboxSize> bytes{};
-    int parameter = hot_drink::mailbox;
-    for (std::uint32_t& byte : bytes) byte = world_.get(Board::HotDrink, parameter++);
+    OutputBytes bytes{};
+    int index = 0;
+    for (std::uint32_t& byte : bytes) byte = world_.get(hot_drink::CommandArgument[index++]);
     setOutputs(Board::HotDrink, bytes);
     prolong(Board::HotDrink);
 }
 
 void TestModes::commandSector(std::uint32_t command) {
-    if (command == testCommand) start(Board::Sector, world_.get(Board::Sector, sector::mailbox));
+    if (command == testCommand) start(Board::Sector, world_.get(sector::CommandArgument[0]));
     if (command == zeroCommand) zeroMotors();
     if (command != outputCommand || !inTest(Board::Sector)) return;
     // The board drives one output at a time: of several bits the lowest counts.
-    const std::uint32_t wanted = world_.get(Board::Sector, sector::mailbox);
+    const std::uint32_t wanted = world_.get(sector::CommandArgument[0]);
     const unsigned group = lowestBit(wanted & sectorGroups);
-    const unsigned bit = group == 0 ? 0 : lowestBit(world_.get(Board::Sector, sector::mailbox + 1));
+    const unsigned bit = group == 0 ? 0 : lowestBit(world_.get(sector::CommandArgument[1]));
     setOutputs(Board::Sector, {group | (wanted & compressor), bit});
     prolong(Board::Sector);
 }
@@ -54,7 +54,7 @@ void TestModes::start(Board board, std::uint32_t seconds) {
     }
     if (!inTest(board)) setOutputs(board, {});
     length_[indexOf(board)] = seconds * second;
-    world_.setBit(board, testStateOf(board), inTestBit, true);
+    world_.setBit(testStateOf(board), inTestBit, true);
     prolong(board);
 }
 
@@ -68,27 +68,27 @@ void TestModes::prolong(Board board) {
 
 void TestModes::stop(Board board) {
     if (!inTest(board)) return;
-    world_.setBit(board, testStateOf(board), inTestBit, false);
+    world_.setBit(testStateOf(board), inTestBit, false);
     setOutputs(board, {});
 }
 
-bool TestModes::inTest(Board board) const { return world_.hasBit(board, testStateOf(board), inTestBit); }
+bool TestModes::inTest(Board board) const { return world_.hasBit(testStateOf(board), inTestBit); }
 
-void TestModes::setOutputs(Board board, const std::array<std::uint32_t, hot_drink::mailboxSize>& bytes) {
+void TestModes::setOutputs(Board board, const OutputBytes& bytes) {
     if (board == Board::HotDrink) {
-        int parameter = hot_drink::outputs;
-        for (const std::uint32_t byte : bytes) world_.set(board, parameter++, byte);
+        int index = 0;
+        for (const std::uint32_t byte : bytes) world_.set(hot_drink::Outputs[index++], byte);
     } else {
-        world_.set(board, sector::outputGroup, bytes[0]);
-        world_.set(board, sector::outputBit, bytes[1]);
+        world_.set(sector::OutputGroup, bytes[0]);
+        world_.set(sector::OutputBit, bytes[1]);
     }
 }
 
 void TestModes::zeroMotors() {
     const std::uint64_t mine = ++zeroing_;
-    world_.setBit(Board::Sector, sector::testState, zeroingBit, true);
+    world_.setBit(sector::TestState, zeroingBit, true);
     world_.agenda.after(zeroingTime, [this, mine] {
-        if (mine == zeroing_) world_.setBit(Board::Sector, sector::testState, zeroingBit, false);
+        if (mine == zeroing_) world_.setBit(sector::TestState, zeroingBit, false);
     });
 }
 
@@ -97,12 +97,12 @@ void TestModes::reset(Board board) {
     if (board == Board::Master) return;
     stop(board);
     const bool hotDrink = board == Board::HotDrink;
-    const int command = hotDrink ? hot_drink::command : sector::command;
-    const int last = hotDrink ? hot_drink::mailbox + hot_drink::mailboxSize : sector::mailbox + sector::mailboxSize;
-    for (int parameter = command; parameter < last; ++parameter) world_.set(board, parameter, 0);
+    world_.set(hotDrink ? hot_drink::Command : sector::Command, 0);
+    const SettingRange& mailbox = hotDrink ? hot_drink::CommandArgument : sector::CommandArgument;
+    for (int i = 0; i < mailbox.size(); ++i) world_.set(mailbox[i], 0);
     if (hotDrink) return;
     ++zeroing_;
-    world_.setBit(Board::Sector, sector::testState, zeroingBit, false);
+    world_.setBit(sector::TestState, zeroingBit, false);
 }
 
 }  // namespace kestrel::simulator

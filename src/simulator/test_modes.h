@@ -13,17 +13,19 @@ class TestModes {
     explicit TestModes(World& world) : world_(world) {}
 
     // Obeys the board's command parameter; the mailbox has been filled before.
-    void written(Board board, int parameter);
+    void written(const Setting& parameter);
     void reset(Board board);
 
   private:
+    using OutputBytes = std::array<std::uint32_t, hot_drink::Outputs.size()>;
+
     void commandHotDrink(std::uint32_t command);
     void commandSector(std::uint32_t command);
     void start(Board board, std::uint32_t seconds);
     void prolong(Board board);
     void stop(Board board);
     bool inTest(Board board) const;
-    void setOutputs(Board board, const std::array<std::uint32_t, hot_drink::mailboxSize>& bytes);
+    void setOutputs(Board board, const OutputBytes& bytes);
     void zeroMotors();
 
     World& world_;

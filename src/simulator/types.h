@@ -6,12 +6,14 @@
 #include <cstdint>
 #include <vector>
 
+#include "catalogue/setting.h"
+
 namespace kestrel::simulator {
 
 using Micros = std::int64_t;  // microseconds of the owner's clock, which begins at 0 when the machine is switched on
 using Bytes = std::vector<std::uint8_t>;
 
-enum class Board { Master = 0, HotDrink = 1, Sector = 2 };
+using kestrel::Board;
 
 inline constexpr std::size_t boardCount = 3;
 inline constexpr std::array<Board, boardCount> allBoards{Board::Master, Board::HotDrink, Board::Sector};

@@ -5,8 +5,8 @@
 #include <array>
 
 #include "simulator/agenda.h"
+#include "simulator/bits.h"
 #include "simulator/board_memory.h"
-#include "simulator/parameters.h"
 #include "simulator/types.h"
 
 namespace kestrel::simulator {
@@ -23,15 +23,17 @@ struct World {
     const BoardMemory& at(Board board) const { return memory[indexOf(board)]; }
 
     // A parameter that the board's file does not have reads as 0 and takes nothing.
-    std::uint32_t get(Board board, int parameter) const { return at(board).value(parameter); }
-    void set(Board board, int parameter, std::uint32_t value) { at(board).setValue(parameter, value); }
-    void add(Board board, int parameter, std::uint32_t amount) {
-        set(board, parameter, get(board, parameter) + amount);
+    std::uint32_t get(const Setting& parameter) const { return at(parameter.board).value(parameter.number); }
+    void set(const Setting& parameter, std::uint32_t value) { at(parameter.board).setValue(parameter.number, value); }
+    void add(const Setting& parameter, std::uint32_t amount) { set(parameter, get(parameter) + amount); }
+    // Which of the price list a product's price number names; one beyond the list counts from its start again.
+    int priceIndex(const Setting& priceNumber) const {
+        return static_cast<int>(get(priceNumber) % static_cast<std::uint32_t>(master::Price.size()));
     }
-    bool hasBit(Board board, int parameter, unsigned bit) const { return (get(board, parameter) & bit) != 0; }
-    void setBit(Board board, int parameter, unsigned bit, bool on) {
-        const std::uint32_t value = get(board, parameter);
-        set(board, parameter, on ? value | bit : value & ~bit);
+    bool hasBit(const Setting& parameter, unsigned bit) const { return (get(parameter) & bit) != 0; }
+    void setBit(const Setting& parameter, unsigned bit, bool on) {
+        const std::uint32_t value = get(parameter);
+        set(parameter, on ? value | bit : value & ~bit);
     }
 };
 

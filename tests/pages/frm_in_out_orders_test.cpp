@@ -8,14 +8,14 @@ namespace {
 TEST_F(InOut, StartAndStopGoToTheBoardsThatAreThereMailboxFirst) {
     mirror.deliverAll();
     struct {
-        std::uint32_t alderWord, cedarWord, time;
+        std::uint32_t hotDrinkWord, sectorWord, time;
         Writes mailboxes, commands;
     } const rows[] = {{There, There, 60, {{1, 2, 60}, {2, 285, 60}}, {{1, 1, 1}, {2, 284, 1}}},
                       {There, 0, 60, {{1, 2, 60}}, {{1, 1, 1}}},
                       {0, There, 60, {{2, 285, 60}}, {{2, 284, 1}}},
                       {There, There, 0, {{1, 2, 0}, {2, 285, 0}}, {{1, 1, 1}, {2, 284, 1}}}};
     for (const auto& row : rows) {
-        presence(row.alderWord, row.cedarWord);
+        presence(row.hotDrinkWord, row.sectorWord);
         if (row.time == 0) report(true, true);
         page.Command1.UserClick();
         EXPECT_FALSE(page.Command1.Enabled);
@@ -155,7 +155,7 @@ TEST_F(InOut, ARearmedTestTimeDoesNotTakeThePlaceOfOutputsThatAreOnTheirWay) {
     for (int reading = 0; reading < 2; ++reading) mirror.arrive(1, 1292, 0);
     page.SwitchLed3[0].UserClick();
     EXPECT_TRUE(isDue({1, 2, 1}));
-    for (int reading = 0; reading < 2; ++reading) echoOfCedar(0, 0);
+    for (int reading = 0; reading < 2; ++reading) echoOfSector(0, 0);
     page.SwitchLed1[0].UserClick();
     EXPECT_TRUE(isDue({2, 285, 1}));
 }
@@ -164,14 +164,14 @@ TEST_F(InOut, NoOutputCanBeOrderedBeforeAllThatTheOrderWritesHaveBeenRead) {
     UnloadPage(page);
     auto& anew = mirror.load<FrmInOut>();
     startTest();
-    const auto check = [&](bool alder, bool cedar) {
-        EXPECT_EQ(anew.SwitchLed1[0].usable(), alder);
-        EXPECT_EQ(anew.SwitchLed3[0].usable() && anew.SwitchLed4.usable(), cedar);
+    const auto check = [&](bool hotDrink, bool sector) {
+        EXPECT_EQ(anew.SwitchLed1[0].usable(), hotDrink);
+        EXPECT_EQ(anew.SwitchLed3[0].usable() && anew.SwitchLed4.usable(), sector);
     };
     mirror.arrive(2, 289, 1);
     for (const int byte : {0, 1, 2, 4}) mirror.arrive(1, 1292 + byte, 1);
     check(false, false);
-    echoOfCedar(0x81, 1);
+    echoOfSector(0x81, 1);
     check(false, true);
     anew.SwitchLed4.UserClick();
     EXPECT_TRUE(isDue({2, 285, 1}) && isDue({2, 286, 1}));
@@ -189,7 +189,7 @@ TEST_F(InOut, OutputsTakeThePlaceOfATestTimeThatIsOnItsWay) {
     page.SwitchLed3[0].UserClick();
     mirror.deliver(1, 2);
     EXPECT_TRUE(isDue({1, 1, 1}));
-    for (int reading = 0; reading < 2; ++reading) echoOfCedar(0, 0);
+    for (int reading = 0; reading < 2; ++reading) echoOfSector(0, 0);
     page.SwitchLed1[7].UserClick();
     EXPECT_TRUE(isDue({1, 2, 128}));
     EXPECT_FALSE(isDue({1, 1, 1}));

@@ -77,40 +77,40 @@ TEST_F(InOut, AFrameIsLiveWhileItsBoardIsThereAndTheLastFourInputsFollowTheFrame
     presence(0, 0);
     EXPECT_EQ(live(), "");
     mirror.arrive(0, 1, There);
-    EXPECT_EQ(live(), "Alder ");
+    EXPECT_EQ(live(), "HotDrink ");
     mirror.arrive(0, 2, There);
     EXPECT_EQ(live(), Both);
 }
 
 TEST_F(InOut, TheTestBeginsWithTheLastPresentBoardAndEndsWithTheFirst) {
     struct {
-        bool alderThere, cedarThere, alderInTest, cedarInTest, running;
+        bool hotDrinkThere, sectorThere, hotDrinkInTest, sectorInTest, running;
     } const steps[] = {{true, true, false, true, false},   {true, true, true, true, true},
                        {true, true, true, false, false},   {true, true, true, true, true},
                        {true, false, true, false, true},   {true, false, false, false, false},
                        {false, true, false, false, false}, {false, true, false, true, true}};
     bool wasRunning = false;
     for (const auto& step : steps) {
-        presence(step.alderThere ? There : 0, step.cedarThere ? There : 0);
+        presence(step.hotDrinkThere ? There : 0, step.sectorThere ? There : 0);
         page.Command1.UserClick();
-        if (step.alderThere) mirror.arrive(1, 1297, step.alderInTest ? 0xFF : 0xFE);
-        if (step.cedarThere) mirror.arrive(2, 290, step.cedarInTest ? 1 : 2);
+        if (step.hotDrinkThere) mirror.arrive(1, 1297, step.hotDrinkInTest ? 0xFF : 0xFE);
+        if (step.sectorThere) mirror.arrive(2, 290, step.sectorInTest ? 1 : 2);
         EXPECT_EQ(page.Command1.Enabled, step.running != wasRunning) << "a report that changes nothing offers nothing";
         wasRunning = step.running;
         EXPECT_EQ(page.Label7.Caption.get(), step.running ? "TEST running" : "Normal");
         EXPECT_EQ(page.Label7.ForeColor, step.running ? Green : Red);
         EXPECT_EQ(page.Command1.Caption.get(), step.running ? "Stop TEST" : "Start TEST");
-        EXPECT_EQ(live(), std::string(step.running && step.alderThere ? "Alder " : "") +
-                              (step.running && step.cedarThere ? "Cedar" : ""));
+        EXPECT_EQ(live(), std::string(step.running && step.hotDrinkThere ? "HotDrink " : "") +
+                              (step.running && step.sectorThere ? "Sector" : ""));
     }
 }
 
-TEST_F(InOut, EveryAlderSwitchAsksForItsOwnBitAndMovesOnItsEchoAlone) {
+TEST_F(InOut, EveryHotDrinkSwitchAsksForItsOwnBitAndMovesOnItsEchoAlone) {
     startTest();
     presence(There, 0);
     for (int byte = 0; byte < 5; ++byte) mirror.arrive(1, 1292 + byte, 0x0A);
     const Numbers before = lit(page.SwitchLed1);
-    for (int i = 0; i < FrmInOut::AlderOutputs; ++i)
+    for (int i = 0; i < FrmInOut::HotDrinkOutputs; ++i)
         for (int click = 0; click < 2; ++click) {
             const bool on = !page.SwitchLed1[i].Active;
             const std::uint32_t mask = 1U << (i % 8);
@@ -126,7 +126,7 @@ TEST_F(InOut, EveryAlderSwitchAsksForItsOwnBitAndMovesOnItsEchoAlone) {
             EXPECT_EQ(mirror.deliverAll(), image) << i;
             mirror.arrive(1, 1292 + i / 8, wanted);
             EXPECT_EQ(page.SwitchLed1[i].Active, on);
-            EXPECT_EQ(live(), "Alder ");
+            EXPECT_EQ(live(), "HotDrink ");
         }
     EXPECT_EQ(lit(page.SwitchLed1), before);
 }
@@ -164,14 +164,14 @@ TEST_F(InOut, OutsideATestNothingUnlocks) {
         clicked->UserClick();
         report(false, false);
         mirror.arrive(1, 1292, 1);
-        for (int reading = 0; reading < 2; ++reading) echoOfCedar(1, 1);
+        for (int reading = 0; reading < 2; ++reading) echoOfSector(1, 1);
         EXPECT_EQ(live(), "");
         mirror.run(5001);
         EXPECT_EQ(live(), "");
     }
 }
 
-TEST_F(InOut, OneCedarOutputAtATimeGoesAsGroupAndBitAndTheCompressorKeepsIt) {
+TEST_F(InOut, OneSectorOutputAtATimeGoesAsGroupAndBitAndTheCompressorKeepsIt) {
     startTest();
     struct Step {
         int clicked;  ///< sector, or none for the compressor
@@ -181,7 +181,7 @@ TEST_F(InOut, OneCedarOutputAtATimeGoesAsGroupAndBitAndTheCompressorKeepsIt) {
     std::vector<Step> steps = {{9, 0x02, 0x02, {9}}, {No, 0x82, 0x02, {9}}, {47, 0xA0, 0x80, {47}},
                                {47, 0x80, 0x00, {}}, {0, 0x81, 0x01, {0}},  {No, 0x01, 0x01, {0}},
                                {0, 0x00, 0x00, {}}};
-    for (int i = 0; i < FrmInOut::CedarOutputs; ++i)
+    for (int i = 0; i < FrmInOut::SectorOutputs; ++i)
         for (const std::uint32_t on : {1U, 0U, 1U, 0U})
             steps.push_back({i, on << (i / 8), on << (i % 8), on == 1 ? Numbers{i} : Numbers{}});
     for (const Step& step : steps) {
@@ -197,7 +197,7 @@ TEST_F(InOut, OneCedarOutputAtATimeGoesAsGroupAndBitAndTheCompressorKeepsIt) {
         mirror.deliverAll();
         for (int reading = 0; reading < 2; ++reading) {
             EXPECT_EQ(live(), "") << "only a pair that repeats unlocks";
-            echoOfCedar(step.group, step.bit);
+            echoOfSector(step.group, step.bit);
         }
         EXPECT_EQ(live(), Both);
         EXPECT_EQ(lit(page.SwitchLed3), step.on);
@@ -205,7 +205,7 @@ TEST_F(InOut, OneCedarOutputAtATimeGoesAsGroupAndBitAndTheCompressorKeepsIt) {
     }
 }
 
-TEST_F(InOut, ThePairOfCedarEchoesShowsTheLowestOutputAndIsTakenWithItsSecondHalf) {
+TEST_F(InOut, ThePairOfSectorEchoesShowsTheLowestOutputAndIsTakenWithItsSecondHalf) {
     startTest();
     struct {
         std::uint32_t group, bit;

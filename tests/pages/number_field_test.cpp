@@ -9,12 +9,12 @@
 namespace kestrel::testing {
 namespace {
 
-constexpr NumberField Field = {356, 5, 65535};
+constexpr NumberField Field = {{Board::Master, 356}, 5, 65535};
 constexpr std::uint32_t BoardsOwn = 777;
 
 TEST(NumberField, TakesTheFirstCharactersOfANumberAndTheBoardsOwnWhereThatIsTooLarge) {
     BareMirror mirror;
-    mirror.arrive(0, Field.parameter, BoardsOwn);
+    mirror.arrive(0, Field.setting.number, BoardsOwn);
     constexpr auto refused = std::optional<std::uint32_t>();
     const struct {
         const char* separator;

@@ -17,7 +17,7 @@ namespace {
 
 using simulator::Board;
 
-constexpr int AlderOutput = 1292;
+constexpr int HotDrinkOutput = 1292;
 constexpr int CedarGroup = 288;
 constexpr int CedarBit = 289;
 
@@ -29,28 +29,28 @@ FrmInOut& startTest(World& world) {
 }
 
 TEST(TestMode, StartsSwitchesAndRunsOutOnTheBoardsThatAreThere) {
-    for (const auto& [alder, cedar] : {std::pair(true, true), std::pair(true, false), std::pair(false, true)}) {
-        StartedWorld world(World::still(alder, cedar));
+    for (const auto& [hotDrink, sector] : {std::pair(true, true), std::pair(true, false), std::pair(false, true)}) {
+        StartedWorld world(World::still(hotDrink, sector));
         FrmInOut& page = startTest(world);
         EXPECT_EQ(page.Label7.Caption.get(), "TEST in corso");
-        EXPECT_EQ(page.SwitchLed1[18].usable(), alder);
-        EXPECT_EQ(page.SwitchLed3[20].usable(), cedar);
-        EXPECT_TRUE(!cedar || page.iAnalogX2.Value == world.board(2, 51)) << "a tank at rest stands at its set-point";
+        EXPECT_EQ(page.SwitchLed1[18].usable(), hotDrink);
+        EXPECT_EQ(page.SwitchLed3[20].usable(), sector);
+        EXPECT_TRUE(!sector || page.iAnalogX2.Value == world.board(2, 51)) << "a tank at rest stands at its set-point";
 
         page.SwitchLed1[18].UserClick();
         world.run(2000);
-        EXPECT_EQ(page.SwitchLed1[18].Active, alder);
-        EXPECT_EQ(page.SwitchLed1[18].usable(), alder);
+        EXPECT_EQ(page.SwitchLed1[18].Active, hotDrink);
+        EXPECT_EQ(page.SwitchLed1[18].usable(), hotDrink);
         EXPECT_FALSE(page.SwitchLed1[18].waiting());
-        EXPECT_TRUE(!alder || world.board(1, AlderOutput + 2) == 4);
+        EXPECT_TRUE(!hotDrink || world.board(1, HotDrinkOutput + 2) == 4);
 
         page.SwitchLed3[20].UserClick();
         world.run(3000);
         page.SwitchLed4.UserClick();
         world.run(3000);
-        EXPECT_EQ(page.SwitchLed3[20].Active && page.SwitchLed4.Active, cedar);
-        EXPECT_EQ(page.SwitchLed3[21].usable(), cedar);
-        EXPECT_TRUE(!cedar || (world.board(2, CedarGroup) == 0x84 && world.board(2, CedarBit) == 0x10));
+        EXPECT_EQ(page.SwitchLed3[20].Active && page.SwitchLed4.Active, sector);
+        EXPECT_EQ(page.SwitchLed3[21].usable(), sector);
+        EXPECT_TRUE(!sector || (world.board(2, CedarGroup) == 0x84 && world.board(2, CedarBit) == 0x10));
 
         world.run(65'000);
         EXPECT_EQ(page.Label7.Caption.get(), "Normale");
@@ -158,7 +158,7 @@ TEST(TestMode, WhatWasOrderedWhileTheAdapterWasOutDoesNotRunWhenItIsBack) {
             Writes written = log.take();
             std::erase(written, BoardValue{0, 368, 255});  // the page of tests says again that it is open
             EXPECT_EQ(written, each.afterwards);
-            for (const int output : {AlderOutput, AlderOutput + 2}) EXPECT_EQ(world.board(1, output), 0U);
+            for (const int output : {HotDrinkOutput, HotDrinkOutput + 2}) EXPECT_EQ(world.board(1, output), 0U);
             EXPECT_EQ(world.board(2, CedarBit), 0U);
         }
 }
@@ -168,35 +168,37 @@ class Outputs {
   public:
     explicit Outputs(World& world) : world_(world) {}
 
-    void askedOfAlder() { alderAsked_.insert({mirror(1, 2), mirror(1, 3), mirror(1, 4), mirror(1, 5), mirror(1, 6)}); }
+    void askedOfHotDrink() {
+        hotDrinkAsked_.insert({mirror(1, 2), mirror(1, 3), mirror(1, 4), mirror(1, 5), mirror(1, 6)});
+    }
     /// Without a group the bit means nothing: the compressor alone.
-    void askedOfCedar() {
+    void askedOfSector() {
         const bool anyGroup = (mirror(2, 285) & 0x3F) != 0;
-        cedarAsked_.insert({mirror(2, 285), anyGroup ? mirror(2, 286) : 0});
+        sectorAsked_.insert({mirror(2, 285), anyGroup ? mirror(2, 286) : 0});
     }
     /// Whether everything that a board has begun to drive since the last look was asked for by one click.
     bool lookFine() {
-        const Alder alder = {world_.board(1, 1292), world_.board(1, 1293), world_.board(1, 1294), world_.board(1, 1295),
-                             world_.board(1, 1296)};
-        const Cedar cedar = {world_.board(2, CedarGroup), world_.board(2, CedarBit)};
-        changes += alder != alderDriven_ || cedar != cedarDriven_ ? 1 : 0;
-        alderDriven_ = alder;
-        cedarDriven_ = cedar;
-        return alderAsked_.contains(alder) && cedarAsked_.contains(cedar);
+        const HotDrinkBytes hotDrink = {world_.board(1, 1292), world_.board(1, 1293), world_.board(1, 1294),
+                                        world_.board(1, 1295), world_.board(1, 1296)};
+        const SectorBytes sector = {world_.board(2, CedarGroup), world_.board(2, CedarBit)};
+        changes += hotDrink != hotDrinkDriven_ || sector != sectorDriven_ ? 1 : 0;
+        hotDrinkDriven_ = hotDrink;
+        sectorDriven_ = sector;
+        return hotDrinkAsked_.contains(hotDrink) && sectorAsked_.contains(sector);
     }
     int changes = 0;
 
   private:
-    using Alder = std::array<std::uint32_t, 5>;
-    using Cedar = std::array<std::uint32_t, 2>;
+    using HotDrinkBytes = std::array<std::uint32_t, 5>;
+    using SectorBytes = std::array<std::uint32_t, 2>;
     static std::uint32_t mirror(int bank, int parameter) {
         return static_cast<std::uint32_t>(ParamRead(parameter, bank));
     }
     World& world_;
-    std::set<Alder> alderAsked_{Alder{}};
-    std::set<Cedar> cedarAsked_{Cedar{}};
-    Alder alderDriven_{};
-    Cedar cedarDriven_{};
+    std::set<HotDrinkBytes> hotDrinkAsked_{HotDrinkBytes{}};
+    std::set<SectorBytes> sectorAsked_{SectorBytes{}};
+    HotDrinkBytes hotDrinkDriven_{};
+    SectorBytes sectorDriven_{};
 };
 
 template <class Switches>
@@ -225,13 +227,13 @@ TEST_P(FaultyTestMode, NothingIsDrivenThatTheLastClickDidNotAskForAndNoBoardIsLo
     for (int step = 0; step < 80 && fine && whole; ++step) {
         const int what = upTo(8);
         if (what < 3 && page.SwitchLed1[0].usable()) {
-            page.SwitchLed1[upTo(FrmInOut::AlderOutputs)].UserClick();
+            page.SwitchLed1[upTo(FrmInOut::HotDrinkOutputs)].UserClick();
             world.letActsIn();
-            outputs.askedOfAlder();
+            outputs.askedOfHotDrink();
         } else if (what < 6 && page.SwitchLed4.usable()) {
-            what == 5 ? page.SwitchLed4.UserClick() : page.SwitchLed3[upTo(FrmInOut::CedarOutputs)].UserClick();
+            what == 5 ? page.SwitchLed4.UserClick() : page.SwitchLed3[upTo(FrmInOut::SectorOutputs)].UserClick();
             world.letActsIn();
-            outputs.askedOfCedar();
+            outputs.askedOfSector();
         } else if (page.Label7.ForeColor == 255) {
             page.Command1.UserClick();
         }
@@ -243,8 +245,8 @@ TEST_P(FaultyTestMode, NothingIsDrivenThatTheLastClickDidNotAskForAndNoBoardIsLo
 
     world.machine.setFaults({});
     world.run(30'000);
-    for (int i = 0; i < FrmInOut::AlderOutputs; ++i)
-        EXPECT_EQ(page.SwitchLed1[i].Active, ((world.board(1, AlderOutput + i / 8) >> (i % 8)) & 1) != 0) << i;
+    for (int i = 0; i < FrmInOut::HotDrinkOutputs; ++i)
+        EXPECT_EQ(page.SwitchLed1[i].Active, ((world.board(1, HotDrinkOutput + i / 8) >> (i % 8)) & 1) != 0) << i;
     EXPECT_EQ(page.SwitchLed4.Active, (world.board(2, CedarGroup) & 0x80) != 0);
     EXPECT_EQ(page.SwitchLed1[0].usable(), page.SwitchLed3[0].usable());
     world.platform.afterEvent = nullptr;

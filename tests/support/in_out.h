@@ -12,7 +12,7 @@
 namespace kestrel::testing {
 
 inline constexpr std::uint32_t There = 4;
-inline constexpr const char* Both = "Alder Cedar";
+inline constexpr const char* Both = "HotDrink Sector";
 
 struct InOut : ::testing::Test {
     BareMirror mirror;
@@ -20,15 +20,15 @@ struct InOut : ::testing::Test {
 
     InOut() {
         for (int byte = 0; byte < 5; ++byte) mirror.arrive(1, 1292 + byte, 0);
-        echoOfCedar(0, 0);
+        echoOfSector(0, 0);
     }
-    void presence(std::uint32_t alderWord, std::uint32_t cedarWord) {
-        mirror.arrive(0, 1, alderWord);
-        mirror.arrive(0, 2, cedarWord);
+    void presence(std::uint32_t hotDrinkWord, std::uint32_t sectorWord) {
+        mirror.arrive(0, 1, hotDrinkWord);
+        mirror.arrive(0, 2, sectorWord);
     }
-    void report(bool alderInTest, bool cedarInTest) {
-        mirror.arrive(1, 1297, alderInTest ? 1 : 0);
-        mirror.arrive(2, 290, cedarInTest ? 1 : 0);
+    void report(bool hotDrinkInTest, bool sectorInTest) {
+        mirror.arrive(1, 1297, hotDrinkInTest ? 1 : 0);
+        mirror.arrive(2, 290, sectorInTest ? 1 : 0);
     }
     /// Both boards there and in test, and what was written so far out of the way.
     void startTest() {
@@ -36,7 +36,7 @@ struct InOut : ::testing::Test {
         report(true, true);
         mirror.deliverAll();
     }
-    void echoOfCedar(std::uint32_t group, std::uint32_t bit) {
+    void echoOfSector(std::uint32_t group, std::uint32_t bit) {
         mirror.arrive(2, 288, group);
         mirror.arrive(2, 289, bit);
     }
@@ -48,7 +48,7 @@ struct InOut : ::testing::Test {
             return usable == 0 ? "" : usable == switches.size() ? name : "?";
         };
         EXPECT_EQ(page.SwitchLed4.usable(), page.SwitchLed3[0].usable());
-        return part(page.SwitchLed1, "Alder ") + part(page.SwitchLed3, "Cedar");
+        return part(page.SwitchLed1, "HotDrink ") + part(page.SwitchLed3, "Sector");
     }
 };
 }  // namespace kestrel::testing

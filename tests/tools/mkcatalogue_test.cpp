@@ -11,10 +11,11 @@ namespace kestrel::mkcatalogue {
 namespace {
 
 TEST(Catalogue, NamesStandForTheBoardsNumbers) {
-    EXPECT_EQ(hot_drink::CoolingKind, (Setting{Board::HotDrink, 1153, 1158}));
+    EXPECT_EQ(hot_drink::CoolingKind, (Setting{Board::HotDrink, 1153}));
     EXPECT_EQ(CopyOf(hot_drink::CoolingKind), (Setting{Board::HotDrink, 1158}));
     EXPECT_EQ(master::ClockSetYear, (Setting{Board::Master, 243}));
-    EXPECT_EQ(sector::SectorPrice[47], (Setting{Board::Sector, 48, 263}));
+    EXPECT_EQ(sector::SectorPrice[47], (Setting{Board::Sector, 48}));
+    EXPECT_EQ(CopyOf(sector::SectorPrice[47]), (Setting{Board::Sector, 263}));
     EXPECT_EQ(CopyOf(master::Price).back(), (Setting{Board::Master, 75}));
     EXPECT_EQ(master::CoinCount.first(9).back().number, 185);
     EXPECT_EQ(master::Discount.indexOf(117), 29);

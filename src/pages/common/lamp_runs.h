@@ -4,6 +4,7 @@
 
 #include <span>
 
+#include "link/settings.h"
 #include "pages/common/bits.h"
 #include "platform/displays.h"
 
@@ -11,7 +12,7 @@ namespace kestrel {
 
 /// Bit firstBit + i of the parameter belongs to lamp firstLamp + i, for i from 0 to count - 1.
 struct LampRun {
-    int parameter;
+    Setting setting;
     int firstBit;
     int count;
     int firstLamp;
@@ -23,7 +24,7 @@ enum class LitBy { SetBits, ClearBits };
 template <std::size_t N>
 void ShowLamps(ControlArray<Led, N>& lamps, std::span<const LampRun> runs, LitBy litBy, int n, ParamValue value) {
     for (const LampRun& run : runs) {
-        if (run.parameter != n) continue;
+        if (!Arrived(n, run.setting)) continue;
         for (int i = 0; i < run.count; ++i)
             lamps[run.firstLamp + i].Active = HasBit(value, run.firstBit + i) == (litBy == LitBy::SetBits);
     }

@@ -3,7 +3,6 @@
 
 #include <algorithm>
 
-#include "link/param_table.h"
 #include "link/recheck.h"
 
 namespace kestrel {
@@ -11,28 +10,28 @@ namespace kestrel {
 namespace {
 
 /// The mirror of a write that is held has what the board had.
-bool isOwed(int bank, const MailboxValue& written) {
-    if (IsHeld(bank, written.parameter)) return true;
-    return (ParamFlags(bank, written.parameter) & flag::WriteDue) != 0 &&
-           ParamRead(written.parameter, bank) == ParamValue{written.value};
+bool isOwed(const MailboxValue& written) {
+    const int bank = BankOf(written.setting.board);
+    if (IsHeld(bank, written.setting.number)) return true;
+    return (ParamFlags(bank, written.setting.number) & flag::WriteDue) != 0 &&
+           ParamRead(written.setting) == ParamValue{written.value};
 }
 
 /// Freshness alone would not do: a write that was lost on the line is followed by a read, which brings back what the
 /// mailbox held before, and a reply filed under the wrong bank looks fresh while the write is still due.
-bool boardHasTaken(int bank, const MailboxValue& written) {
-    const bool owed = (ParamFlags(bank, written.parameter) & flag::WriteDue) != 0;
-    return !owed && ParamIsFresh(written.parameter, bank) &&
-           ParamRead(written.parameter, bank) == ParamValue{written.value};
+bool boardHasTaken(const MailboxValue& written) {
+    const bool owed = (ParamFlags(BankOf(written.setting.board), written.setting.number) & flag::WriteDue) != 0;
+    return !owed && ParamIsFresh(written.setting) && ParamRead(written.setting) == ParamValue{written.value};
 }
 
 }  // namespace
 
 /// A write of another value is someone else's: several pages use the same mailboxes.
-void WithdrawWrite(int bank, const MailboxValue& written) {
-    if (!isOwed(bank, written)) return;
+void WithdrawWrite(const MailboxValue& written) {
+    if (!isOwed(written)) return;
     const int before = CurrentBank;
-    CurrentBank = bank;
-    ParamWithdraw(written.parameter);
+    CurrentBank = BankOf(written.setting.board);
+    ParamWithdraw(written.setting.number);
     CurrentBank = before;
 }
 
@@ -41,31 +40,27 @@ void Handshake::give(unsigned command, std::span<const MailboxValue> mailbox) {
     mailbox_.assign(mailbox.begin(), mailbox.end());
     command_ = command;
     commandWaits_ = true;
-    CurrentBank = bank_;
-    for (const MailboxValue& each : mailbox_) ParamWrite(each.parameter, each.value);
+    for (const MailboxValue& each : mailbox_) ParamWrite(each.setting, each.value);
 }
 
 void Handshake::mailboxCame() {
     if (!commandWaits_ || !isTaken()) return;
     commandWaits_ = false;
-    CurrentBank = bank_;
     ParamWrite(register_, command_);
 }
 
 void Handshake::withdraw() {
-    for (const MailboxValue& each : mailbox_) WithdrawWrite(bank_, each);
-    if (!mailbox_.empty() && !commandWaits_) WithdrawWrite(bank_, {register_, command_});
+    for (const MailboxValue& each : mailbox_) WithdrawWrite(each);
+    if (!mailbox_.empty() && !commandWaits_) WithdrawWrite({register_, command_});
     mailbox_.clear();
     commandWaits_ = false;
 }
 
 bool Handshake::isUnderWay() const {
     if (mailbox_.empty()) return false;
-    return commandWaits_ || isOwed(bank_, {register_, command_});
+    return commandWaits_ || isOwed({register_, command_});
 }
 
-bool Handshake::isTaken() const {
-    return std::ranges::all_of(mailbox_, [this](const MailboxValue& each) { return boardHasTaken(bank_, each); });
-}
+bool Handshake::isTaken() const { return std::ranges::all_of(mailbox_, boardHasTaken); }
 
 }  // namespace kestrel

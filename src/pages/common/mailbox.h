@@ -11,23 +11,19 @@
 namespace kestrel {
 
 struct MailboxValue {
-    int parameter = 0;
-    unsigned value = 0;
-    MailboxValue() = default;
-    MailboxValue(int n, unsigned v) : parameter(n), value(v) {}
-    MailboxValue(const Setting& s, unsigned v) : parameter(s.number), value(v) {}
+    Setting setting;
+    unsigned value;
 };
 
 /// Takes the write of this value back if it has not gone out; CurrentBank stays where it is.
-void WithdrawWrite(int bank, const MailboxValue& written);
+void WithdrawWrite(const MailboxValue& written);
 
 /// The orders that one page gives to one command register, of which the newest counts.
 class Handshake {
   public:
-    explicit Handshake(const Setting& r) : bank_(BankOf(r.board)), register_(r.number) {}
-    Handshake(int bank, int commandRegister) : bank_(bank), register_(commandRegister) {}
+    explicit Handshake(const Setting& commandRegister) : register_(commandRegister) {}
 
-    /// Writes the mailbox in CurrentBank = the board's. What is left of the order before is taken back.
+    /// Writes the mailbox. What is left of the order before is taken back.
     void give(unsigned command, std::span<const MailboxValue> mailbox);
     /// To be called when a parameter of the mailbox has come: gives the command, once, when the board has taken all.
     void mailboxCame();
@@ -40,8 +36,7 @@ class Handshake {
   private:
     bool isTaken() const;
 
-    const int bank_;
-    const int register_;
+    const Setting register_;
     unsigned command_ = 0;
     bool commandWaits_ = false;  ///< for the board to take the mailbox
     std::vector<MailboxValue> mailbox_;

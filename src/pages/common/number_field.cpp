@@ -6,14 +6,12 @@
 #include <cmath>
 #include <string>
 
-#include "link/param_table.h"
+#include "link/settings.h"
 #include "platform/platform.h"
 
 namespace kestrel {
 
 namespace {
-
-constexpr int Bank = 0;
 
 /// The number that a text stands for: blanks, a sign, digits, the system's decimal separator, more digits, blanks.
 std::optional<double> numberIn(const std::string& text) {
@@ -43,7 +41,7 @@ std::optional<double> numberIn(const std::string& text) {
 
 std::optional<std::uint32_t> CommitNumber(TextBox& box, const NumberField& field) {
     const std::string typed = box.Text;
-    const auto boardsOwn = static_cast<std::uint32_t>(ParamRead(field.parameter, Bank));
+    const auto boardsOwn = static_cast<std::uint32_t>(ParamRead(field.setting));
     const std::optional<double> number = numberIn(typed.substr(0, field.taken));
     if (!numberIn(typed) || !number) {
         box.putBack(std::to_string(boardsOwn));

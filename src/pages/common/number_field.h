@@ -5,12 +5,13 @@
 #include <cstdint>
 #include <optional>
 
+#include "catalogue/setting.h"
 #include "platform/basic_controls.h"
 
 namespace kestrel {
 
 struct NumberField {
-    int parameter;          ///< of bank 0, whose value stands in for a refused one
+    Setting setting;        ///< whose value stands in for a refused one
     std::size_t taken;      ///< so many leading characters of the text count; at most 9
     std::uint32_t highest;  ///< a number above, or below 0, gives the board's own value
 };

@@ -14,10 +14,7 @@ namespace kestrel {
 
 namespace {
 
-constexpr int Pointer = 251;
-constexpr int RingFirst = 252;
-constexpr int RingLast = 311;
-constexpr int ValuesToRead = RingLast - Pointer + 1;
+constexpr int ValuesToRead = 1 + master::AlarmRing.size();
 
 constexpr int Slots = 10;
 /// A pointer of 10 passes, though it points beyond the ring: reading there is a run-time error.
@@ -26,7 +23,7 @@ constexpr int HighestCode = 137;
 
 enum Field { Minutes, Hours, Day, Month, Year, Code, FieldCount };
 
-constexpr std::array<ParamRun, 2> Subscriptions = {{{0, Pointer}, {0, RingFirst, RingLast}}};
+constexpr std::array<ParamRun, 2> Subscriptions = {{master::AlarmNewest, master::AlarmRing}};
 
 constexpr int TitleLine = 35;
 constexpr int HeadsLine = 470;
@@ -38,12 +35,6 @@ constexpr int HighestDay = 31;
 constexpr int HighestMonth = 12;
 constexpr int FirstYear = 2000;
 constexpr const char* NoDate = "00/00/00";
-
-bool ringIsFresh() {
-    for (int n = RingFirst; n <= RingLast; ++n)
-        if (!ParamIsFresh(n, 0)) return false;
-    return true;
-}
 
 /// A day or month that no calendar has, or a day that its month has not.
 bool isNoDate(int day, int month, int year) {
@@ -99,15 +90,14 @@ void FrmAllarmi::PageCaptions() {
 }
 
 void FrmAllarmi::SLabel_Change(int n, ParamValue value) {
-    if (CurrentBank != 0) return;
-    if (n == Pointer) {
+    if (Arrived(n, master::AlarmNewest)) {
         AlarmPointer = value;
         countArrival();
-        if (ringIsFresh()) ShowAlarms();
-    } else if (n >= RingFirst && n <= RingLast) {
-        alarmData_[static_cast<std::size_t>(n - RingFirst)] = ToInt16(value);
+        if (AllAreFresh(master::AlarmRing)) ShowAlarms();
+    } else if (const int offset = ArrivedAt(n, master::AlarmRing); offset >= 0) {
+        alarmData_[static_cast<std::size_t>(offset)] = ToInt16(value);
         countArrival();
-        if (ringIsFresh() && ParamIsFresh(Pointer, 0)) ShowAlarms();
+        if (AllAreFresh(master::AlarmRing) && ParamIsFresh(master::AlarmNewest)) ShowAlarms();
     }
 }
 

@@ -14,42 +14,38 @@ namespace kestrel {
 
 namespace {
 
-constexpr int Inputs = 249;
-constexpr int PageOpenMarker = 368;
-constexpr int PageWord = 369;  ///< its value is never looked at
-
 constexpr unsigned PageIsOpen = 255;
 constexpr unsigned PageIsClosed = 0;
 
 /// The one bit of the master's inputs that stands apart, then five in a row; the other two mean nothing.
-constexpr std::array<LampRun, 2> InputLamps = {{{Inputs, 1, 1, 0}, {Inputs, 3, 5, 1}}};
+constexpr std::array<LampRun, 2> InputLamps = {{{master::Inputs, 1, 1, 0}, {master::Inputs, 3, 5, 1}}};
 
 constexpr std::array<ParamRun, 11> Subscriptions = {{
-    {0, SectorPresence},
-    {0, HotDrinkPresence},
-    {0, Inputs},
-    {0, PageWord},
-    {alder::Bank, alder::Inputs1, alder::OutputEcho + alder::MailboxBytes - 1},
-    {alder::Bank, alder::BoilerReading},
-    {alder::Bank, alder::TestState},
-    {cedar::Bank, cedar::GroupEcho, cedar::BitEcho},
-    {cedar::Bank, cedar::TankReading},
-    {cedar::Bank, cedar::TestState},
-    {cedar::Bank, cedar::ReadingOffset},
+    master::SectorPresence,
+    master::HotDrinkPresence,
+    master::Inputs,
+    master::TestPageWord,  // its value is never looked at
+    {hot_drink::Inputs.front(), hot_drink::Outputs.back()},
+    hot_drink::BoilerTemperature,
+    hot_drink::TestState,
+    {sector::OutputGroup, sector::OutputBit},
+    sector::TankTemperature,
+    sector::TestState,
+    sector::TankOffset,
 }};
 
 /// More than was subscribed to: releasing what nobody watches changes nothing.
 constexpr std::array<ParamRun, 10> Releases = {{
-    {0, HotDrinkPresence, SectorPresence},
-    {0, Inputs},
-    {0, PageOpenMarker},
-    {0, PageWord},
-    {alder::Bank, alder::BoilerReading, alder::TestState},
-    {alder::Bank, alder::Command, alder::Mailbox + alder::MailboxBytes - 1},
-    {cedar::Bank, cedar::TankReading, cedar::TestState},
-    {cedar::Bank, cedar::GroupMailbox},
-    {cedar::Bank, cedar::BitMailbox},
-    {cedar::Bank, cedar::ReadingOffset},
+    {master::HotDrinkPresence, master::SectorPresence},
+    master::Inputs,
+    master::TestPageOpen,
+    master::TestPageWord,
+    {hot_drink::BoilerTemperature, hot_drink::TestState},
+    {hot_drink::Command, hot_drink::CommandArgument.back()},
+    {sector::TankTemperature, sector::TestState},
+    sector::CommandArgument[0],
+    sector::CommandArgument[1],
+    sector::TankOffset,
 }};
 
 }  // namespace
@@ -74,19 +70,15 @@ void FrmInOut::Form_Load() {
     CenterPage(*this);
 }
 
-void FrmInOut::tellMaster() {
-    CurrentBank = 0;
-    ParamWrite(PageOpenMarker, PageIsOpen);
-}
+void FrmInOut::tellMaster() { ParamWrite(master::TestPageOpen, PageIsOpen); }
 
 void FrmInOut::Form_Activate() { PageCaptions(); }
 
 /// The boards are left in test mode: they fall out of it when their time runs out.
 void FrmInOut::Form_Unload() {
     withdrawOrders();
-    CurrentBank = 0;
-    ParamWrite(PageOpenMarker, PageIsClosed);
-    ParamWrite(PageWord, PageIsClosed);
+    ParamWrite(master::TestPageOpen, PageIsClosed);
+    ParamWrite(master::TestPageWord, PageIsClosed);
     PageRelease();
     Timer1.Enabled = false;
 }
@@ -97,15 +89,15 @@ void FrmInOut::PageRelease() { ReleaseAll(Releases); }
 
 void FrmInOut::SLabel_Change(int n, ParamValue value) {
     Updating = true;
-    if (CurrentBank == 0) masterChanged(n, value);
-    if (CurrentBank == alder::Bank) alderChanged(n, value);
-    if (CurrentBank == cedar::Bank) cedarChanged(n, value);
+    if (IsCurrent(Board::Master)) masterChanged(n, value);
+    if (IsCurrent(Board::HotDrink)) hotDrinkChanged(n, value);
+    if (IsCurrent(Board::Sector)) sectorChanged(n, value);
     Updating = false;
 }
 
 void FrmInOut::masterChanged(int n, ParamValue value) {
     ShowLamps(LedX1, InputLamps, LitBy::ClearBits, n, value);
-    if (n == SectorPresence && value != CedarPresence) {
+    if (Arrived(n, master::SectorPresence) && value != CedarPresence) {
         CedarPresence = value;
         if (SaysPresent(value)) {
             EnableCedarFrame();
@@ -115,7 +107,7 @@ void FrmInOut::masterChanged(int n, ParamValue value) {
         }
         presenceChanged();
     }
-    if (n == HotDrinkPresence && value != AlderPresence) {
+    if (Arrived(n, master::HotDrinkPresence) && value != AlderPresence) {
         AlderPresence = value;
         if (SaysPresent(value)) {
             EnableAlderFrame();
@@ -135,8 +127,8 @@ void FrmInOut::Command1_Click() {
     withdrawOrders();
     switchOrdered_ = false;
     const unsigned time = TestActive ? TestTimeStop : TestTimeRun;
-    writeAlderTestTime(time);
-    writeCedarTestTime(time);
+    writeHotDrinkTestTime(time);
+    writeSectorTestTime(time);
 }
 
 /// The test begins when the last present board reports it and ends when the first one drops it.
@@ -181,8 +173,8 @@ void FrmInOut::withdrawOrders() {
 }
 
 void FrmInOut::setSwitches(bool live) {
-    setAlderSwitches(live);
-    setCedarSwitches(live);
+    setHotDrinkSwitches(live);
+    setSectorSwitches(live);
 }
 
 /// All outputs of a board have been told for the first time: until then an order would write some that nobody has read.

@@ -8,7 +8,7 @@
 
 #include "link/page.h"
 #include "pages/common/mailbox.h"
-#include "pages/diagnostics/test_parameters.h"
+#include "pages/diagnostics/test_orders.h"
 #include "platform/displays.h"
 #include "platform/switches.h"
 
@@ -17,9 +17,9 @@ namespace kestrel {
 class FrmInOut : public Page {
   public:
     static constexpr int MasterInputs = 6;
-    static constexpr int AlderInputs = 15;
-    static constexpr int AlderOutputs = 40;
-    static constexpr int CedarOutputs = 48;
+    static constexpr int HotDrinkInputs = 15;
+    static constexpr int HotDrinkOutputs = 40;
+    static constexpr int SectorOutputs = 48;
     static constexpr int OutputsPerByte = 8;
 
     FrmInOut();
@@ -28,17 +28,17 @@ class FrmInOut : public Page {
     ControlArray<Label, MasterInputs> Label1;
     ControlArray<Led, MasterInputs> LedX1;
 
-    Frame Frame2;  ///< the Alder board
-    ControlArray<Label, AlderInputs> Label3;
+    Frame Frame2;  ///< the hot-drink board
+    ControlArray<Label, HotDrinkInputs> Label3;
     ControlArray<Led, 18> iLedRectangleX1;  ///< 13, 15 and 16 stand for nothing and on no place
-    ControlArray<Label, AlderOutputs> Label4;
-    ControlArray<LedSwitch, AlderOutputs> SwitchLed1;
+    ControlArray<Label, HotDrinkOutputs> Label4;
+    ControlArray<LedSwitch, HotDrinkOutputs> SwitchLed1;
     Label Label6;  ///< caption of the boiler reading
     SevenSegment iAnalogX1;
 
-    Frame Frame3;  ///< the Cedar board
-    ControlArray<Label, CedarOutputs> Label5;
-    ControlArray<LedSwitch, CedarOutputs> SwitchLed3;
+    Frame Frame3;  ///< the sector board
+    ControlArray<Label, SectorOutputs> Label5;
+    ControlArray<LedSwitch, SectorOutputs> SwitchLed3;
     Label Label2;  ///< caption of the compressor
     LedSwitch SwitchLed4;
     Label Label8;  ///< caption of the tank reading
@@ -73,54 +73,56 @@ class FrmInOut : public Page {
     void EnableSwitches() {
         if (TestActive) setSwitches(true);
     }
-    void setAlderSwitches(bool live);
-    void setCedarSwitches(bool live);
+    void setHotDrinkSwitches(bool live);
+    void setSectorSwitches(bool live);
     void outputsTold();
     void DisableSwitches() { setSwitches(false); }
     void setSwitches(bool live);
     void masterChanged(int n, ParamValue value);
     void presenceChanged();
 
-    // The Alder board.
+    // The hot-drink board.
     void EnableAlderFrame();
     void DisableAlderFrame();
-    void setAlderFrame(bool live);
-    void alderChanged(int n, ParamValue value);
-    void alderEcho(int byte, ParamValue value);
+    void setHotDrinkFrame(bool live);
+    void hotDrinkChanged(int n, ParamValue value);
+    void hotDrinkEcho(int byte, ParamValue value);
     void SwitchLed1_Click(int Index);
-    void writeAlderTestTime(unsigned time);
-    void rearmAlder();
+    void writeHotDrinkTestTime(unsigned time);
+    void rearmHotDrink();
 
-    // The Cedar board.
+    // The sector board.
     void EnableCedarFrame();
     void DisableCedarFrame();
-    void setCedarFrame(bool live);
-    void cedarChanged(int n, ParamValue value);
-    void cedarReading(ParamValue value);
-    void cedarEcho(ParamValue bitByte);
+    void setSectorFrame(bool live);
+    void sectorChanged(int n, ParamValue value);
+    void sectorReading(ParamValue value);
+    void sectorEcho(ParamValue bitByte);
     void SwitchLed3_Click(int Index);
     void SwitchLed4_Click();
-    void writeCedarOutput(unsigned group, unsigned bit);
-    void writeCedarTestTime(unsigned time);
-    void rearmCedar();
+    void writeSectorOutput(unsigned group, unsigned bit);
+    void writeSectorTestTime(unsigned time);
+    void rearmSector();
 
     /// The unit of the test time is the boards' own.
     static constexpr unsigned TestTimeRun = 60;
     static constexpr unsigned TestTimeStop = 0;
     static constexpr int NoOutput = 65535;
+    static constexpr std::size_t OutputByteCount = hot_drink::CommandArgument.size();
     static constexpr ParamValue NeverReported = 255;
-    using OutputBytes = std::array<std::uint8_t, alder::MailboxBytes>;
+    using OutputBytes = std::array<std::uint8_t, OutputByteCount>;
 
     bool TestActive = false;   ///< the boards are in test mode and the switches work
     bool AlderInTest = false;  ///< as reported; an absent board counts as in test
     bool CedarInTest = false;
-    std::array<bool, alder::MailboxBytes> PendingEcho{};  ///< by output byte; the last also stands for a Cedar output
+    std::array<bool, OutputByteCount>
+        PendingEcho{};  ///< by output byte; the last also stands for an output of the sector board
     bool PendingCompressor = false;
-    std::bitset<alder::MailboxBytes> alderTold_;  ///< output bytes whose echo has come: an order writes all of them
-    bool groupTold_ = false;                      ///< of the Cedar board, and then the pair
-    bool cedarTold_ = false;
+    std::bitset<OutputByteCount> hotDrinkTold_;  ///< output bytes whose echo has come: an order writes all of them
+    bool groupTold_ = false;                     ///< of the sector board, and then the pair
+    bool sectorTold_ = false;
     int LastCedarOutput = NoOutput;  ///< the one output that this page last switched on
-    OutputBytes OutputByte{};        ///< of the Alder board, from its echo and from the switches
+    OutputBytes OutputByte{};        ///< of the hot-drink board, from its echo and from the switches
     ParamValue CedarGroup = 0;       ///< latest pair of echoes ...
     ParamValue CedarBit = 0;
     ParamValue CedarGroupNew = 0;  ///< ... and the first of a pair that is not whole yet
@@ -128,12 +130,12 @@ class FrmInOut : public Page {
     double CedarReading = 0;       ///< whole degrees
     ParamValue AlderPresence = NeverReported;
     ParamValue CedarPresence = NeverReported;
-    Handshake AlderHandshake{alder::Bank, alder::Command};
-    Handshake CedarHandshake{cedar::Bank, cedar::Command};
+    Handshake AlderHandshake{hot_drink::Command};
+    Handshake CedarHandshake{sector::Command};
     bool switchOrdered_ = false;                       ///< by a switch were they begun, not by start or stop
     ControlArray<Label, MasterInputs> masterNumbers_;  ///< of the rows, for people who talk about them
-    ControlArray<Label, AlderInputs> inputNumbers_;
-    ControlArray<Label, AlderOutputs> outputNumbers_;
+    ControlArray<Label, HotDrinkInputs> inputNumbers_;
+    ControlArray<Label, HotDrinkOutputs> outputNumbers_;
 };
 
 }  // namespace kestrel

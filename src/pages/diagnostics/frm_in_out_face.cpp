@@ -30,8 +30,8 @@ constexpr int Label2Line = 405;
 constexpr int Green = 65280;
 constexpr int Red = 255;
 
-/// Lamp of each row of inputs of the Alder board.
-constexpr std::array<int, FrmInOut::AlderInputs> InputLamp = {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 14, 17};
+/// Lamp of each row of inputs of the hot-drink board.
+constexpr std::array<int, FrmInOut::HotDrinkInputs> InputLamp = {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 14, 17};
 
 constexpr int OutputColumns = 4;
 constexpr const char* Number = "00";             // the longest
@@ -50,39 +50,39 @@ void FrmInOut::nameRows() {
         number(masterNumbers_[i], i, Number);
         LedX1[i].namedBy(&Label1[i]);
     }
-    for (int i = 0; i < AlderInputs; ++i) {
+    for (int i = 0; i < HotDrinkInputs; ++i) {
         number(inputNumbers_[i], i, Number);
         iLedRectangleX1[InputLamp[static_cast<std::size_t>(i)]].namedBy(&Label3[i]);
     }
-    for (int i = 0; i < AlderOutputs; ++i) {
+    for (int i = 0; i < HotDrinkOutputs; ++i) {
         number(outputNumbers_[i], i, NumberWithRoom);
         SwitchLed1[i].namedBy(&Label4[i]);
     }
-    for (int i = 0; i < CedarOutputs; ++i) SwitchLed3[i].namedBy(&Label5[i]);
+    for (int i = 0; i < SectorOutputs; ++i) SwitchLed3[i].namedBy(&Label5[i]);
     SwitchLed4.namedBy(&Label2);
     iAnalogX1.digits = 3;
 }
 
 Layout FrmInOut::Arrange() {
     std::vector<Layout> inputs;
-    for (int i = 0; i < AlderInputs; ++i) {
+    for (int i = 0; i < HotDrinkInputs; ++i) {
         inputs.emplace_back(inputNumbers_[i]);
         inputs.emplace_back(iLedRectangleX1[InputLamp[static_cast<std::size_t>(i)]]);
         inputs.emplace_back(Label3[i]);
     }
 
-    Layout alder(Layout::Kind::Row, {Grid(3, inputs)});
-    constexpr int OutputRows = AlderOutputs / OutputColumns;
-    for (int first = 0; first < AlderOutputs; first += OutputRows)
-        alder.children.push_back(Rows(Indexes(first, first + OutputRows - 1), outputNumbers_, SwitchLed1, Label4));
+    Layout hotDrink(Layout::Kind::Row, {Grid(3, inputs)});
+    constexpr int OutputRows = HotDrinkOutputs / OutputColumns;
+    for (int first = 0; first < HotDrinkOutputs; first += OutputRows)
+        hotDrink.children.push_back(Rows(Indexes(first, first + OutputRows - 1), outputNumbers_, SwitchLed1, Label4));
 
-    Layout cedar(Layout::Kind::Row, {});
+    Layout sector(Layout::Kind::Row, {});
     for (int bit = 0; bit < OutputsPerByte; ++bit) {
         std::vector<int> column;
-        for (int i = bit; i < CedarOutputs; i += OutputsPerByte) column.push_back(i);
-        cedar.children.push_back(Rows(column, SwitchLed3, Label5));
+        for (int i = bit; i < SectorOutputs; i += OutputsPerByte) column.push_back(i);
+        sector.children.push_back(Rows(column, SwitchLed3, Label5));
     }
-    cedar.children.push_back(Column{Row{SwitchLed4, Label2}, Row{Label8, iAnalogX2}});
+    sector.children.push_back(Column{Row{SwitchLed4, Label2}, Row{Label8, iAnalogX2}});
 
     return Column{
         Row{
@@ -92,9 +92,9 @@ Layout FrmInOut::Arrange() {
                 Row{Label6, iAnalogX1},
                 Gap(),
             },
-            Group(Frame2, alder),
+            Group(Frame2, hotDrink),
         },
-        Group(Frame3, cedar),
+        Group(Frame3, sector),
     };
 }
 
@@ -104,14 +104,14 @@ void FrmInOut::PageCaptions() {
     for (int i = 0; i < MasterInputs; ++i) Label1[i].Caption = LanguageTable(Label1Line + i);
 
     Frame2.Caption = LanguageTable(Frame2Line);
-    for (int i = 0; i < AlderInputs; ++i)
+    for (int i = 0; i < HotDrinkInputs; ++i)
         Label3[i].Caption =
             LanguageTable(i < FirstFrameInput ? SwitchedInputsLine + i : FrameInputsLine + i - FirstFrameInput);
-    for (int i = 0; i < AlderOutputs; ++i) Label4[i].Caption = LanguageTable(Label4Line + i);
+    for (int i = 0; i < HotDrinkOutputs; ++i) Label4[i].Caption = LanguageTable(Label4Line + i);
     Label6.Caption = LanguageTable(Label6Line);
 
     Frame3.Caption = LanguageTable(Frame3Line);
-    for (int i = 0; i < CedarOutputs; ++i)
+    for (int i = 0; i < SectorOutputs; ++i)
         Label5[i].Caption = LanguageTable(SectorLine) + " " + std::to_string(i / OutputsPerByte + 1) +
                             std::to_string(i % OutputsPerByte + 1);
     Label2.Caption = LanguageTable(Label2Line);

@@ -8,35 +8,29 @@
 #include "link/value_helpers.h"
 #include "pages/common/int16.h"
 #include "pages/common/lamp_runs.h"
-#include "pages/diagnostics/test_parameters.h"
 
 namespace kestrel {
 
 namespace {
 
-constexpr int Output0 = alder::OutputEcho;
-constexpr int Output1 = alder::OutputEcho + 1;
-constexpr int Output2 = alder::OutputEcho + 2;
-constexpr int Output3 = alder::OutputEcho + 3;
-
 constexpr std::array<ParamRun, 4> Subscriptions = {{
-    {alder::Bank, alder::Inputs1},
-    {alder::Bank, alder::Inputs2},
-    {alder::Bank, Output0, Output3},
-    {alder::Bank, alder::BoilerReading},
+    hot_drink::Inputs[0],
+    hot_drink::Inputs[1],
+    hot_drink::Outputs.first(4),
+    hot_drink::BoilerTemperature,
 }};
 
 constexpr std::array<LampRun, 3> InputLamps = {{
-    {alder::Inputs1, 0, 8, 0},
-    {alder::Inputs2, 0, 1, 8},
-    {alder::Inputs2, 2, 1, 9},
+    {hot_drink::Inputs[0], 0, 8, 0},
+    {hot_drink::Inputs[1], 0, 1, 8},
+    {hot_drink::Inputs[1], 2, 1, 9},
 }};
 
 constexpr std::array<LampRun, 4> OutputLamps = {{
-    {Output0, 0, 8, 0},
-    {Output1, 0, 4, 8},
-    {Output2, 0, 8, 12},
-    {Output3, 0, 3, 20},
+    {hot_drink::Outputs[0], 0, 8, 0},
+    {hot_drink::Outputs[1], 0, 4, 8},
+    {hot_drink::Outputs[2], 0, 8, 12},
+    {hot_drink::Outputs[3], 0, 3, 20},
 }};
 
 constexpr int TitleLine = 34;  // that of the menu
@@ -94,10 +88,9 @@ void FrmSchema::PageCaptions() {
 }
 
 void FrmSchema::SLabel_Change(int n, ParamValue value) {
-    if (CurrentBank != alder::Bank) return;
     ShowLamps(iLed, InputLamps, LitBy::ClearBits, n, value);
     ShowLamps(Led, OutputLamps, LitBy::SetBits, n, value);
-    if (n != alder::BoilerReading) return;
+    if (!Arrived(n, hot_drink::BoilerTemperature)) return;
     const double reading = ToInt16(value);
     iThermometerX1.Value = reading;
     iSevenSegmentAnalogX1.Value = reading;

@@ -8,34 +8,32 @@
 #include "link/subscriptions.h"
 #include "link/value_helpers.h"
 #include "pages/common/bits.h"
-#include "pages/diagnostics/test_parameters.h"
+#include "pages/diagnostics/test_orders.h"
 
 namespace kestrel {
 
 namespace {
 
-constexpr int MasterCommand = 4;
-constexpr int SecondMailbox = 5;
-constexpr int FirstMailbox = 6;
-constexpr int MachineState = 7;
-constexpr int RunningBit = 1;
+/// The first number of a pair is the second argument.
+constexpr Setting SecondMailbox = master::CommandArgument[0];
+constexpr Setting FirstMailbox = master::CommandArgument[1];
+constexpr int RunningBit = 1;  ///< of the machine's state
 
 constexpr unsigned RunPair = 2;
 constexpr unsigned FirstFactor = 16;
 constexpr unsigned SecondOffset = 11;
 
-constexpr std::array<ParamRun, 3> Subscriptions = {
-    {{0, MachineState}, {0, SectorPresence}, {cedar::Bank, cedar::TestState}}};
+constexpr std::array<ParamRun, 3> Subscriptions = {{master::MachineState, master::SectorPresence, sector::TestState}};
 
 /// More than was subscribed to: releasing what nobody watches changes nothing.
 constexpr std::array<ParamRun, 7> Releases = {{
-    {0, MachineState},
-    {0, MasterCommand},
-    {0, SecondMailbox},
-    {0, FirstMailbox},
-    {0, SectorPresence},
-    {cedar::Bank, cedar::TestState},
-    {cedar::Bank, cedar::Command},
+    master::MachineState,
+    master::Command,
+    SecondMailbox,
+    FirstMailbox,
+    master::SectorPresence,
+    sector::TestState,
+    sector::Command,
 }};
 
 constexpr int TitleLine = 33;
@@ -45,7 +43,7 @@ constexpr const char* NoPair = "_ _";
 
 }  // namespace
 
-FrmTestCedar::FrmTestCedar() : Page("FrmTestCedar"), pair_(0, MasterCommand) {
+FrmTestCedar::FrmTestCedar() : Page("FrmTestCedar"), pair_(master::Command) {
     for (int i = 0; i < Zones; ++i) Label1[i].Caption = std::to_string(i + 1);
     Label1.OnClick([this](int Index) { Label1_Click(Index); });
     Command1.OnClick([this] { Command1_Click(); });
@@ -106,8 +104,7 @@ void FrmTestCedar::Label1_Click(int Index) {
 void FrmTestCedar::Command1_Click() {
     DisableZones();
     forgetPair();
-    CurrentBank = cedar::Bank;
-    ParamWrite(cedar::Command, command::ZeroMotors);
+    ParamWrite(sector::Command, command::ZeroMotors);
 }
 
 /// The master did not start the pair in time.
@@ -131,7 +128,7 @@ void FrmTestCedar::forgetPair() {
 /// What drives motors must not go out once the page counts on it no more, however long the line was away.
 void FrmTestCedar::giveUp() {
     pair_.withdraw();
-    WithdrawWrite(cedar::Bank, {cedar::Command, command::ZeroMotors});
+    WithdrawWrite({sector::Command, command::ZeroMotors});
 }
 
 /// What already runs ends by the boards' word.
@@ -147,9 +144,9 @@ void FrmTestCedar::backToIdle() {
 }
 
 void FrmTestCedar::SLabel_Change(int n, ParamValue value) {
-    if (CurrentBank == 0) masterChanged(n, value);
-    if (CurrentBank != cedar::Bank || n != cedar::TestState) return;
-    if (HasBit(value, cedar::ZeroingBit)) {
+    masterChanged(n, value);
+    if (!Arrived(n, sector::TestState)) return;
+    if (HasBit(value, ZeroingBit)) {
         ZeroRunning = true;
     } else if (ZeroRunning) {
         backToIdle();
@@ -159,15 +156,15 @@ void FrmTestCedar::SLabel_Change(int n, ParamValue value) {
 
 void FrmTestCedar::masterChanged(int n, ParamValue value) {
     // Other pages use the same mailbox for orders of their own; only a pair of this page is followed by its command.
-    if (n == FirstMailbox || n == SecondMailbox) pair_.mailboxCame();
-    if (n == MachineState && HasBit(value, RunningBit)) {
+    if (Arrived(n, FirstMailbox) || Arrived(n, SecondMailbox)) pair_.mailboxCame();
+    if (Arrived(n, master::MachineState) && HasBit(value, RunningBit)) {
         TestRunning = true;
         Timer1.Enabled = false;
-    } else if (n == MachineState && TestRunning) {
+    } else if (Arrived(n, master::MachineState) && TestRunning) {
         backToIdle();
         TestRunning = false;
     }
-    if (n == SectorPresence && value != CedarPresence) {
+    if (Arrived(n, master::SectorPresence) && value != CedarPresence) {
         CedarPresence = value;
         giveUp();
         setZones(SaysPresent(value));

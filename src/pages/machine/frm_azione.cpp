@@ -12,15 +12,18 @@ namespace kestrel {
 
 namespace {
 
-constexpr int Bank = 1;
-constexpr int FirstCount = 1204;   ///< row i is parameter 1204 + i ...
-constexpr int FirstShadow = 1210;  ///< ... and its shadow 1210 + i, subscribed but not shown
+/// By row.
+constexpr std::array<Setting, FrmAzione::Counts> CountSettings = {
+    hot_drink::ServiceValves,     hot_drink::ServiceSoftener, hot_drink::ServiceBoiler,
+    hot_drink::ServiceSanitation, hot_drink::ServiceFilter1,  hot_drink::ServiceFilter2,
+};
 constexpr int FirstCaption = 203;  ///< language line of row 0
 constexpr int TitleLine = 13;
 
+/// The copies are not shown.
 constexpr std::array<ParamRun, 2> Subscriptions = {{
-    {Bank, FirstCount, FirstCount + FrmAzione::Counts - 1},
-    {Bank, FirstShadow, FirstShadow + FrmAzione::Counts - 1},
+    {CountSettings.front(), CountSettings.back()},
+    {CopyOf(CountSettings.front()), CopyOf(CountSettings.back())},
 }};
 
 }  // namespace
@@ -56,14 +59,14 @@ void FrmAzione::PageCaptions() {
 
 void FrmAzione::HScroll1_Change(int Index) {
     if (Updating) return;
-    WriteTwice(Bank, FirstCount + Index, FirstShadow + Index, RawOfBar(HScroll1[Index].Value));
+    WriteTwice(CountSettings[static_cast<std::size_t>(Index)], RawOfBar(HScroll1[Index].Value));
 }
 
 void FrmAzione::SLabel_Change(int n, ParamValue value) {
     Updating = true;
-    const int row = n - FirstCount;
-    if (CurrentBank == Bank && row >= 0 && row < Counts)
-        Label10[row].Caption = std::to_string(SetOffsetBar(HScroll1[row], value));
+    for (int row = 0; row < Counts; ++row)
+        if (Arrived(n, CountSettings[static_cast<std::size_t>(row)]))
+            Label10[row].Caption = std::to_string(SetOffsetBar(HScroll1[row], value));
     Updating = false;
 }
 

@@ -40,30 +40,30 @@ constexpr int MixerLine = 58;
 constexpr int DoubleProductLine = 63;
 constexpr int NothingSeen = 255;
 
-/// 1298 is subscribed and not shown.
-constexpr std::array<ParamRun, 6> FirstSubscriptions = {
-    {{Bank, 1298}, {Bank, 1154, 1157}, {Bank, CoolingKind}, {Bank, 1334}, {Bank, 1335}, {Bank, 1336}}};
-/// The double products are taken for six, so that 1334 is subscribed once more.
-constexpr std::array<ParamRun, 2> LastSubscriptions = {{{Bank, 1329, 1334}, {0, HotDrinkPresence}}};
+/// The brewing options are subscribed and not shown.
+constexpr std::array<ParamRun, 4> FirstSubscriptions = {{
+    hot_drink::BrewingOptions,
+    {hot_drink::MachineValves, hot_drink::MachineSugarBox},
+    hot_drink::CoolingKind,
+    hot_drink::ColdValvePairing,
+}};
+/// The double products are taken for six, so that the first pairing behind them is subscribed once more.
+constexpr std::array<ParamRun, 2> LastSubscriptions = {{
+    {hot_drink::PowderDouble[0], hot_drink::ColdValvePairing[0]},
+    master::HotDrinkPresence,
+}};
 
 /// Between the two stand the settings of five valves, of which the page shows four.
-void forAllSubscriptions(void (*act)(std::span<const ParamRun>)) {
-    constexpr int valves = 5;
-    act(FirstSubscriptions);
-    for (int i = 0; i < valves; ++i) {
-        const ParamRun mixer(Bank, Mixers.parameter + i);
-        act({&mixer, 1});
-        for (const ValveGroupRow& group : ValveGroupRows) {
-            const ParamRun setting(Bank, group.series.parameter + i);
-            act({&setting, 1});
-        }
+void forAllSubscriptions(void (*act)(const ParamRun&)) {
+    for (const ParamRun& run : FirstSubscriptions) act(run);
+    for (int i = 0; i < hot_drink::ValveMixer.size(); ++i) {
+        act(hot_drink::ValveMixer[i]);
+        for (const ValveGroupRow& group : ValveGroupRows) act(group.settings[i]);
     }
-    act(LastSubscriptions);
+    for (const ParamRun& run : LastSubscriptions) act(run);
 }
 
-void writeBoth(const Series& series, int index, int value) {
-    WriteTwice(Bank, series.parameter + index, series.shadow + index, static_cast<unsigned>(value));
-}
+void writeBoth(const Setting& setting, int value) { WriteTwice(setting, static_cast<unsigned>(value)); }
 
 /// What the largest machine of all may have; the machine at hand refuses what is above its own limit.
 int highestPosition(int slider) {
@@ -139,9 +139,9 @@ void FrmConMac::Form_Activate() { PageCaptions(); }
 
 void FrmConMac::Form_Unload() { PageRelease(); }
 
-void FrmConMac::PageSubscribe() { forAllSubscriptions(WatchAll); }
+void FrmConMac::PageSubscribe() { forAllSubscriptions(Watch); }
 
-void FrmConMac::PageRelease() { forAllSubscriptions(ReleaseAll); }
+void FrmConMac::PageRelease() { forAllSubscriptions(Release); }
 
 void FrmConMac::PageCaptions() {
     Caption = LanguageTable(TitleLine);
@@ -155,25 +155,25 @@ void FrmConMac::PageCaptions() {
 
 void FrmConMac::ValveBar_Change(std::size_t g, int Index) {
     if (Updating || Index >= ValveCount) return;
-    writeBoth(ValveGroupRows[g].series, Index, valveGroups_[g].bars[Index].Value);
+    writeBoth(ValveGroupRows[g].settings[Index], valveGroups_[g].bars[Index].Value);
 }
 
 void FrmConMac::HScroll8_Change(int Index) {
     if (Updating || Index >= PowderCount) return;
-    writeBoth(DoubleProducts, Index, HScroll8[Index].Value);
+    writeBoth(hot_drink::PowderDouble[Index], HScroll8[Index].Value);
 }
 
 void FrmConMac::iSwRotaryX3_PositionChange(int Index) {
     if (Updating || Index >= ValveCount) return;
-    writeBoth(Mixers, Index, iSwRotaryX3[Index].Position);
+    writeBoth(hot_drink::ValveMixer[Index], iSwRotaryX3[Index].Position);
 }
 
 void FrmConMac::isrAbb_PositionChange(int Index) {
-    if (!Updating) writeBoth(ColdPairings, Index, isrAbb[Index].Position);
+    if (!Updating) writeBoth(hot_drink::ColdValvePairing[Index], isrAbb[Index].Position);
 }
 
 void FrmConMac::iSwSliderX2_PositionChange() {
-    if (!Updating) writeBoth(SugarBoxes, 0, iSwSliderX2.Position);
+    if (!Updating) writeBoth(hot_drink::MachineSugarBox, iSwSliderX2.Position);
 }
 
 bool FrmConMac::refuses(int slider, int position) const {
@@ -189,15 +189,14 @@ void FrmConMac::iSwSliderX1_PositionChange(int Index) {
     DisableAllControls();
     if (refuses(Index, position)) {
         // A record that is read once is read again for a new subscription: the board's value comes back.
-        CurrentBank = Bank;
-        ParamRelease(row.parameter);
-        ParamWatch(row.parameter);
+        Release(row.setting);
+        Watch(row.setting);
         EnableControls();
         return;
     }
     countOf(Index) = position + 1;
     if (Index == PowderSlider) limitPowderBars();
-    WriteTwice(Bank, row.parameter, row.shadow, static_cast<unsigned>(position + 1));
+    WriteTwice(row.setting, static_cast<unsigned>(position + 1));
     AwaitingEnable = true;
 }
 

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "link/presence.h"
+#include "link/settings.h"
 #include "link/value_helpers.h"
 #include "pages/machine/frm_con_mac.h"
 #include "pages/machine/frm_con_mac_tables.h"
@@ -36,8 +37,8 @@ int& FrmConMac::countOf(int slider) {
 
 void FrmConMac::SLabel_Change(int n, ParamValue value) {
     Updating = true;
-    if (CurrentBank == 0 && n == HotDrinkPresence) takePresence(value);
-    if (CurrentBank == Bank && takeHotDrinkValue(n, value)) ++ArrivalCount;
+    if (Arrived(n, master::HotDrinkPresence)) takePresence(value);
+    if (IsCurrent(Board::HotDrink) && takeHotDrinkValue(n, value)) ++ArrivalCount;
     if (FirstLoad && ArrivalCount >= FullSet) {
         EnableControls();
         FirstLoad = false;
@@ -56,37 +57,35 @@ void FrmConMac::takePresence(ParamValue value) {
 
 /// Whether the value counts towards the full first set.
 bool FrmConMac::takeHotDrinkValue(int n, ParamValue value) {
-    if (n == CoolingKind) return takeColdMode(static_cast<int>(value));
+    if (Arrived(n, hot_drink::CoolingKind)) return takeColdMode(static_cast<int>(value));
     for (int i = 0; i < Counts; ++i)
-        if (n == countRow(i).parameter) return takeCount(i, static_cast<int>(value));
-    if (n == SugarBoxes.parameter) {
+        if (Arrived(n, countRow(i).setting)) return takeCount(i, static_cast<int>(value));
+    if (Arrived(n, hot_drink::MachineSugarBox)) {
         SugarBox = value > HighestSugarBox ? 0 : static_cast<int>(value);
         iSwSliderX2.Position = SugarBox;
         return true;
     }
-    if (Mixers.has(n, Valves)) {
-        const int valve = n - Mixers.parameter;
+    if (const int valve = ArrivedAt(n, hot_drink::ValveMixer.first(Valves)); valve >= 0) {
         MixerOfValve[static_cast<std::size_t>(valve)] = static_cast<int>(value);
         iSwRotaryX3[valve].Position = static_cast<int>(value);
         return true;
     }
-    if (ColdPairings.has(n, ColdRows)) {
-        isrAbb[n - ColdPairings.parameter].Position = static_cast<int>(std::min<ParamValue>(value, HighestColdPairing));
+    if (const int pairing = ArrivedAt(n, hot_drink::ColdValvePairing); pairing >= 0) {
+        isrAbb[pairing].Position = static_cast<int>(std::min<ParamValue>(value, HighestColdPairing));
         return false;
     }
     return takeBar(n, value);
 }
 
 bool FrmConMac::takeBar(int n, ParamValue value) {
-    if (DoubleProducts.has(n, Powders)) {
-        const int powder = n - DoubleProducts.parameter;
+    if (const int powder = ArrivedAt(n, hot_drink::PowderDouble); powder >= 0) {
         SetBar(Label8s[powder], HScroll8[powder], value);
         return true;
     }
     for (std::size_t g = 0; g < valveGroups_.size(); ++g) {
         const ValveGroupRow& row = ValveGroupRows[g];
-        if (!row.series.has(n, Valves)) continue;
-        const int valve = n - row.series.parameter;
+        const int valve = ArrivedAt(n, row.settings.first(Valves));
+        if (valve < 0) continue;
         (row.tenths ? SetBarTenths : SetBar)(valveGroups_[g].values[valve], valveGroups_[g].bars[valve], value);
         return true;
     }
@@ -108,8 +107,7 @@ bool FrmConMac::takeCount(int slider, int value) {
     const int shown = std::min(value, row.highestShown);
     // The number of valves is the only setting that the page corrects by itself.
     if (slider == ValveSlider && shown != value) {
-        CurrentBank = Bank;
-        ParamWrite(row.parameter, static_cast<unsigned>(shown));
+        ParamWrite(row.setting, static_cast<unsigned>(shown));
     }
     countOf(slider) = shown;
     iSwSliderX1[slider].Position = shown - 1;

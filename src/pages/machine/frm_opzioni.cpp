@@ -27,37 +27,45 @@ constexpr int FirstPaymentLine = 276;
 constexpr int PaymentSystems = 4;
 constexpr int MachineKindLine = 297;
 
-/// 355, 1205, 1303, 1445, 1446 and 274 are subscribed and not shown.
+/// The copies and the softener's cycles are subscribed and not shown.
 constexpr std::array<ParamRun, 22> Subscriptions = {{
-    {0, 84, 85},
-    {0, 350},
-    {0, 356, 358},
-    {0, 361},
-    {0, 354},
-    {0, HotDrinkPresence},
-    {0, DecimalsParameter},
-    {0, SectorPresence},
-    {0, 158},
-    {0, FeaturesParameter},
-    {0, 355},
-    {1, 1298, 1299},
-    {1, 1205},
-    {1, 1302},
-    {1, 1153},
-    {1, 1443, 1444},
-    {1, 1203},
-    {1, 1303},
-    {1, 1445, 1446},
-    {2, 59},
-    {2, 283},
-    {2, 274},
+    {master::SaleOptions, master::PaymentOptions},
+    master::DisplayLanguage,
+    {master::MachineNumber, master::TelephoneCode},
+    master::MachineCustomer,
+    master::OverpayTimeout,
+    master::HotDrinkPresence,
+    master::MoneyDecimals,
+    master::SectorPresence,
+    master::FirmwareRevision,
+    master::MachineState,
+    CopyOf(master::OverpayTimeout),
+    {hot_drink::BrewingOptions, hot_drink::MachineOptions},
+    hot_drink::ServiceSoftener,
+    hot_drink::WashingDose,
+    hot_drink::CoolingKind,
+    {hot_drink::ProbeLowest, hot_drink::ProbeHighest},
+    hot_drink::FirmwareRevision,
+    CopyOf(hot_drink::WashingDose),
+    {CopyOf(hot_drink::ProbeLowest), CopyOf(hot_drink::ProbeHighest)},
+    sector::SectorOptions,
+    sector::FirmwareRevision,
+    CopyOf(sector::SectorOptions),
 }};
 
 /// The settings of the probe are never given back: their subscriptions outlive the page.
-constexpr bool isGivenBack(const ParamRun& run) { return BankOf(run.board) != 1 || (run.first != 1443 && run.first != 1445); }
+constexpr bool isGivenBack(const ParamRun& run) {
+    constexpr Setting kept = hot_drink::ProbeLowest;
+    return run.board != kept.board || (run.first != kept.number && run.first != kept.copy);
+}
 
 /// Given back at the end although this page never took them.
-constexpr std::array<ParamRun, 4> GivenBackToo = {{{0, 86, 87}, {0, 351}, {1, 1300, 1301}, {1, 1211}}};
+constexpr std::array<ParamRun, 4> GivenBackToo = {{
+    {CopyOf(master::SaleOptions), CopyOf(master::PaymentOptions)},
+    CopyOf(master::DisplayLanguage),
+    {CopyOf(hot_drink::BrewingOptions), CopyOf(hot_drink::MachineOptions)},
+    CopyOf(hot_drink::ServiceSoftener),
+}};
 
 std::string paymentLabels() {
     std::string labels;
@@ -65,9 +73,7 @@ std::string paymentLabels() {
     return labels;
 }
 
-void write(const OwnSetting& setting, int value) {
-    WriteTwice(setting.bank, setting.parameter, setting.shadow, static_cast<unsigned>(value));
-}
+void write(const Setting& setting, int value) { WriteTwice(setting, static_cast<unsigned>(value)); }
 
 }  // namespace
 
@@ -93,9 +99,9 @@ FrmOpzioni::FrmOpzioni() : Page("FrmOpzioni") {
     HScroll1.OnChange([this](int Index) { HScroll1_Change(Index); });
     Text1.OnKeyPress([this](int Index, int KeyAscii) { Text1_KeyPress(Index, KeyAscii); });
     Text1.OnLostFocus([this](int Index) { Text1_LostFocus(Index); });
-    SlswitchX1.OnPositionChange([this] { Slswitch_PositionChange(SlswitchX1, DisplayLanguage); });
-    SlswitchX2.OnPositionChange([this] { Slswitch_PositionChange(SlswitchX2, Decimals); });
-    SlswitchX4.OnPositionChange([this] { Slswitch_PositionChange(SlswitchX4, CoolingKind); });
+    SlswitchX1.OnPositionChange([this] { Slswitch_PositionChange(SlswitchX1, master::DisplayLanguage); });
+    SlswitchX2.OnPositionChange([this] { Slswitch_PositionChange(SlswitchX2, master::MoneyDecimalsSetting); });
+    SlswitchX4.OnPositionChange([this] { Slswitch_PositionChange(SlswitchX4, hot_drink::CoolingKind); });
     SlswitchX5.OnPositionChange([this] { SlswitchX5_PositionChange(); });
 }
 
@@ -130,8 +136,8 @@ void FrmOpzioni::Form_Load() {
     FirstLoad = true;
     ArrivalCount = 0;
     setMasterLive(false);
-    setAlderLive(false);
-    setCedarLive(false);
+    setHotDrinkLive(false);
+    setSectorLive(false);
     AlderPresence = NothingSeen;
     CedarPresence = NothingSeen;
     Features = NothingSeen;
@@ -180,7 +186,7 @@ void FrmOpzioni::HScroll1_Change(int Index) {
     if (!Updating) write(BarRows[static_cast<std::size_t>(Index)].setting, HScroll1[Index].Value);
 }
 
-void FrmOpzioni::Slswitch_PositionChange(const SliderSwitch& slider, const OwnSetting& setting) {
+void FrmOpzioni::Slswitch_PositionChange(const SliderSwitch& slider, const Setting& setting) {
     if (!Updating) write(setting, slider.Position);
 }
 
@@ -197,8 +203,7 @@ void FrmOpzioni::Text1_KeyPress(int Index, int KeyAscii) {
     const NumberField& field = FieldRows[static_cast<std::size_t>(Index)].field;
     const auto value = CommitNumber(Text1[Index], field);
     if (!value) return;
-    CurrentBank = 0;
-    ParamWrite(field.parameter, *value);
+    ParamWrite(field.setting, *value);
 }
 
 void FrmOpzioni::Text1_LostFocus(int Index) { Text1_KeyPress(Index, TextBox::EnterKey); }

@@ -4,14 +4,11 @@
 
 #include <array>
 
+#include "catalogue/setting.h"
 #include "link/page.h"
 #include "platform/switches.h"
 
 namespace kestrel {
-
-namespace opzioni {
-struct OwnSetting;
-}
 
 class FrmOpzioni : public Page {
   public:
@@ -54,7 +51,7 @@ class FrmOpzioni : public Page {
     void PageCaptions();
     void SwitchX1_Click(int Index);
     void HScroll1_Change(int Index);
-    void Slswitch_PositionChange(const SliderSwitch& slider, const opzioni::OwnSetting& setting);
+    void Slswitch_PositionChange(const SliderSwitch& slider, const Setting& setting);
     void SlswitchX5_PositionChange();
     void Text1_KeyPress(int Index, int KeyAscii);
     void Text1_LostFocus(int Index);
@@ -69,8 +66,8 @@ class FrmOpzioni : public Page {
     void endFirstLoad();
 
     void setMasterLive(bool live);
-    void setAlderLive(bool live);
-    void setCedarLive(bool live);
+    void setHotDrinkLive(bool live);
+    void setSectorLive(bool live);
     void setDecimalsLive(bool live);
     void setToggleLive(int index, bool live);
     bool paymentFixesDecimals() const;

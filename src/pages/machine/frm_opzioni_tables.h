@@ -1,4 +1,4 @@
-// The parameters of the options page. The boards keep almost every option twice: parameter and shadow.
+// The parameters of the options page. The boards keep almost every option twice: parameter and copy.
 // Toggles are bits of five bytes; a change of one writes its whole byte.
 #pragma once
 
@@ -9,19 +9,14 @@
 
 namespace kestrel::opzioni {
 
-struct OwnSetting {
-    int bank;
-    int parameter;
-    int shadow;
-};
-
 inline constexpr std::size_t SaleByte = 0;
 inline constexpr std::size_t PaymentByte = 1;
 inline constexpr std::size_t BrewingByte = 2;
 inline constexpr std::size_t MachineByte = 3;
 inline constexpr std::size_t SectorByte = 4;
-inline constexpr std::array<OwnSetting, FrmOpzioni::OptionBytes> ByteSettings = {
-    {{0, 84, 86}, {0, 85, 87}, {1, 1298, 1300}, {1, 1299, 1301}, {2, 59, 274}}};
+inline constexpr std::array<Setting, FrmOpzioni::OptionBytes> ByteSettings = {
+    master::SaleOptions, master::PaymentOptions, hot_drink::BrewingOptions, hot_drink::MachineOptions,
+    sector::SectorOptions};
 
 struct ToggleRow {
     int index;
@@ -55,18 +50,14 @@ inline constexpr ToggleRow CreditTimeoutOnMaster = {CreditTimeout, 268, SaleByte
 struct BarRow {
     int line;
     int max;
-    OwnSetting setting;
+    Setting setting;
 };
 inline constexpr std::array<BarRow, FrmOpzioni::Bars> BarRows = {{
-    {285, 180, {0, 354, 355}},
-    {291, 255, {1, 1302, 1303}},
-    {292, 255, {1, 1443, 1445}},
-    {293, 255, {1, 1444, 1446}},
+    {285, 180, master::OverpayTimeout},
+    {291, 255, hot_drink::WashingDose},
+    {292, 255, hot_drink::ProbeLowest},
+    {293, 255, hot_drink::ProbeHighest},
 }};
-
-inline constexpr OwnSetting DisplayLanguage = {0, 350, 351};
-inline constexpr OwnSetting Decimals = {0, 359, 360};  ///< what the master makes of it is told by another parameter
-inline constexpr OwnSetting CoolingKind = {1, 1153, 1158};
 
 struct FieldRow {
     int line;
@@ -74,26 +65,26 @@ struct FieldRow {
     NumberField field;
 };
 inline constexpr std::array<FieldRow, FrmOpzioni::Fields> FieldRows = {{
-    {286, 6, {356, 6, 999999}},
-    {287, 7, {357, 5, 65535}},
-    {284, 8, {358, 3, 999}},
-    {296, 9, {361, 5, 65535}},
+    {286, 6, {master::MachineNumber, 6, 999999}},
+    {287, 7, {master::MachineLocation, 5, 65535}},
+    {284, 8, {master::TelephoneCode, 3, 999}},
+    {296, 9, {master::MachineCustomer, 5, 65535}},
 }};
 
 struct RevisionRow {
     const char* caption;
-    int bank;
-    int parameter;  ///< tenths
+    Setting revision;  ///< tenths
 };
 inline constexpr std::array<RevisionRow, FrmOpzioni::Boards> RevisionRows = {
-    {{"Rev. master", 0, 158}, {"Rev. potenza", 1, 1203}, {"Rev. cedar", 2, 283}}};
+    {{"Rev. master", master::FirmwareRevision},
+     {"Rev. potenza", hot_drink::FirmwareRevision},
+     {"Rev. cedar", sector::FirmwareRevision}}};
 inline constexpr std::size_t PowerBoard = 1;  ///< of these rows
 
 inline constexpr unsigned PaymentSystemBits = 7;  ///< of the payment byte: none or one of them is set
 inline constexpr unsigned ExecutiveBit = 2;
 inline constexpr unsigned MdbBit = 4;
 
-inline constexpr int FeaturesParameter = 7;
-inline constexpr ParamValue HasEightLanguages = 8;
+inline constexpr ParamValue HasEightLanguages = 8;  ///< of the machine's state
 
 }  // namespace kestrel::opzioni

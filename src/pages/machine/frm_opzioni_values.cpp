@@ -2,6 +2,7 @@
 #include "link/identification.h"
 #include "link/money.h"
 #include "link/presence.h"
+#include "link/settings.h"
 #include "link/value_helpers.h"
 #include "pages/common/show_mirror.h"
 #include "pages/machine/frm_opzioni.h"
@@ -29,14 +30,14 @@ void FrmOpzioni::SLabel_Change(int n, ParamValue value) {
 void FrmOpzioni::endFirstLoad() {
     FirstLoad = false;
     setMasterLive(true);
-    if (SaysPresent(CedarPresence)) setCedarLive(true);
-    if (SaysPresent(AlderPresence)) setAlderLive(true);
+    if (SaysPresent(CedarPresence)) setSectorLive(true);
+    if (SaysPresent(AlderPresence)) setHotDrinkLive(true);
     setDecimalsLive(!paymentFixesDecimals());
 }
 
 bool FrmOpzioni::takeOptionByte(int n, ParamValue value) {
     for (std::size_t byte = 0; byte < ByteSettings.size(); ++byte) {
-        if (ByteSettings[byte].bank != CurrentBank || ByteSettings[byte].parameter != n) continue;
+        if (!Arrived(n, ByteSettings[byte])) continue;
         latest_[byte] = static_cast<unsigned>(value);
         for (const ToggleRow& row : ToggleRows)
             if (row.byte == byte) {
@@ -56,18 +57,17 @@ bool FrmOpzioni::takeOptionByte(int n, ParamValue value) {
 
 bool FrmOpzioni::takeScalar(int n, ParamValue value) {
     for (int i = 0; i < Bars; ++i) {
-        const OwnSetting& setting = BarRows[static_cast<std::size_t>(i)].setting;
-        if (setting.bank != CurrentBank || setting.parameter != n) continue;
+        if (!Arrived(n, BarRows[static_cast<std::size_t>(i)].setting)) continue;
         SetBar(Label10[i], HScroll1[i], value);
         return true;
     }
     for (int i = 0; i < Fields; ++i) {
-        if (CurrentBank != 0 || FieldRows[static_cast<std::size_t>(i)].field.parameter != n) continue;
+        if (!Arrived(n, FieldRows[static_cast<std::size_t>(i)].field.setting)) continue;
         Text1[i].Text = std::to_string(value);
         return true;
     }
     for (std::size_t board = 0; board < RevisionRows.size(); ++board) {
-        if (RevisionRows[board].bank != CurrentBank || RevisionRows[board].parameter != n) continue;
+        if (!Arrived(n, RevisionRows[board].revision)) continue;
         Label7[static_cast<int>(board)].Caption = FormatAmount(value, 1);
         if (board == PowerBoard) SetPowerBoardRevision(static_cast<int>(value));
         return true;
@@ -76,22 +76,22 @@ bool FrmOpzioni::takeScalar(int n, ParamValue value) {
 }
 
 bool FrmOpzioni::takeSingle(int n, ParamValue value) {
-    if (CurrentBank == CoolingKind.bank && n == CoolingKind.parameter) {
+    if (Arrived(n, hot_drink::CoolingKind)) {
         SlswitchX4.Position = value > 1 ? 0 : static_cast<int>(value);
         return true;
     }
-    if (CurrentBank != 0) return false;
+    if (!IsCurrent(Board::Master)) return false;
     switch (n) {
-        case HotDrinkPresence:
-            return takePresence(AlderPresence, value, &FrmOpzioni::setAlderLive);
-        case SectorPresence:
-            return takePresence(CedarPresence, value, &FrmOpzioni::setCedarLive);
-        case DecimalsParameter:
+        case master::HotDrinkPresence.number:
+            return takePresence(AlderPresence, value, &FrmOpzioni::setHotDrinkLive);
+        case master::SectorPresence.number:
+            return takePresence(CedarPresence, value, &FrmOpzioni::setSectorLive);
+        case master::MoneyDecimals.number:
             SlswitchX2.Position = DecimalsOf(value);
             return true;
-        case FeaturesParameter:
+        case master::MachineState.number:
             return takeFeatures(value);
-        case DisplayLanguage.parameter:
+        case master::DisplayLanguage.number:
             LanguageIndex = static_cast<int>(value);
             SlswitchX1.Position = LanguageIndex > SlswitchX1.top() ? 0 : LanguageIndex;
             return true;
@@ -113,7 +113,7 @@ bool FrmOpzioni::takeFeatures(ParamValue value) {
     Features = value;
     SlswitchX1.PositionLabels = (value & HasEightLanguages) != 0 ? "0,1,2,3,4,5,6,7" : "0,1,2,3";
     if (LanguageIndex > SlswitchX1.top()) LanguageIndex = 0;
-    const ShowMirror shown(DisplayLanguage.parameter, DisplayLanguage.bank);
+    const ShowMirror shown(master::DisplayLanguage);
     SlswitchX1.Position = LanguageIndex;
     return true;
 }
@@ -152,7 +152,7 @@ void FrmOpzioni::setMasterLive(bool live) {
         control->Enabled = live;
 }
 
-void FrmOpzioni::setAlderLive(bool live) {
+void FrmOpzioni::setHotDrinkLive(bool live) {
     for (const int index : {0, 1, 2, 3, 4, 5, 13}) setToggleLive(index, live);
     for (int i = 0; i < Bars; ++i) {
         HScroll1[i].Enabled = live;
@@ -161,7 +161,7 @@ void FrmOpzioni::setAlderLive(bool live) {
     }
 }
 
-void FrmOpzioni::setCedarLive(bool live) {
+void FrmOpzioni::setSectorLive(bool live) {
     for (const int index : {8, 14, 21, 22}) setToggleLive(index, live);
 }
 

@@ -13,18 +13,17 @@ namespace kestrel {
 namespace {
 
 struct CodeRow {
-    int line;  ///< of its caption
-    NumberField field;
-    int shadow;  ///< written after the first, never subscribed
+    int line;           ///< of its caption
+    NumberField field;  ///< its copy is never subscribed
 };
 
 constexpr std::array<CodeRow, FrmPassword::Codes> CodeRows = {{
-    {305, {362, 5, 99999}, 365},
-    {306, {364, 5, 99999}, 367},
-    {307, {363, 4, 9999}, 366},
+    {305, {master::CodeService, 5, 99999}},
+    {306, {master::CodeSales, 5, 99999}},
+    {307, {master::CodeClear, 4, 9999}},
 }};
 
-constexpr std::array<ParamRun, 3> Subscriptions = {{{0, 362}, {0, 364}, {0, 363}}};
+constexpr std::array<ParamRun, 3> Subscriptions = {{master::CodeService, master::CodeSales, master::CodeClear}};
 
 constexpr int TitleLine = 25;
 constexpr int TypedAtMost = 10;
@@ -61,17 +60,15 @@ void FrmPassword::PageCaptions() {
 void FrmPassword::Text1_KeyPress(int Index, int KeyAscii) {
     if (Updating || KeyAscii != TextBox::EnterKey) return;
     const CodeRow& row = CodeRows[static_cast<std::size_t>(Index)];
-    if (const auto value = CommitNumber(Text1[Index], row.field))
-        WriteTwice(0, row.field.parameter, row.shadow, *value);
+    if (const auto value = CommitNumber(Text1[Index], row.field)) WriteTwice(row.field.setting, *value);
 }
 
 void FrmPassword::Text1_LostFocus(int Index) { Text1_KeyPress(Index, TextBox::EnterKey); }
 
 void FrmPassword::SLabel_Change(int n, ParamValue value) {
-    if (CurrentBank != 0) return;
     Updating = true;
     for (int i = 0; i < Codes; ++i)
-        if (CodeRows[static_cast<std::size_t>(i)].field.parameter == n) Text1[i].Text = std::to_string(value);
+        if (Arrived(n, CodeRows[static_cast<std::size_t>(i)].field.setting)) Text1[i].Text = std::to_string(value);
     Updating = false;
 }
 

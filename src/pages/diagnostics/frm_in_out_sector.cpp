@@ -1,4 +1,4 @@
-// In/Out test, the Cedar board: tank reading, compressor, and forty-eight outputs of which one at a time is on.
+// In/Out test, the sector board: tank reading, compressor, and forty-eight outputs of which one at a time is on.
 #include <bit>
 #include <cmath>
 
@@ -29,47 +29,47 @@ int lowestBit(ParamValue value, unsigned mask, int none) {
 }  // namespace
 
 void FrmInOut::EnableCedarFrame() {
-    setCedarFrame(true);
-    if (TestActive) setCedarSwitches(true);
+    setSectorFrame(true);
+    if (TestActive) setSectorSwitches(true);
 }
 
 void FrmInOut::DisableCedarFrame() {
-    setCedarFrame(false);
-    setCedarSwitches(false);
+    setSectorFrame(false);
+    setSectorSwitches(false);
 }
 
-void FrmInOut::setCedarSwitches(bool live) {
-    for (LedSwitch& output : SwitchLed3) output.Enabled = live && cedarTold_;
-    SwitchLed4.Enabled = live && cedarTold_;
+void FrmInOut::setSectorSwitches(bool live) {
+    for (LedSwitch& output : SwitchLed3) output.Enabled = live && sectorTold_;
+    SwitchLed4.Enabled = live && sectorTold_;
 }
 
-void FrmInOut::setCedarFrame(bool live) {
+void FrmInOut::setSectorFrame(bool live) {
     Frame3.Enabled = live;
     for (Label& caption : Label5) caption.Enabled = live;
     Label8.Enabled = live;
     Label2.Enabled = live;
 }
 
-void FrmInOut::cedarChanged(int n, ParamValue value) {
+void FrmInOut::sectorChanged(int n, ParamValue value) {
     switch (n) {
-        case cedar::ReadingOffset:
+        case sector::TankOffset.number:
             CedarOffset = value - OffsetOfZero;
             break;
-        case cedar::GroupMailbox:
-        case cedar::BitMailbox:
+        case sector::CommandArgument[0].number:
+        case sector::CommandArgument[1].number:
             CedarHandshake.mailboxCame();
             break;
-        case cedar::TankReading:
-            cedarReading(value);
+        case sector::TankTemperature.number:
+            sectorReading(value);
             break;
-        case cedar::GroupEcho:
+        case sector::OutputGroup.number:
             CedarGroupNew = value;
             groupTold_ = true;
             break;
-        case cedar::BitEcho:
-            cedarEcho(value);
+        case sector::OutputBit.number:
+            sectorEcho(value);
             break;
-        case cedar::TestState:
+        case sector::TestState.number:
             CedarInTest = HasBit(value, TestModeBit);
             TestStateReported();
             break;
@@ -79,31 +79,31 @@ void FrmInOut::cedarChanged(int n, ParamValue value) {
 }
 
 /// The reading has a fraction in its low byte and, with the correction, a sign in its high byte.
-void FrmInOut::cedarReading(ParamValue value) {
+void FrmInOut::sectorReading(ParamValue value) {
     constexpr double Fraction = 256.0;
     constexpr int SignFrom = 128;
     constexpr int Turn = 256;
-    if (ParamIsFresh(cedar::ReadingOffset, cedar::Bank)) {
+    if (ParamIsFresh(sector::TankOffset)) {
         CedarReading = std::nearbyint(static_cast<double>(value) / Fraction + static_cast<double>(CedarOffset));
         if (CedarReading >= SignFrom) CedarReading -= Turn;
     }
-    const ShowMirror corrected(cedar::ReadingOffset, cedar::Bank);
+    const ShowMirror corrected(sector::TankOffset);
     iAnalogX2.Value = CedarReading;
 }
 
 /// Both echoes belong together; the pair is whole when the second one comes. The switches unlock on the first pair
 /// that repeats, not on the first that changes.
-void FrmInOut::cedarEcho(ParamValue bitByte) {
+void FrmInOut::sectorEcho(ParamValue bitByte) {
     const bool repeated = bitByte == CedarBit && CedarGroupNew == CedarGroup;
     CedarGroup = CedarGroupNew;
     CedarBit = bitByte;
     const int group = lowestBit(CedarGroup, GroupMask, NoGroup);
     const int bit = lowestBit(CedarBit, BitMask, NoBit);
     const int on = group < NoGroup && bit < NoBit ? group * OutputsPerByte + bit : NoOutput;
-    for (int i = 0; i < CedarOutputs; ++i) SwitchLed3[i].Active = i == on;
+    for (int i = 0; i < SectorOutputs; ++i) SwitchLed3[i].Active = i == on;
     SwitchLed4.Active = HasBit(CedarGroup, CompressorBit);
-    if (!cedarTold_ && groupTold_) {
-        cedarTold_ = true;
+    if (!sectorTold_ && groupTold_) {
+        sectorTold_ = true;
         outputsTold();
     }
     if (!repeated || !(PendingEcho.back() || PendingCompressor)) return;
@@ -120,15 +120,15 @@ void FrmInOut::SwitchLed3_Click(int Index) {
     beginSwitchOrder();
     const unsigned compressor = static_cast<unsigned>(CedarGroup) & CompressorMask;
     if (LastCedarOutput == Index) {
-        writeCedarOutput(compressor, 0);
+        writeSectorOutput(compressor, 0);
         LastCedarOutput = NoOutput;
     } else {
-        writeCedarOutput(1U << (Index / OutputsPerByte) | compressor, 1U << (Index % OutputsPerByte));
+        writeSectorOutput(1U << (Index / OutputsPerByte) | compressor, 1U << (Index % OutputsPerByte));
         LastCedarOutput = Index;
     }
     SwitchLed3[Index].Active = !SwitchLed3[Index].Active;
     Updating = false;
-    rearmAlder();
+    rearmHotDrink();
 }
 
 /// The output that is on stays on: its byte goes again with the new group byte.
@@ -139,25 +139,25 @@ void FrmInOut::SwitchLed4_Click() {
     DisableSwitches();
     beginSwitchOrder();
     const auto group = static_cast<unsigned>(CedarGroup);
-    writeCedarOutput(SwitchLed4.Active ? group | CompressorMask : group & ~CompressorMask,
-                     static_cast<unsigned>(CedarBit));
+    writeSectorOutput(SwitchLed4.Active ? group | CompressorMask : group & ~CompressorMask,
+                      static_cast<unsigned>(CedarBit));
     SwitchLed4.Active = !SwitchLed4.Active;
     Updating = false;
-    rearmAlder();
+    rearmHotDrink();
 }
 
-void FrmInOut::writeCedarOutput(unsigned group, unsigned bit) {
-    CedarHandshake.give(command::Outputs,
-                        std::array{MailboxValue{cedar::GroupMailbox, group}, MailboxValue{cedar::BitMailbox, bit}});
+void FrmInOut::writeSectorOutput(unsigned group, unsigned bit) {
+    CedarHandshake.give(command::Outputs, std::array{MailboxValue{sector::CommandArgument[0], group},
+                                                     MailboxValue{sector::CommandArgument[1], bit}});
 }
 
-void FrmInOut::writeCedarTestTime(unsigned time) {
+void FrmInOut::writeSectorTestTime(unsigned time) {
     if (SaysPresent(CedarPresence))
-        CedarHandshake.give(command::TestTime, std::array{MailboxValue{cedar::GroupMailbox, time}});
+        CedarHandshake.give(command::TestTime, std::array{MailboxValue{sector::CommandArgument[0], time}});
 }
 
-void FrmInOut::rearmCedar() {
-    if (!CedarHandshake.isUnderWayWith(command::Outputs)) writeCedarTestTime(TestTimeRun);
+void FrmInOut::rearmSector() {
+    if (!CedarHandshake.isUnderWayWith(command::Outputs)) writeSectorTestTime(TestTimeRun);
 }
 
 }  // namespace kestrel

@@ -1,4 +1,4 @@
-// In/Out test, the Alder board: inputs, boiler reading, and forty outputs that go as one image of five bytes.
+// In/Out test, the hot-drink board: inputs, boiler reading, and forty outputs that go as one image of five bytes.
 #include <array>
 
 #include "link/presence.h"
@@ -11,12 +11,12 @@ namespace {
 
 /// Bits that stand in no run mean nothing.
 constexpr std::array<LampRun, 6> InputLamps = {{
-    {alder::Inputs2, 1, 7, 0},
-    {alder::Inputs3, 4, 4, 7},
-    {alder::Inputs1, 0, 1, 11},
-    {alder::Inputs1, 1, 1, 12},
-    {alder::Inputs1, 3, 1, 14},
-    {alder::Inputs1, 6, 1, 17},
+    {hot_drink::Inputs[1], 1, 7, 0},
+    {hot_drink::Inputs[2], 4, 4, 7},
+    {hot_drink::Inputs[0], 0, 1, 11},
+    {hot_drink::Inputs[0], 1, 1, 12},
+    {hot_drink::Inputs[0], 3, 1, 14},
+    {hot_drink::Inputs[0], 6, 1, 17},
 }};
 
 /// Lamps and captions that are switched with the frame; those after them follow it alone.
@@ -25,20 +25,20 @@ constexpr int SwitchedInputs = 11;
 }  // namespace
 
 void FrmInOut::EnableAlderFrame() {
-    setAlderFrame(true);
-    if (TestActive) setAlderSwitches(true);
+    setHotDrinkFrame(true);
+    if (TestActive) setHotDrinkSwitches(true);
 }
 
 void FrmInOut::DisableAlderFrame() {
-    setAlderFrame(false);
-    setAlderSwitches(false);
+    setHotDrinkFrame(false);
+    setHotDrinkSwitches(false);
 }
 
-void FrmInOut::setAlderSwitches(bool live) {
-    for (LedSwitch& output : SwitchLed1) output.Enabled = live && alderTold_.all();
+void FrmInOut::setHotDrinkSwitches(bool live) {
+    for (LedSwitch& output : SwitchLed1) output.Enabled = live && hotDrinkTold_.all();
 }
 
-void FrmInOut::setAlderFrame(bool live) {
+void FrmInOut::setHotDrinkFrame(bool live) {
     Frame2.Enabled = live;
     for (Label& caption : Label4) caption.Enabled = live;
     for (int i = 0; i < SwitchedInputs; ++i) {
@@ -48,19 +48,19 @@ void FrmInOut::setAlderFrame(bool live) {
     Label6.Enabled = live;
 }
 
-void FrmInOut::alderChanged(int n, ParamValue value) {
+void FrmInOut::hotDrinkChanged(int n, ParamValue value) {
     ShowLamps(iLedRectangleX1, InputLamps, LitBy::ClearBits, n, value);
-    if (n == alder::BoilerReading) iAnalogX1.Value = static_cast<double>(value);
-    if (n >= alder::Mailbox && n < alder::Mailbox + alder::MailboxBytes) AlderHandshake.mailboxCame();
-    if (n >= alder::OutputEcho && n < alder::OutputEcho + alder::MailboxBytes) alderEcho(n - alder::OutputEcho, value);
-    if (n == alder::TestState) {
+    if (Arrived(n, hot_drink::BoilerTemperature)) iAnalogX1.Value = static_cast<double>(value);
+    if (ArrivedAt(n, hot_drink::CommandArgument) >= 0) AlderHandshake.mailboxCame();
+    if (const int byte = ArrivedAt(n, hot_drink::Outputs); byte >= 0) hotDrinkEcho(byte, value);
+    if (Arrived(n, hot_drink::TestState)) {
         AlderInTest = HasBit(value, TestModeBit);
         TestStateReported();
     }
 }
 
 /// An echo that differs from what was sent changes the display and leaves the switches locked.
-void FrmInOut::alderEcho(int byte, ParamValue value) {
+void FrmInOut::hotDrinkEcho(int byte, ParamValue value) {
     const auto b = static_cast<std::size_t>(byte);
     if (value == OutputByte[b] && PendingEcho[b]) {
         PendingEcho[b] = false;
@@ -68,9 +68,9 @@ void FrmInOut::alderEcho(int byte, ParamValue value) {
     }
     OutputByte[b] = static_cast<std::uint8_t>(value);
     for (int bit = 0; bit < OutputsPerByte; ++bit) SwitchLed1[byte * OutputsPerByte + bit].Active = HasBit(value, bit);
-    if (alderTold_.all()) return;
-    alderTold_.set(b);
-    if (alderTold_.all()) outputsTold();
+    if (hotDrinkTold_.all()) return;
+    hotDrinkTold_.set(b);
+    if (hotDrinkTold_.all()) outputsTold();
 }
 
 void FrmInOut::SwitchLed1_Click(int Index) {
@@ -85,23 +85,23 @@ void FrmInOut::SwitchLed1_Click(int Index) {
     Updating = false;
     DisableSwitches();
 
-    std::array<MailboxValue, alder::MailboxBytes> image{};
-    for (int i = 0; i < alder::MailboxBytes; ++i)
-        image[static_cast<std::size_t>(i)] = {alder::Mailbox + i, OutputByte[static_cast<std::size_t>(i)]};
+    std::vector<MailboxValue> image;
+    for (const std::uint8_t each : OutputByte)
+        image.push_back({hot_drink::CommandArgument[static_cast<int>(image.size())], each});
     beginSwitchOrder();
     AlderHandshake.give(command::Outputs, image);
-    rearmCedar();
+    rearmSector();
 }
 
-void FrmInOut::writeAlderTestTime(unsigned time) {
+void FrmInOut::writeHotDrinkTestTime(unsigned time) {
     if (SaysPresent(AlderPresence))
-        AlderHandshake.give(command::TestTime, std::array{MailboxValue{alder::Mailbox, time}});
+        AlderHandshake.give(command::TestTime, std::array{MailboxValue{hot_drink::CommandArgument[0], time}});
 }
 
 /// Work on one board starts the other one's test time anew, so that both stay in test together. Outputs that are on
 /// their way do so by themselves, and would be lost under it.
-void FrmInOut::rearmAlder() {
-    if (!AlderHandshake.isUnderWayWith(command::Outputs)) writeAlderTestTime(TestTimeRun);
+void FrmInOut::rearmHotDrink() {
+    if (!AlderHandshake.isUnderWayWith(command::Outputs)) writeHotDrinkTestTime(TestTimeRun);
 }
 
 }  // namespace kestrel
