@@ -13,13 +13,14 @@ void Page::notify(int n, ParamValue value) {
     const Speaking board(nullptr, true);
     const int bank = CurrentBank;
     keepsUpdating_ = false;
-    Updating = true;
     try {
-        SLabel_Change(n, value);
+        {
+            const ByThePage shown(*this);
+            SLabel_Change(n, value);
+        }
         Updating = keepsUpdating_;
-        if (!Updating) valueShown();
+        if (!keepsUpdating_) valueShown();
     } catch (const RunTimeError& error) {
-        Updating = false;
         // It ends this notification alone. A mistake of the program's own is another type, and ends the run.
         std::fprintf(stderr, "kestrel: %s, parameter %d.%d = %lld: %s\n", name().c_str(), bank, n,
                      static_cast<long long>(value), error.what());

@@ -46,6 +46,15 @@ QStringList BoardProcess::exchanges(const QStringList& words) const {
     return found;
 }
 
+QStringList BoardProcess::writes() const {
+    QStringList found;
+    for (const QString& line : exchanges({QStringLiteral("write")})) {
+        const QString heard = line.left(line.indexOf(u'[')).remove(u'=').simplified();
+        found += heard.section(u' ', 1).remove(QStringLiteral("write "));
+    }
+    return found;
+}
+
 std::optional<int> BoardProcess::value(int board, int parameter) {
     const QString wanted = QStringLiteral("%1 %2 ").arg(board).arg(parameter);
     const auto answers = [&] { return lines_.filter(QRegularExpression(u'^' + wanted)); };

@@ -6,6 +6,10 @@
 #include <QStringList>
 #include <filesystem>
 #include <optional>
+#include <ostream>
+
+/// For failures of tests.
+inline void PrintTo(const QString& text, std::ostream* out) { *out << text.toStdString(); }
 
 namespace kestrel::testing {
 
@@ -22,6 +26,8 @@ class BoardProcess {
     void tell(const char* command);
     /// The exchanges so far that contain all of these words, such as {"hot-drink", "write", "1143"}.
     QStringList exchanges(const QStringList& words = {}) const;
+    /// The writes among them, in the order in which they were heard: board, parameter and value.
+    QStringList writes() const;
     /// What the board holds.
     std::optional<int> value(int board, int parameter);
 

@@ -6,16 +6,13 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QTest>
-#include <QTimer>
 #include <csignal>
 #include <functional>
 #include <map>
 
-#include "link/link_engine.h"
 #include "link/loaded_pages.h"
 #include "moments.h"
 #include "pages/registry.h"
-#include "shell/windows.h"
 #include "platform/errors.h"
 #include "platform/platform.h"
 #include "qt/io/deliver.h"
@@ -24,6 +21,8 @@
 #include "qt/window/port_words.h"
 #include "qt/window/program.h"
 #include "shell/main_window.h"
+#include "shell/session.h"
+#include "shell/windows.h"
 
 namespace kestrel::testing {
 
@@ -36,7 +35,6 @@ char letterOf(const QAction& entry) {
     return text[text.indexOf(u'&') + 1].toLatin1();
 }
 
-constexpr int LongerThanATimeOut = 2500;
 /// The last one that a search tries, so that it is still open when that fails.
 constexpr int Port = 4;
 
@@ -63,15 +61,6 @@ void workAndLeave() {
     when(*qApp, isPageFilled, closeWindow);
 }
 
-bool isErrorLit() { return Link().statusBar->Panels(4).Picture == 6; }
-
-/// Chooses the port in use when its board has fallen silent, and lets the box of the search that fails stand.
-void searchInVain() {
-    MDIForm1().entry("smnuTempi").UserClick();
-    when(*qApp, isErrorLit, [] { MDIForm1().mnuCox(Link().ComPort).UserClick(); });
-    when(*qApp, isBoxOpen, [] { QTimer::singleShot(LongerThanATimeOut, confirmBox); });
-}
-
 void chooseDemo() {
     for (QAbstractButton* button : QApplication::activeModalWidget()->findChildren<QAbstractButton*>())
         if (button->text().remove(u'&').toStdString() == qt::portWord(qt::PortWord::OpenDemo)) return button->click();
@@ -94,10 +83,10 @@ void runDriven(QApplication& application, const std::string& act, const std::str
         {"signal-identifying", {isIdentifying, sendSignal}},
         {"signal-in-box", {isBoxOpen, sendSignal}},
         {"work", {isRunning, workAndLeave}},
-        {"search", {isRunning, searchInVain}},
         {"demo", {isBoxOpen, chooseDemo}},
         {"trouble", {isRunning, meetTrouble}},
     };
+    const Session session;
     when(*qApp, cues.at(act).isTime, cues.at(act).act);
     RegisterPages(AllPages());
     Options options;

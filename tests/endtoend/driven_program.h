@@ -14,9 +14,8 @@ inline constexpr const char* DemoMark = "demo-ran";
 
 /// Acts: "menu" leaves by the keys of the File menu, "close" closes the main window, "close-identifying" does so while
 /// boards are being identified, "signal-identifying" and "signal-in-box" send SIGTERM then and while a message box is
-/// open, "work" opens pages, changes the language, waits for values and closes the window, "search" chooses the
-/// port anew when its board has fallen silent, "demo" chooses the demo in a box, "trouble" lets a run-time
-/// error reach the top and presses Enter in its box.
+/// open, "work" opens pages, changes the language, waits for values and closes the window, "demo" chooses the demo in a
+/// box, "trouble" lets a run-time error reach the top and presses Enter in its box.
 [[noreturn]] void runDriven(QApplication& application, const std::string& act, const std::string& directory,
                             const std::string& device);
 

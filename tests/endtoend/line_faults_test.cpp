@@ -7,10 +7,7 @@
 #include <fstream>
 #include <utility>
 
-#include "link/link_engine.h"
 #include "link/loaded_pages.h"
-#include "link/recheck.h"
-#include "moments.h"
 #include "session.h"
 #include "shell/main_window.h"
 #include "wire.h"
@@ -18,10 +15,6 @@
 
 namespace kestrel::testing {
 namespace {
-
-constexpr int BackWithin = 2000;
-
-bool isWaiting() { return !Link().LinkIdle; }
 
 /// Milliseconds for which this thread was ready to run and other programs had the processor: no fault of the program.
 qint64 heldUpByOthers() {
@@ -64,26 +57,13 @@ constexpr std::size_t AlwaysLived = 3;
 
 class LineFaults : public Session {
   protected:
-    using Session::Session;
-
-    static bool works() { return notice().empty() && Link().Comm1->PortOpen() && !LineIsClosed(); }
-    /// A step of the first bar, made when what was changed before is settled and the board is said to be there.
-    bool stepIsConfirmedIn(FrmTempi& page, int within = BackWithin) {
-        QElapsedTimer clock;
-        clock.start();
-        const auto isAtRest = [&] { return !page.HScroll1[0].waiting() && page.HScroll1[0].Enabled; };
-        if (!QTest::qWaitFor(isAtRest, within)) return false;
-        const bool up = page.HScroll1[0].Value < 100;
-        return stepIsConfirmed(page, up ? Qt::Key_Right : Qt::Key_Left, up ? 1 : -1,
-                               within - static_cast<int>(clock.elapsed()));
-    }
     FrmTempi& reopenTimes() {
         if (Page* page = FindLoadedPage("FrmTempi")) close(*page);
         return openTimes();
     }
-    void expectAllIsWell(int within = BackWithin) {
+    void expectAllIsWell() {
         FrmTempi& page = reopenTimes();
-        EXPECT_TRUE(stepIsConfirmedIn(page, within));
+        EXPECT_TRUE(stepIsConfirmed(page));
         EXPECT_TRUE(eventually([&] { return showsTheBoards(page); }));
         EXPECT_EQ(notice(), "");
         EXPECT_EQ(witness.boxes, 0);
@@ -115,7 +95,6 @@ TEST_F(LineFaults, PassAndLeaveNothingBehind) {
     choose(MDIForm1().entry("ssmnuTotali"));
     FrmTempi* page = &openTimes();
     const int descriptors = openDescriptors();
-    const int fired = isLongRun() ? witness.timersFiredAtRest() : 0;
     for (std::size_t i = 0; i < (isLongRun() ? std::size(Faults) : AlwaysLived); ++i) {
         const Fault& fault = Faults[i];
         SCOPED_TRACE(fault.orders);
@@ -124,7 +103,7 @@ TEST_F(LineFaults, PassAndLeaveNothingBehind) {
         QElapsedTimer healed;
         healed.start();
         board.tell("fault");
-        EXPECT_TRUE(stepIsConfirmedIn(*page, BackWithin + fault.lastsOn));
+        EXPECT_TRUE(stepIsConfirmed(*page, Soon + fault.lastsOn));
         std::printf("answers within %lld ms, a step confirmed %lld ms after healing: %s\n",
                     static_cast<long long>(unanswered), static_cast<long long>(healed.elapsed()), fault.orders);
         page = &reopenTimes();
@@ -133,45 +112,6 @@ TEST_F(LineFaults, PassAndLeaveNothingBehind) {
     }
     EXPECT_EQ(witness.boxes, 0);
     EXPECT_EQ(openDescriptors(), descriptors);
-    EXPECT_LE(isLongRun() ? witness.timersFiredAtRest() : 0, fired * 1.3);
-}
-
-TEST_F(LineFaults, BoardIsFoundAgainBehindOtherDevicesAndNames) {
-    if (!isLongRun()) GTEST_SKIP() << "in a long run only";
-    const auto unplug = [&] {
-        board.tell("unplug");
-        EXPECT_TRUE(eventually([] { return !notice().empty(); }));
-        std::filesystem::remove(second);
-    };
-    const auto plugUnderTheOtherName = [&] {
-        board.tell("plug");
-        // No event runs until the old name is gone again: the program does not get to see it.
-        for (int ms = 0; ms < Soon && !std::filesystem::exists(board.device()); ++ms) QThread::msleep(1);
-        std::filesystem::rename(board.device(), second);
-    };
-    unplug();
-    plugUnderTheOtherName();
-    QTest::qWait(BackWithin);
-    EXPECT_NE(notice(), "") << "the program stays with the port that was chosen";
-    choose(MDIForm1().mnuCox(2));
-    EXPECT_TRUE(QTest::qWaitFor(works, BackWithin));
-    expectAllIsWell();
-    {
-        const Wire sendingAllBack(board.device());
-        choose(MDIForm1().mnuCox(1));
-        EXPECT_TRUE(MDIForm1().mnuCox(2).Checked) << "the search goes on to the port that has a board";
-        EXPECT_FALSE(MDIForm1().mnuCox(1).Enabled);
-        expectAllIsWell();
-    }
-    unplug();
-    {
-        const Wire inItsPlace(second);
-        witness.errors = 0;
-        EXPECT_TRUE(eventually([&] { return witness.errors >= 2; })) << "the lamp tells";
-    }
-    plugUnderTheOtherName();
-    EXPECT_TRUE(QTest::qWaitFor(works, BackWithin));
-    expectAllIsWell();
 }
 
 TEST_F(LineFaults, PortThatGoesAwayInItsProbeIsPassedOverAtStartAndFromTheMenu) {
@@ -189,93 +129,6 @@ TEST_F(LineFaults, PortThatGoesAwayInItsProbeIsPassedOverAtStartAndFromTheMenu) 
     EXPECT_TRUE(MDIForm1().mnuCox(1).Checked);
     expectAllIsWell();
 }
-
-TEST_F(LineFaults, NoPortIsChosenWhileTheBoardsAreStillAsked) {
-    board.tell("fault slow=1");
-    stop();
-    when(witness, isIdentifying, [this] {
-        MDIForm1().mnuCox(2).UserClick();
-        board.tell("fault");
-    });
-    start();
-    EXPECT_TRUE(MDIForm1().mnuCox(1).Checked && MDIForm1().mnuCox(2).Enabled);
-    expectAllIsWell();
-}
-
-TEST_F(LineFaults, OtherPortMayBeChosenInTheMiddleOfAnExchange) {
-    BoardProcess other(installation.program(), {}, SecondLine);
-    other.tell("set 1 1143 99");
-    choose(MDIForm1().entry("smnuTempi"));
-    const int descriptors = openDescriptors();
-    for (int round = 0; round < (isLongRun() ? 20 : 1); ++round) {
-        const bool toOther = round % 2 == 0;
-        BoardProcess& left = toOther ? board : other;
-        const qsizetype slow = left.exchanges({QStringLiteral("slow")}).size();
-        left.tell("fault slow=1");
-        ASSERT_TRUE(eventually([&] { return isWaiting() && left.exchanges({QStringLiteral("slow")}).size() > slow; }));
-        choose(MDIForm1().mnuCox(toOther ? 2 : 1));
-        left.tell("fault");
-        const qsizetype before = left.exchanges().size();
-        const int held = (toOther ? other : board).value(HotDrinkBoard, BrewingWater).value_or(-1);
-        FrmTempi& page = reopenTimes();
-        EXPECT_TRUE(eventually([&] { return page.HScroll1[0].Value == held; })) << round;
-        EXPECT_EQ(left.exchanges().size(), before) << "no frame goes out on the port that was left";
-        EXPECT_EQ(notice(), "");
-    }
-    EXPECT_EQ(openDescriptors(), descriptors);
-}
-
-TEST_F(LineFaults, AddressThatNoBoardKnowsKeepsTheLineUntilItsPageCloses) {
-    // The board has read its files; the program reads them anew, and in them one parameter lies elsewhere.
-    stop();
-    constexpr int RecordBytes = 9;
-    std::fstream(installation.program() / "W0292AP07.inx", std::ios::in | std::ios::out | std::ios::binary)
-        .seekp(RecordBytes * (BrewingWater - 1))
-        .write("\x7F\x7F", 2);
-    start();
-    choose(MDIForm1().entry("smnuTempi"));
-    const auto unanswered = [&] { return board.exchanges({QStringLiteral("unknown")}).size(); };
-    ASSERT_TRUE(eventually([&] { return unanswered() > 0; }));
-    const int seconds = isLongRun() ? 10 : 1;
-    QTest::qWait(1000 * seconds + 300);
-    EXPECT_NEAR(static_cast<double>(unanswered()), seconds + 1, 0.1 * seconds) << "a frame a second";
-    close(*FindLoadedPage("FrmTempi"));
-    choose(MDIForm1().entry("ssmnuTotali"));
-    EXPECT_TRUE(eventually([] { return FindLoadedPage("FrmTotali")->arrivals() > 10; }));
-    EXPECT_EQ(witness.boxes, 0);
-}
-
-class Latency : public LineFaults, public ::testing::WithParamInterface<const char*> {
-  protected:
-    Latency() : LineFaults({QStringLiteral("--latency"), QLatin1String(GetParam())}) {}
-};
-
-TEST_P(Latency, AndRepliesInPiecesMakeItSlowerOnly) {
-    witness.errors = 0;
-    FrmTempi& page = openTimes(2 * Soon);
-    EXPECT_TRUE(eventually([&] { return showsTheBoards(page); }));
-    for (int parameter = BrewingWater; parameter <= BrewingWaterShadow; ++parameter)
-        EXPECT_EQ(board.exchanges({QStringLiteral("hot-drink"), QString::number(parameter)}).size(), 1) << parameter;
-    EXPECT_TRUE(stepIsConfirmedIn(page));
-    EXPECT_EQ(writes(BrewingWater).size(), 1);
-    // At rest: a reply on its way would be taken for the first one of the next start.
-    close(page);
-    EXPECT_TRUE(eventually([] { return Link().LinkIdle; }));
-    const auto configuration = installation.configuration(platform->programName());
-    stop();
-    std::ofstream(configuration) << "Com=2\r\nLingua=English\r\n";
-    const Wire inPieces(second, board.device());
-    start();
-    EXPECT_TRUE(MDIForm1().mnuCox(2).Checked);
-    FrmTempi& again = openTimes(2 * Soon);
-    EXPECT_TRUE(eventually([&] { return showsTheBoards(again); }));
-    EXPECT_EQ(witness.errors, 0);
-}
-
-std::vector<const char*> latencies() { return isLongRun() ? std::vector{"1", "16", "250"} : std::vector{"16"}; }
-
-INSTANTIATE_TEST_SUITE_P(LineFaults, Latency, ::testing::ValuesIn(latencies()),
-                         [](const auto& row) { return std::string(row.param); });
 
 }  // namespace
 }  // namespace kestrel::testing

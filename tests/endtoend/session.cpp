@@ -8,7 +8,7 @@
 #include "link/recheck.h"
 #include "pages/registry.h"
 #include "platform/outside.h"
-#include "qt/views/bar_view.h"
+#include "qt/views/view.h"
 #include "qt/window/child_window.h"
 #include "qt/window/main_window_view.h"
 #include "shell/frm_ser.h"
@@ -28,7 +28,6 @@ Session::~Session() {
 }
 
 void Session::start() {
-    program.emplace();
     platform = std::make_unique<qt::QtPlatform>(
         qt::QtPlatform::Setup{.directory = installation.program(), .devices = {{1, board.device()}, {2, second}}});
     setPlatform(platform.get());
@@ -39,10 +38,10 @@ void Session::start() {
 void Session::stop() {
     ClosePages();
     FrmSer_Unload();
-    Link().Comm1.reset();  // a port belongs to its platform
-    platform.reset();      // the window lets go of its model before that goes
+    platform.reset();  // the window lets go of its model before that goes
     setPlatform(nullptr);
-    program.reset();
+    process.reset();
+    process = std::make_unique<kestrel::Session>();
 }
 
 std::string Session::notice() { return MDIForm1().StatusBar1.Panels(1).Text; }
@@ -77,27 +76,33 @@ bool Session::showsTheBoards(FrmTempi& page) {
     return true;
 }
 
-QStringList Session::writes(int parameter) const {
-    return board.exchanges({QStringLiteral("hot-drink"), QStringLiteral("write"), QString::number(parameter)});
+QWidget& Session::widgetOf(Page& page, const Control& control) {
+    for (QWidget* widget : platform->mainWindow().childOf(page).findChildren<QWidget*>())
+        if (const auto* view = dynamic_cast<qt::ViewBase*>(widget); view && view->shows(control)) return *widget;
+    throw std::runtime_error("no view shows the control");
 }
 
 QWidget& Session::firstBar(FrmTempi& page) {
-    for (QWidget* widget : platform->mainWindow().childOf(page).findChildren<QWidget*>())
-        if (dynamic_cast<qt::BarView*>(widget)) {
-            widget->setFocus();
-            return *widget;
-        }
-    throw std::runtime_error("no bar");
+    QWidget& bar = widgetOf(page, page.HScroll1[0]);
+    bar.setFocus();
+    return bar;
 }
 
-bool Session::stepIsConfirmed(FrmTempi& page, Qt::Key key, int step, int within) {
-    // After an interruption the boards are asked who they are, and all is read again, before anything is written.
-    EXPECT_TRUE(eventually([] { return !LineIsClosed() && !WritesAreHeld(); }));
-    const int value = page.HScroll1[0].Value + step;
-    QTest::keyClick(&firstBar(page), key);
+QStringList Session::writesOf(int value) {
+    return {QStringLiteral("hot-drink %1 %2").arg(BrewingWater).arg(value),
+            QStringLiteral("hot-drink %1 %2").arg(BrewingWaterShadow).arg(value)};
+}
+
+bool Session::stepIsConfirmed(FrmTempi& page, int within) {
+    const ScrollBar& bar = page.HScroll1[0];
+    const auto isAtRest = [&] { return !LineIsClosed() && !WritesAreHeld() && !bar.waiting() && bar.Enabled; };
+    EXPECT_TRUE(QTest::qWaitFor(isAtRest, within));
+    const bool up = bar.Value < 100;
+    const int value = bar.Value + (up ? 1 : -1);
+    QTest::keyClick(&firstBar(page), up ? Qt::Key_Right : Qt::Key_Left);
     const auto isConfirmed = [&] {
-        const ScrollBar& bar = page.HScroll1[0];
-        return board.value(HotDrinkBoard, BrewingWater) == value && bar.Value == value && !bar.waiting();
+        return bar.Value == value && !bar.waiting() && board.value(HotDrinkBoard, BrewingWater) == value &&
+               board.value(HotDrinkBoard, BrewingWaterShadow) == value;
     };
     return QTest::qWaitFor(isConfirmed, within);
 }

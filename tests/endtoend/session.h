@@ -7,7 +7,6 @@
 #include <QTest>
 #include <functional>
 #include <memory>
-#include <optional>
 
 #include "board_process.h"
 #include "installation.h"
@@ -47,18 +46,22 @@ class Session : public ::testing::Test {
     FrmTempi& openTimes(int within = Soon);
     /// Whether every bar of the page and the figure beside it say what the boards hold.
     bool showsTheBoards(FrmTempi& page);
-    QStringList writes(int parameter) const;
+    QWidget& widgetOf(Page& page, const Control& control);
     /// The widget of the first bar, with the keyboard's focus.
     QWidget& firstBar(FrmTempi& page);
-    /// Presses a key on the first bar and waits until the board holds the new value and the page shows it.
-    bool stepIsConfirmed(FrmTempi& page, Qt::Key key, int step, int within = Soon);
+    /// What the board hears when the first bar is set.
+    static QStringList writesOf(int value);
+    /// When all is at rest, presses a key on the first bar and waits until the board holds the new value twice and the
+    /// page shows it.
+    bool stepIsConfirmed(FrmTempi& page, int within = Soon);
 
     const std::filesystem::path startedIn = std::filesystem::current_path();
     Installation installation;
     BoardProcess board;
     /// Port 2: nothing is there unless a test puts something at its path.
     const std::filesystem::path second = installation.program() / SecondLine;
-    std::optional<kestrel::Session> program;
+    /// The process-wide state of the program that runs here.
+    std::unique_ptr<kestrel::Session> process = std::make_unique<kestrel::Session>();
     std::unique_ptr<qt::QtPlatform> platform;
 };
 

@@ -1,9 +1,8 @@
-// A technician's session over a real line: start, a page that fills, a change that the board confirms, a pulled plug.
-// The real platform and serial port run here; the machine is a process of its own.
+// A technician's session over a real line: what is on the screen before the boards answer, pages that are closed, a
+// program that goes on without a line or is killed.
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <QElapsedTimer>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenuBar>
@@ -14,9 +13,7 @@
 #include <set>
 
 #include "link/loaded_pages.h"
-#include "link/param_table.h"
 #include "pages/machine/frm_password.h"
-#include "qt/window/child_window.h"
 #include "qt/window/main_window_view.h"
 #include "session.h"
 #include "shell/configuration.h"
@@ -25,15 +22,6 @@
 
 namespace kestrel::testing {
 namespace {
-
-TEST_F(Session, FindsThreeBoardsAndFillsAPage) {
-    EXPECT_TRUE(BoardPresent(0) && BoardPresent(1) && BoardPresent(2));
-    EXPECT_GT(RecordCount(1), BrewingWater) << "the index file that the board's identity names";
-    EXPECT_EQ(platform->mainWindow().windowTitle(), QStringLiteral("Kestrel"));
-    FrmTempi& page = openTimes();
-    EXPECT_EQ(page.HScroll1[0].Value, board.value(HotDrinkBoard, BrewingWater));
-    EXPECT_TRUE(platform->mainWindow().childOf(page).isVisible());
-}
 
 /// Sees what is on the screen while the program tries a port that does not answer.
 class FirstPaint : public QObject {
@@ -61,29 +49,6 @@ TEST_F(Session, PaintsTheMenuInTheChosenLanguageAndTheLampsBeforeItWaitsForAPort
     ASSERT_EQ(ActiveLanguage(), "Deutsch");
     EXPECT_TRUE(seen.menus.contains(QStringLiteral("Zeiten/Dosen"))) << seen.menus.join(u' ').toStdString();
     EXPECT_EQ(seen.lamps.size(), 3U);
-}
-
-TEST_F(Session, WritesAChangeOnceAndShowsItOnlyWhenTheBoardHasConfirmedIt) {
-    FrmTempi& page = openTimes();
-    const std::string before = page.Label1[0].Caption;
-    const int value = page.HScroll1[0].Value;
-    board.tell("fault slow=1");
-    QWidget& bar = firstBar(page);
-    QTest::keyClick(&bar, Qt::Key_Right);
-    QTest::keyClick(&bar, Qt::Key_Right);
-    ASSERT_TRUE(eventually([&] { return page.HScroll1[0].Value == value + 2; })) << "one gesture of two steps";
-    EXPECT_TRUE(page.HScroll1[0].waiting());
-    EXPECT_EQ(page.Label1[0].Caption.get(), before) << "the figure is the board's, and the board has not answered";
-    QElapsedTimer clock;
-    clock.start();
-    ASSERT_TRUE(eventually([&] { return page.Label1[0].Caption.get() != before; }));
-    EXPECT_GE(clock.elapsed(), 100) << "the least that a slow board takes";
-    EXPECT_FALSE(page.HScroll1[0].waiting());
-    ASSERT_TRUE(eventually([&] { return !writes(BrewingWaterShadow).isEmpty(); }));
-    EXPECT_EQ(writes(BrewingWater).size(), 1);
-    EXPECT_EQ(writes(BrewingWaterShadow).size(), 1);
-    EXPECT_EQ(board.value(HotDrinkBoard, BrewingWater), value + 2);
-    EXPECT_EQ(board.value(HotDrinkBoard, BrewingWaterShadow), value + 2);
 }
 
 TEST_F(Session, ClosingAPageWithTheFocusInABoxSendsNothing) {
@@ -124,7 +89,7 @@ TEST_F(Session, GoesOnWithoutALinkWhereExitFindsNoLauncherUntilAPortIsChosen) {
     for (int lamp = 1; lamp <= 3; ++lamp) EXPECT_EQ(MDIForm1().StatusBar1.Panels(lamp + 1).Picture, lamp) << "out";
     choose(MDIForm1().mnuCox(1));
     EXPECT_EQ(notice(), "");
-    EXPECT_TRUE(stepIsConfirmed(page, Qt::Key_Right, 1));
+    EXPECT_TRUE(stepIsConfirmed(page));
 }
 
 std::string contentOf(const std::filesystem::path& file) {

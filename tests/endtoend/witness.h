@@ -14,11 +14,8 @@ class Witness : public QObject {
     int notices = 0;  ///< how often the status bar began to speak of the port
     int boxes = 0;
     int errors = 0;  ///< how often the error lamp went on
-    int timersFired = 0;
 
     bool eventFilter(QObject* receiver, QEvent* event) override;
-    /// While nothing happens, for a little more than the longest interval of the link.
-    int timersFiredAtRest();
 
   private:
     bool wasOn_ = false;
