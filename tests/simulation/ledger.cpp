@@ -295,7 +295,7 @@ void Ledger::look(Wish& wish) {
     const bool open = isOpen(wish.page, wish.opening);
     const bool boxTold = boxes_ > wish.boxes;
     if (open && wish.state != State::Refused) {
-        wish.boxes = boxes_;
+        if (!boxIsOpen_) wish.boxes = boxes_;  // the box that stands may be the one that tells
     } else if (open) {
         const bool told = wish.control->notTaken() || boxTold;
         require(told || wish.control->standsForNoValue, "what is not taken is told", nameOf(wish));

@@ -134,11 +134,16 @@ void Rest::letTheTroubleEbb() {
 
 /// Another machine is there, or one was taken for another: the user plugs in the right one, or the same once more.
 void Rest::openTheLine() {
+    if (!LineIsClosed()) return;
     for (int tries = 0; LineIsClosed() && tries < OpeningsTried; ++tries) {
         line.begin(stage.now(), line.plugged() != checks.home() ? CablesChanged : "port");
         stage.runUntil(stage.now() + Ebb);
     }
     require(!LineIsClosed(), "the line is open to the pages at rest");
+    // What was held goes out behind the answer of the user.
+    const Micros limit = stage.now() + FreshWithin;
+    while (WritesAreHeld() && stage.stepUntil(limit)) continue;
+    stage.runUntil(stage.now() + FreshWithin);
 }
 
 void Rest::awaitIdle() {
