@@ -1,6 +1,7 @@
 // Message boxes: one at a time, and the key that is pressed without reading destroys nothing.
 // The user is played from the event loop that the box itself runs.
 #include "qt/window/message_boxes.h"
+#include "shell/session.h"
 
 #include <gtest/gtest.h>
 
@@ -22,10 +23,14 @@ std::vector<QMessageBox*> openBoxes() {
 /// Runs when the event loop of the next box is running.
 void whenOpen(const std::function<void()>& act) { QTimer::singleShot(0, qApp, act); }
 
+struct MessageBoxesTest : ::testing::Test {
+    Session session;
+};
+
 using Buttons = Message::Buttons;
 using Answer = Message::Answer;
 
-TEST(MessageBoxes, GiveTheAnswerThatLosesNothing) {
+TEST_F(MessageBoxesTest, GiveTheAnswerThatLosesNothing) {
     struct Row {
         Buttons buttons;
         Qt::Key key;
@@ -43,7 +48,7 @@ TEST(MessageBoxes, GiveTheAnswerThatLosesNothing) {
     }
 }
 
-TEST(MessageBoxes, ShowTheReasonAsPlainText) {
+TEST_F(MessageBoxesTest, ShowTheReasonAsPlainText) {
     MessageBoxes boxes;
     Message message{"Check serial !", "ERROR"};
     message.detail = "<b>/dev/x</b>: in use";
@@ -59,7 +64,7 @@ TEST(MessageBoxes, ShowTheReasonAsPlainText) {
     EXPECT_TRUE(plain);
 }
 
-TEST(MessageBoxes, AboutTheLineKeepTheirTextAndSayWhatToCheckAndOpenTheDemoOnlyWhenAsked) {
+TEST_F(MessageBoxesTest, AboutTheLineKeepTheirTextAndSayWhatToCheckAndOpenTheDemoOnlyWhenAsked) {
     for (const bool demoIsChosen : {false, true}) {
         MessageBoxes boxes;
         Message message{"Check serial !", "ERROR"};
@@ -84,7 +89,7 @@ TEST(MessageBoxes, AboutTheLineKeepTheirTextAndSayWhatToCheckAndOpenTheDemoOnlyW
     }
 }
 
-TEST(MessageBoxes, StandOneAfterTheOther) {
+TEST_F(MessageBoxesTest, StandOneAfterTheOther) {
     MessageBoxes boxes;
     std::vector<std::string> shown;
     const auto confirm = [&] {

@@ -235,6 +235,7 @@ TEST_F(SerialPort, IsUsedByOneAtATimeWhateverItIsCalled) {
 }
 
 TEST(UnopenablePort, SaysWhy) {
+    const Session session;
     QTemporaryFile forbidden;
     ASSERT_TRUE(forbidden.open());
     ASSERT_TRUE(forbidden.setPermissions(QFile::ReadGroup | QFile::WriteGroup));
