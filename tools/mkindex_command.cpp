@@ -1,5 +1,4 @@
 // The two jobs of mkindex: make an index file from a table, print an index file as text.
-// See mkindex_command.h.
 #include "tools/mkindex_command.h"
 
 #include <filesystem>

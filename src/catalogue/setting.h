@@ -24,7 +24,7 @@ struct Setting {
 };
 
 /// Like parameters of one board that follow each other, as do their copies. Elements count from 0, as the rows of pages
-/// do; an index outside throws std::out_of_range.
+/// do; an index outside is a mistake of the program, which ends with std::out_of_range.
 class SettingRange {
   public:
     constexpr SettingRange(const Setting& only) : SettingRange(only, 1) {}
@@ -38,11 +38,13 @@ class SettingRange {
         if (index < 0 || index >= size_) throw std::out_of_range("a parameter outside its range");
         return {first_.board, first_.number + index, hasCopies() ? first_.copy + index : Setting::NoCopy};
     }
-    /// The first `count` of them.
-    constexpr SettingRange first(int count) const { return {first_, (*this)[count - 1].number - first_.number + 1}; }
+    /// The first `count` of them, at least one.
+    constexpr SettingRange first(int count) const {
+        if (count < 1 || count > size_) throw std::out_of_range("more parameters than a range has");
+        return {first_, count};
+    }
 
     constexpr bool hasCopies() const { return first_.copy != Setting::NoCopy; }
-    constexpr bool has(int number) const { return indexOf(number) >= 0; }
     /// Which of them has the number, or -1.
     constexpr int indexOf(int number) const {
         const int index = number - first_.number;

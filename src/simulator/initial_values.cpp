@@ -12,10 +12,6 @@
 namespace kestrel::simulator {
 namespace {
 
-constexpr auto onMaster = Board::Master;
-constexpr auto onHotDrink = Board::HotDrink;
-constexpr auto onSector = Board::Sector;
-
 // Values for a parameter and those behind it.
 struct Run {
     Setting first;
@@ -146,8 +142,8 @@ void laySettings(World& world) {
 }
 
 void layState(World& world, const MachineOptions& options) {
-    world.setBit(master::HotDrinkPresence, presentBit, world.isFitted(onHotDrink));
-    world.setBit(master::SectorPresence, presentBit, world.isFitted(onSector));
+    world.setBit(master::HotDrinkPresence, presentBit, world.isFitted(Board::HotDrink));
+    world.setBit(master::SectorPresence, presentBit, world.isFitted(Board::Sector));
     world.set(master::MoneyDecimals, 2);
     world.set(master::MoneyDecimalsSetting, 2);
     world.set(master::MachineState, clockBit | eightLanguagesBit);
@@ -202,14 +198,14 @@ void laySales(World& world) {
     constexpr std::uint32_t earlierVends = 14175;
     constexpr std::uint32_t earlierIncome = 978450;
     constexpr int hotWater = 8;
-    const std::uint32_t freeVends = world.isFitted(onHotDrink) ? 38 : 0;
+    const std::uint32_t freeVends = world.isFitted(Board::HotDrink) ? 38 : 0;
     world.set(master::TotalVends, vends);
     world.set(master::TotalTakings, income);
     world.set(master::LifetimeVends, vends + earlierVends);
     world.set(master::LifetimeTakings, income + earlierIncome);
     world.set(master::TotalFree, freeVends);
     world.set(hot_drink::SelectionFree[hotWater], freeVends);
-    if (world.isFitted(onHotDrink)) {
+    if (world.isFitted(Board::HotDrink)) {
         lay(world, {hot_drink::SelectionJugs[0], {14, 6, 0, 3, 0, 0, 0, 2, 0, 0, 1}});
         world.set(master::TotalJugs, 26);
         lay(world, {master::TotalPreselection1, {87, 87, 45, 23, 12}});

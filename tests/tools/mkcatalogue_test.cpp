@@ -22,6 +22,7 @@ TEST(Catalogue, NamesStandForTheBoardsNumbers) {
     EXPECT_EQ(master::Discount.indexOf(118), -1);
     EXPECT_EQ(master::Discount.indexOf(87), -1);
     for (const int outside : {-1, 30}) EXPECT_THROW(master::Price[outside], std::out_of_range);
+    for (const int count : {0, 31}) EXPECT_THROW(master::Price.first(count), std::out_of_range);
     EXPECT_THROW(CopyOf(master::Command), std::logic_error);
 }
 
