@@ -18,7 +18,6 @@
 #include "qt/window/main_window_view.h"
 #include "session.h"
 #include "shell/main_window.h"
-#include "witness.h"
 
 namespace kestrel::testing {
 namespace {
@@ -72,8 +71,6 @@ class Intents : public Session {
         EXPECT_TRUE(QTest::qWaitFor([&] { return !question.isEmpty(); }, 2 * Soon)) << "nobody asks";
         return question;
     }
-
-    Witness witness;
 };
 
 /// There is time to act inside an exchange, and it ends before an act stops waiting for it.

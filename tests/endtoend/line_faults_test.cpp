@@ -11,7 +11,6 @@
 #include "session.h"
 #include "shell/main_window.h"
 #include "wire.h"
-#include "witness.h"
 
 namespace kestrel::testing {
 namespace {
@@ -87,8 +86,6 @@ class LineFaults : public Session {
         }
         return longest;
     }
-
-    Witness witness;
 };
 
 TEST_F(LineFaults, PassAndLeaveNothingBehind) {

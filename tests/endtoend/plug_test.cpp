@@ -9,7 +9,6 @@
 #include "session.h"
 #include "shell/main_window.h"
 #include "support/processor_time.h"
-#include "witness.h"
 
 namespace kestrel::testing {
 namespace {
@@ -100,7 +99,6 @@ class Plug : public Session {
         start();
         expectWork();
     }
-    Witness witness;
     QElapsedTimer sinceBack;
     qint64 longestReturn = 0;
     double mostProcessor = 0;

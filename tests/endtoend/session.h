@@ -14,6 +14,7 @@
 #include "platform/menu.h"
 #include "qt/io/qt_platform.h"
 #include "shell/session.h"
+#include "witness.h"
 
 namespace kestrel::testing {
 
@@ -22,7 +23,7 @@ bool isLongRun();
 
 class Session : public ::testing::Test {
   protected:
-    static constexpr int Soon = 5000;  ///< milliseconds
+    static constexpr int Soon = 20'000;  ///< milliseconds, on a machine with much else to do
     static constexpr const char* SecondLine = "second";
     static constexpr int MasterBoard = 0;
     static constexpr int HotDrinkBoard = 1;
@@ -63,6 +64,7 @@ class Session : public ::testing::Test {
     /// The process-wide state of the program that runs here.
     std::unique_ptr<kestrel::Session> process = std::make_unique<kestrel::Session>();
     std::unique_ptr<qt::QtPlatform> platform;
+    Witness witness;
 };
 
 }  // namespace kestrel::testing

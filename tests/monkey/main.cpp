@@ -35,7 +35,5 @@ int main(int argc, char** argv) {
         for (QWidget* window : QApplication::topLevelWidgets())
             if (window->inherits("QMainWindow")) monkey = std::make_unique<qt::testing::Monkey>(*window, seed, seconds);
     });
-    QObject::connect(&application, &QApplication::aboutToQuit, &application,
-                     [&] { std::printf("%ld acts in %d s\n", monkey ? monkey->acts() : 0, seconds); });
     qt::runProgram(application, options);
 }

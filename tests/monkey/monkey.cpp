@@ -9,6 +9,7 @@
 #include <QWheelEvent>
 
 #include "link/link_engine.h"
+#include "platform/platform.h"
 #include "qt/io/deliver.h"
 #include "shell/main_window.h"
 
@@ -35,8 +36,8 @@ Monkey::Monkey(QWidget& window, unsigned seed, int seconds) : window_(window), r
     connect(&timer_, &QTimer::timeout, this, [this] { act(); });
     timer_.start(ActEveryMs);
     QTimer::singleShot(seconds * 1000, this, [this] {
-        timer_.stop();
-        QApplication::quit();
+        std::printf("%ld acts\n", acts_);
+        EndProcess(0);
     });
 }
 

@@ -12,7 +12,6 @@ namespace kestrel::qt::testing {
 class Monkey : public QObject {
   public:
     Monkey(QWidget& window, unsigned seed, int seconds);
-    long acts() const { return acts_; }
 
   private:
     int number(int low, int high) { return std::uniform_int_distribution(low, high)(random_); }
