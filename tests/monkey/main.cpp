@@ -1,6 +1,7 @@
 // The monkey in front of the demo: kestrel-monkey SECONDS [SEED [FAULTS]]. It is over when a sanitizer, a crash or a
 // program that stands still ends it, or the time.
 #include <QApplication>
+#include <QTimer>
 #include <cstdio>
 #include <cstdlib>
 

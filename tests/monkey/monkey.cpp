@@ -6,6 +6,7 @@
 #include <QApplication>
 #include <QPointer>
 #include <QTest>
+#include <QTimer>
 #include <QWheelEvent>
 
 #include "link/link_engine.h"
@@ -33,11 +34,17 @@ const std::vector<const char*> Texts = {"0", "7", "12", "0,5", "0.5", "-1", "999
 }  // namespace
 
 Monkey::Monkey(QWidget& window, unsigned seed, int seconds) : window_(window), random_(seed) {
-    connect(&timer_, &QTimer::timeout, this, [this] { act(); });
-    timer_.start(ActEveryMs);
+    actSoon();
     QTimer::singleShot(seconds * 1000, this, [this] {
         std::printf("%ld acts\n", acts_);
         EndProcess(0);
+    });
+}
+
+void Monkey::actSoon() {
+    QTimer::singleShot(ActEveryMs, this, [this] {
+        actSoon();
+        act();
     });
 }
 
@@ -45,6 +52,8 @@ void Monkey::act() {
     alarm(PatienceSeconds);
     ++acts_;
     MDIForm1().entry(WayOut).Enabled = false;
+    QWidget* const popup = QApplication::activePopupWidget();
+    if (popup && number(0, 4) == 0) return QTest::keyClick(popup, Qt::Key_Escape);
     switch (number(0, 19)) {
         case 0:
             return choose();

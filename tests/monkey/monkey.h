@@ -2,7 +2,7 @@
 // The program's own way out is barred to him; he is there until his time is over.
 #pragma once
 
-#include <QTimer>
+#include <QObject>
 #include <random>
 
 class QWidget;
@@ -19,6 +19,8 @@ class Monkey : public QObject {
     auto& anyOf(const List& list) {
         return list[static_cast<typename List::size_type>(number(0, static_cast<int>(list.size()) - 1))];
     }
+    /// The next act waits by itself: boxes and menus have event loops of their own, in which he goes on.
+    void actSoon();
     void act();
     /// Where he would point: a widget that can be seen, of the box or the menu that stands in front if there is one.
     QWidget* target();
@@ -31,7 +33,6 @@ class Monkey : public QObject {
 
     QWidget& window_;
     std::mt19937 random_;
-    QTimer timer_;
     long acts_ = 0;
 };
 
