@@ -158,6 +158,14 @@ TEST_F(Closing, CommitsNothing) {
         }
 }
 
+TEST_F(Closing, ByAKeyOfThePageItselfLetsGoOfTheKeyThatIsPressed) {
+    open();
+    page->First.OnClick([this] { platform.closeWindow(*page); });
+    const QPointer<QWidget> key = &widgetOf(page->First);
+    QTest::mouseClick(key, Qt::LeftButton);
+    EXPECT_FALSE(key);
+}
+
 TEST_F(Closing, DisablesThePageWhileItWaitsForWhatIsDueAndClosesItOnce) {
     int closings = 0;
     open();

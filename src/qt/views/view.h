@@ -5,6 +5,7 @@
 #include <QAccessible>
 #include <QFocusEvent>
 #include <QKeyEvent>
+#include <QPointer>
 #include <QString>
 #include <QWidget>
 #include <optional>
@@ -104,11 +105,12 @@ class View : public Base, public ViewBase {
   protected:
     Model& model() const { return static_cast<Model&>(control()); }
     /// Carries a user's action to the model, unless the view has let go of it. Returns whether it is done: it may have
-    /// to wait for the end of an exchange.
+    /// to wait for the end of an exchange, and where it closes the page the view is gone.
     template <class Action>
     bool act(Action&& action) {
+        const QPointer<QWidget> here(this);
         if (bound()) deliver([&] { action(model()); });
-        return !bound() || !model().actWaits();
+        return here && (!bound() || !model().actWaits());
     }
     bool event(QEvent* event) override {
         if (!unread() || !beginsAct(*event)) return Base::event(event);
