@@ -2,6 +2,7 @@
 #include "link/page.h"
 
 #include <cstdio>
+#include <utility>
 
 #include "link/observer.h"
 
@@ -22,8 +23,10 @@ void Page::notify(int n, ParamValue value) {
         if (!keepsUpdating_) valueShown();
     } catch (const RunTimeError& error) {
         // It ends this notification alone. A mistake of the program's own is another type, and ends the run.
-        std::fprintf(stderr, "kestrel: %s, parameter %d.%d = %lld: %s\n", name().c_str(), bank, n,
-                     static_cast<long long>(value), error.what());
+        const bool isNews = std::exchange(lastError_, error.what()) != error.what();
+        if (isNews)
+            std::fprintf(stderr, "kestrel: %s, parameter %d.%d = %lld: %s\n", name().c_str(), bank, n,
+                         static_cast<long long>(value), error.what());
     }
     tell(&LinkObserver::pageTold, *this);
 }

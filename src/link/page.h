@@ -24,7 +24,7 @@ class Page : public Window {
 
     /// Values that this page has been told of since it was loaded.
     long arrivals() const { return arrivals_; }
-    /// The notification of this one page: a run-time error ends it and leaves a line on standard error, and the next
+    /// The notification of this one page: a run-time error ends it and, when it is news, leaves a line on standard error, and the next
     /// page still gets its own.
     void notify(int n, ParamValue value);
 
@@ -53,6 +53,7 @@ class Page : public Window {
 
   private:
     long arrivals_ = 0;
+    std::string lastError_;  ///< which is told once, however often a board sends the same
     bool keepsUpdating_ = false;
 };
 
