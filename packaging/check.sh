@@ -9,6 +9,7 @@ sources() { git ls-files -- '*.h' '*.cpp'; }
 sources | xargs clang-format --dry-run --Werror || fail "run clang-format -i on the files named above"
 packaging/floors.sh
 packaging/parameters.sh
+tests/share.sh
 build release kestrel kestrel_core_tests
 # The window's layer takes as long again as all the rest, so it is looked through only when asked for.
 skipped='src/qt/|src/main.cpp'
