@@ -35,7 +35,7 @@ TEST(BoardOptionsTest, SaysWhatIsWrongInOneLine) {
                                                                       {{"--quiet", "board"}, "\"board\""},
                                                                       {{""}, "\"\""}};
     for (const auto& [arguments, named] : cases) {
-        const std::string said = refusalOf<std::invalid_argument>([&, a = arguments] { parseBoardOptions(a); });
+        const std::string said = refusalOf<BadOption>([&, a = arguments] { parseBoardOptions(a); });
         EXPECT_TRUE(contains(said, named) && !contains(said, "\n")) << named << ": " << said;
     }
 }

@@ -6,8 +6,8 @@
 
 #include <set>
 
+#include "platform/code_page.h"
 #include "tool_test.h"
-#include "tools/mklang_codepage.h"
 #include "tools/mklang_command.h"
 
 namespace kestrel::mklang {
@@ -79,20 +79,20 @@ TEST(MklangCodePage, EveryByteWithAMeaningComesBack) {
     int meanings = 0;
     for (int byte = 0; byte <= 0xFF; ++byte) {
         const std::string text(1, static_cast<char>(byte));
-        const std::string utf8 = fromWindows1252(text);
+        const std::string utf8 = textOfInstallation(text);
         if (utf8 == "\uFFFD") continue;
         ++meanings;
-        EXPECT_EQ(toWindows1252(utf8), text) << byte;
+        EXPECT_EQ(bytesForInstallation(utf8), text) << byte;
     }
     EXPECT_EQ(meanings, 251);
-    EXPECT_EQ(toWindows1252("Š“ß–ÿ"), "\x8A\x93\xDF\x96\xFF");
+    EXPECT_EQ(bytesForInstallation("Š“ß–ÿ"), "\x8A\x93\xDF\x96\xFF");
 }
 
 TEST(MklangCodePage, RefusesWhatIsNoCharacterOfIt) {
     // Cut short, without or with nothing but a continuation, overlong; and what has no byte.
     for (const std::string text : {"\xC3", "\xE2\x82", "\xC3(", "\xA8", "\xC1\x81", "\xE0\x83\xA9", "\xC2\x80",
                                    "\uFFFD", "\u0416", "\U0001F600"})
-        EXPECT_FALSE(toWindows1252("ab" + text)) << text;
+        EXPECT_FALSE(bytesForInstallation("ab" + text)) << text;
 }
 
 TEST(MklangUsedLines, EveryLineThatIsReadMustHaveAText) {
