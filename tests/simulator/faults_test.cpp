@@ -53,9 +53,9 @@ class FaultTest : public SimulatorTest {
     // The boards that are fitted, and no others, work and are at rest; nothing is left of what happened before.
     void expectSound(Bench& bench) const {
         EXPECT_TRUE(bench.portOpen() && bench.takeOutput(bench.now).empty());
-        bench.play(options.hotDrinkBoard ? "M1&4 H41=9 H41?9 H1297?0" : "M1~4");
-        bench.play(options.sectorBoard ? "M2&4 S41=9 S41?9 S290?0" : "M2~4");
-        bench.play("M41=9 M41?9 M7~2");
+        bench.play(options.hotDrinkBoard ? "0.1&4 1.41=9 1.41?9 1.1297?0" : "0.1~4");
+        bench.play(options.sectorBoard ? "0.2&4 2.41=9 2.41?9 2.290?0" : "0.2~4");
+        bench.play("0.41=9 0.41?9 0.7~2");
     }
     void expectRecovery(Bench& bench) const {
         bench.setFaults({});
@@ -174,10 +174,10 @@ TEST_F(FaultTest, BoardsChangeWhatWasAskedForLastAndSwapAllTheirMemoryButNotWhat
     for (std::uint64_t seed = 1; seed <= seeds; ++seed) {
         Bench bench(with("", seed));
         bench.strike(FaultKind::Change);  // nothing has been asked for
-        bench.play("S71=5000");
+        bench.play("2.71=5000");
         bench.strike(FaultKind::Change);
         changed.insert(bench.read(Sector, 71));
-        for (const char* report : {"M1?4", "M2?4", "H1297?0", "S290?0"}) {
+        for (const char* report : {"0.1?4", "0.2?4", "1.1297?0", "2.290?0"}) {
             bench.play(report);
             bench.strike(FaultKind::Change);
             bench.play(report);
@@ -203,7 +203,7 @@ TEST_F(FaultTest, LostBoardIsMissingInItsPresenceWord) {
     Bench bench(with("lost=1"));
     EXPECT_TRUE(bench.exchange(readFrame(Sector, 1)).empty());
     bench.setFaults({});
-    bench.play("M2?0 M1?4 +11 M2?4");
+    bench.play("0.2?0 0.1?4 +11 0.2?4");
 }
 
 TEST_F(FaultTest, LatencyHoldsBytesBackAndLosesNone) {

@@ -79,7 +79,7 @@ TEST_F(LifeTest, SalesKeepTheBooksRight) {
 TEST_F(LifeTest, NothingIsSoldInTestModeOrByAMachineAtRest) {
     Bench bench(options);
     clearBooks(bench);
-    bench.play("S285=255 S284=1 +250 M160?0 M161?0 +250");
+    bench.play("2.285=255 2.284=1 +250 0.160?0 0.161?0 +250");
     EXPECT_GT(bench.value(Master, 160) + bench.value(Master, 161), 0U);
 
     options.moving = false;
@@ -125,18 +125,18 @@ TEST_F(LifeTest, TankIsKeptBetweenSetPointAndDelta) {
         const auto raw = static_cast<std::int16_t>(bench.value(Sector, 287));
         return raw / 256.0 + static_cast<double>(bench.value(Sector, 52)) - 5;
     };
-    bench.play("S51=8 S53=20");
+    bench.play("2.51=8 2.53=20");
     bench.wait(hour);
     std::set<double> seen;
     for (int passed = 0; passed < 240; ++passed, bench.wait(minute)) seen.insert(measured());
     EXPECT_NEAR(*seen.begin(), 8, 0.3);
     EXPECT_NEAR(*seen.rbegin(), 10, 0.3);
 
-    bench.play("S51=16");
+    bench.play("2.51=16");
     bench.wait(4 * hour);
     const double before = measured();
     EXPECT_GT(before, 16) << "switched off";
-    bench.play("S285=255 S284=1 S285=128 S286=0 S284=2 +60");
+    bench.play("2.285=255 2.284=1 2.285=128 2.286=0 2.284=2 +60");
     EXPECT_LT(measured(), before - 1) << "the PC drives the compressor";
 }
 

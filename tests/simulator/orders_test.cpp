@@ -53,13 +53,13 @@ TEST_F(OrdersTest, ADispenseLastsAsLongAsTheRecipeSaysAndShowsTheWaterRunning) {
         return static_cast<double>(busyTime(bench)) / second;
     };
     // Selection 5, step 1: valve 6.0 s; the first powder runs until 12.0 s; no second step.
-    bench.play("H11=2 H107=60 H491=100 H779=20 H43=0");
+    bench.play("1.11=2 1.107=60 1.491=100 1.779=20 1.43=0");
     const double whole = secondsOf(2);
     const double water = secondsOf(26);
     EXPECT_NEAR(whole - water, 6, 0.5);
-    bench.play("H43=1 H139=50");
+    bench.play("1.43=1 1.139=50");
     EXPECT_NEAR(secondsOf(26) - water, 5, 0.5);
-    bench.play("H11=0");
+    bench.play("1.11=0");
     EXPECT_LT(secondsOf(2), 0.5) << "a selection that is off";
 
     Bench fresh(options);
@@ -72,7 +72,7 @@ TEST_F(OrdersTest, ADispenseLastsAsLongAsTheRecipeSaysAndShowsTheWaterRunning) {
     }
     EXPECT_EQ(waters, 0x82U) << "valve 2 and the pump";
     EXPECT_NE(powders, 0U);
-    fresh.play("H1292?0 H1294?0 H1295?0");
+    fresh.play("1.1292?0 1.1294?0 1.1295?0");
 }
 
 std::string each(const std::string& parameters, const std::string& does) {
@@ -84,13 +84,13 @@ std::string each(const std::string& parameters, const std::string& does) {
 
 TEST_F(OrdersTest, ClearingTakesWhatItShouldAndNoMore) {
     const std::pair<std::string, std::string> cases[] = {
-        {"M160 M161 M162 M164 M169 M176 M177 M192 S71 S214 H1216 H1287", "1"},
-        {"M159 M163", "7"},
-        {"M158 M193 M198 M199 H1215 H1288 S58 S216", "never"}};
+        {"0.160 0.161 0.162 0.164 0.169 0.176 0.177 0.192 2.71 2.214 1.1216 1.1287", "1"},
+        {"0.159 0.163", "7"},
+        {"0.158 0.193 0.198 0.199 1.1215 1.1288 2.58 2.216", "never"}};
     for (const std::string command : {"1", "7"}) {
         Bench bench(options);
         for (const auto& [parameters, clearedBy] : cases) bench.play(each(parameters, "=77"));
-        bench.play("M4=" + command);
+        bench.play("0.4=" + command);
         for (const auto& [parameters, clearedBy] : cases)
             bench.play(each(parameters, clearedBy == command ? "?0" : "?77"));
     }
@@ -100,33 +100,35 @@ TEST_F(OrdersTest, ClearingTakesWhatItShouldAndNoMore) {
 // outputs go by command 2.
 TEST_F(OrdersTest, StepByStep) {
     const std::pair<const char*, const char*> cases[] = {
-        {"decimals of money are set in one parameter and shown by another", "M3=91 M359=1 M3?89"},
-        {"a restart cuts a dispense short", "M5=1 M6=0 M4=2 M7&2 +4 M! +2 H1292?0 M7~2 +60 M162?0 M4?0"},
+        {"decimals of money are set in one parameter and shown by another", "0.3=91 0.359=1 0.3?89"},
+        {"a restart cuts a dispense short", "0.5=1 0.6=0 0.4=2 0.7&2 +4 0! +2 1.1292?0 0.7~2 +60 0.162?0 0.4?0"},
         {"every order starts the test's time anew",
-         "H2=60 H1=1 S285=60 S284=1 +40 H1=2 S285=60 S284=1 +40 H1=2 S285=60 S284=1 +40 H1=2 S285=60 S284=1 +40 "
-         "H1297?1 S290?1 +21 H1297?0 S290?0"},
+         "1.2=60 1.1=1 2.285=60 2.284=1 +40 1.1=2 2.285=60 2.284=1 +40 1.1=2 2.285=60 2.284=1 +40 1.1=2 2.285=60 "
+         "2.284=1 +40 "
+         "1.1297?1 2.290?1 +21 1.1297?0 2.290?0"},
         {"time zero stops it, and the end of the first test does not end the second",
-         "H2=60 H1=1 +30 H2=0 H1=1 H1297?0 +10 H2=60 H1=1 +25 H1297?1 +37 H1297?0"},
-        {"outputs do not move outside the test mode", "H3=85 H1=2 S285=1 S286=1 S284=2 H1293?0 S288?0"},
+         "1.2=60 1.1=1 +30 1.2=0 1.1=1 1.1297?0 +10 1.2=60 1.1=1 +25 1.1297?1 +37 1.1297?0"},
+        {"outputs do not move outside the test mode", "1.3=85 1.1=2 2.285=1 2.286=1 2.284=2 1.1293?0 2.288?0"},
         {"and in it on command only, until its end",
-         "H2=60 H1=1 H2=1 H3=128 H4=255 H5=0 H6=16 H1292?0 H1=2 H1292?1 H1293?128 H1294?255 H1295?0 H1296?16 +61 "
-         "H1292?0 H1296?0"},
+         "1.2=60 1.1=1 1.2=1 1.3=128 1.4=255 1.5=0 1.6=16 1.1292?0 1.1=2 1.1292?1 1.1293?128 1.1294?255 1.1295?0 "
+         "1.1296?16 +61 "
+         "1.1292?0 1.1296?0"},
         {"the sector board drives one output and the compressor",
-         "S285=60 S284=1 S285=4 S286=32 S284=2 S288?4 S289?32 S285=32 S286=128 S284=2 S288?32 S289?128 "
-         "S285=129 S286=1 S284=2 S288?129 S289?1 S285=128 S286=0 S284=2 S288?128 S289?0"},
+         "2.285=60 2.284=1 2.285=4 2.286=32 2.284=2 2.288?4 2.289?32 2.285=32 2.286=128 2.284=2 2.288?32 2.289?128 "
+         "2.285=129 2.286=1 2.284=2 2.288?129 2.289?1 2.285=128 2.286=0 2.284=2 2.288?128 2.289?0"},
         {"of two groups or bits at once the lowest, of a group that is none nothing",
-         "S285=60 S284=1 S285=12 S286=2 S284=2 S288?4 S289?2 S285=1 S286=144 S284=2 S288?1 S289?16 "
-         "S285=64 S286=1 S284=2 S288?0 S289?0 S285=1 S286=1 S284=2 S285=0 S286=0 S284=2 S288?0 S289?0"},
+         "2.285=60 2.284=1 2.285=12 2.286=2 2.284=2 2.288?4 2.289?2 2.285=1 2.286=144 2.284=2 2.288?1 2.289?16 "
+         "2.285=64 2.286=1 2.284=2 2.288?0 2.289?0 2.285=1 2.286=1 2.284=2 2.285=0 2.286=0 2.284=2 2.288?0 2.289?0"},
         {"a restart ends the test of that board",
-         "H2=60 H1=1 S285=60 S284=1 S284=3 S! +2 S290?0 S285?0 H1297?1 H! +2 H1297?0"},
-        {"motors go to zero for a while", "S284=3 S290?2 +5 S290?0"}};
+         "1.2=60 1.1=1 2.285=60 2.284=1 2.284=3 2! +2 2.290?0 2.285?0 1.1297?1 1! +2 1.1297?0"},
+        {"motors go to zero for a while", "2.284=3 2.290?2 +5 2.290?0"}};
     for (const auto& [what, steps] : cases) {
         SCOPED_TRACE(what);
         Bench(options).play(steps);
     }
     options.hotDrinkBoard = options.sectorBoard = false;
     SCOPED_TRACE("without the board that dispenses");
-    Bench(options).play("M370=20 M5=1 M6=0 M4=2 M7~2 M5=0 M6=0 M4=18 M7~2 M5=12 M6=16 M4=2 M7~2");
+    Bench(options).play("0.370=20 0.5=1 0.6=0 0.4=2 0.7~2 0.5=0 0.6=0 0.4=18 0.7~2 0.5=12 0.6=16 0.4=2 0.7~2");
 }
 
 }  // namespace
