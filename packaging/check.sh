@@ -9,6 +9,7 @@ sources() { git ls-files -- '*.h' '*.cpp'; }
 sources | xargs clang-format --dry-run --Werror || fail "run clang-format -i on the files named above"
 packaging/floors.sh
 packaging/parameters.sh
+tests/share.sh >/dev/null || fail "there are too many tests: see tests/share.sh"
 build release kestrel
 # As for the compiler, but for the headers that only it can read precompiled and a warning that only it knows.
 commands=build/tidy/compile_commands.json

@@ -28,7 +28,6 @@ namespace {
 using namespace kestrel::simulator;
 
 constexpr const char* programName = "kestrel-board";
-constexpr int badUsage = 2;
 
 [[noreturn]] void failWith(const std::string& what) {
     throw std::runtime_error(what + ": " + std::generic_category().message(errno));
@@ -184,7 +183,7 @@ class Commands {
         try {
             const std::string answer = runCommand(machine, line);
             if (!answer.empty()) std::cout << answer << '\n';
-        } catch (const std::invalid_argument& error) {
+        } catch (const kestrel::BadOption& error) {
             std::cerr << programName << ": " << error.what() << std::endl;
         }
         return true;
@@ -300,9 +299,9 @@ int main(int argc, char** argv) {
     BoardOptions options;
     try {
         options = parseBoardOptions({argv + 1, argv + argc});
-    } catch (const std::invalid_argument& error) {
+    } catch (const kestrel::BadOption& error) {
         std::cerr << programName << ": " << error.what() << '\n';
-        return badUsage;
+        return kestrel::EndedByBadOption;
     }
     if (options.help || options.version) {
         std::cout << (options.help ? boardHelp() : std::string(programName) + " " + kestrel::ProgramVersion + "\n");

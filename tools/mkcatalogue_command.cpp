@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <sstream>
 
+#include "command_line/command_line.h"
 #include "tools/catalogue.h"
 #include "tools/table_files.h"
 
@@ -13,11 +14,6 @@ namespace {
 
 namespace fs = std::filesystem;
 using namespace tables;
-
-constexpr const char* usage =
-    "usage: mkcatalogue CATALOGUE.tsv... --out DIRECTORY\n"
-    "Makes parameters.h and rows.cpp from the catalogues of the boards, each of which is named after\n"
-    "its board: master.tsv becomes the namespace master.\n";
 
 struct BoardCatalogue {
     std::string space;       // namespace of its constants
@@ -94,33 +90,22 @@ int make(const std::vector<std::string>& catalogues, const fs::path& directory, 
                : 1;
 }
 
-int refuse(std::ostream& err, const std::string& text) {
-    err << "mkcatalogue: " << text << '\n' << usage;
-    return 2;
-}
-
 }  // namespace
 
 int run(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err) {
     std::vector<std::string> catalogues;
     std::string directory;
-    for (std::size_t i = 0; i < arguments.size(); ++i) {
-        const std::string& argument = arguments[i];
-        if (argument == "--help") {
-            out << usage;
-            return 0;
-        }
-        if (argument == "--out" && i + 1 < arguments.size()) {
-            directory = arguments[++i];
-        } else if (argument.starts_with("-")) {
-            return refuse(err, "unknown option " + argument);
-        } else {
-            catalogues.push_back(argument);
-        }
-    }
-    if (catalogues.empty()) return refuse(err, "no catalogue is named");
-    if (directory.empty()) return refuse(err, "no directory is named");
-    return make(catalogues, directory, err);
+    const Tool tool{"mkcatalogue",
+                    "usage: mkcatalogue CATALOGUE.tsv... --out DIRECTORY\n"
+                    "Makes parameters.h and rows.cpp from the catalogues of the boards, each of which is named after\n"
+                    "its board: master.tsv becomes the namespace master.\n",
+                    {{"", "CATALOGUE.tsv", "", addTo(catalogues)},
+                     {"--out", "DIRECTORY", "where the two files go", keepIn(directory)}}};
+    return runTool(tool, arguments, out, err, [&] {
+        if (catalogues.empty()) throw BadOption("no catalogue is named");
+        if (directory.empty()) throw BadOption("no directory is named: --out DIRECTORY");
+        return make(catalogues, directory, err);
+    });
 }
 
 }  // namespace kestrel::mkcatalogue

@@ -7,6 +7,7 @@
 #include <optional>
 #include <vector>
 
+#include "command_line/command_line.h"
 #include "tools/mkindex_format.h"
 #include "tools/table_files.h"
 
@@ -15,35 +16,48 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr const char* usage =
-    "usage: mkindex [--identity | --parameters] [--catalogue CATALOGUE.tsv] TABLE.tsv FILE.inx\n"
-    "       mkindex [--identity | --parameters] [--catalogue CATALOGUE.tsv] --print FILE.inx [TABLE.tsv]\n"
-    "Makes an index file from a table, or prints one as text. A file named W and four digits has the\n"
-    "identity layout, every other one the parameter layout; the options overrule the name. A table\n"
-    "of parameters needs the board's catalogue, which has their numbers.\n";
-
-struct CommandLine {
+struct Work {
     bool print = false;
     std::optional<Layout> layout;
     std::string catalogue;
     std::vector<std::string> files;
 };
 
+Tool toolFor(Work& work) {
+    const auto layOut = [&work](Layout layout) {
+        return [&work, layout](const std::string&) { work.layout = layout; };
+    };
+    return {"mkindex",
+            "usage: mkindex [--identity | --parameters] [--catalogue CATALOGUE.tsv] TABLE.tsv FILE.inx\n"
+            "       mkindex [--identity | --parameters] [--catalogue CATALOGUE.tsv] --print FILE.inx [TABLE.tsv]\n"
+            "Makes an index file from a table, or prints one as text. A file named W and four digits has the\n"
+            "identity layout, every other one the parameter layout; the options overrule the name. A table\n"
+            "of parameters needs the board's catalogue, which has their numbers.\n",
+            {
+                {"", "FILE", "", addTo(work.files)},
+                {"--print", "", "print an index file, with the names of its table where one is given",
+                 setTo(work.print, true)},
+                {"--identity", "", "the file has the identity layout", layOut(Layout::Identity)},
+                {"--parameters", "", "the file has the parameter layout", layOut(Layout::Parameters)},
+                {"--catalogue", "CATALOGUE.tsv", "the parameters of the board", keepIn(work.catalogue)},
+            }};
+}
+
 /// The table of a file, or nothing after all that is wrong has been told.
-std::optional<Table> loadTable(const std::string& path, const CommandLine& line, std::ostream& err) {
-    if (line.layout == Layout::Identity) return tables::load(path, err, readIdentityTable);
-    const auto catalogue = tables::load(line.catalogue, err, tables::readCatalogue);
+std::optional<Table> loadTable(const std::string& path, const Work& work, std::ostream& err) {
+    if (work.layout == Layout::Identity) return tables::load(path, err, readIdentityTable);
+    const auto catalogue = tables::load(work.catalogue, err, tables::readCatalogue);
     if (!catalogue) return {};
     return tables::load(path, err, [&](std::istream& in) { return readParameterTable(in, *catalogue); });
 }
 
-int make(const CommandLine& line, std::ostream& err) {
-    const auto table = loadTable(line.files[0], line, err);
-    return table && tables::writeWhole(line.files[1], encode(table->records, *line.layout), err) ? 0 : 1;
+int make(const Work& work, std::ostream& err) {
+    const auto table = loadTable(work.files[0], work, err);
+    return table && tables::writeWhole(work.files[1], encode(table->records, *work.layout), err) ? 0 : 1;
 }
 
-int show(const CommandLine& line, std::ostream& out, std::ostream& err) {
-    const std::vector<std::string>& files = line.files;
+int show(const Work& work, std::ostream& out, std::ostream& err) {
+    const std::vector<std::string>& files = work.files;
     std::ifstream in(files[0], std::ios::binary);
     if (!in || fs::is_directory(files[0])) {
         err << files[0] << ": cannot be read\n";
@@ -52,51 +66,33 @@ int show(const CommandLine& line, std::ostream& out, std::ostream& err) {
     const std::string bytes{std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
     std::map<int, std::string> names;
     if (files.size() == 2) {
-        const auto table = loadTable(files[1], line, err);
+        const auto table = loadTable(files[1], work, err);
         if (!table) return 1;
         for (const Record& record : table->records) names[record.number] = record.name;
     }
-    print(out, bytes, *line.layout, names);
+    print(out, bytes, *work.layout, names);
     return 0;
 }
 
-int refuse(std::ostream& err, const std::string& text) {
-    err << "mkindex: " << text << '\n' << usage;
-    return 2;
+/// What the command line does not say follows from the names of the files.
+void complete(Work& work) {
+    const std::size_t fewest = work.print ? 1 : 2;
+    if (work.files.size() < fewest || work.files.size() > 2)
+        throw BadOption("wrong number of files (--help tells which are needed)");
+    const std::string& index = work.print ? work.files[0] : work.files[1];
+    if (!work.layout) work.layout = layoutOfName(fs::path(index).filename().string());
+    if (work.layout == Layout::Parameters && work.files.size() == 2 && work.catalogue.empty())
+        throw BadOption("a table of parameters needs a catalogue: --catalogue CATALOGUE.tsv");
 }
 
 }  // namespace
 
 int run(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err) {
-    CommandLine line;
-    for (std::size_t i = 0; i < arguments.size(); ++i) {
-        const std::string& argument = arguments[i];
-        if (argument == "--help") {
-            out << usage;
-            return 0;
-        }
-        if (argument == "--print") {
-            line.print = true;
-        } else if (argument == "--identity") {
-            line.layout = Layout::Identity;
-        } else if (argument == "--parameters") {
-            line.layout = Layout::Parameters;
-        } else if (argument == "--catalogue" && i + 1 < arguments.size()) {
-            line.catalogue = arguments[++i];
-        } else if (argument.starts_with("-")) {
-            return refuse(err, "unknown option " + argument);
-        } else {
-            line.files.push_back(argument);
-        }
-    }
-    const std::size_t fewest = line.print ? 1 : 2;
-    if (line.files.size() < fewest || line.files.size() > 2) return refuse(err, "wrong number of files");
-    const std::string& index = line.print ? line.files[0] : line.files[1];
-    if (!line.layout) line.layout = layoutOfName(fs::path(index).filename().string());
-    if (line.layout == Layout::Parameters && line.files.size() == 2 && line.catalogue.empty()) {
-        return refuse(err, "a table of parameters needs a catalogue");
-    }
-    return line.print ? show(line, out, err) : make(line, err);
+    Work work;
+    return runTool(toolFor(work), arguments, out, err, [&] {
+        complete(work);
+        return work.print ? show(work, out, err) : make(work, err);
+    });
 }
 
 }  // namespace kestrel::mkindex

@@ -11,6 +11,7 @@
 #include <utility>
 #include <vector>
 
+#include "command_line/command_line.h"
 #include "tools/mklang_format.h"
 
 namespace kestrel::mklang {
@@ -18,39 +19,30 @@ namespace kestrel::mklang {
 namespace {
 
 constexpr int badFile = 1;
-constexpr int badUsage = 2;
 
-struct Options {
+struct Work {
     std::vector<std::string> sources;
     std::string usedLines;
     std::string directory;
     std::string print;
 };
 
-int usage(std::ostream& err) {
-    err << "usage: mklang SOURCE... [--check-used FILE] --out DIR\n"
-           "       mklang --print FILE.lng\n";
-    return badUsage;
+Tool toolFor(Work& work) {
+    return {"mklang",
+            "usage: mklang SOURCE... [--check-used FILE] --out DIR\n"
+            "       mklang --print FILE.lng\n",
+            {
+                {"", "SOURCE", "", addTo(work.sources)},
+                {"--out", "DIR", "make a file in DIR for each language of the sources", keepIn(work.directory)},
+                {"--check-used", "FILE", "demand a text of each line that FILE lists", keepIn(work.usedLines)},
+                {"--print", "FILE.lng", "print a language file with the numbers of its lines", keepIn(work.print)},
+            }};
 }
 
-bool parseOptions(const std::vector<std::string>& arguments, Options& options) {
-    for (std::size_t i = 0; i < arguments.size(); ++i) {
-        const std::string& argument = arguments[i];
-        if (!argument.starts_with("--")) {
-            options.sources.push_back(argument);
-            continue;
-        }
-        std::string* value = argument == "--out"          ? &options.directory
-                             : argument == "--check-used" ? &options.usedLines
-                             : argument == "--print"      ? &options.print
-                                                          : nullptr;
-        if (value == nullptr || !value->empty() || i + 1 == arguments.size()) return false;
-        *value = arguments[++i];
-        if (value->empty()) return false;
-    }
-    const bool makes = !options.sources.empty() && !options.directory.empty() && options.print.empty();
-    const bool prints = options.sources.empty() && options.directory.empty() && options.usedLines.empty();
-    return makes || (prints && !options.print.empty());
+void refuseHalfWork(const Work& work) {
+    const bool makes = !work.sources.empty() && !work.directory.empty() && work.print.empty();
+    const bool prints = work.sources.empty() && work.directory.empty() && work.usedLines.empty() && !work.print.empty();
+    if (!makes && !prints) throw BadOption("sources and --out are needed, or --print alone (--help lists the options)");
 }
 
 int fail(std::ostream& err, const std::string& file, const std::string& message) {
@@ -89,28 +81,28 @@ bool writeFile(const std::filesystem::path& path, const std::string& bytes) {
     return written;
 }
 
-int make(const Options& options, std::ostream& err) {
+int make(const Work& work, std::ostream& err) {
     LanguageTexts texts;
     std::vector<Complaint> complaints;
-    for (const std::string& name : options.sources) {
+    for (const std::string& name : work.sources) {
         const auto bytes = readFile(name);
         if (!bytes) return fail(err, name, "cannot be read");
         std::istringstream in(*bytes);
         readLanguageSource(in, name, texts, complaints);
     }
-    if (!options.usedLines.empty() && complaints.empty()) {
-        const auto bytes = readFile(options.usedLines);
-        if (!bytes) return fail(err, options.usedLines, "cannot be read");
+    if (!work.usedLines.empty() && complaints.empty()) {
+        const auto bytes = readFile(work.usedLines);
+        if (!bytes) return fail(err, work.usedLines, "cannot be read");
         std::istringstream in(*bytes);
-        checkUsedLines(in, options.usedLines, texts, complaints);
+        checkUsedLines(in, work.usedLines, texts, complaints);
     }
     for (const auto& complaint : complaints) err << describe(complaint) << '\n';
     if (!complaints.empty()) return badFile;
 
     std::error_code error;
-    std::filesystem::create_directories(options.directory, error);
+    std::filesystem::create_directories(work.directory, error);
     for (std::size_t i = 0; i < texts.languages.size(); ++i) {
-        const auto path = std::filesystem::path(options.directory) / (texts.languages[i] + ".lng");
+        const auto path = std::filesystem::path(work.directory) / (texts.languages[i] + ".lng");
         if (!writeFile(path, languageFileBytes(texts, i))) return fail(err, path.string(), "cannot be written");
     }
     return 0;
@@ -119,9 +111,11 @@ int make(const Options& options, std::ostream& err) {
 }  // namespace
 
 int run(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err) {
-    Options options;
-    if (!parseOptions(arguments, options)) return usage(err);
-    return options.print.empty() ? make(options, err) : print(options.print, out, err);
+    Work work;
+    return runTool(toolFor(work), arguments, out, err, [&] {
+        refuseHalfWork(work);
+        return work.print.empty() ? make(work, err) : print(work.print, out, err);
+    });
 }
 
 }  // namespace kestrel::mklang

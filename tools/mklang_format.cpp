@@ -8,7 +8,7 @@
 #include <set>
 #include <utility>
 
-#include "tools/mklang_codepage.h"
+#include "platform/code_page.h"
 
 namespace kestrel::mklang {
 
@@ -95,7 +95,7 @@ bool checkText(const std::string& text, const std::string& language, std::string
         source.complain("no text in " + language);
         return false;
     }
-    const auto bytes = toWindows1252(text);
+    const auto bytes = bytesForInstallation(text);
     if (!bytes) {
         source.complain(language + " has a character outside Windows-1252, or is not UTF-8");
         return false;
@@ -218,22 +218,23 @@ std::string languageFileBytes(const LanguageTexts& texts, std::size_t language) 
     int line = 1;
     for (const auto& [number, row] : texts.rows) {
         for (; line < number; ++line) bytes += "\r\n";
-        bytes += toWindows1252(row[language]).value() + "\r\n";
+        bytes += bytesForInstallation(row[language]).value() + "\r\n";
         ++line;
     }
     return bytes;
 }
 
 std::string printLanguageFile(std::string_view bytes) {
-    std::string text;
-    for (int number = 1; !bytes.empty(); ++number) {
-        const auto end = bytes.find('\n');
-        std::string_view line = bytes.substr(0, end);
-        bytes.remove_prefix(end == std::string_view::npos ? bytes.size() : end + 1);
+    const std::string text = textOfInstallation(bytes);
+    std::string printed;
+    int number = 0;
+    for (std::size_t from = 0, end = 0; from < text.size(); from = end + 1) {
+        end = std::min(text.find('\n', from), text.size());
+        std::string_view line = std::string_view(text).substr(from, end - from);
         if (line.ends_with('\r')) line.remove_suffix(1);
-        text += std::to_string(number) + "\t" + fromWindows1252(line) + "\n";
+        printed.append(std::to_string(++number)).append("\t").append(line).append("\n");
     }
-    return text;
+    return printed;
 }
 
 }  // namespace kestrel::mklang

@@ -1,7 +1,6 @@
 // The command line of the program.
 #include "shell/options.h"
 
-#include <set>
 #include <system_error>
 
 #include "link/link_engine.h"
@@ -9,14 +8,6 @@
 namespace kestrel {
 
 namespace {
-
-struct Option {
-    const char* name;
-    const char* value;  ///< what its value is called in the help, or null when it takes none
-    const char* help;
-    bool mayRepeat;
-    void (*take)(Options& options, const std::string& value);
-};
 
 /// The program changes its directory when it starts, so that a relative path would lead elsewhere.
 std::filesystem::path absolutePath(const std::string& path) {
@@ -58,36 +49,29 @@ void takeTheme(Options& options, const std::string& value) {
     options.theme = found->second;
 }
 
-const std::vector<Option>& table() {
-    static const std::vector<Option> options = {
-        {"--demo", nullptr, "work on a simulated machine instead of a serial port", true,
-         [](Options& o, const std::string&) { o.demo = true; }},
+OptionTable tableFor(Options& options) {
+    using enum Option::Times;
+    return {
+        {"--demo", "", "work on a simulated machine instead of a serial port", setTo(options.demo, true)},
         {"--directory", "DIR",
-         "directory of the configuration, index and language files\n(default: where the program lies)", false,
-         takeDirectory},
+         "directory of the configuration, index and language files\n(default: where the program lies)",
+         [&options](const std::string& value) { takeDirectory(options, value); }},
         {"--com", "N=DEVICE",
-         "device behind port N, 1 to 4 (default: the serial devices\nof this computer, USB adapters first)", true,
-         takeDevice},
-        {"--open", "PAGE", "open this page at start, by its class name, such as FrmTempi", true,
-         [](Options& o, const std::string& v) { o.pages.push_back(v); }},
-        {"--tour", "DIR", "open every page in turn, save a picture of each in DIR, print\nwhat came in, and end", false,
-         [](Options& o, const std::string& v) { o.tour = std::filesystem::weakly_canonical(absolutePath(v)); }},
-        {"--theme", "NAME", "light, dark or system (default: system)", false, takeTheme},
+         "device behind port N, 1 to 4 (default: the serial devices\nof this computer, USB adapters first)",
+         [&options](const std::string& value) { takeDevice(options, value); }, Often},
+        {"--open", "PAGE", "open this page at start, by its class name, such as FrmTempi", addTo(options.pages), Often},
+        {"--tour", "DIR", "open every page in turn, save a picture of each in DIR, print\nwhat came in, and end",
+         [&options](const std::string& value) {
+             options.tour = std::filesystem::weakly_canonical(absolutePath(value));
+         }},
+        {"--theme", "NAME", "light, dark or system (default: system)",
+         [&options](const std::string& value) { takeTheme(options, value); }},
         {"--fault", "LIST",
          "faults of the simulated machine, such as drop=0.01,flip=0.02\n(with --demo; kestrel-board --help lists them)",
-         false, [](Options& o, const std::string& v) { o.faults = v; }},
-        {"--version", nullptr, "print the version and end", true,
-         [](Options& o, const std::string&) { o.version = true; }},
-        {"--help", nullptr, "print this help and end", true, [](Options& o, const std::string&) { o.help = true; }},
+         keepIn(options.faults)},
+        {"--version", "", "print the version and end", setTo(options.version, true), Last},
+        {"--help", "", "print this help and end", setTo(options.help, true), Last},
     };
-    return options;
-}
-
-const Option& find(const std::string& name) {
-    for (const Option& option : table())
-        if (name == option.name) return option;
-    throw BadOption(name.starts_with("-") ? "unknown option " + name + " (--help lists the options)"
-                                          : "unexpected argument \"" + name + "\"");
 }
 
 void refuseContradictions(const Options& options) {
@@ -102,41 +86,16 @@ void refuseContradictions(const Options& options) {
 
 Options parseOptions(const std::vector<std::string>& arguments) {
     Options options;
-    std::set<std::string> seen;
-    for (auto next = arguments.begin(); next != arguments.end(); ++next) {
-        const auto sign = next->starts_with("--") ? next->find('=') : std::string::npos;
-        const bool joined = sign != std::string::npos;
-        const std::string name = next->substr(0, sign);
-        const Option& option = find(name);
-        if (!option.value && joined) throw BadOption(name + " takes no value");
-        if (!seen.insert(name).second && !option.mayRepeat) throw BadOption(name + " is given twice");
-        std::string value;
-        if (option.value) {
-            if (!joined && ++next != arguments.end()) value = *next;
-            if (joined) value = next->substr(sign + 1);
-            if (value.empty()) throw BadOption(name + " needs a value: " + name + " " + option.value);
-        }
-        option.take(options, value);
-        if (options.help || options.version) return options;
-    }
-    refuseContradictions(options);
+    readCommandLine(tableFor(options), arguments);
+    if (!options.help && !options.version) refuseContradictions(options);
     return options;
 }
 
-std::string usage() {
-    constexpr std::size_t HelpColumn = 22;
-    std::string text =
-        "Usage: kestrel [OPTION]...\nService tool for vending-machine controller boards on a serial line.\n\n";
-    for (const Option& option : table()) {
-        std::string left = std::string("  ") + option.name;
-        if (option.value) left.append(" ").append(option.value);
-        left.resize(std::max(left.size() + 1, HelpColumn), ' ');
-        std::string help = option.help;
-        if (const auto line = help.find('\n'); line != std::string::npos)
-            help.replace(line, 1, "\n" + std::string(HelpColumn, ' '));
-        text.append(left).append(help).append("\n");
-    }
-    return text;
+std::string usage(const std::string& program) {
+    Options none;
+    return "Usage: " + program +
+           " [OPTION]...\nService tool for vending-machine controller boards on a serial line.\n\n" +
+           listOptions(tableFor(none));
 }
 
 }  // namespace kestrel

@@ -4,9 +4,10 @@
 
 #include <filesystem>
 #include <map>
-#include <stdexcept>
 #include <string>
 #include <vector>
+
+#include "command_line/command_line.h"
 
 namespace kestrel {
 
@@ -24,20 +25,11 @@ struct Options {
     bool help = false;
 };
 
-/// A command line that cannot be followed; the text is one line for the user.
-class BadOption : public std::runtime_error {
-  public:
-    using std::runtime_error::runtime_error;
-};
-
-/// Exit status of a command line that cannot be followed.
-inline constexpr int EndedByBadOption = 2;
-
 /// Reads the arguments, without the program's own name. Throws BadOption. After --help or --version the rest is not
 /// looked at.
 Options parseOptions(const std::vector<std::string>& arguments);
 
-/// The text of --help.
-std::string usage();
+/// The text of --help, of the program of this name.
+std::string usage(const std::string& program = "kestrel");
 
 }  // namespace kestrel

@@ -1,5 +1,4 @@
 // The command line of the board program.
-// Options with a value take it as the next argument.
 #include "simulator/board_options.h"
 
 #include <limits>
@@ -12,65 +11,50 @@ namespace {
 
 constexpr std::uint64_t highestLatency = 1000;
 
+std::uint64_t number(const std::string& text, std::uint64_t highest, const std::string& wanted) {
+    const auto found = parseNumber(text, highest);
+    if (!found) throw std::invalid_argument("takes " + wanted + ", not \"" + text + "\"");
+    return *found;
+}
+
+OptionTable tableFor(BoardOptions& options) {
+    using enum Option::Times;
+    MachineOptions& machine = options.machine;
+    return {
+        {"--directory", "DIR", "where the index files *.inx are (default: where kestrel-board is)",
+         keepIn(machine.directory)},
+        {"--link", "PATH", "keep a symbolic link to the pseudo-terminal at PATH", keepIn(options.link)},
+        {"--seed", "N", "seed of everything that is left to chance (default: 1)",
+         [&](const std::string& text) {
+             machine.seed = number(text, std::numeric_limits<std::uint64_t>::max(), "a whole number");
+         }},
+        {"--fault", "LIST",
+         "faults with their probability per exchange, as drop=0.01,flip=0.02\n(their names stand below)",
+         [&](const std::string& text) { machine.faults = parseFaults(text); }},
+        {"--latency", "MS", "hand bytes over at multiples of this time, as an adapter does",
+         [&](const std::string& text) {
+             machine.latency = static_cast<Micros>(number(text, highestLatency, "0 to 1000 ms")) * millisecond;
+         }},
+        {"--no-hot-drink", "", "leave out the hot-drink board", setTo(machine.hotDrinkBoard, false)},
+        {"--no-sector", "", "leave out the sector board", setTo(machine.sectorBoard, false)},
+        {"--still", "", "no sales, alarms or drifting readings", setTo(machine.moving, false)},
+        {"--quiet", "", "do not print the exchanges", setTo(options.quiet, true)},
+        {"--version", "", "print the version and end", setTo(options.version, true), Last},
+        {"--help", "", "print this help and end", setTo(options.help, true), Last},
+    };
+}
+
 }  // namespace
 
 BoardOptions parseBoardOptions(const std::vector<std::string>& arguments) {
     BoardOptions options;
-    for (std::size_t i = 0; i < arguments.size(); ++i) {
-        const std::string& name = arguments[i];
-        const auto value = [&]() -> const std::string& {
-            if (i + 1 == arguments.size()) throw std::invalid_argument("option " + name + " needs a value");
-            return arguments[++i];
-        };
-        if (name == "--directory") {
-            options.machine.directory = value();
-        } else if (name == "--seed") {
-            const std::string& text = value();
-            const auto seed = parseNumber(text, std::numeric_limits<std::uint64_t>::max());
-            if (!seed) throw std::invalid_argument("--seed takes a whole number, not \"" + text + "\"");
-            options.machine.seed = *seed;
-        } else if (name == "--fault") {
-            options.machine.faults = parseFaults(value());
-        } else if (name == "--latency") {
-            const std::string& text = value();
-            const auto milliseconds = parseNumber(text, highestLatency);
-            if (!milliseconds) throw std::invalid_argument("--latency takes 0 to 1000 ms, not \"" + text + "\"");
-            options.machine.latency = static_cast<Micros>(*milliseconds) * millisecond;
-        } else if (name == "--link") {
-            options.link = value();
-        } else if (name == "--no-hot-drink") {
-            options.machine.hotDrinkBoard = false;
-        } else if (name == "--no-sector") {
-            options.machine.sectorBoard = false;
-        } else if (name == "--still") {
-            options.machine.moving = false;
-        } else if (name == "--quiet") {
-            options.quiet = true;
-        } else if (name == "--help") {
-            options.help = true;
-        } else if (name == "--version") {
-            options.version = true;
-        } else {
-            throw std::invalid_argument("unknown option \"" + name + "\"; --help lists them");
-        }
-    }
+    readCommandLine(tableFor(options), arguments);
     return options;
 }
 
 std::string boardHelp() {
-    return "kestrel-board: a simulated vending machine on a pseudo-terminal\n"
-           "\n"
-           "  --directory DIR   where the index files *.inx are (default: where kestrel-board is)\n"
-           "  --link PATH       keep a symbolic link to the pseudo-terminal at PATH\n"
-           "  --seed N          seed of everything that is left to chance (default: 1)\n"
-           "  --fault LIST      faults with their probability per exchange, as drop=0.01,flip=0.02\n"
-           "                    (their names stand below)\n"
-           "  --latency MS      hand bytes over at multiples of this time, as an adapter does\n"
-           "  --no-hot-drink    leave out the hot-drink board\n"
-           "  --no-sector       leave out the sector board\n"
-           "  --still           no sales, alarms or drifting readings\n"
-           "  --quiet           do not print the exchanges\n"
-           "  --help, --version\n"
+    BoardOptions none;
+    return "kestrel-board: a simulated vending machine on a pseudo-terminal\n\n" + listOptions(tableFor(none)) +
            "\n"
            "The first line printed is the path of the pseudo-terminal, then a line an exchange.\n"
            "Commands, a line each on standard input (BOARD is 0 master, 1 hot-drink, 2 sector):\n"

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "command_line/command_line.h"
 #include "simulator/machine.h"
 
 namespace kestrel::simulator {
@@ -17,7 +18,7 @@ struct BoardOptions {
     bool version = false;
 };
 
-// The arguments without the program's name. Throws std::invalid_argument with one clear line.
+// The arguments without the program's name. Throws BadOption.
 BoardOptions parseBoardOptions(const std::vector<std::string>& arguments);
 
 std::string boardHelp();

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# Runs the fuzz targets one after the other, each so many seconds on a copy of its corpus, and says what each did.
+# Runs the fuzz targets one after the other, each so many seconds from its seeds on, and says what each did.
 #     tests/fuzz/run.sh [SECONDS (default 600)] [TARGET...]
-# What breaks a target stays in build/fuzz/found/TARGET; mended, it belongs into tests/fuzz/corpus/TARGET.
+# What breaks a target stays in build/fuzz/found/TARGET; mended, it belongs into tests/fuzz/seeds.cpp.
 set -euo pipefail
 cd "$(dirname "$0")/../.."
 . packaging/packages.sh
@@ -20,8 +20,8 @@ for target in "${targets[@]}"; do
     log=build/fuzz/$target.log
     mkdir -p "$grown" "$found"
     broken=
-    "build/fuzz/tests/fuzz_$target" -max_total_time="$seconds" -timeout=10 -rss_limit_mb=2048 -print_final_stats=1 \
-        -artifact_prefix="$found/" "$grown" "tests/fuzz/corpus/$target" >"$log" 2>&1 || broken=yes
+    KESTREL_FUZZ_SEEDS=$grown "build/fuzz/tests/fuzz_$target" -max_total_time="$seconds" -timeout=10 -rss_limit_mb=2048 -print_final_stats=1 \
+        -artifact_prefix="$found/" "$grown" >"$log" 2>&1 || broken=yes
     runs=$(sed -n 's/^stat::number_of_executed_units: *//p' "$log")
     cover=$(grep -o 'cov: [0-9]*' "$log" | tail -n 1)
     echo "$target: ${runs:-?} runs, ${cover:-cov: ?} edges, $(find "$grown" -type f | wc -l) inputs kept," \

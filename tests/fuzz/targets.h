@@ -1,5 +1,5 @@
 // Six places where bytes from outside enter: each takes any bytes and must come back, whatever they are.
-// A fuzzer calls one of them without end; the tests call them with the files of the corpus.
+// A fuzzer calls one of them without end; the tests call them with the seeds.
 #pragma once
 
 #include <cstddef>

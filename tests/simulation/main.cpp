@@ -3,22 +3,21 @@
 #include <csignal>
 #include <cstdio>
 #include <ctime>
+#include <iostream>
+#include <limits>
 #include <map>
+#include <optional>
 #include <stdexcept>
 #include <string>
 
+#include "command_line/command_line.h"
 #include "simulation/play.h"
 #include "simulation/small_worlds.h"
+#include "simulator/commands.h"
 
 namespace kestrel::testing {
 
 namespace {
-
-constexpr const char* Usage =
-    "Usage: kestrel_simulation [--seeds FIRST-LAST] [--days N] [--small-worlds] [--keep-going]\n"
-    "       kestrel_simulation --plan LINE [--shorten]\n"
-    "--days: machine-days to be played at least; what the trouble leaves passes with the pages left open.\n"
-    "A long run can be stopped by SIGINT or SIGTERM, and tells then what was played.\n";
 
 constexpr double MicrosPerDay = 86'400e6;
 constexpr std::uint64_t PlayedTwice = 5;  ///< every fifth seed
@@ -91,41 +90,58 @@ class Report {
     std::map<std::string, long> ended_;
 };
 
-/// The command line: each name with its value, or with nothing. Throws std::invalid_argument for what is not known.
-struct Options : std::map<std::string, std::string> {
-    Options(int count, char** arguments) : map{{"--seeds", "1-200"}, {"--days", "0"}} {
-        const std::map<std::string, bool> known = {{"--seeds", true},       {"--days", true},
-                                                   {"--plan", true},        {"--small-worlds", false},
-                                                   {"--keep-going", false}, {"--shorten", false}};
-        for (int i = 1; i < count; ++i) {
-            const std::string name = arguments[i];
-            const bool takesValue = known.contains(name) && known.at(name);
-            if (!known.contains(name) || (takesValue && i + 1 == count))
-                throw std::invalid_argument(name + " is unknown or lacks its value");
-            (*this)[name] = takesValue ? arguments[++i] : "";
-        }
-    }
+struct Work {
+    std::uint64_t first = 1, last = 200;  ///< seeds
+    std::uint64_t days = 0;
+    std::optional<Plan> plan;
+    bool smallWorlds = false, keepsGoing = false, shortens = false;
 };
 
-void playPlan(const Options& options, Report& report) {
-    const Plan plan = Plan::parse(options.at("--plan"));
-    const Outcome outcome = play(plan);
-    report.take(plan, outcome);
-    if (options.contains("--shorten") && !outcome.failedCheck.empty())
-        std::printf("shortened: %s\n", shorten(plan, outcome.failedCheck).text().c_str());
+std::uint64_t number(const std::string& text, std::uint64_t highest = std::numeric_limits<std::uint64_t>::max()) {
+    const auto found = simulator::parseNumber(text, highest);
+    if (!found) throw std::invalid_argument("\"" + text + "\" is not a whole number");
+    return *found;
 }
 
-void playSeeds(const Options& options, Report& report) {
-    const auto goesOn = [&] { return !stopped && (options.contains("--keep-going") || !report.failed()); };
-    const std::string seeds = options.at("--seeds");
-    const std::uint64_t last = std::stoull(seeds.substr(seeds.find('-') + 1));
-    const double days = std::stod(options.at("--days"));
-    if (options.contains("--small-worlds"))
+Tool toolFor(Work& work) {
+    return {"kestrel_simulation",
+            "Usage: kestrel_simulation [OPTION]...\n"
+            "A long run can be stopped by SIGINT or SIGTERM, and tells then what was played.\n",
+            {
+                {"--seeds", "FIRST-LAST", "the plans of these seeds (default: 1-200)",
+                 [&work](const std::string& text) {
+                     const auto dash = text.find('-');
+                     work.first = number(text.substr(0, dash));
+                     work.last = number(text.substr(dash + 1));
+                 }},
+                {"--days", "N",
+                 "machine-days to be played at least; what the trouble leaves passes\nwith the pages left open",
+                 [&work](const std::string& text) { work.days = number(text, 1'000'000); }},
+                {"--small-worlds", "", "every act and fault of a small world first", setTo(work.smallWorlds, true)},
+                {"--keep-going", "", "play on after a failure", setTo(work.keepsGoing, true)},
+                {"--plan", "LINE", "this plan alone, as a failure tells it",
+                 [&work](const std::string& text) { work.plan = Plan::parse(text); }},
+                {"--shorten", "", "look for a shorter plan with the same failure", setTo(work.shortens, true)},
+            }};
+}
+
+void playPlan(const Work& work, Report& report) {
+    const Outcome outcome = play(*work.plan);
+    report.take(*work.plan, outcome);
+    if (work.shortens && !outcome.failedCheck.empty())
+        std::printf("shortened: %s\n", shorten(*work.plan, outcome.failedCheck).text().c_str());
+}
+
+void playSeeds(const Work& work, Report& report) {
+    const auto goesOn = [&] { return !stopped && (work.keepsGoing || !report.failed()); };
+    if (work.smallWorlds)
         for (const Plan& plan : smallWorlds())
             if (goesOn()) report.take(plan, play(plan));
-    for (std::uint64_t seed = std::stoull(seeds); seed <= last && goesOn(); ++seed) {
+    for (std::uint64_t seed = work.first; seed <= work.last && goesOn(); ++seed) {
         Plan plan = Plan::draw(seed);
-        const double share = (days - report.days()) / static_cast<double>(last - seed + 1) * 86'400 - plan.seconds;
+        const double share =
+            (static_cast<double>(work.days) - report.days()) / static_cast<double>(work.last - seed + 1) * 86'400 -
+            plan.seconds;
         plan.quiet = static_cast<int>(std::max(share, 0.0));
         Outcome outcome = play(plan);
         if (seed % PlayedTwice == 0 && play(plan).hash != outcome.hash)
@@ -142,14 +158,11 @@ int main(int count, char** arguments) {
     using namespace kestrel::testing;
     std::setvbuf(stdout, nullptr, _IOLBF, BUFSIZ);
     for (const int signal : {SIGINT, SIGTERM}) std::signal(signal, [](int) { stopped = 1; });
-    try {
-        const Options options(count, arguments);
+    Work work;
+    return kestrel::runTool(toolFor(work), {arguments + 1, arguments + count}, std::cout, std::cerr, [&] {
         Report report;
-        options.contains("--plan") ? playPlan(options, report) : playSeeds(options, report);
+        work.plan ? playPlan(work, report) : playSeeds(work, report);
         report.print();
         return report.failed() ? 1 : 0;
-    } catch (const std::exception& trouble) {
-        std::fprintf(stderr, "kestrel_simulation: %s\n%s", trouble.what(), Usage);
-        return 2;
-    }
+    });
 }

@@ -19,7 +19,7 @@ std::vector<FaultKind> allKinds() {
     return all;
 }
 
-TEST(FaultText, ReadsNamesAndRates) {
+TEST(FaultText, IsReadOrRefusedWithWhatIsWrong) {
     const FaultPlan plan = parseFaults("drop=0.01,flip=1,port=0");
     EXPECT_DOUBLE_EQ(plan.rate(FaultKind::Drop), 0.01);
     EXPECT_DOUBLE_EQ(plan.rate(FaultKind::Flip), 1);
@@ -27,13 +27,10 @@ TEST(FaultText, ReadsNamesAndRates) {
     EXPECT_DOUBLE_EQ(parseFaults("").rate(FaultKind::Drop), 0);
     for (const FaultKind kind : allKinds())
         EXPECT_TRUE(contains(faultHelp(), "  " + std::string(nameOf(kind)) + "  ")) << nameOf(kind);
-}
-
-TEST(FaultText, SaysWhatIsWrong) {
-    const std::pair<const char*, const char*> cases[] = {
+    const std::pair<const char*, const char*> wrong[] = {
         {"drap=0.1", "drap"}, {"drop", "NAME=RATE"},     {"drop=", "drop"},       {"drop=1.5", "1.5"},
         {"drop=-1", "-1"},    {"drop=0.1x", "\"0.1x\""}, {"drop=nan", "\"nan\""}, {",drop=0.1", "\"\""}};
-    for (const auto& [text, named] : cases)
+    for (const auto& [text, named] : wrong)
         EXPECT_TRUE(contains(refusalOf<std::invalid_argument>([&, t = text] { parseFaults(t); }), named)) << text;
 }
 
@@ -56,9 +53,9 @@ class FaultTest : public SimulatorTest {
     // The boards that are fitted, and no others, work and are at rest; nothing is left of what happened before.
     void expectSound(Bench& bench) const {
         EXPECT_TRUE(bench.portOpen() && bench.takeOutput(bench.now).empty());
-        bench.play(options.hotDrinkBoard ? "M1&4 H41=9 H41?9 H1297?0" : "M1~4");
-        bench.play(options.sectorBoard ? "M2&4 S41=9 S41?9 S290?0" : "M2~4");
-        bench.play("M41=9 M41?9 M7~2");
+        bench.play(options.hotDrinkBoard ? "0.1&4 1.41=9 1.41?9 1.1297?0" : "0.1~4");
+        bench.play(options.sectorBoard ? "0.2&4 2.41=9 2.41?9 2.290?0" : "0.2~4");
+        bench.play("0.41=9 0.41?9 0.7~2");
     }
     void expectRecovery(Bench& bench) const {
         bench.setFaults({});
@@ -163,62 +160,38 @@ TEST_F(FaultTest, RequestsLoseABitOrTheirEnd) {
             };
             EXPECT_TRUE(bench.exchange(write).empty());
             EXPECT_EQ(bench.value(Master, 16), old);
-            bench.onExchange = [](const Exchange& e) { EXPECT_EQ(e.note, ""); };
+            bench.onExchange = nullptr;
             bench.setFaults({});
             EXPECT_EQ(bench.exchange(write), goodAck(write));
         }
     }
     EXPECT_GT(heard["request"], 10);
     EXPECT_EQ(heard["part"], 0);
-    // Without a pause the parts run together, so something of them does arrive.
-    Bench bench(with("part=1"));
-    bench.onExchange = [&](const Exchange&) { ++heard["part"]; };
-    for (int i = 0; i < 30; ++i) bench.exchange(write, 10 * millisecond);
-    EXPECT_GT(heard["part"], 0);
 }
 
-TEST_F(FaultTest, StreamIsEndlessForAWhileAndLetsRepliesThrough) {
-    std::set<std::size_t> lengths;
-    for (std::uint64_t seed = 1; seed <= seeds; ++seed) {
-        Bench bench(with("", seed));
-        bench.setValue(Master, 16, 500);
-        for (int i = 0; i < 3; ++i) bench.strike(FaultKind::Stream);
-        Bytes all = bench.exchange(read, 40 * millisecond);
-        EXPECT_GT(all.size(), 60U) << "the line is never free";
-        const Bytes rest = bench.exchange({}, 1600 * millisecond);
-        all.insert(all.end(), rest.begin(), rest.end());
-        EXPECT_NE(std::search(all.begin(), all.end(), whole.begin(), whole.end()), all.end());
-        lengths.insert(all.size() / 400);
-        expectSound(bench);
-    }
-    EXPECT_GT(lengths.size(), 2U);
-}
-
-TEST_F(FaultTest, BoardsChangeWhatWasAskedForLastAndSwapAllTheirMemory) {
+TEST_F(FaultTest, BoardsChangeWhatWasAskedForLastAndSwapAllTheirMemoryButNotWhatTheySayOfThemselves) {
     std::set<std::uint32_t> changed;
     for (std::uint64_t seed = 1; seed <= seeds; ++seed) {
         Bench bench(with("", seed));
         bench.strike(FaultKind::Change);  // nothing has been asked for
-        bench.play("S71=5000");
+        bench.play("2.71=5000");
         bench.strike(FaultKind::Change);
         changed.insert(bench.read(Sector, 71));
-        for (const auto& [board, last] : {std::pair{Master, 400}, {HotDrink, 1480}, {Sector, 300}}) {
-            bench.setFaults(parseFaults("swap=1"));
-            const auto report = bench.value(Master, 1);
-            std::map<int, std::uint32_t> before;
-            for (int n = 1; n <= last; ++n) before[n] = bench.value(board, n);
-            bench.read(Master, 1);
-            int same = 0;
-            for (int n = 1; n <= last; ++n) same += bench.value(board, n) == before[n] ? 1 : 0;
-            EXPECT_LT(same, last / 20);
-            EXPECT_EQ(bench.value(Master, 1), report);
-        }
-        // What a board says of itself is no memory.
-        for (const char* report : {"M1?4", "M2?4", "H1297?0", "S290?0"}) {
-            bench.setFaults({});
+        for (const char* report : {"0.1?4", "0.2?4", "1.1297?0", "2.290?0"}) {
             bench.play(report);
             bench.strike(FaultKind::Change);
             bench.play(report);
+        }
+        for (const auto& [board, last] : {std::pair{Master, 400}, {HotDrink, 1480}, {Sector, 300}}) {
+            std::vector<std::uint32_t> before(1);
+            for (int n = 1; n <= last; ++n) before.push_back(bench.value(board, n));
+            bench.setFaults(parseFaults("swap=1"));
+            bench.read(Master, 1);
+            bench.setFaults({});
+            int same = 0;
+            for (int n = 1; n <= last; ++n)
+                same += bench.value(board, n) == before[static_cast<std::size_t>(n)] ? 1 : 0;
+            EXPECT_LT(same, last / 20);
         }
         expectSound(bench);
     }
@@ -226,39 +199,11 @@ TEST_F(FaultTest, BoardsChangeWhatWasAskedForLastAndSwapAllTheirMemory) {
     EXPECT_GT(changed.size(), seeds / 2);
 }
 
-// By hand, whatever boards there are: it happens at once, it ends, and no board that is not there is heard of.
-TEST_F(FaultTest, StrikesByHandWithoutAnExchange) {
-    const std::set<FaultKind> seenAtOnce{FaultKind::Noise,    FaultKind::Reset, FaultKind::BoardLost,
-                                         FaultKind::PortLost, FaultKind::Busy,  FaultKind::Stream};
-    const std::set<FaultKind> unseen{FaultKind::Change, FaultKind::Swap};
-    for (const bool slaves : {true, false}) {
-        options.hotDrinkBoard = options.sectorBoard = slaves;
-        for (const FaultKind kind : allKinds()) {
-            for (std::uint64_t seed = 1; seed <= seeds; ++seed) {
-                SCOPED_TRACE(std::string(nameOf(kind)) + ", seed " + std::to_string(seed));
-                Bench bench(with("", seed));
-                bench.wait(minute);
-                const std::string said = refusalOf<std::invalid_argument>([&] { bench.strike(kind); });
-                EXPECT_EQ(said == "taken", seenAtOnce.contains(kind) || unseen.contains(kind)) << said;
-                bool isSeen = false;
-                for (const Board board : {Sector, HotDrink, Master})
-                    if (bench.fitted(board))
-                        isSeen = bench.exchange(readFrame(board, 7), 20 * millisecond).size() != 2 || isSeen;
-                EXPECT_EQ(isSeen, seenAtOnce.contains(kind));
-                EXPECT_EQ(bench.portOpen(), kind != FaultKind::PortLost);
-                const std::size_t late = bench.exchange({}, 6 * second).size();
-                EXPECT_TRUE(kind != FaultKind::Busy || late == (slaves ? 6 : 2)) << "all is answered in the end";
-                expectRecovery(bench);
-            }
-        }
-    }
-}
-
 TEST_F(FaultTest, LostBoardIsMissingInItsPresenceWord) {
     Bench bench(with("lost=1"));
     EXPECT_TRUE(bench.exchange(readFrame(Sector, 1)).empty());
     bench.setFaults({});
-    bench.play("M2?0 M1?4 +11 M2?4");
+    bench.play("0.2?0 0.1?4 +11 0.2?4");
 }
 
 TEST_F(FaultTest, LatencyHoldsBytesBackAndLosesNone) {
@@ -278,38 +223,35 @@ TEST_F(FaultTest, LatencyHoldsBytesBackAndLosesNone) {
     }
 }
 
-// Two hours of a bad line with everything at once, garbage from the PC included; then the machine is as good as new.
-TEST_F(FaultTest, SurvivesEverythingAtOnce) {
-    options.moving = true;
-    Bench bench(options);
-    FaultPlan plan;
-    for (const FaultKind kind : allKinds()) plan.setRate(kind, kind < FaultKind::Reset ? 0.1 : 0.01);
-    bench.setFaults(plan);
-    Random chance(7, Stream::Faults, 99);
-    for (int i = 0; i < 20'000; ++i) {
-        const Board board = allBoards[static_cast<std::size_t>(chance.between(0, 2))];
-        const int parameter = static_cast<int>(chance.between(1, 300));
-        Bytes frame = chance.chance(0.5) ? readFrame(board, parameter) : writeFrame(board, parameter, chance.byte());
-        if (chance.chance(0.2)) frame[static_cast<std::size_t>(chance.between(0, 4))] = chance.byte();
-        EXPECT_LT(bench.exchange(frame, chance.between(0, 700) * millisecond).size(), 3000U);
+// By hand, whatever boards there are: it happens at once, it ends, and no board that is not there is heard of.
+TEST_F(FaultTest, StrikesByHandWithoutAnExchange) {
+    const std::set<FaultKind> seenAtOnce{FaultKind::Noise,    FaultKind::Reset, FaultKind::BoardLost,
+                                         FaultKind::PortLost, FaultKind::Busy,  FaultKind::Stream};
+    const std::set<FaultKind> unseen{FaultKind::Change, FaultKind::Swap};
+    std::size_t streamed = 0;
+    for (const bool slaves : {true, false}) {
+        options.hotDrinkBoard = options.sectorBoard = slaves;
+        for (const FaultKind kind : allKinds()) {
+            for (std::uint64_t seed = 1; seed <= seeds; ++seed) {
+                SCOPED_TRACE(std::string(nameOf(kind)) + ", seed " + std::to_string(seed));
+                Bench bench(with("", seed));
+                bench.wait(minute);
+                const std::string said = refusalOf<std::invalid_argument>([&] { bench.strike(kind); });
+                EXPECT_EQ(said == "taken", seenAtOnce.contains(kind) || unseen.contains(kind)) << said;
+                bool isSeen = false;
+                for (const Board board : {Sector, HotDrink, Master})
+                    if (bench.fitted(board))
+                        isSeen = bench.exchange(readFrame(board, 7), 20 * millisecond).size() != 2 || isSeen;
+                EXPECT_EQ(isSeen, seenAtOnce.contains(kind));
+                EXPECT_EQ(bench.portOpen(), kind != FaultKind::PortLost);
+                const std::size_t late = bench.exchange({}, 6 * second).size();
+                EXPECT_TRUE(kind != FaultKind::Busy || late == (slaves ? 6 : 2)) << "all is answered in the end";
+                if (kind == FaultKind::Stream) streamed += late;
+                expectRecovery(bench);
+            }
+        }
     }
-    bench.setFaults({});
-    bench.wait(20 * second);
-    bench.takeOutput(bench.now);
-    bench.play("M41=9 M41?9 H41=9 H41?9 S41=9 S41?9");
-}
-
-TEST_F(FaultTest, OneKindMoreLeavesTheOthersAsTheyWere) {
-    const auto struck = [&](const std::string& faults) {
-        Bench bench(with(faults));
-        std::vector<bool> dropped;
-        bench.onExchange = [&](const Exchange& e) { dropped.push_back(contains(e.note, "drop")); };
-        for (int i = 0; i < 200; ++i) bench.exchange(read, 100 * millisecond);
-        return dropped;
-    };
-    const auto alone = struck("drop=0.3");
-    EXPECT_EQ(alone, struck("drop=0.3,flip=0.5,extra=0.5"));
-    EXPECT_NEAR(static_cast<double>(std::count(alone.begin(), alone.end(), true)), 60, 30);
+    EXPECT_GT(streamed, 2 * seeds * 400) << "bytes: the line is not free for a while";
 }
 
 }  // namespace

@@ -143,22 +143,24 @@ void Bench::wait(Micros time) {
 void Bench::play(const std::string& steps) {
     std::istringstream in(steps);
     for (std::string step; in >> step;) {
-        const std::size_t sign = step.find_first_of("+!=?&~");
-        const Board board = step[0] == 'M' ? Master : step[0] == 'H' ? HotDrink : Sector;
-        const auto number = [&](std::size_t from) { return std::stoi(step.substr(from)); };
-        const auto value = [&] { return static_cast<std::uint32_t>(number(sign + 1)); };
+        const bool ofIdentity = step[0] == 'i';
+        const std::string place = step.substr(ofIdentity ? 1 : 0);
+        const std::size_t sign = step.find_first_of("!=?&~");
+        const auto value = [&] { return static_cast<std::uint32_t>(std::stoul(step.substr(sign + 1))); };
+        const Board board = allBoards[static_cast<std::size_t>(place[0] - '0') % boardCount];
+        const int number = step[1] == '!' || step[0] == '+' ? 0 : std::stoi(place.substr(2));
         bool holds = true;
-        if (step[sign] == '+') {
-            wait(number(1) * second);
+        if (step[0] == '+') {
+            wait(std::stoi(step.substr(1)) * second);
         } else if (step[sign] == '!') {
             boardReset(board);
         } else if (step[sign] == '=') {
-            holds = write(board, number(1), value());
-        } else if (step[1] == '#') {
+            holds = write(board, number, value());
+        } else if (ofIdentity) {
             const auto byte = static_cast<std::uint8_t>(value());
-            holds = exchange(frameOf(board, identityAddressOf(board, number(2)), 0, 241)) == Bytes{byte, byte};
+            holds = exchange(frameOf(board, identityAddressOf(board, number), 0, 241)) == Bytes{byte, byte};
         } else {
-            const std::uint32_t held = read(board, number(1));
+            const std::uint32_t held = read(board, number);
             holds = step[sign] == '?' ? held == value() : ((held & value()) != 0) == (step[sign] == '&');
         }
         EXPECT_TRUE(holds) << step;

@@ -48,8 +48,9 @@ class Bench : public Machine {
     std::uint32_t read(Board board, int parameter);
     bool write(Board board, int parameter, std::uint32_t value);  // true when rightly acknowledged
     void wait(Micros time);
-    // Steps, a word each: "H2=60" writes parameter 2 of the hot-drink board (M: master, S: sector), "H2?60" reads it
-    // and compares, "H!" restarts the board, "+40" lets as many seconds pass.
+    // Steps, a word each: "1.2=60" writes parameter 2 of the hot-drink board and "1.2?60" reads and compares it;
+    // "1.2&4" and "1.2~4" want a bit of it set or clear; "i1.17?7" reads an identity record; "1!" restarts the board;
+    // "+40" lets as many seconds pass.
     void play(const std::string& steps);
 
     Micros now = 0;

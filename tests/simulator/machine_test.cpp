@@ -88,7 +88,7 @@ TEST_F(MachineTest, TellsFramesApartBySilence) {
 
 TEST_F(MachineTest, IdentityFollowsFromTheLastFileOfTheBoard) {
     for (const char* other : {"W0256AP02.inx", "W0256AO99.inx", "W0299AP09.inx"}) writeParameters(other, {});
-    Bench(options).play("M#17?3 M#11?15 M#12?18 M#13?0 M#14?1 M#18?27 S#11?1 S#13?245 H#17?7");
+    Bench(options).play("i0.17?3 i0.11?15 i0.12?18 i0.13?0 i0.14?1 i0.18?27 i2.11?1 i2.13?245 i1.17?7");
 }
 
 // One damage upon the other; the boards are set up in their order, so that each hides those before it.
@@ -114,49 +114,28 @@ TEST_F(MachineTest, BoardsThatAreNotFittedNeedNoFilesAndAreSilent) {
     options.hotDrinkBoard = false;
     Bench bench(options);
     EXPECT_TRUE(bench.exchange(readFrame(HotDrink, 7)).empty());
-    bench.play("M1?0 M2?4");
+    bench.play("0.1?0 0.2?4");
+    bench.setBoardSilent(Sector, true);
+    EXPECT_TRUE(bench.exchange(readFrame(Sector, 7)).empty());
     EXPECT_THROW(bench.value(HotDrink, 1), std::out_of_range);
     EXPECT_THROW(bench.value(Master, 0), std::out_of_range);
     EXPECT_THROW(bench.setValue(Master, 401, 0), std::out_of_range);
 }
 
-TEST_F(MachineTest, OverlappingParametersShareBytesAndOthersDoNot) {
-    writeParameters("W0245AB04.inx", {{0x100, 2, 0}, {0x101, 1, 0}, {0x010000, 1, 0}, {0x0001, 1, 0}});
-    Machine machine(options);
-    const std::uint32_t set[] = {0xAABBCC, 0x33, 0x44, 0x55};
-    const std::uint32_t held[] = {0xBBCC, 0xBB, 0x44, 0x55};
-    for (int n = 4; n > 0; --n) machine.setValue(Sector, n, set[n - 1]);
-    for (int n = 1; n <= 4; ++n) EXPECT_EQ(machine.value(Sector, n), held[n - 1]) << n;
-}
-
-TEST_F(MachineTest, ClockRunsOverTheEndsOfTheCalendar) {
+TEST_F(MachineTest, ClockRunsOverTheEndsOfTheCalendarAndTakesNothingThatNoClockShows) {
     // Set by hour, minute, day, month, year; shown by minute, hour, day, month, year.
-    for (const char* steps : {"M239=10 M240=58 M241=14 M242=5 M243=24 +60 M244?59 M245?10 M246?14 M247?5 M248?24",
-                              "M239=10 M240=59 M241=14 M242=5 M243=24 +60 M244?0 M245?11 M246?14 M247?5 M248?24",
-                              "M239=23 M240=59 M241=28 M242=2 M243=23 +60 M244?0 M245?0 M246?1 M247?3 M248?23",
-                              "M239=23 M240=59 M241=28 M242=2 M243=24 +60 M244?0 M245?0 M246?29 M247?2 M248?24",
-                              "M239=23 M240=59 M241=30 M242=4 M243=24 +60 M244?0 M245?0 M246?1 M247?5 M248?24",
-                              "M239=23 M240=59 M241=31 M242=12 M243=24 +60 M244?0 M245?0 M246?1 M247?1 M248?25",
-                              "M239=23 M240=59 M241=31 M242=12 M243=99 +60 M244?0 M245?0 M246?1 M247?1 M248?0"})
+    for (const char* steps :
+         {"0.239=10 0.240=58 0.241=14 0.242=5 0.243=24 +60 0.244?59 0.245?10 0.246?14 0.247?5 0.248?24",
+          "0.239=10 0.240=59 0.241=14 0.242=5 0.243=24 +60 0.244?0 0.245?11 0.246?14 0.247?5 0.248?24",
+          "0.239=23 0.240=59 0.241=28 0.242=2 0.243=23 +60 0.244?0 0.245?0 0.246?1 0.247?3 0.248?23",
+          "0.239=23 0.240=59 0.241=28 0.242=2 0.243=24 +60 0.244?0 0.245?0 0.246?29 0.247?2 0.248?24",
+          "0.239=23 0.240=59 0.241=30 0.242=4 0.243=24 +60 0.244?0 0.245?0 0.246?1 0.247?5 0.248?24",
+          "0.239=23 0.240=59 0.241=31 0.242=12 0.243=24 +60 0.244?0 0.245?0 0.246?1 0.247?1 0.248?25",
+          "0.239=23 0.240=59 0.241=31 0.242=12 0.243=99 +60 0.244?0 0.245?0 0.246?1 0.247?1 0.248?0",
+          // What no clock shows is ignored, and setting the minute starts it anew.
+          "0.239=24 0.240=60 0.241=0 0.242=13 0.243=100 0.245?10 0.244?30 0.246?14 0.247?5 0.248?24",
+          "+50 0.240=40 +50 0.244?40 +10 0.244?41"})
         Bench(options).play(steps);
-}
-
-TEST_F(MachineTest, ClockIgnoresWhatNoClockShowsAndRestartsItsMinute) {
-    Bench bench(options);
-    bench.play("M239=24 M240=60 M241=0 M242=13 M243=100 M245?10 M244?30 M246?14 M247?5 M248?24");
-    bench.play("+50 M240=40 +50 M244?40 +10 M244?41");
-}
-
-TEST_F(MachineTest, SilentBoardAnswersNothingAndTheMasterSilencesAll) {
-    Bench bench(options);
-    const auto answers = [&](Board board) { return !bench.exchange(readFrame(board, 7)).empty(); };
-    bench.setBoardSilent(HotDrink, true);
-    EXPECT_TRUE(answers(Sector));
-    bench.setBoardSilent(Master, true);
-    EXPECT_FALSE(answers(Sector));
-    bench.setBoardSilent(Master, false);
-    EXPECT_TRUE(answers(Sector));
-    EXPECT_FALSE(answers(HotDrink));
 }
 
 TEST_F(MachineTest, RestartCutsTheReplyAndTheBoardComesBack) {
@@ -194,7 +173,7 @@ TEST_F(MachineTest, LostPortLosesTheBytesOfBothDirections) {
     EXPECT_NE(bench.value(Master, 16), 77U);
     bench.portBack();
     bench.now = 2 * second;
-    bench.play("M16=78 M16?78");
+    bench.play("0.16=78 0.16?78");
 }
 
 TEST_F(MachineTest, ReportsEveryExchange) {
@@ -202,7 +181,7 @@ TEST_F(MachineTest, ReportsEveryExchange) {
     std::vector<Exchange> seen;
     bench.onExchange = [&](const Exchange& e) { seen.push_back(e); };
     bench.write(Sector, 51, 12);
-    bench.play("H#17?7");
+    bench.play("i1.17?7");
     bench.exchange({0x01, 0x34, 0x12, 0x00, 0x48});
     ASSERT_EQ(seen.size(), 3U);
     EXPECT_EQ(seen[0].parameter, 51);

@@ -6,13 +6,14 @@
 
 #include <set>
 
+#include "platform/code_page.h"
 #include "tool_test.h"
-#include "tools/mklang_codepage.h"
 #include "tools/mklang_command.h"
 
 namespace kestrel::mklang {
 namespace {
 
+using kestrel::testing::Arguments;
 using Strings = std::vector<std::string>;
 
 const std::string header = "line\tUno\tDue\tnote\n";
@@ -42,57 +43,52 @@ ReadResult read(const Strings& sources) {
 }
 
 TEST(MklangSource, BadRowsAreComplainedOfWithTheirPlace) {
-    struct Case {
-        Strings sources;
-        const char* complaint;
-    };
     const std::string good = header + "1\ta\tb\t\n";
-    for (const Case& c : std::initializer_list<Case>{
-             {{"# to come\n"}, "a.tsv: the source has no header"},
-             {{"1\tuno\tdue\t\n"}, "a.tsv:1: the header must be: line, the languages, note"},
-             {{"line\tEspañol\tnote\n"}, "a.tsv:1: \"Español\" cannot be a file name; use the letters A to Z"},
-             {{"line\tUno\tUno\tnote\n"}, "a.tsv:1: a language has two columns"},
-             {{header + "0\tuno\tdue\t\n"}, "a.tsv:2: \"0\" is no line number from 1 to 800"},
-             {{header + "801\tuno\tdue\t\n"}, "a.tsv:2: \"801\" is no line number from 1 to 800"},
-             {{header + "1x\tuno\tdue\t\n"}, "a.tsv:2: \"1x\" is no line number from 1 to 800"},
-             {{header + "# a\n\n7\ta\tb\t\n7\tc\td\t\n"}, "a.tsv:5: line 7 stands at a.tsv:4 already"},
-             {{header + "1\tuno\t\t\n"}, "a.tsv:2: no text in Due"},
-             {{header + "1\tuno\t  \t\n"}, "a.tsv:2: no text in Due"},
-             {{header + "1\tuno\tdue\n"}, "a.tsv:2: the row has 3 columns, the header 4"},
-             {{header + "1\tu\tno\tdue\t\n"}, "a.tsv:2: the row has 5 columns, the header 4"},
-             {{header + "1\tuno\tdu\re\t\n"}, "a.tsv:2: Due has a control character"},
-             {{header + "1\tuno\tdu\u0141\t\n"}, "a.tsv:2: Due has a character outside Windows-1252, or is not UTF-8"},
-             {{header + "1\tuno\tdu\xE8\t\n"}, "a.tsv:2: Due has a character outside Windows-1252, or is not UTF-8"},
-             {{header + "1\tèèè\tdue+\tmenu, max 3\n"}, "a.tsv:2: Due has 4 characters, the most is 3"},
-             {{header + "1\tuno\td,e\tno comma\n"},
-              "a.tsv:2: Due has a comma, but stands in a list separated by commas"},
-             {{header + "1\t;-- A\tdue\t\n"}, "a.tsv:2: a section mark must stand in every language or in none"},
-             {{good, "line\tDue\tUno\tnote\n"}, "b.tsv:1: the languages differ from those of the source before"},
-             {{good, "line\tUno\tnote\n"}, "b.tsv:1: the languages differ from those of the source before"},
-             {{good, "line\tUno\tDue\tTre\tnote\n"}, "b.tsv:1: the languages differ from those of the source before"},
-             {{good, header + "1\tx\ty\t\n"}, "b.tsv:2: line 1 stands at a.tsv:2 already"},
-         })
-        EXPECT_EQ(read(c.sources).complaints, Strings{c.complaint});
+    const std::pair<Strings, const char*> headers[] = {
+        {{"# to come\n"}, "a.tsv: the source has no header"},
+        {{"1\tuno\tdue\t\n"}, "a.tsv:1: the header must be: line, the languages, note"},
+        {{"line\tEspañol\tnote\n"}, "a.tsv:1: \"Español\" cannot be a file name; use the letters A to Z"},
+        {{"line\tUno\tUno\tnote\n"}, "a.tsv:1: a language has two columns"},
+        {{good, "line\tDue\tUno\tnote\n"}, "b.tsv:1: the languages differ from those of the source before"},
+        {{good, "line\tUno\tDue\tTre\tnote\n"}, "b.tsv:1: the languages differ from those of the source before"},
+        {{good, header + "1\tx\ty\t\n"}, "b.tsv:2: line 1 stands at a.tsv:2 already"},
+        {{header + "# a\n\n7\ta\tb\t\n7\tc\td\t\n"}, "a.tsv:5: line 7 stands at a.tsv:4 already"}};
+    for (const auto& [sources, complaint] : headers) EXPECT_EQ(read(sources).complaints, Strings{complaint});
+    const std::pair<const char*, const char*> rows[] = {
+        {"0\tuno\tdue\t", "\"0\" is no line number from 1 to 800"},
+        {"801\tuno\tdue\t", "\"801\" is no line number from 1 to 800"},
+        {"1x\tuno\tdue\t", "\"1x\" is no line number from 1 to 800"},
+        {"1\tuno\t  \t", "no text in Due"},
+        {"1\tuno\tdue", "the row has 3 columns, the header 4"},
+        {"1\tu\tno\tdue\t", "the row has 5 columns, the header 4"},
+        {"1\tuno\tdu\re\t", "Due has a control character"},
+        {"1\tuno\tdu\u0141\t", "Due has a character outside Windows-1252, or is not UTF-8"},
+        {"1\tuno\tdu\xE8\t", "Due has a character outside Windows-1252, or is not UTF-8"},
+        {"1\tèèè\tdue+\tmenu, max 3", "Due has 4 characters, the most is 3"},
+        {"1\tuno\td,e\tno comma", "Due has a comma, but stands in a list separated by commas"},
+        {"1\t;-- A\tdue\t", "a section mark must stand in every language or in none"}};
+    for (const auto& [row, complaint] : rows)
+        EXPECT_EQ(read({header + row + "\n"}).complaints, Strings{std::string("a.tsv:2: ") + complaint});
 }
 
 TEST(MklangCodePage, EveryByteWithAMeaningComesBack) {
     int meanings = 0;
     for (int byte = 0; byte <= 0xFF; ++byte) {
         const std::string text(1, static_cast<char>(byte));
-        const std::string utf8 = fromWindows1252(text);
+        const std::string utf8 = textOfInstallation(text);
         if (utf8 == "\uFFFD") continue;
         ++meanings;
-        EXPECT_EQ(toWindows1252(utf8), text) << byte;
+        EXPECT_EQ(bytesForInstallation(utf8), text) << byte;
     }
     EXPECT_EQ(meanings, 251);
-    EXPECT_EQ(toWindows1252("Š“ß–ÿ"), "\x8A\x93\xDF\x96\xFF");
+    EXPECT_EQ(bytesForInstallation("Š“ß–ÿ"), "\x8A\x93\xDF\x96\xFF");
 }
 
 TEST(MklangCodePage, RefusesWhatIsNoCharacterOfIt) {
     // Cut short, without or with nothing but a continuation, overlong; and what has no byte.
     for (const std::string text : {"\xC3", "\xE2\x82", "\xC3(", "\xA8", "\xC1\x81", "\xE0\x83\xA9", "\xC2\x80",
                                    "\uFFFD", "\u0416", "\U0001F600"})
-        EXPECT_FALSE(toWindows1252("ab" + text)) << text;
+        EXPECT_FALSE(bytesForInstallation("ab" + text)) << text;
 }
 
 TEST(MklangUsedLines, EveryLineThatIsReadMustHaveAText) {
@@ -136,36 +132,25 @@ TEST_F(MklangCommand, MakesAFileForEachLanguageInWhichLineNIsTheTextOfRowN) {
     EXPECT_EQ(out.str(), "1\t\n2\t;-- A\n3\tperché\n4\t\n5\tsì\n");
 }
 
-TEST_F(MklangCommand, BadSourcesLeaveTheOldFilesAlone) {
-    write("a.tsv", header + "1\told\told\t\n");
-    ASSERT_EQ(run({path("a.tsv"), "--out", path("")}), 0);
-    write("a.tsv", header + "1\tnew\t\t\n");
-    EXPECT_EQ(run({path("a.tsv"), "--out", path("")}), 1);
-    EXPECT_EQ(err.str(), path("a.tsv") + ":2: no text in Due\n");
-    EXPECT_EQ(content("Uno.lng"), "old\r\n");
-
-    write("a.tsv", header + "1\tnew\tnew\t\n");
+TEST_F(MklangCommand, BadSourcesLeaveTheOldFilesAloneAndFilesThatCannotBeUsedAreNamed) {
+    write("old.tsv", header + "1\told\told\t\n");
+    ASSERT_EQ(run({path("old.tsv"), "--out", path("")}), 0);
+    write("half.tsv", header + "1\tnew\t\t\n");
     write("used", "2\n");
-    EXPECT_EQ(run({path("a.tsv"), "--check-used", path("used"), "--out", path("")}), 1);
-    EXPECT_EQ(err.str(), path("used") + ":1: line 2 has no text\n");
+    const std::pair<Arguments, std::string> rows[] = {
+        {{path("half.tsv"), "--out", path("")}, path("half.tsv") + ":2: no text in Due\n"},
+        {{path("old.tsv"), "--check-used", path("used"), "--out", path("")}, path("used") + ":1: line 2 has no text\n"},
+        {{path("none"), "--out", path("")}, path("none") + ": cannot be read\n"},
+        {{path("old.tsv"), "--check-used", path("none"), "--out", path("")}, path("none") + ": cannot be read\n"},
+        {{"--print", path("")}, path("") + ": cannot be read\n"},
+        {{path("old.tsv"), "--out", path("old.tsv")}, path("old.tsv") + "/Uno.lng: cannot be written\n"}};
+    for (const auto& [arguments, said] : rows) {
+        EXPECT_EQ(run(arguments), 1) << said;
+        EXPECT_EQ(err.str(), said);
+    }
     EXPECT_EQ(content("Uno.lng"), "old\r\n");
-}
-
-TEST_F(MklangCommand, FilesThatCannotBeUsedAreNamed) {
-    write("a.tsv", header + "1\ta\tb\t\n");
-    const std::string none = path("none");
-    EXPECT_EQ(run({none, "--out", path("")}), 1);
-    EXPECT_EQ(err.str(), none + ": cannot be read\n");
-    EXPECT_EQ(run({path("a.tsv"), "--check-used", none, "--out", path("")}), 1);
-    EXPECT_EQ(err.str(), none + ": cannot be read\n");
-    EXPECT_EQ(run({"--print", path("")}), 1) << "a directory is no file";
-    EXPECT_EQ(run({path("a.tsv"), "--out", path("a.tsv")}), 1) << "a file is no directory";
-    EXPECT_NE(err.str().find("Uno.lng: cannot be written"), std::string::npos);
-}
-
-TEST_F(MklangCommand, BadCommandLinesEndWithTwo) {
-    expectBadUsage({"", "a.tsv", "a.tsv --out", "--out d", "a.tsv --out d --out e", "a.tsv --out d --colour red",
-                    "--print", "--print x.lng a.tsv", "--print x.lng --out d", "--print x.lng --check-used u"});
+    expectBadUsage({"", "a.tsv", "--out d", "a.tsv --out d --out e", "a.tsv --out d --colour red", "--print",
+                    "--print x.lng a.tsv", "--print x.lng --out d", "--print x.lng --check-used u"});
 }
 
 constexpr const char* installed[] = {"Italiano", "English", "Deutsch", "Francais", "Espanol"};
@@ -176,22 +161,6 @@ Strings installedLines(const std::string& language) {
     Strings lines(1);
     for (std::string line; std::getline(in, line);) lines.push_back(line.substr(0, line.find('\r')));
     return lines;
-}
-
-// A language is refused at run time when a mark of the language before it stands elsewhere.
-TEST(InstalledLanguages, CanFollowEachOther) {
-    const Strings reference = installedLines("Italiano");
-    EXPECT_GT(
-        std::count_if(reference.begin(), reference.end(), [](auto& line) { return line.starts_with(sectionMark); }),
-        20);
-    for (const char* language : installed) {
-        const Strings lines = installedLines(language);
-        ASSERT_EQ(lines.size(), reference.size()) << language;
-        for (std::size_t i = 1; i < lines.size(); ++i) {
-            EXPECT_EQ(lines[i].starts_with(sectionMark), reference[i].starts_with(sectionMark)) << language << i;
-            EXPECT_EQ(lines[i].empty(), reference[i].empty()) << language << i;
-        }
-    }
 }
 
 // Two alarm codes with one text could not be told apart.

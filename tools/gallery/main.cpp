@@ -18,6 +18,7 @@ int main(int argc, char** argv) {
     Options options;
     try {
         options = parseOptions({argv + 1, argv + argc});
+        if (options.help) return std::printf("%s", usage("kestrel-gallery").c_str()) < 0;
     } catch (const BadOption& error) {
         std::fprintf(stderr, "kestrel-gallery: %s\n", error.what());
         return EndedByBadOption;
