@@ -28,7 +28,7 @@ faults=(
     "half a reply is taken for a whole one@frames.cpp@s/bytesReceived > request.n + 1/bytesReceived > request.n/"
     "any first byte acknowledges@frames.cpp@s/received == Bytes{acknowledgement}/received[0] == acknowledgement/"
     "the newest page is not told@loaded_pages.cpp@s/i < state().loaded.size(); ++i) state/i + 1 < state().loaded.size(); ++i) state/"
-    "what a page is told is taken for the user's@page.cpp@s/Updating = true;/Updating = n < 0;/"
+    "what a page is told is taken for the user's@page.cpp@s/const ByThePage shown(\*this);//"
     "pages are told less than came@loaded_pages.cpp@s/std::min(n, static_cast<int>(data.size()) - 1)/std::min(n, static_cast<int>(data.size()) - 2)/"
     "a list is not released to its end@subscriptions.cpp@s/: runs) Release(run);/: runs.first(runs.size() - 1)) Release(run);/"
     "an act comes into an exchange@outside.cpp@s/if (!here.exchangeIsOpen \&\& /if (/"
