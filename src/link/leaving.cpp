@@ -12,6 +12,7 @@
 #include "link/loaded_pages.h"
 #include "link/recheck.h"
 #include "platform/module_state.h"
+#include "platform/movable.h"
 #include "platform/outside.h"
 #include "platform/platform.h"
 
@@ -125,6 +126,7 @@ void StayOpen(Page& page) {
 }
 
 void EndWhenSettled(std::function<void()> then, bool tells) {
+    FinishGestures();
     if (!anyChanges()) return then();
     if (state().then) return;
     state().then = std::move(then);

@@ -34,11 +34,14 @@ std::optional<int> ScrollBar::valueOf(const std::string& typed) const {
     return static_cast<int>(value);
 }
 
-void ScrollBar::UserMove(int value) {
-    userAct([this, value] {
-        const int bounded = std::max(Min.get(), std::min(value, Max.get()));
-        if (takesActs() && bounded != Value) userChange([&] { Value = bounded; });
-    });
+int ScrollBar::bounded(long long value) const {
+    return static_cast<int>(std::max<long long>(Min, std::min<long long>(value, Max)));
+}
+
+bool ScrollBar::moveTo(int value) {
+    if (bounded(value) == Value) return false;
+    userChange([&] { Value = value; });
+    return true;
 }
 
 void ScrollBar::putBack(int value) {

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/control.h"
+#include "platform/movable.h"
 
 namespace kestrel {
 
@@ -60,7 +60,7 @@ struct BarScale {
 };
 
 /// A horizontal bar. Value is kept inside Min..Max; a change raises the change event at once, whoever made it.
-class ScrollBar : public Control {
+class ScrollBar : public Movable {
   public:
     Property<int> Min{*this, 0};
     Property<int> Max{*this, 255};
@@ -76,13 +76,15 @@ class ScrollBar : public Control {
     /// The range and large step given at design time.
     void design(int lowest, int highest, int largeStep);
     void OnChange(Handler handler) { onChange_ = std::move(handler); }
-    void UserMove(int value);
     /// The page drops what was moved: this value stands there again, and no answer of a board is awaited.
     void putBack(int value);
     void assigned(const void* property, bool changed) override;
     std::string text() const override { return textOf(Value); }
 
   protected:
+    int value() const override { return Value; }
+    int bounded(long long value) const override;
+    bool moveTo(int value) override;
     /// What the limits do to the value says nothing of the board.
     const void* valueProperty() const override { return isClipping_ ? nullptr : &Value; }
 

@@ -3,6 +3,7 @@
 
 #include "platform/basic_controls.h"
 #include "platform/module_state.h"
+#include "platform/movable.h"
 #include "platform/outside.h"
 #include "platform/window.h"
 
@@ -87,6 +88,7 @@ std::string Control::accessibleName() const {
 
 void Control::assigned(const void* property, bool /*changed*/) {
     if (property == valueProperty()) settled();
+    if (property == &Enabled || property == &Visible) DropLockedGestures();
     show();
 }
 

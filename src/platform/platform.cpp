@@ -5,6 +5,7 @@
 
 #include "platform/errors.h"
 #include "platform/module_state.h"
+#include "platform/movable.h"
 #include "platform/outside.h"
 
 namespace kestrel {
@@ -24,6 +25,7 @@ Platform& platform() {
 }
 
 Message::Answer ShowMessage(const Message& message) {
+    DropHeldGestures();
     const struct Open {
         OpenBoxes& boxes = stateOf<OpenBoxes>();
         Open() { ++boxes.count; }

@@ -1,6 +1,8 @@
 // Stepped and two-state switches.
 #include "platform/switches.h"
 
+#include <algorithm>
+
 namespace kestrel {
 
 namespace {
@@ -36,14 +38,17 @@ std::string SteppedSwitch::text() const {
     return Position >= 0 && at < all.size() ? all[at] : std::to_string(Position);
 }
 
-void SteppedSwitch::UserMove(int position) {
-    userAct([this, position] {
-        if (!takesActs() || position < 0 || position > top() || position == Position) return;
-        userChange([&] {
-            Position = position;
-            raise(onPositionChangeUser_);
-        });
+int SteppedSwitch::bounded(long long position) const {
+    return static_cast<int>(std::max<long long>(0, std::min<long long>(position, top())));
+}
+
+bool SteppedSwitch::moveTo(int position) {
+    if (position != bounded(position) || position == Position) return false;
+    userChange([&] {
+        Position = position;
+        raise(onPositionChangeUser_);
     });
+    return true;
 }
 
 void SteppedSwitch::putBack(int position) {

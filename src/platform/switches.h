@@ -5,12 +5,12 @@
 #include <string>
 #include <vector>
 
-#include "platform/control.h"
+#include "platform/movable.h"
 
 namespace kestrel {
 
 /// What slider and rotary switches share: a position among labelled ones.
-class SteppedSwitch : public Control {
+class SteppedSwitch : public Movable {
   public:
     Property<int> Position{*this, 0};
     Property<std::string> PositionLabels{*this, "0,1"};  ///< comma-separated; their number is that of the positions
@@ -24,13 +24,16 @@ class SteppedSwitch : public Control {
     void OnPositionChange(Handler handler) { onPositionChange_ = std::move(handler); }
     /// Raised by the user's changes alone, after the position-change event.
     void OnPositionChangeUser(Handler handler) { onPositionChangeUser_ = std::move(handler); }
-    void UserMove(int position);
     /// The page drops what was moved: this position stands there again, and no answer of a board is awaited.
     void putBack(int position);
     void assigned(const void* property, bool changed) override;
     std::string text() const override;
 
   protected:
+    int value() const override { return Position; }
+    int bounded(long long position) const override;
+    /// The user has the labelled positions alone.
+    bool moveTo(int position) override;
     const void* valueProperty() const override { return &Position; }
 
   private:

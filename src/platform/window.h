@@ -6,6 +6,7 @@
 #include <string>
 
 #include "platform/layout.h"
+#include "platform/movable.h"
 
 namespace kestrel {
 
@@ -37,6 +38,7 @@ class Window : public Control {
     }
     /// The user closed the window; whoever opened it unloads it, at once or when what is due has gone out.
     void UserClose() {
+        FinishGestures(this);
         userAct([this] {
             const Handler unload = onClose_;
             raise(unload);
@@ -53,6 +55,7 @@ class Window : public Control {
   private:
     void setClosing(bool closing) {
         closing_ = closing;
+        DropLockedGestures();
         show();
     }
 

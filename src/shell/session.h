@@ -10,6 +10,7 @@ class MainWindow;
 struct Speaker;
 struct OpenBoxes;
 struct Door;
+struct OpenGestures;
 struct LanguageState;
 struct Listening;
 struct Attending;
@@ -44,6 +45,7 @@ struct Session {
     Module<Speaker> speaker;
     Module<OpenBoxes> boxes;
     Module<Door> outside;
+    Module<OpenGestures> gestures;
     // language
     Module<LanguageState> texts;
     // link

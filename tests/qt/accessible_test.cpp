@@ -47,7 +47,7 @@ TEST_F(Accessibility, OperatesTheControls) {
     ASSERT_NE(value, nullptr);
     EXPECT_EQ(value->maximumValue().toInt(), 255);
     value->setCurrentValue(33);
-    viewOf(controls.Bar[0]).endGesture();
+    controls.Bar[0].UserFinish();
     EXPECT_EQ(controls.Bar[0].Value.get(), 33);
 
     const QString press = QAccessibleActionInterface::pressAction();
@@ -60,7 +60,7 @@ TEST_F(Accessibility, OperatesTheControls) {
     EXPECT_FALSE(controls.Toggle[2].Active) << "disabled";
 
     of(controls.Slider[0]).actionInterface()->doAction(QAccessibleActionInterface::decreaseAction());
-    viewOf(controls.Slider[0]).endGesture();
+    controls.Slider[0].UserFinish();
     EXPECT_EQ(controls.Slider[0].Position.get(), 0);
     EXPECT_EQ(of(controls.Slider[0]).text(QAccessible::Value), QStringLiteral("Off"));
 }

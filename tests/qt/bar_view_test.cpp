@@ -40,7 +40,7 @@ class Bar : public ViewTest {
         view().setFocus();
     }
     /// Waits until quick steps count as ended.
-    static void rest() { QTest::qWait(Gesture::SettleTime + 60); }
+    static void rest() { QTest::qWait(Movable::SettleMs + 60); }
 
     Label caption, value;
     ScrollBar bar;
@@ -115,7 +115,7 @@ TEST_F(Bar, HandsOverWhatWasBegunWhenTheUserTurnsAway) {
 
     view().setFocus();
     press({Qt::Key_Right});
-    endGestures(view().window());
+    FinishGestures();
     EXPECT_EQ(changes, (Values{101, 102})) << "page about to close";
 
     press({Qt::Key_Right});

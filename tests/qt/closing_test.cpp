@@ -10,6 +10,7 @@
 #include <QTest>
 #include <optional>
 
+#include "link/leaving.h"
 #include "platform/switches.h"
 #include "qt/io/qt_platform.h"
 #include "qt/views/view.h"
@@ -25,6 +26,7 @@ class PageOfInputs : public Window {
   public:
     PageOfInputs() : Window("FrmInputs") {
         Caption = "Page";
+        eachControl(Arrange(), [this](Control& control) { control.standOn(this); });
         Text1.Text = "123";
         HScroll1.Value = 100;
         Text1.OnKeyPress([this](int /*key*/) { Text1.Text = "committed " + Text1.Text.get(); });
@@ -47,7 +49,7 @@ class Closing : public ::testing::Test {
         setPlatform(&platform);
         QAccessible::setActive(true);  // a screen reader hears what a view says while it goes
         view().resize(800, 600);
-        view().onUserClose([this] { heard = page->values(); });
+        view().onUserClose([this] { EndWhenSettled([this] { heard = page->values(); }, false); });
     }
     ~Closing() override {
         if (page) unload();

@@ -15,7 +15,7 @@ class FocusTest : public ViewTest {
     static QWidget* focused() { return QApplication::focusWidget(); }
     void pressRight() {
         if (focused()) QTest::keyClick(focused(), Qt::Key_Right);
-        endGestures(page_);
+        FinishGestures();
     }
 
     Frame frame_;

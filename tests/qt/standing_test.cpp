@@ -168,7 +168,7 @@ TEST_F(Standing, AnActThatWaitsForTheEndOfAnExchangeIsNotTakenBackMeanwhile) {
     };
     const auto clickRight = [](QWidget& widget) {
         QTest::mouseClick(&widget, Qt::LeftButton, {}, {widget.width() - 6, widget.height() / 2});
-        endGestures(widget.window());
+        FinishGestures();
     };
     boardTellsAll();
     box.Text = "";

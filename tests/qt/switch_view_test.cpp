@@ -3,7 +3,6 @@
 #include <QMenu>
 
 #include "platform/switches.h"
-#include "qt/views/gesture.h"
 #include "qt/views/slider_view.h"
 #include "view_fixture.h"
 
@@ -69,7 +68,7 @@ TEST_F(Switches, StepByKeysAndArrowsAsOneGesture) {
     }
     widgetOf(many).setFocus();
     for (const double part : {0.95, 0.95, 0.05}) click(many, part);
-    QTest::qWait(Gesture::SettleTime + 60);
+    QTest::qWait(Movable::SettleMs + 60);
     EXPECT_EQ(positions, Positions{1});
 }
 

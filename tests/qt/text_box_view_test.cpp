@@ -54,7 +54,7 @@ TEST_F(Box, TellsThePageOnLeavingWithAndWithoutAnEditButNothingOnceItIsClosing) 
     EXPECT_EQ(told.size(), 3u) << "a click beside it leaves it";
     edit().setFocus();
     type("8");
-    endGestures(edit().window());
+    dropTyping(edit().window());
     EXPECT_EQ(shown(), "1239") << "dropped";
     leave(edit());
     EXPECT_EQ(told.size(), 3u);

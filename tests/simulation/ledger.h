@@ -31,6 +31,10 @@ class Ledger {
     void told() { told_ = nullptr; }
     void written(Record record, std::uint32_t value);
     void withdrawn(Record record);
+    /// The user's finger stays on the control, or what it did there has been dropped: nothing of it goes out.
+    void holds(const Control& control) { held_.insert(&control); }
+    /// The user acts on it in earnest.
+    void letsGo(const Control& control) { held_.erase(&control); }
     void boxOpens();
     void answered(const Message& message, Message::Answer answer);
     /// All tables are loaded anew, for the boards that are there now.
@@ -100,6 +104,7 @@ class Ledger {
     std::map<const Page*, Opening> openings_;
     const Page* told_ = nullptr;                ///< of a value at this moment
     std::pair<const Control*, Micros> readBy_;  ///< the act that has just written what its page has read
+    std::set<const Control*> held_;
     std::map<std::pair<const Page*, int>, std::shared_ptr<Order>> orders_;  ///< the newest of a page to a board
     std::vector<Wish> wishes_;
     std::list<Sending> sent_;                                ///< the newest writes that went out, the newest first

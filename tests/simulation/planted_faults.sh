@@ -34,7 +34,7 @@ faults=(
     "an act comes into an exchange@outside.cpp@s/if (!here.exchangeIsOpen \&\& /if (/"
     "an edit is overwritten by an older reply@link_engine.cpp@s/const bool older = (stored/const bool older = link.RetryCount < 0 \&\& (stored/"
     "what has not been read is edited@control.cpp@s/unread_ = valueProperty()/unread_ = Visible.get() != Visible.get() \&\& valueProperty()/"
-    "closing a page enters what was typed@text_box_view.cpp@/::endGesture/,/^}/s/entered_ = false;/leave();/@Closing.*"
+    "closing a page enters what was typed@text_box_view.cpp@/::dropTyping/,/^}/s/entered_ = false;/leave();/@Closing.*"
     "an absent board is scanned@link_engine.cpp@s/while (BoardPresent(CurrentBank)) {/for (;;) {/"
     "an order goes before its mailbox@mailbox.cpp@s/ || !isTaken()) return;/) return;/"
     "an order given up goes out@mailbox.cpp@s/    if (!isOwed(written)) return;/    if (isOwed(written) || written.setting.number > 0) return;/"

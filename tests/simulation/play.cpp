@@ -27,7 +27,7 @@ using Agenda = std::multimap<Micros, std::pair<std::string, int>>;
 
 class Player {
   public:
-    explicit Player(const Plan& plan) : plan_(plan), stage_(plan_), line_(plan_), user_(plan_) {
+    explicit Player(const Plan& plan) : plan_(plan), stage_(plan_), line_(plan_), user_(plan_, checks_.ledger) {
         RegisterPages(withSmallPage(AllPages()));
         stage_.lines[1] = stage_.lines[2] = &line_;
         stage_.checks = &checks_;
@@ -126,6 +126,8 @@ class Player {
             checks_.afterEvent();
         }
         stage_.runUntil(end);
+        user_.letGo();
+        checks_.afterEvent();
         begun_ = 0;
     }
 

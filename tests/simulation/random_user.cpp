@@ -1,6 +1,7 @@
 // A user who does anything that can be done.
 #include "simulation/random_user.h"
 
+#include <algorithm>
 #include <array>
 
 #include "link/loaded_pages.h"
@@ -32,7 +33,7 @@ std::string typed(Dice& random) {
     return std::to_string(random.between(0, 70'000));
 }
 
-/// One gesture on the control. False where it is of no kind that a user acts on.
+/// One act on the control. False where it is of no kind that a user acts on.
 bool use(Control& control, Dice& random) {
     if (auto* bar = dynamic_cast<ScrollBar*>(&control)) {
         bar->UserMove(within(random, bar->Min, bar->Max, bar->Value));
@@ -109,15 +110,66 @@ void RandomUser::open(const std::string& page) {
     FromOutside(nullptr, [page] { ShowPage(page); });
 }
 
-void RandomUser::moveAnything(Dice& random) const {
-    const std::vector<Control*> controls = controlsOf(*random.of(LoadedPages()));
+void RandomUser::moveAnything(Dice& random) {
+    Page& page = *random.of(LoadedPages());
+    const std::vector<Control*> controls = controlsOf(page);
     constexpr int Tries = 8;
-    for (int i = 0; i < Tries && !controls.empty(); ++i)
-        if (use(*random.of(controls), random)) return;
+    for (int i = 0; i < Tries && !controls.empty(); ++i) {
+        Control& control = *random.of(controls);
+        auto* const movable = dynamic_cast<Movable*>(&control);
+        if (movable && random.chance(0.15)) return gesture(*movable, page, random);
+        ledger_.letsGo(control);
+        if (use(control, random)) return;
+    }
+}
+
+/// Quick steps, after which the page may be closed at once; or the finger goes down and stays over the coming acts.
+void RandomUser::gesture(Movable& control, Page& page, Dice& random) {
+    if (control.actWaits()) return;
+    if (finger_ || random.chance(0.4)) {
+        ledger_.letsGo(control);
+        for (auto steps = random.between(1, 4); steps > 0; --steps)
+            control.UserStepBy(static_cast<int>(random.between(-9, 9)));
+        if (!plan_.stay && random.chance(0.2)) page.UserClose();
+        return;
+    }
+    finger_ = &control;
+    ledger_.holds(control);
+    control.UserHold(random.between(-32'768, 32'767));
+}
+
+void RandomUser::goOnWithGesture(Dice& random) {
+    if (random.chance(0.3)) return letGo();
+    if (random.chance(0.5)) return finger_->UserHold(finger_->shownValue() + random.between(-40, 40));
+    if (random.chance(0.5)) {
+        ledger_.letsGo(*finger_);
+        finger_->UserSettle();
+    } else {
+        random.chance(0.5) ? finger_->UserDrop() : finger_->UserFinish();
+    }
+    finger_ = nullptr;
+}
+
+Movable* RandomUser::underFinger() const {
+    for (Page* page : LoadedPages()) {
+        const std::vector<Control*> controls = controlsOf(*page);
+        if (std::find(controls.begin(), controls.end(), finger_) != controls.end()) return finger_;
+    }
+    return nullptr;
+}
+
+void RandomUser::letGo() {
+    finger_ = underFinger();
+    if (!finger_) return;
+    ledger_.letsGo(*finger_);
+    finger_->UserCommit();
+    finger_ = nullptr;
 }
 
 void RandomUser::act(int number) {
     auto random = chanceOf(plan_.seed, Chance::Act, static_cast<std::uint32_t>(number));
+    finger_ = underFinger();
+    if (finger_) goOnWithGesture(random);
     const auto kind = plan_.stay ? random.between(34, 87) : random.between(0, 99);
     if (kind < 22 || LoadedPages().empty()) {
         open(random.of(plan_.pages));

@@ -6,6 +6,8 @@
 #include <vector>
 
 #include "link/page.h"
+#include "platform/movable.h"
+#include "simulation/ledger.h"
 #include "simulation/plan.h"
 
 namespace kestrel::testing {
@@ -26,16 +28,25 @@ struct SelectorPositions {
 
 class RandomUser {
   public:
-    explicit RandomUser(const Plan& plan) : plan_(plan) {}
+    RandomUser(const Plan& plan, Ledger& ledger) : plan_(plan), ledger_(ledger) {}
 
     /// Does the act of this number. Its details come from the number alone, and from what is there to be acted on.
     void act(int number);
     /// Opens a page as the menu does, or by name where no entry does.
     static void open(const std::string& page);
+    /// Takes the finger off, where it still is on something.
+    void letGo();
 
   private:
-    void moveAnything(Dice& random) const;
+    void moveAnything(Dice& random);
+    void gesture(Movable& control, Page& page, Dice& random);
+    void goOnWithGesture(Dice& random);
+    /// What the finger is on, unless that has gone.
+    Movable* underFinger() const;
+
     const Plan& plan_;
+    Ledger& ledger_;
+    Movable* finger_ = nullptr;
 };
 
 }  // namespace kestrel::testing

@@ -6,6 +6,7 @@
 #include <QWheelEvent>
 #include <algorithm>
 #include <cmath>
+#include <functional>
 
 #include "qt/style/drawing.h"
 
@@ -20,10 +21,7 @@ constexpr double HandleWidth = 12;
 
 }  // namespace
 
-BarView::BarView(ScrollBar& bar)
-    : View(bar),
-      gesture_([this] { valueShown(); },
-               [this](int value) { return act([&](ScrollBar& moved) { moved.UserMove(value); }); }) {
+BarView::BarView(ScrollBar& bar) : View(bar) {
     setFocusPolicy(Qt::StrongFocus);
     setAttribute(Qt::WA_Hover);
     setPolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
@@ -31,9 +29,10 @@ BarView::BarView(ScrollBar& bar)
 }
 
 void BarView::showState() {
-    if (!model().actWaits()) gesture_.taken();
-    if (value_ == model().Value && lowest_ == model().Min && highest_ == model().Max) return;
-    value_ = model().Value;
+    const bool isTheSame = value_ == model().shownValue() && isMoving_ == model().isMoving();
+    if (isTheSame && lowest_ == model().Min && highest_ == model().Max) return;
+    value_ = model().shownValue();
+    isMoving_ = model().isMoving();
     lowest_ = model().Min;
     highest_ = model().Max;
     setMaximumWidth(sizeHint().width() * 13 / 8);
@@ -44,13 +43,9 @@ QSize BarView::sizeHint() const { return {rowHeight(*this) * 5, rowHeight(*this)
 
 QSize BarView::minimumSizeHint() const { return {rowHeight(*this) * 3 - 6, rowHeight(*this)}; }
 
-int BarView::bounded(long long value) const {
-    return static_cast<int>(std::max<long long>(lowest_, std::min<long long>(value, highest_)));
-}
-
 double BarView::ratio() const {
     if (highest_ <= lowest_) return 0;
-    return (static_cast<double>(bounded(shownValue())) - lowest_) / (static_cast<double>(highest_) - lowest_);
+    return (static_cast<double>(value_) - lowest_) / (static_cast<double>(highest_) - lowest_);
 }
 
 QRectF BarView::trough() const {
@@ -75,17 +70,17 @@ BarView::Part BarView::partAt(const QPointF& point) const {
 int BarView::valueAt(double handleLeft) const {
     const QRectF track = trough();
     const double part = std::clamp((handleLeft - track.left()) / (track.width() - HandleWidth), 0.0, 1.0);
-    return bounded(std::llround(lowest_ + part * (static_cast<double>(highest_) - lowest_)));
+    return static_cast<int>(std::lround(lowest_ + part * (static_cast<double>(highest_) - lowest_)));
 }
 
 void BarView::stepBy(int amount) {
     setTyped({});
-    gesture_.step(bounded(static_cast<long long>(shownValue()) + amount));
+    act([amount](ScrollBar& bar) { bar.UserStepBy(amount); });
 }
 
 QString BarView::handleText() const {
     if (!typed_.isEmpty()) return typed_;
-    return gesture_.active() ? toQt(model().textOf(shownValue())) : QString();
+    return isMoving_ && bound() ? toQt(model().textOf(value_)) : QString();
 }
 
 void BarView::drawEnds(Brush& brush) const {
@@ -94,10 +89,9 @@ void BarView::drawEnds(Brush& brush) const {
         if (dead || unread() || !isEnabled()) return colors().line;
         return pressed_ == part ? colors().accent : colors().quietText;
     };
-    drawArrow(brush, {0, 0, end, static_cast<double>(height())}, Arrow::Left,
-              color(Part::Less, shownValue() <= lowest_));
+    drawArrow(brush, {0, 0, end, static_cast<double>(height())}, Arrow::Left, color(Part::Less, value_ <= lowest_));
     drawArrow(brush, {width() - end, 0, end, static_cast<double>(height())}, Arrow::Right,
-              color(Part::More, shownValue() >= highest_));
+              color(Part::More, value_ >= highest_));
 }
 
 void BarView::paintEvent(QPaintEvent* /*event*/) {
@@ -152,15 +146,22 @@ void BarView::mousePressEvent(QMouseEvent* event) {
     pointer_ = event->position();
     pressed_ = partAt(pointer_);
     if (pressed_ == Part::Handle) {
-        gesture_.hold(shownValue());
+        act([](ScrollBar& bar) { bar.UserHold(bar.shownValue()); });
         grip_ = pointer_.x() - handle().left();
     } else {
-        repeatPressed();
+        step();
         repeat_.start(FirstRepeat);
     }
 }
 
+/// Until the end is let go, or the model has dropped what was held.
 void BarView::repeatPressed() {
+    if (!isMoving_) return repeat_.stop();
+    step();
+    repeat_.start(NextRepeat);
+}
+
+void BarView::step() {
     const Part under = partAt(pointer_);
     int amount = 0;
     if (pressed_ == Part::Less) amount = -1;
@@ -168,22 +169,20 @@ void BarView::repeatPressed() {
     // A large step stops where the pointer is held.
     if (pressed_ == Part::LargeLess && under == Part::LargeLess) amount = -model().LargeChange;
     if (pressed_ == Part::LargeMore && under == Part::LargeMore) amount = model().LargeChange;
-    gesture_.hold(bounded(static_cast<long long>(shownValue()) + amount));
-    if (repeat_.isActive()) repeat_.start(NextRepeat);
+    act([amount](ScrollBar& bar) { bar.UserHold(static_cast<long long>(bar.shownValue()) + amount); });
 }
 
 void BarView::mouseMoveEvent(QMouseEvent* event) {
     pointer_ = event->position();
-    if (pressed_ == Part::Handle && gesture_.active()) gesture_.hold(valueAt(pointer_.x() - grip_));
+    if (pressed_ == Part::Handle && isMoving_)
+        act([this](ScrollBar& bar) { bar.UserHold(valueAt(pointer_.x() - grip_)); });
 }
 
 void BarView::mouseReleaseEvent(QMouseEvent* event) {
     if (event->button() != Qt::LeftButton) return event->ignore();
     repeat_.stop();
-    if (pressed_ == Part::Handle)
-        gesture_.commit();
-    else
-        gesture_.settle();
+    const bool isDrag = pressed_ == Part::Handle;
+    act([isDrag](ScrollBar& bar) { isDrag ? bar.UserCommit() : bar.UserSettle(); });
     pressed_ = Part::None;
     update();
 }
@@ -211,13 +210,14 @@ void BarView::keyPressEvent(QKeyEvent* event) {
         case Qt::Key_PageUp:
             return stepBy(model().LargeChange);
         case Qt::Key_Home:
-            return gesture_.step(lowest_);
+            return stepBy(lowest_ - value_);
         case Qt::Key_End:
-            return gesture_.step(highest_);
+            return stepBy(highest_ - value_);
         case Qt::Key_Escape:
-            if (gesture_.active()) {
+            if (isMoving_) {
                 pressed_ = Part::None;
-                return gesture_.cancel();
+                act(std::mem_fn(&ScrollBar::UserDrop));
+                return;
             }
             [[fallthrough]];
         default:
@@ -226,43 +226,36 @@ void BarView::keyPressEvent(QKeyEvent* event) {
 }
 
 void BarView::focusOutEvent(QFocusEvent* event) {
-    repeat_.stop();
-    pressed_ = Part::None;
-    isLeaving(*this, *event) ? leave() : gesture_.finish();
+    isLeaving(*this, *event) ? leave() : turnAway();
     View::focusOutEvent(event);
 }
 
 void BarView::hideEvent(QHideEvent* event) {
-    repeat_.stop();
     leave();
     View::hideEvent(event);
 }
 
 void BarView::changeEvent(QEvent* event) {
-    if (event->type() == QEvent::EnabledChange && !isEnabled()) {
-        repeat_.stop();
-        setTyped({});
-        gesture_.cancel();
-    }
+    if (event->type() == QEvent::EnabledChange && !isEnabled()) setTyped({});
     View::changeEvent(event);
 }
 
 void BarView::leave() {
     if (!commitTyped()) setTyped({});
-    gesture_.commit();
+    act(std::mem_fn(&ScrollBar::UserCommit));
+    turnAway();
 }
 
-void BarView::endGesture() {
+void BarView::turnAway() {
     repeat_.stop();
     pressed_ = Part::None;
-    setTyped({});
-    gesture_.finish();
+    act(std::mem_fn(&ScrollBar::UserFinish));
 }
 
 void BarView::beginTyping() {
     if (!isEnabled() || !bound() || unread()) return;
     setFocus(Qt::OtherFocusReason);
-    gesture_.commit();
+    act(std::mem_fn(&ScrollBar::UserCommit));
     setTyped(toQt(model().textOf(value_)), true);
 }
 
@@ -278,18 +271,18 @@ bool BarView::typed(const QKeyEvent& event) {
     const QString letter = event.text();
     const bool figure = writes(event) && letter.size() == 1 && QStringLiteral("0123456789.,-").contains(letter);
     if (figure && (chosen_ || typed_.size() < Longest)) {
-        gesture_.cancel();
+        act(std::mem_fn(&ScrollBar::UserDrop));
         setTyped(chosen_ ? letter : typed_ + letter);
     } else if (event.key() == Qt::Key_Backspace || event.key() == Qt::Key_Delete) {
         setTyped(chosen_ ? QString() : typed_.chopped(std::min<qsizetype>(1, typed_.size())));
     } else if (event.key() == Qt::Key_Escape && !typed_.isEmpty()) {
         setTyped({});
     } else if (event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter) {
-        if (typed_.isEmpty() && !gesture_.active()) {
+        if (typed_.isEmpty() && !isMoving_) {
             beginTyping();
         } else {
             commitTyped();
-            gesture_.commit();
+            act(std::mem_fn(&ScrollBar::UserCommit));
         }
     } else {
         return figure;
@@ -305,23 +298,22 @@ bool BarView::commitTyped() {
     const std::optional<int> value = model().valueOf(typed_.toStdString());
     if (!value) return false;
     setTyped({});
-    gesture_.hold(*value);
-    gesture_.commit();
+    act([value](ScrollBar& bar) { bar.UserMove(*value); });
     return true;
 }
 
 QString BarView::valueInWords() const {
     const QString text = handleText();
-    return text.isEmpty() ? toQt(model().textOf(shownValue())) : text;
+    return text.isEmpty() ? toQt(model().textOf(value_)) : text;
 }
 
 std::optional<ViewBase::Span> BarView::span() const {
     if (unread()) return std::nullopt;
-    return Span{lowest_, highest_, shownValue(), 1};
+    return Span{lowest_, highest_, value_, 1};
 }
 
 void BarView::moveTo(int value) {
-    if (!unread()) gesture_.step(bounded(value));
+    act([value](ScrollBar& bar) { bar.UserStepTo(value); });
 }
 
 }  // namespace kestrel::qt

@@ -1,13 +1,11 @@
 // Shows a scroll bar: arrow ends for single steps, a trough for large ones, a handle to drag.
-// While the user acts, the handle carries the value to come; one change goes out when the gesture ends. A value can be
-// typed too, in a field that a figure or Enter opens: Enter or leaving the bar hands it over, Escape or closing the
-// page drops it.
+// While the user acts, the handle carries the value to come. A value can be typed too, in a field that a figure or
+// Enter opens: Enter or leaving the bar hands it over, Escape or closing the page drops it.
 #pragma once
 
 #include <QTimer>
 
 #include "platform/basic_controls.h"
-#include "qt/views/gesture.h"
 #include "qt/views/view.h"
 
 namespace kestrel::qt {
@@ -16,7 +14,7 @@ class BarView : public View<ScrollBar> {
   public:
     explicit BarView(ScrollBar& bar);
 
-    void endGesture() override;
+    void dropTyping() override { setTyped({}); }
     /// Opens the field with the present value in it, all of it chosen: the first figure takes its place.
     void beginTyping();
     QAccessible::Role spokenRole() const override { return QAccessible::Slider; }
@@ -42,14 +40,14 @@ class BarView : public View<ScrollBar> {
   private:
     enum class Part { None, Less, LargeLess, Handle, LargeMore, More };
 
-    int shownValue() const { return gesture_.valueOr(value_); }
-    int bounded(long long value) const;
     double ratio() const;
     QRectF trough() const;
     QRectF handle() const;
     Part partAt(const QPointF& point) const;
     int valueAt(double handleLeft) const;
     void stepBy(int amount);
+    void turnAway();
+    void step();
     void repeatPressed();
     void drawEnds(class Brush& brush) const;
     void paintHandle(class Brush& brush) const;
@@ -62,11 +60,11 @@ class BarView : public View<ScrollBar> {
     /// Hands a typed value over. False, and nothing is done, when it is none of the bar's.
     bool commitTyped();
 
-    Gesture gesture_;
     QTimer repeat_;
     QString typed_;
     bool chosen_ = false;  ///< the typed text is still the value that the field was opened with
-    int value_ = 0;
+    int value_ = 0;        ///< as the model shows it
+    bool isMoving_ = false;
     int lowest_ = 0;
     int highest_ = 0;
     Part pressed_ = Part::None;

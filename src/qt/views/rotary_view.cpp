@@ -3,6 +3,7 @@
 
 #include <QMouseEvent>
 #include <cmath>
+#include <functional>
 #include <numbers>
 
 #include "qt/style/drawing.h"
@@ -72,17 +73,21 @@ void RotarySwitchView::mousePressEvent(QMouseEvent* event) {
     if (event->button() != Qt::LeftButton) return event->ignore();
     turning_ = event->position().x() < knob().right() + Inset;
     if (!turning_) return openMenu();
-    gesture().hold(positionAt(event->position()));
+    turnTo(event->position());
 }
 
 void RotarySwitchView::mouseMoveEvent(QMouseEvent* event) {
-    if (turning_ && gesture().active()) gesture().hold(positionAt(event->position()));
+    if (turning_ && bound() && model().isMoving()) turnTo(event->position());
+}
+
+void RotarySwitchView::turnTo(const QPointF& point) {
+    act([this, &point](SteppedSwitch& stepped) { stepped.UserHold(positionAt(point)); });
 }
 
 void RotarySwitchView::mouseReleaseEvent(QMouseEvent* event) {
     if (event->button() != Qt::LeftButton || !turning_) return event->ignore();
     turning_ = false;
-    gesture().commit();
+    act(std::mem_fn(&SteppedSwitch::UserCommit));
 }
 
 }  // namespace kestrel::qt

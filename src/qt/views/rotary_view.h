@@ -24,6 +24,7 @@ class RotarySwitchView : public SteppedView {
     /// Direction of a position in radians, clockwise from the top.
     double angleOf(int position) const;
     int positionAt(const QPointF& point) const;
+    void turnTo(const QPointF& point);
 
     bool turning_ = false;
 };

@@ -6,28 +6,25 @@
 #include <QMenu>
 #include <QWheelEvent>
 #include <algorithm>
+#include <functional>
 
 #include "qt/style/drawing.h"
 #include "qt/window/words.h"
 
 namespace kestrel::qt {
 
-SteppedView::SteppedView(SteppedSwitch& stepped)
-    : View(stepped),
-      gesture_([this] { valueShown(); },
-               [this](int value) { return act([&](SteppedSwitch& moved) { moved.UserMove(value); }); }) {
+SteppedView::SteppedView(SteppedSwitch& stepped) : View(stepped) {
     setFocusPolicy(Qt::StrongFocus);
     setPolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
 }
 
 void SteppedView::showState() {
-    if (!model().actWaits()) gesture_.taken();
     QStringList labels;
     for (const std::string& label : model().labels()) labels.append(toQt(label));
     const bool relabelled = labels != labels_;
-    const bool moved = position_ != model().Position;
+    const bool moved = position_ != model().shownValue();
     labels_ = labels;
-    position_ = model().Position;
+    position_ = model().shownValue();
     if (relabelled) updateGeometry();
     if (relabelled || moved) valueShown();
 }
@@ -43,11 +40,12 @@ int SteppedView::widestLabel() const {
     return widest;
 }
 
-void SteppedView::stepBy(int amount) { gesture_.step(std::max(0, std::min(position() + amount, top()))); }
+void SteppedView::stepBy(int amount) {
+    act([amount](SteppedSwitch& stepped) { stepped.UserStepBy(amount); });
+}
 
 void SteppedView::choose(int position) {
-    gesture_.hold(position);
-    gesture_.commit();
+    act([position](SteppedSwitch& stepped) { stepped.UserMove(position); });
 }
 
 void SteppedView::openMenu() {
@@ -87,16 +85,19 @@ void SteppedView::keyPressEvent(QKeyEvent* event) {
         case Qt::Key_PageUp:
             return stepBy(1);
         case Qt::Key_Home:
-            return gesture_.step(0);
+            return moveTo(0);
         case Qt::Key_End:
-            return gesture_.step(std::max(0, top()));
+            return moveTo(top());
         case Qt::Key_Space:
         case Qt::Key_Return:
         case Qt::Key_Enter:
-            gesture_.commit();
+            act(std::mem_fn(&SteppedSwitch::UserCommit));
             return openMenu();
         case Qt::Key_Escape:
-            if (gesture_.active()) return gesture_.cancel();
+            if (bound() && model().isMoving()) {
+                act(std::mem_fn(&SteppedSwitch::UserDrop));
+                return;
+            }
             [[fallthrough]];
         default:
             View::keyPressEvent(event);
@@ -104,19 +105,14 @@ void SteppedView::keyPressEvent(QKeyEvent* event) {
 }
 
 void SteppedView::focusOutEvent(QFocusEvent* event) {
-    gesture_.commit();
+    act(std::mem_fn(isLeaving(*this, *event) ? &SteppedSwitch::UserCommit : &SteppedSwitch::UserFinish));
     View::focusOutEvent(event);
     update();
 }
 
 void SteppedView::hideEvent(QHideEvent* event) {
-    gesture_.commit();
+    act(std::mem_fn(&SteppedSwitch::UserCommit));
     View::hideEvent(event);
-}
-
-void SteppedView::changeEvent(QEvent* event) {
-    if (event->type() == QEvent::EnabledChange && !isEnabled()) gesture_.cancel();
-    View::changeEvent(event);
 }
 
 QString SteppedView::valueInWords() const { return outOfRange() ? qt::outOfRange(positionText()) : positionText(); }
@@ -127,7 +123,7 @@ std::optional<ViewBase::Span> SteppedView::span() const {
 }
 
 void SteppedView::moveTo(int value) {
-    if (!unread()) gesture_.step(std::max(0, std::min(value, top())));
+    act([value](SteppedSwitch& stepped) { stepped.UserStepTo(value); });
 }
 
 }  // namespace kestrel::qt

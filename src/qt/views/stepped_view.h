@@ -5,7 +5,6 @@
 #include <QStringList>
 
 #include "platform/switches.h"
-#include "qt/views/gesture.h"
 #include "qt/views/view.h"
 
 namespace kestrel::qt {
@@ -14,7 +13,6 @@ class SteppedView : public View<SteppedSwitch> {
   public:
     explicit SteppedView(SteppedSwitch& stepped);
 
-    void endGesture() override { gesture_.finish(); }
     QString valueInWords() const override;
     std::optional<Span> span() const override;
     void moveTo(int value) override;
@@ -26,18 +24,16 @@ class SteppedView : public View<SteppedSwitch> {
     void keyPressEvent(QKeyEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
     void hideEvent(QHideEvent* event) override;
-    void changeEvent(QEvent* event) override;
 
     const QStringList& labels() const { return labels_; }
     int top() const { return static_cast<int>(labels_.size()) - 1; }
-    /// The position on show: the preview of a gesture, or the model's.
-    int position() const { return gesture_.valueOr(position_); }
+    /// As the model shows it.
+    int position() const { return position_; }
     bool isChosen(int position) const { return !unread() && position == this->position(); }
     bool outOfRange() const { return !unread() && (position() < 0 || position() > top()); }
     /// The label of the position on show, or its number when it has none.
     QString positionText() const;
     int widestLabel() const;
-    Gesture& gesture() { return gesture_; }
 
     void stepBy(int amount);
     /// The user chose this one: a whole gesture by itself.
@@ -46,7 +42,6 @@ class SteppedView : public View<SteppedSwitch> {
     void openMenu();
 
   private:
-    Gesture gesture_;
     QStringList labels_;
     int position_ = 0;
     int wheelRest_ = 0;

@@ -53,7 +53,7 @@ void TextBoxView::leave() {
     commit(&TextBox::UserLeave);
 }
 
-void TextBoxView::endGesture() {
+void TextBoxView::dropTyping() {
     entered_ = false;
     edited_ = false;
     showModel();

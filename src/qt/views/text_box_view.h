@@ -14,7 +14,7 @@ class TextBoxView : public View<TextBox, QLineEdit> {
   public:
     explicit TextBoxView(TextBox& box);
 
-    void endGesture() override;
+    void dropTyping() override;
     void renamed() override;
     QAccessible::Role spokenRole() const override { return QAccessible::EditableText; }
     QString valueInWords() const override { return text(); }

@@ -43,9 +43,8 @@ class ViewBase : public ControlView {
     /// The board did not take the user's last change.
     bool lost() const { return control_ && control_->notTaken() && !control_->waiting(); }
 
-    /// The user closes the page: steps that were made are handed over; what is held or typed and not entered is
-    /// dropped.
-    virtual void endGesture() {}
+    /// The user closes the page: what is typed and not entered is dropped.
+    virtual void dropTyping() {}
     /// The caption that names the control may have changed.
     virtual void renamed() {}
 

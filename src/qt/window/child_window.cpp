@@ -92,12 +92,12 @@ bool ChildWindow::event(QEvent* event) {
     return handled;
 }
 
-void ChildWindow::endGestures() { qt::endGestures(page_); }
+void ChildWindow::dropTyping() { qt::dropTyping(page_); }
 
 void ChildWindow::closeEvent(QCloseEvent* event) {
     event->ignore();
     if (!model_ || model_->closing()) return;
-    endGestures();
+    dropTyping();
     deliver([this] { model_->UserClose(); });
 }
 

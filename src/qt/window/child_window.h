@@ -25,7 +25,7 @@ class ChildWindow : public QMdiSubWindow, public ControlView {
     /// layout has a turn of the event loop and a painting of its own, with scroll bars that come and go.
     void settle();
     /// The user closes the page or the program: see page_view.h.
-    void endGestures();
+    void dropTyping();
     /// Lets go of the page, which is being unloaded; the window goes with the next event.
     void dismiss();
 

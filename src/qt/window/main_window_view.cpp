@@ -128,7 +128,7 @@ void MainWindowView::closePages() {
 
 void MainWindowView::closeEvent(QCloseEvent* event) {
     event->ignore();  // the process ends, or what is due goes out first
-    for (ChildWindow* child : children_) child->endGestures();
+    for (ChildWindow* child : children_) child->dropTyping();
     deliver([this] {
         if (userClose_) userClose_();
     });

@@ -249,9 +249,9 @@ QWidget* buildPage(Window& window) {
     return new PageView(std::move(contents));
 }
 
-void endGestures(QWidget* page) {
+void dropTyping(QWidget* page) {
     for (ViewBase* view : static_cast<PageView*>(page)->contents().views)
-        if (view->bound()) view->endGesture();
+        if (view->bound()) view->dropTyping();
 }
 
 void layOut(QWidget* page) {

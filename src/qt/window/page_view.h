@@ -12,9 +12,9 @@ namespace kestrel::qt {
 /// called before they go. Run-time errors of the page's Arrange() pass through.
 QWidget* buildPage(Window& window);
 
-/// The user closes the page: hands over the steps that were made, and drops what is held or typed and not entered.
+/// The user closes the page: what is typed and not entered is dropped.
 /// To be called before the page is told to close.
-void endGestures(QWidget* page);
+void dropTyping(QWidget* page);
 
 /// Lays the page out at once for the texts that it has now.
 void layOut(QWidget* page);
