@@ -24,8 +24,9 @@ constexpr int SettleMs = 1;
 constexpr int TellMs = 20;
 
 struct Leaving {
-    explicit Leaving(Page* closed) : page(closed) {}
+    Leaving(Page* inPage, std::function<void()> inThen) : page(inPage), then(std::move(inThen)) {}
     Page* page;
+    std::function<void()> then;  ///< nothing: the page closes
     Timer limit{LeavingMs, Timer::OfTheLink};
 };
 
@@ -63,17 +64,37 @@ bool anyChanges() {
     return std::any_of(pages.begin(), pages.end(), [](const Page* page) { return HasChanges(*page); });
 }
 
-/// As an act of its own, since a change ends in the middle of an exchange; and one of the page's handlers may have
-/// ended it.
-void closeSoon(Page& page) {
-    const auto close = [&page] {
-        if (page.closing()) UnloadPageLater(page);
-    };
-    FromOutside(&page, close, Source::Program);
+auto find(const Page& page) {
+    return std::find_if(state().pages.begin(), state().pages.end(),
+                        [&page](const Leaving& each) { return each.page == &page; });
 }
 
 void forget(const Page& page) {
-    std::erase_if(state().pages, [&page](const Leaving& each) { return each.page == &page; });
+    if (const auto found = find(page); found != state().pages.end()) state().pages.erase(found);
+}
+
+void goOn(Page& page) {
+    const auto found = find(page);
+    if (found == state().pages.end()) return;
+    const std::function<void()> then = std::move(found->then);
+    if (!then) return UnloadPageLater(page);
+    LeavePage(page);
+    page.endClosing();
+    then();
+}
+
+/// As an act of its own, since a change ends in the middle of an exchange; and one of the page's handlers may have
+/// ended it.
+void goOnSoon(Page& page) {
+    FromOutside(
+        &page, [&page] { goOn(page); }, Source::Program);
+}
+
+void await(Page& page, std::function<void()> then) {
+    page.beginClosing();
+    Leaving& leaving = state().pages.emplace_back(&page, std::move(then));
+    leaving.limit.OnTimer([&page] { goOnSoon(page); });
+    leaving.limit.Enabled = true;
 }
 
 /// A change may end inside a handler of the very page.
@@ -86,7 +107,7 @@ void settle_Timer() {
     std::vector<Page*> settled;
     for (const Leaving& each : state().pages)
         if (!HasChanges(*each.page)) settled.push_back(each.page);
-    for (Page* page : settled) closeSoon(*page);
+    for (Page* page : settled) goOnSoon(*page);
     if (state().then && !anyChanges()) FromOutside(&state(), end, Source::Program);
 }
 
@@ -113,14 +134,18 @@ void end() {
 void CloseWhenSettled(Page& page) {
     if (page.closing()) return;
     if (!HasChanges(page)) return UnloadPage(page);
-    page.beginClosing();
-    Leaving& leaving = state().pages.emplace_back(&page);
-    leaving.limit.OnTimer([&page] { closeSoon(page); });
-    leaving.limit.Enabled = true;
+    await(page, nullptr);
+}
+
+void WhenSettled(Page& page, std::function<void()> then) {
+    if (page.closing()) return;
+    if (!HasChanges(page)) return then();
+    await(page, std::move(then));
 }
 
 void StayOpen(Page& page) {
     if (!page.closing() || state().then) return;
+    if (const auto waiting = find(page); waiting == state().pages.end() || waiting->then) return;
     forget(page);
     page.endClosing();
 }

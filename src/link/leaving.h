@@ -13,7 +13,10 @@ inline constexpr int LeavingMs = 1500;
 
 /// Unloads the page when its changes have ended, at once where it has none. Its controls are dead meanwhile.
 void CloseWhenSettled(Page& page);
-/// A page that waits for its changes is wanted again.
+/// Carries out `then`, as an act of its own, when the page's changes have ended or the time is over: at once where it
+/// has none. What is left is told. Its controls are dead meanwhile.
+void WhenSettled(Page& page, std::function<void()> then);
+/// A page that waits to be closed is wanted again.
 void StayOpen(Page& page);
 /// Calls `then` when the changes of all loaded pages have ended, or after LeavingMs. What is left by then is told when
 /// `tells`. A second call while the first one waits does nothing.

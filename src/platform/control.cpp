@@ -32,6 +32,7 @@ Control* Control::acting() { return stateOf<Speaker>().control; }
 
 void Control::userAct(Handler act, Source source) {
     const void* const sender = this;  // the act may be the control's last
+    if (source == Source::User) FinishGesturesBeside(*this);
     FromOutside(
         sender,
         [this, act = std::move(act)] {

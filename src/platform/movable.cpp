@@ -94,6 +94,11 @@ void FinishGestures(const Window* page) {
     endAll([page](const Movable& each) { return !page || each.window() == page; }, std::mem_fn(&Movable::UserFinish));
 }
 
+void FinishGesturesBeside(const Control& acting) {
+    endAll([&acting](const Movable& each) { return &each != &acting && each.window() == acting.window(); },
+           std::mem_fn(&Movable::UserFinish));
+}
+
 void DropHeldGestures() { endAll(std::mem_fn(&Movable::isHeld), std::mem_fn(&Movable::UserDrop)); }
 
 void DropLockedGestures() {

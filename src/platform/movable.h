@@ -57,6 +57,8 @@ class Movable : public Control {
 
 /// Closing is not committing: the user closes this page, or with null the program, and turns away from its gestures.
 void FinishGestures(const Window* page = nullptr);
+/// The user acts on another control of the page: he has turned away from what he moved before.
+void FinishGesturesBeside(const Control& acting);
 /// A message box takes the hand away: what is held is dropped.
 void DropHeldGestures();
 /// Something has been locked or hidden.

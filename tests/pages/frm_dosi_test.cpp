@@ -43,6 +43,21 @@ std::string openParts(FrmDosi& page) {
     return parts;
 }
 
+TEST(FrmDosi, WhatIsStillUnderTheFingerGoesOutBeforeAnotherSelectionIsShown) {
+    Doses doses;
+    auto& page = doses.openAt(0);
+    ScrollBar& time = page.HScroll1[1];
+    time.UserStepBy(time.Value == 0 ? 1 : -1);
+    const int wanted = time.shownValue();
+    ASSERT_NE(wanted, time.Value);
+    page.Label11[3].UserClick();
+    doses.world.run(1'000);
+    EXPECT_EQ(doses.world.board(1, 103), static_cast<std::uint32_t>(wanted));
+    EXPECT_EQ(page.HScroll7.Value, 3);
+    EXPECT_TRUE(page.HScroll7.usable());
+    EXPECT_TRUE(doses.world.platform.messages.empty());
+}
+
 TEST(FrmDosi, EachFieldOfTheSelectionStandsOnItsRowAndIsWrittenAlone) {
     for (const int selection : {0, 8, 9, 17}) {
         Doses doses;

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "link/changes.h"
 #include "link/link_engine.h"
 #include "link/loaded_pages.h"
 #include "link/recheck.h"
@@ -293,7 +294,10 @@ void Ledger::look(Wish& wish) {
     require(wish.state != State::Due || (due && held == wish.value), "nothing that is wanted vanishes", nameOf(wish),
             due ? "" : ", not due", ", mirror ", held);
     if (!wish.isSetting() || wish.state == State::Suspended) return;
-    const bool open = isOpen(wish.page, wish.opening);
+    // A page that turns to other records leaves a change behind as one does that closes.
+    const bool left = std::ranges::any_of(
+        Changes(), [&](const Change& change) { return !change.page && change.bank == bank && change.index == index; });
+    const bool open = !left && isOpen(wish.page, wish.opening);
     const bool boxTold = boxes_ > wish.boxes;
     if (open && wish.state != State::Refused) {
         if (!boxIsOpen_) wish.boxes = boxes_;  // the box that stands may be the one that tells

@@ -5,7 +5,7 @@ set -euo pipefail
 cd "$(dirname "$0")/../.."
 root=$PWD
 work=$root/build/planted
-runs=(--small-worlds --seeds 1-500)
+runs=(--small-worlds --seeds 1-2000)
 limit=60
 
 # What goes wrong, the file, and the change of one line; where a test of the window is to find it, the name of that test.

@@ -3,6 +3,7 @@
 #include "pages/beverage/frm_dosi.h"
 
 #include "language/language_files.h"
+#include "link/leaving.h"
 #include "link/value_helpers.h"
 #include "pages/common/position_labels.h"
 
@@ -171,9 +172,14 @@ void FrmDosi::showPreselection() {
     lblPres.Chosen = PreselectionMode;
 }
 
+/// What was changed of the former selection goes out first: what is due would stay behind unsaid.
+void FrmDosi::Label11_Click(int Index) {
+    WhenSettled(*this, [this, Index] { choose(Index); });
+}
+
 /// A bar that stands elsewhere runs this once more from inside, so that the selection is subscribed twice and later
 /// released once: its subscriptions then last as long as the page, and its values are dropped on arrival.
-void FrmDosi::Label11_Click(int Index) {
+void FrmDosi::choose(int Index) {
     LockPage();
     ReleaseSelection();
     SelectionIndex = PreselectionMode ? Index + SelectionKeys : Index;

@@ -80,6 +80,7 @@ class FrmDosi : public TablePage {
     void WatchSelection() { EachParameterOfSelection(SelectionIndex, Watch); }
     void ReleaseSelection() { EachParameterOfSelection(SelectionIndex, Release); }
     void Label11_Click(int Index);
+    void choose(int Index);
     void awaitSelection();
     void lblPres_Click();
     void HScroll7_Change();
