@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include "support/bare_mirror.h"
 #include "support/doses.h"
 #include "support/layouts.h"
 
@@ -64,6 +65,15 @@ TEST(FrmDosi, EverySelectionIsReachedByKeyAndByBar) {
         }
         EXPECT_TRUE(changed(before, doses.boards()).empty()) << "looking changes nothing";
     }
+}
+
+TEST(FrmDosi, UntilTheMachineTellsHowManyValvesItHasTheBarsEndAsTheyWereDrawn) {
+    BareMirror mirror;
+    auto& page = mirror.load<FrmDosi>();
+    EXPECT_EQ(page.HScroll1[0].Max, 12);
+    for (ScrollBar* bar : {&page.HScroll2[0], &page.HScroll3[0]}) EXPECT_EQ(bar->Max, 8);
+    EXPECT_EQ(page.HScroll7.Max, 17);
+    EXPECT_EQ(page.HScroll7.LargeChange, 3);
 }
 
 TEST(FrmDosi, WhatIsOpenFollowsTheThreeValves) {

@@ -18,9 +18,9 @@ TEST(FrmPagamento, FramesFollowThePaymentSystem) {
         std::uint32_t parameter85;
         int usable, live;  ///< controls that a user can work, and all that is not greyed
         int executive;     ///< position of SliderX5
-    } cases[] = {{0, 1, 4, 0},       {1, 8, 25, 0},       {2, 2, 4, 0},        {3, 2, 4, 0},       {4, 15, 40, 0},
-                 {5, 15, 40, 0},     {6, 15, 40, 0},      {7, 15, 40, 0},      {2 + 64, 3, 7, 1},  {2 + 128, 3, 7, 2},
-                 {2 + 192, 3, 7, 1}, {64, 1, 4, 1},       {1 + 128, 8, 25, 2}, {4 + 64, 15, 40, 1}, {2, 2, 4, 0}};
+    } cases[] = {{0, 1, 4, 0},       {1, 8, 25, 0},  {2, 2, 4, 0},        {3, 2, 4, 0},        {4, 15, 40, 0},
+                 {5, 15, 40, 0},     {6, 15, 40, 0}, {7, 15, 40, 0},      {2 + 64, 3, 7, 1},   {2 + 128, 3, 7, 2},
+                 {2 + 192, 3, 7, 1}, {64, 1, 4, 1},  {1 + 128, 8, 25, 2}, {4 + 64, 15, 40, 1}, {2, 2, 4, 0}};
     BareMirror mirror;
     SetBoardRevision(24);
     auto& page = mirror.load<FrmPagamento>();

@@ -15,7 +15,7 @@ TEST(FrmTemperatura, AValueBeyondItsBarIsToldAsItIsAndTheTankSwitchesOffAtSixtee
         BoardValue board;
         int bar;
         const char* shown;
-    } cases[] = {{0, {2, 51, 15}, 15, "15"}, {0, {2, 51, 16}, 16, "OFF"},  {0, {2, 51, 20}, 16, "OFF"},
+    } cases[] = {{0, {2, 51, 15}, 15, "15"}, {0, {2, 51, 16}, 16, "OFF"},   {0, {2, 51, 20}, 16, "OFF"},
                  {0, {2, 51, 4}, 8, "4"},    {1, {2, 53, 255}, 50, "25.5"}, {4, {2, 52, 0}, 0, "-5"}};
     for (const auto& c : cases) {
         StartedWorld world({c.board});
