@@ -8,6 +8,16 @@
 namespace kestrel::testing {
 namespace {
 
+/// Of a bar, as the board counts.
+struct Range {
+    int min, max, largeStep;
+    bool operator==(const Range&) const = default;
+};
+constexpr Range Time = {0, 255, 10};
+constexpr Range Amount = {-32768, 32767, 100};
+constexpr Range PriceNumber = {1, 30, 3};
+constexpr Range Powder = {0, 5, 1};
+
 /// Bars of a page on consecutive parameters that hold consecutive values.
 struct Series {
     const char* page;
@@ -16,7 +26,8 @@ struct Series {
     int bank, parameter, shadow;
     std::uint32_t raw;  ///< of the first one
     std::size_t decimals;
-    const char* lastName;  ///< what stands beside the last one
+    Range range;           ///< of the last one, as is all from here to its name
+    const char* lastName;  ///< what stands beside it
     std::size_t barStep = 1;
     int parameterStep = 1;
     int offset = 0;             ///< of the figure, beyond the raw value
@@ -26,60 +37,74 @@ struct Series {
 };
 
 const Series AllBars[] = {
-    {"FrmAzione", 0, 6, 1, 1204, 1210, 32765, 0, "filtro FB2"},
-    {"FrmAzione", 5, 1, 1, 1209, 1215, 65534, 0, "filtro FB2"},
-    {"FrmTempi", 0, 4, 1, 1143, 1148, 10, 1, "infusione tè"},
-    {"FrmTempi", 4, 1, 1, 1147, 1147, 99, 1, "compenaz. amaro"},  // its shadow 1152 is left as it is
-    {"FrmTempi", 5, 1, 1, 1439, 1440, 254, 1, "tempo on pompa"},
-    {"FrmTempi", 6, 1, 1, 1441, 1442, 59, 1, "integro acqua"},
-    {"FrmTempi", 7, 1, 2, 58, 273, 249, 1, "timeout motori"},
-    {"FrmTemperatura", 0, 1, 1, 1199, 376, 95, 0, "Termperatura caldaia"},
-    {"FrmTemperatura", 1, 1, 1, 1200, 1202, 50, 1, "temperatura frigo"},
-    {"FrmTemperatura", 2, 1, 2, 51, 266, 14, 0, "Temperatura vasca"},
-    {"FrmTemperatura", 3, 1, 2, 53, 268, 49, 1, "Delta temperatura"},
-    {"FrmTemperatura", 4, 2, 2, 56, 271, 10, 0, "Sbrina per"},
-    {"FrmTemperatura", 6, 1, 2, 52, 267, 8, 0, "Offset temperatura", 1, 1, -5},
-    {"FrmOrologio", 5, 2, 0, 208, 228, 11, 0, "Lavaggio 1 minuti", 1, -1},
-    {"FrmOrologio", 7, 2, 0, 210, 230, 12, 0, "Lavaggio 2 minuti", 1, -1},
-    {"FrmOrologio", 9, 2, 0, 200, 220, 13, 0, "Inizio 1 minuti", 1, -1},
-    {"FrmOrologio", 11, 2, 0, 204, 224, 14, 0, "Fine 1 minuti", 1, -1},
-    {"FrmOrologio", 13, 2, 0, 202, 222, 15, 0, "Inizio 2 minuti", 1, -1},
-    {"FrmOrologio", 15, 2, 0, 206, 226, 16, 0, "Fine 2 minuti", 1, -1},
-    {"FrmOrologio", 17, 2, 0, 212, 232, 17, 0, "Inizio 1 minuti", 1, -1},
-    {"FrmOrologio", 19, 2, 0, 216, 236, 18, 0, "Fine 1 minuti", 1, -1},
-    {"FrmOrologio", 21, 2, 0, 214, 234, 19, 0, "Inizio 2 minuti", 1, -1},
-    {"FrmOrologio", 23, 2, 0, 218, 238, 20, 0, "Fine 2 minuti", 1, -1},
-    {"FrmInter", 0, 5, 1, 1370, 1382, 20, 1, "5", 2},
-    {"FrmInter", 1, 5, 1, 1375, 1387, 250, 1, "5", 2},
-    {"FrmPresel", 0, 4, 1, 1420, 1432, 100, 1, "4"},
-    {"FrmPresel", 4, 4, 1, 1447, 1451, 200, 1, "4 Plus"},
-    {"FrmProUni", 0, 3, 1, 1397, 1406, 30, 1, "tempo unico 3 (s)", 2},
-    {"FrmProUni", 1, 3, 1, 1400, 1409, 40, 1, "ritardo unico 3 (s)", 2},
-    {"FrmConMac", 0, 4, 1, 1309, 1342, 1, 0, "4"},
-    {"FrmConMac", 4, 4, 1, 1314, 1347, 0, 0, "4"},
-    {"FrmConMac", 8, 4, 1, 1319, 1352, 1, 0, "4"},
-    {"FrmConMac", 12, 4, 1, 1324, 1357, 100, 1, "4"},
-    {"FrmConMac", 16, 5, 1, 1329, 1362, 0, 0, "5"},
-    {"FrmOpzioni", 0, 1, 0, 354, 355, 60, 0, "timeout overpay"},
-    {"FrmOpzioni", 1, 1, 1, 1302, 1303, 254, 0, "dose lavaggio"},
-    {"FrmOpzioni", 2, 2, 1, 1443, 1445, 1, 0, "sens.sonda max"},
-    {"FrmPagamento", 0, 8, 0, 312, 320, 40000, 2, "Moneta 8", 1, 1, 0, 1},
-    {"FrmPagamento", 8, 1, 0, 342, 343, 21, 1, "timeout prezzo", 1, 1, 0, 2 + 64},
-    {"FrmPagamento", 9, 1, 0, 328, 329, 1234, 2, "Resto massimo"},
-    {"FrmPagamento", 10, 3, 0, 336, 339, 32766, 2, "token 3"},
-    {"FrmPagamento", 13, 2, 0, 332, 333, 9, 2, "credito massimo monete", 1, 2},
-    {"FrmPrezzi", 0, 30, 0, 16, 46, 32750, 2, "Prezzo 30"},
-    {"FrmPrezzi", 30, 2, 0, 8, 12, 998, 2, "preselezione 3", 1, 2},
-    {"FrmPrezzi", 32, 2, 0, 76, 80, 98, 2, "presel. + 3", 1, 2},
-    {"FrmPrezzi", 34, 2, 0, 9, 13, 8, 2, "preselezione 4", 1, 2},
-    {"FrmPrezzi", 36, 2, 0, 77, 81, 0, 2, "presel. + 4", 1, 2},
-    {"FrmSconti", 0, 30, 0, 88, 118, 1000, 2, "Sconto 30"},
-    {"FrmSconti", 30, 4, 0, 148, 152, 50, 2, "sconto presel. 4 "},
-    {"FrmSconti", 34, 1, 0, 156, 157, 65534, 2, "sconto no bicch. "},
-    {"FrmAssSel", 0, 18, 1, 1163, 1181, 3, 0, "Prezzo sel. 18", 1, 1, 1},
-    {"FrmAssSet", 0, 8, 2, 1, 216, 20, 0, "Prezzo set. 18", 1, 1, 1},
-    {"FrmAssSet", 8, 20, 2, 9, 224, 0, 0, "Prezzo set. 44", 1, 1, 1},
-    {"FrmAssSet", 28, 20, 2, 29, 244, 8, 0, "Prezzo set. 68", 1, 1, 1},
+    {"FrmAzione", 0, 6, 1, 1204, 1210, 32765, 0, Amount, "filtro FB2"},
+    {"FrmAzione", 5, 1, 1, 1209, 1215, 65534, 0, Amount, "filtro FB2"},
+    {"FrmTempi", 0, 4, 1, 1143, 1148, 10, 1, Time, "infusione tè"},
+    {"FrmTempi", 4, 1, 1, 1147, 1147, 99, 1, {0, 100, 10}, "compenaz. amaro"},  // its shadow 1152 is left as it is
+    {"FrmTempi", 5, 1, 1, 1439, 1440, 254, 1, Time, "tempo on pompa"},
+    {"FrmTempi", 6, 1, 1, 1441, 1442, 59, 1, {0, 60, 10}, "integro acqua"},
+    {"FrmTempi", 7, 1, 2, 58, 273, 249, 1, {0, 250, 10}, "timeout motori"},
+    {"FrmTemperatura", 0, 1, 1, 1199, 376, 95, 0, {70, 110, 5}, "Termperatura caldaia"},
+    {"FrmTemperatura", 1, 1, 1, 1200, 1202, 50, 1, {5, 100, 5}, "temperatura frigo"},
+    {"FrmTemperatura", 2, 1, 2, 51, 266, 14, 0, {8, 16, 2}, "Temperatura vasca"},
+    {"FrmTemperatura", 3, 1, 2, 53, 268, 49, 1, {10, 50, 5}, "Delta temperatura"},
+    {"FrmTemperatura", 4, 1, 2, 56, 271, 10, 0, {1, 12, 2}, "Sbrina dopo"},
+    {"FrmTemperatura", 5, 1, 2, 57, 272, 10, 0, {1, 30, 5}, "Sbrina per"},
+    {"FrmTemperatura", 6, 1, 2, 52, 267, 8, 0, {0, 10, 2}, "Offset temperatura", 1, 1, -5},
+    {"FrmOrologio", 5, 2, 0, 208, 228, 11, 0, {0, 59, 5}, "Lavaggio 1 minuti", 1, -1},
+    {"FrmOrologio", 7, 2, 0, 210, 230, 12, 0, {0, 59, 5}, "Lavaggio 2 minuti", 1, -1},
+    {"FrmOrologio", 9, 2, 0, 200, 220, 13, 0, {0, 59, 5}, "Inizio 1 minuti", 1, -1},
+    {"FrmOrologio", 11, 2, 0, 204, 224, 14, 0, {0, 59, 5}, "Fine 1 minuti", 1, -1},
+    {"FrmOrologio", 13, 2, 0, 202, 222, 15, 0, {0, 59, 5}, "Inizio 2 minuti", 1, -1},
+    {"FrmOrologio", 15, 2, 0, 206, 226, 16, 0, {0, 59, 5}, "Fine 2 minuti", 1, -1},
+    {"FrmOrologio", 17, 2, 0, 212, 232, 17, 0, {0, 59, 5}, "Inizio 1 minuti", 1, -1},
+    {"FrmOrologio", 19, 2, 0, 216, 236, 18, 0, {0, 59, 5}, "Fine 1 minuti", 1, -1},
+    {"FrmOrologio", 21, 2, 0, 214, 234, 19, 0, {0, 59, 5}, "Inizio 2 minuti", 1, -1},
+    {"FrmOrologio", 23, 2, 0, 218, 238, 20, 0, {0, 59, 5}, "Fine 2 minuti", 1, -1},
+    {"FrmInter", 0, 5, 1, 1370, 1382, 20, 1, {0, 255, 3}, "5", 2},
+    {"FrmInter", 1, 5, 1, 1375, 1387, 250, 1, {0, 255, 3}, "5", 2},
+    {"FrmPresel", 0, 4, 1, 1420, 1432, 100, 1, Time, "4"},
+    {"FrmPresel", 4, 4, 1, 1447, 1451, 200, 1, Time, "4 Plus"},
+    {"FrmProUni", 0, 3, 1, 1397, 1406, 30, 1, Time, "tempo unico 3 (s)", 2},
+    {"FrmProUni", 1, 3, 1, 1400, 1409, 40, 1, Time, "ritardo unico 3 (s)", 2},
+    {"FrmDosi", 0, 1, 1, 7, 7, 2, 0, {0, 6, 3}, " ev."},
+    {"FrmDosi", 1, 4, 1, 103, 103, 10, 1, Time, "ritardo mixer ", 1, 96},
+    {"FrmDosi", 5, 3, 1, 487, 487, 20, 1, Time, "tempo sol. 3 ", 2, 96},
+    {"FrmDosi", 6, 3, 1, 775, 775, 30, 1, Time, "ritardo sol. 3 ", 2, 96},
+    {"FrmDosi", 11, 1, 1, 39, 39, 2, 0, {0, 4, 3}, " ev."},
+    {"FrmDosi", 12, 4, 1, 135, 135, 40, 1, Time, "ritardo mixer ", 1, 96},
+    {"FrmDosi", 16, 3, 1, 519, 519, 50, 1, Time, "tempo sol. 3 ", 2, 96},
+    {"FrmDosi", 17, 3, 1, 807, 807, 60, 1, Time, "ritardo sol. 3 ", 2, 96},
+    {"FrmDosi", 22, 1, 1, 71, 71, 2, 0, {0, 4, 3}, " ev."},
+    {"FrmDosi", 23, 4, 1, 167, 167, 70, 1, Time, "ritardo mixer ", 1, 96},
+    {"FrmDosi", 27, 3, 1, 551, 551, 80, 1, Time, "tempo sol. 3 ", 2, 96},
+    {"FrmDosi", 28, 3, 1, 839, 839, 252, 1, Time, "ritardo sol. 3 ", 2, 96},
+    {"FrmDosi", 33, 1, 1, 1095, 1095, 98, 0, {1, 99, 10}, "num bricco"},
+    {"FrmConMac", 0, 4, 1, 1309, 1342, 1, 0, Powder, "4"},
+    {"FrmConMac", 4, 4, 1, 1314, 1347, 0, 0, Powder, "4"},
+    {"FrmConMac", 8, 4, 1, 1319, 1352, 1, 0, Powder, "4"},
+    {"FrmConMac", 12, 4, 1, 1324, 1357, 100, 1, Time, "4"},
+    {"FrmConMac", 16, 5, 1, 1329, 1362, 0, 0, Powder, "5"},
+    {"FrmOpzioni", 0, 1, 0, 354, 355, 60, 0, {0, 180, 10}, "timeout overpay"},
+    {"FrmOpzioni", 1, 1, 1, 1302, 1303, 254, 0, Time, "dose lavaggio"},
+    {"FrmOpzioni", 2, 2, 1, 1443, 1445, 1, 0, Time, "sens.sonda max"},
+    {"FrmPagamento", 0, 8, 0, 312, 320, 40000, 2, Amount, "Moneta 8", 1, 1, 0, 1},
+    {"FrmPagamento", 8, 1, 0, 342, 343, 21, 1, {20, 250, 100}, "timeout prezzo", 1, 1, 0, 2 + 64},
+    {"FrmPagamento", 9, 1, 0, 328, 329, 1234, 2, {0, 9999, 100}, "Resto massimo"},
+    {"FrmPagamento", 10, 3, 0, 336, 339, 32766, 2, Amount, "token 3"},
+    {"FrmPagamento", 13, 2, 0, 332, 333, 9, 2, Amount, "credito massimo monete", 1, 2},
+    {"FrmPrezzi", 0, 30, 0, 16, 46, 32750, 2, Amount, "Prezzo 30"},
+    {"FrmPrezzi", 30, 2, 0, 8, 12, 998, 2, Amount, "preselezione 3", 1, 2},
+    {"FrmPrezzi", 32, 2, 0, 76, 80, 98, 2, Amount, "presel. + 3", 1, 2},
+    {"FrmPrezzi", 34, 2, 0, 9, 13, 8, 2, Amount, "preselezione 4", 1, 2},
+    {"FrmPrezzi", 36, 2, 0, 77, 81, 0, 2, Amount, "presel. + 4", 1, 2},
+    {"FrmSconti", 0, 30, 0, 88, 118, 1000, 2, Amount, "Sconto 30"},
+    {"FrmSconti", 30, 4, 0, 148, 152, 50, 2, Amount, "sconto presel. 4 "},
+    {"FrmSconti", 34, 1, 0, 156, 157, 65534, 2, Amount, "sconto no bicch. "},
+    {"FrmAssSel", 0, 18, 1, 1163, 1181, 3, 0, PriceNumber, "Prezzo sel. 18", 1, 1, 1},
+    {"FrmAssSet", 0, 8, 2, 1, 216, 20, 0, PriceNumber, "Prezzo set. 18", 1, 1, 1},
+    {"FrmAssSet", 8, 20, 2, 9, 224, 0, 0, PriceNumber, "Prezzo set. 44", 1, 1, 1},
+    {"FrmAssSet", 28, 20, 2, 29, 244, 8, 0, PriceNumber, "Prezzo set. 68", 1, 1, 1},
 };
 
 TEST(Bars, EachShowsItsParameterAndWritesThatAndItsShadow) {
@@ -94,11 +119,15 @@ TEST(Bars, EachShowsItsParameterAndWritesThatAndItsShadow) {
                                      {1, 1156, 5},
                                      {1, 1394, 1},
                                      {1, 1395, 1},
-                                     {1, 1396, 1}});
+                                     {1, 1396, 1},
+                                     {1, 7, 3},
+                                     {1, 39, 2},
+                                     {1, 71, 1},
+                                     {1, 1087, 1}});
         for (int i = 0; i < run.count; ++i)
             world.setBoard(run.bank, run.setting(i).parameter, run.raw + static_cast<std::uint32_t>(i));
         auto& page = world.open<Page>(run.page);
-        world.run(5'000);
+        world.run(6'000);
         const auto bars = barsOf(page.Arrange());
         const ScrollBar* last = nullptr;
         for (int i = 0; i < run.count; ++i) {
@@ -115,6 +144,7 @@ TEST(Bars, EachShowsItsParameterAndWritesThatAndItsShadow) {
             last = bar;
         }
         EXPECT_EQ(last->accessibleName(), run.lastName);
+        EXPECT_EQ((Range{last->Min, last->Max, last->LargeChange}), run.range);
     }
 }
 

@@ -30,26 +30,6 @@ struct ConMac : ::testing::Test {
     }
 };
 
-TEST_F(ConMac, EachSwitchShowsItsParameterAndWritesThatAndItsShadow) {
-    world.setBoards(1, 1304, 4, 0);
-    world.setBoards(1, 1334, 3, 2);
-    world.setBoard(1, 1157, 4);
-    FrmConMac& page = open();
-    EXPECT_EQ(page.iSwSliderX2.Position, 4);
-    expectMove(world, page.iSwSliderX2, 2, Setting{1, 1157, 1162}.as(2));
-    for (int i = 0; i < 4; ++i) {
-        EXPECT_EQ(page.iSwRotaryX3[i].Position, i);
-        const int to = 3 - i;
-        expectMove(world, page.iSwRotaryX3[i], to, Setting{1, 1304 + i, 1337 + i}.as(static_cast<unsigned>(to)));
-    }
-    for (int i = 0; i < 3; ++i) {
-        const int counts[] = {3, 2, 4};
-        EXPECT_EQ(page.iSwSliderX1[i].Position, counts[i]);
-        EXPECT_EQ(page.isrAbb[i].Position, std::min(3, i + 2)) << "at most the fourth valve";
-        expectMove(world, page.isrAbb[i], 1, Setting{1, 1334 + i, 1367 + i}.as(1));
-    }
-}
-
 TEST_F(ConMac, AsManyRowsAreLiveAsThereAreValvesAndPowders) {
     const struct {
         std::uint32_t valves, mixers, powders, cold;

@@ -252,43 +252,5 @@ TEST_F(DispensingOrders, AVendOfTheMachinesOwnAndAnEditOfBeforeOpenNoPageInATest
     EXPECT_TRUE(page.HScroll7.usable());
 }
 
-TEST(TestDispensing, WhateverTheLineLosesTheMachineRunsWhatWasClicked) {
-    Doses doses;
-    for (int block = 0; block < 33; ++block)
-        doses.world.setBoard(1, 7 + 32 * block, static_cast<std::uint32_t>(block < 3 ? 3 - block : 2 + block % 7));
-    FrmDosi& page = doses.open();
-    Writes clicked;  // what the mailbox has to hold
-    int commands = 0;
-    int commandsOfOrder = 0;
-    doses.world.machine.onExchange = [&](const simulator::Exchange& exchange) {
-        const bool command = exchange.request.write && exchange.request.board == simulator::Board::Master &&
-                             exchange.parameter == 4 && exchange.value != 0;
-        if (!command) return;
-        ++commands;
-        ++commandsOfOrder;
-        for (const BoardValue& each : clicked) EXPECT_EQ(doses.world.board(0, each.parameter), each.value) << each;
-    };
-    doses.world.machine.setFaults(simulator::parseFaults("silent=0.15"));
-    for (int order = 0; order < 60; ++order) {
-        commandsOfOrder = 0;
-        const int solenoid = order % 3;
-        if (order % 4 == 3) {
-            page.Command4[order % 2].UserClick();
-            doses.world.letActsIn();
-            clicked = {{0, 5, 1}, {0, 6, 0}};
-        } else {
-            const auto time = static_cast<std::uint32_t>(page.HScroll1[2 * solenoid + 5].Value.get());
-            page.Command1[solenoid].UserClick();
-            doses.world.letActsIn();
-            clicked = {{0, 5, 0}, {0, 6, static_cast<std::uint32_t>(solenoid)}, {0, 370, time}};
-        }
-        EXPECT_FALSE(page.HScroll7.usable());
-        ASSERT_LT(doses.msUntilOpen(page), 60'000);
-        doses.world.run(100 + 37 * order);
-        EXPECT_LE(commandsOfOrder, 1);
-    }
-    EXPECT_GT(commands, 30) << "too little happened to say anything";
-}
-
 }  // namespace
 }  // namespace kestrel::testing

@@ -4,23 +4,16 @@
 
 #include <gtest/gtest.h>
 
+#include "support/bare_mirror.h"
 #include "support/doses.h"
 #include "support/layouts.h"
 
 namespace kestrel::testing {
 namespace {
 
-/// Parameter of each field of steps 1, 2, 3 at the first selection, row by row as the page shows them.
-constexpr int FieldParameters[11][3] = {
-    {7, 39, 71},     {103, 135, 167}, {199, 231, 263}, {295, 327, 359}, {391, 423, 455},  {487, 519, 551},
-    {775, 807, 839}, {583, 615, 647}, {871, 903, 935}, {679, 711, 743}, {967, 999, 1031},
-};
-
 auto& barsOf(FrmDosi& page, int step) { return step == 0 ? page.HScroll1 : step == 1 ? page.HScroll2 : page.HScroll3; }
 auto& valuesOf(FrmDosi& page, int step) { return step == 0 ? page.Label1 : step == 1 ? page.Label2 : page.Label3; }
 auto& testsOf(FrmDosi& page, int step) { return step == 0 ? page.Command1 : step == 1 ? page.Command2 : page.Command3; }
-
-std::string tenths(int value) { return written(static_cast<std::uint32_t>(value), 1); }
 
 /// A letter for what can be used: k keys and full tests, then of each step v valve, t time, p the rest with its tests,
 /// and j the jug's switch.
@@ -51,33 +44,11 @@ TEST(FrmDosi, WhatIsStillUnderTheFingerGoesOutBeforeAnotherSelectionIsShown) {
     const int wanted = time.shownValue();
     ASSERT_NE(wanted, time.Value);
     page.Label11[3].UserClick();
-    doses.world.run(1'000);
+    doses.world.run(5'000);
     EXPECT_EQ(doses.world.board(1, 103), static_cast<std::uint32_t>(wanted));
     EXPECT_EQ(page.HScroll7.Value, 3);
     EXPECT_TRUE(page.HScroll7.usable());
     EXPECT_TRUE(doses.world.platform.messages.empty());
-}
-
-TEST(FrmDosi, EachFieldOfTheSelectionStandsOnItsRowAndIsWrittenAlone) {
-    for (const int selection : {0, 8, 9, 17}) {
-        Doses doses;
-        auto& page = doses.openAt(selection);
-        for (int step = 0; step < 3; ++step)
-            for (int field = 0; field < 11; ++field) {
-                SCOPED_TRACE(std::to_string(step) + " " + std::to_string(field));
-                const auto text = [&](int value) { return field == 0 ? std::to_string(value) : tenths(value); };
-                ScrollBar& bar = barsOf(page, step)[field];
-                Label& label = valuesOf(page, step)[field];
-                const int parameter = FieldParameters[field][step] + selection;
-                const auto value = static_cast<int>(doses.world.board(1, parameter));
-                EXPECT_EQ(bar.Value, value);
-                EXPECT_EQ(bar.textOf(value), text(value)) << "as it is typed";
-                EXPECT_EQ(label.Caption.get(), text(value));
-                const int to = field == 0 ? 4 : 200 + field;
-                expectMove(doses.world, bar, label, to, text(to), {{1, parameter, static_cast<std::uint32_t>(to)}});
-            }
-        for (const Mask hidden : {Step2Mask, Step3Mask}) EXPECT_FALSE(page.SwitchX5[hidden].Visible);
-    }
 }
 
 TEST(FrmDosi, EverySelectionIsReachedByKeyAndByBar) {
@@ -109,6 +80,15 @@ TEST(FrmDosi, EverySelectionIsReachedByKeyAndByBar) {
         }
         EXPECT_TRUE(changed(before, doses.boards()).empty()) << "looking changes nothing";
     }
+}
+
+TEST(FrmDosi, UntilTheMachineTellsHowManyValvesItHasTheBarsEndAsTheyWereDrawn) {
+    BareMirror mirror;
+    auto& page = mirror.load<FrmDosi>();
+    EXPECT_EQ(page.HScroll1[0].Max, 12);
+    for (ScrollBar* bar : {&page.HScroll2[0], &page.HScroll3[0]}) EXPECT_EQ(bar->Max, 8);
+    EXPECT_EQ(page.HScroll7.Max, 17);
+    EXPECT_EQ(page.HScroll7.LargeChange, 3);
 }
 
 TEST(FrmDosi, WhatIsOpenFollowsTheThreeValves) {
@@ -243,26 +223,6 @@ TEST(FrmDosi, AfterABrewersCodeNothingIsWrittenUntilTheNextValue) {
         ASSERT_TRUE(doses.world.settle());
         EXPECT_EQ(doses.writes.size(), 1U);
     }
-}
-
-TEST(FrmDosi, ASwitchWritesItsBitToMaskAndShadowAndShowsWhatTheBoardHolds) {
-    const std::pair<Mask, Setting> cases[] = {{IncludedMask, {1, 1071, 1075}},
-                                              {CupMask, {1, 1063, 1067}},
-                                              {JugMask, {1, 1087, 1091}},
-                                              {ColdMask, {1, 1079, 1083}},
-                                              {FreeMask, {1, 1455, 1459}}};
-    for (const auto& [mask, first] : cases)
-        for (const int selection : {7, 8, 17}) {
-            Doses doses;
-            const int byte = selection / 8;
-            const auto bit = static_cast<std::uint32_t>(1 << (selection % 8));
-            for (int i = 0; i < 4; ++i) doses.world.setBoard(1, first.parameter + i, i == byte ? 0xA5U & ~bit : 0x3C);
-            SliderSwitch& slider = doses.openAt(selection).SwitchX5[mask];
-            EXPECT_EQ(slider.Position, 0);
-            const Setting setting = {1, first.parameter + byte, first.shadow + byte};
-            expectMove(doses.world, slider, 1, setting.as(0xA5U | bit));
-            expectMove(doses.world, slider, 0, setting.as(0xA5U & ~bit));
-        }
 }
 
 TEST(FrmDosi, TheJugCountGoesWithTheJugAndIsWrittenRaw) {

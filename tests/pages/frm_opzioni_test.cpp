@@ -1,4 +1,4 @@
-// The options on the simulated machine: every bit, scalar and field, and when each board's group is live.
+// The options on the simulated machine: what goes beyond their tables of switches, bars and fields.
 // A bit written from a byte that was never read would wipe out the machine's other options.
 #include "pages/machine/frm_opzioni.h"
 
@@ -10,18 +10,6 @@
 
 namespace kestrel::testing {
 namespace {
-
-struct Bit {
-    int toggle;
-    int bank;
-    int parameter;
-    int shadow;
-    int bit;
-};
-constexpr Bit Bits[] = {{0, 1, 1298, 1300, 0}, {1, 1, 1299, 1301, 1}, {2, 1, 1298, 1300, 2}, {3, 1, 1298, 1300, 3},
-                        {4, 1, 1298, 1300, 4}, {5, 1, 1299, 1301, 2}, {8, 2, 59, 274, 3},    {9, 0, 84, 86, 2},
-                        {10, 0, 84, 86, 1},    {11, 0, 84, 86, 7},    {12, 0, 85, 87, 5},    {13, 1, 1299, 1301, 0},
-                        {14, 2, 59, 274, 0},   {21, 2, 59, 274, 1},   {22, 2, 59, 274, 2}};
 
 struct OptionsPage : ::testing::Test {
     StartedWorld world{{0, 85, 1}};
@@ -36,39 +24,6 @@ struct OptionsPage : ::testing::Test {
         page.notify(n, value);
     }
 };
-
-TEST_F(OptionsPage, EachToggleShowsItsBitAndNoOther) {
-    FrmOpzioni& page = open();
-    for (const Bit& own : Bits)
-        for (const bool set : {true, false}) {
-            const unsigned bit = 1U << own.bit;
-            arrives(page, own.bank, own.parameter, set ? bit : 0xFF & ~bit);
-            for (const Bit& other : Bits) {
-                if (other.bank != own.bank || other.parameter != own.parameter) continue;
-                EXPECT_EQ(page.SwitchX1[other.toggle].Active, (other.bit == own.bit) == set)
-                    << own.toggle << " and " << other.toggle;
-            }
-        }
-}
-
-TEST_F(OptionsPage, AClickTurnsItsBitInTheLastByteThatTheBoardTold) {
-    for (const Bit& own : Bits) {
-        world.setBoard(own.bank, own.parameter, own.parameter == 85 ? 0xD8 : 0xA5);
-        FrmOpzioni& page = open();
-        ToggleSwitch& toggle = page.SwitchX1[own.toggle];
-        for (int click = 0; click < 2; ++click) {
-            const std::uint32_t after = world.board(own.bank, own.parameter) ^ 1U << own.bit;
-            const auto act = [&] {
-                toggle.UserClick();
-                EXPECT_TRUE(toggle.waiting());
-            };
-            EXPECT_EQ(writesOf(world, act), (Setting{own.bank, own.parameter, own.shadow}.as(after))) << own.toggle;
-            EXPECT_EQ(toggle.Active, (after >> own.bit & 1) == 1);
-            EXPECT_FALSE(toggle.waiting());
-        }
-        page.UserClose();
-    }
-}
 
 TEST_F(OptionsPage, TwoQuickClicksOnOneByteStartFromTheSameValue) {
     world.setBoard(0, 84, 0);
@@ -99,21 +54,16 @@ TEST_F(OptionsPage, CreditTimeoutIsABitOfTheMasterAtRevision20Only) {
     }
 }
 
-TEST_F(OptionsPage, SlidersAreShownAndWrittenTwice) {
-    world.setBoards({{0, 3, 2}, {0, 350, 7}, {0, 354, 200}, {0, 359, 0}, {1, 1153, 1}});
+TEST_F(OptionsPage, DecimalsAreShownFromWhereTheMasterTakesThemOverAndOverpayIsToldBeyondItsBar) {
+    world.setBoards({{0, 3, 2}, {0, 354, 200}, {0, 359, 0}, {1, 1153, 1}});
     FrmOpzioni& page = open();
     EXPECT_EQ(page.HScroll1[0].Value, 180);
     EXPECT_EQ(page.Label10[0].Caption.get(), "200");
-    EXPECT_EQ(page.SlswitchX1.Position, 7);
     EXPECT_EQ(page.SlswitchX2.Position, 2);
-    EXPECT_EQ(page.SlswitchX4.Position, 1);
-    expectMove(world, page.SlswitchX1, 3, Setting{0, 350, 351}.as(3));
-    expectMove(world, page.SlswitchX4, 0, Setting{1, 1153, 1158}.as(0));
     EXPECT_EQ(writesOf(world, [&] { page.SlswitchX2.UserMove(1); }), (Setting{0, 359, 360}.as(1)));
     world.run(3000);
-    EXPECT_EQ(page.SlswitchX2.Position, 1) << "the master took the decimals over";
+    EXPECT_EQ(page.SlswitchX2.Position, 1);
     EXPECT_FALSE(page.SlswitchX2.waiting());
-    arrives(page, 1, 1153, 1);
     arrives(page, 1, 1153, 2);
     EXPECT_EQ(page.SlswitchX4.Position, 0) << "kinds above one are shown as none";
 }
@@ -140,35 +90,6 @@ TEST_F(OptionsPage, ThePaymentSystemIsThreeBitsAndTwoOfThemFixTheDecimals) {
         expectMove(world, page.SlswitchX5, position, Setting{0, 85, 87}.as(0xA8 | low));
         EXPECT_EQ(page.SlswitchX2.usable(), position < 2);
     }
-}
-
-TEST_F(OptionsPage, NumbersAreCutLimitedAndWrittenOnce) {
-    const struct {
-        int field;
-        const char* typed;
-        const char* shown;
-        Writes sent;
-    } cases[] = {
-        {0, "9999997", "999999", {{0, 356, 999999}}}, {1, "65535", "65535", {{0, 357, 65535}}},
-        {1, "65536", "4242", {{0, 357, 4242}}},       {2, "9999", "999", {{0, 358, 999}}},
-        {3, "-1", "4243", {{0, 361, 4243}}},          {2, "abc", "42", {}},
-    };
-    for (const auto& c : cases)
-        for (const bool byEnter : {true, false}) {
-            world.setBoards({{0, 356, 77}, {0, 357, 4242}, {0, 358, 42}, {0, 361, 4243}});
-            FrmOpzioni& page = open();
-            TextBox& box = page.Text1[c.field];
-            const auto commit = [&] {
-                box.UserType(c.typed);
-                CurrentBank = 1;  // where the scan may stand when the user acts
-                byEnter ? box.UserEnter() : box.UserLeave();
-                EXPECT_EQ(box.Text.get(), c.shown);
-            };
-            EXPECT_EQ(writesOf(world, commit), c.sent) << c.typed;
-            EXPECT_EQ(box.Text.get(), c.shown);
-            EXPECT_FALSE(box.waiting()) << c.typed;
-            page.UserClose();
-        }
 }
 
 TEST_F(OptionsPage, TheMachinesFeaturesSayHowManyLanguagesItsDisplayHas) {

@@ -13,57 +13,26 @@
 namespace kestrel::testing {
 namespace {
 
-/// One letter for each part of the page that a user can act on: coin 7, other coins, executive, its timeout, MDB,
-/// credits.
-std::string openParts(FrmPagamento& page) {
-    const auto letter = [](const Control& control, const char* name) { return control.usable() ? name : "-"; };
-    std::string open = letter(page.HScroll10[6], "7");
-    open += letter(page.HScroll10[0], "c");
-    open += letter(page.SliderX5, "e");
-    open += letter(page.scrTP, "t");
-    open += letter(page.iSwitchSliderX2, "m");
-    open += letter(page.HScroll11[2], "r");
-    return open;
-}
-
-/// Controls of one part open and close together.
-void expectAlike(FrmPagamento& page) {
-    const auto alike = [](const Control& first, std::initializer_list<const Control*> others) {
-        for (const Control* other : others) EXPECT_EQ(other->usable(), first.usable()) << other->accessibleName();
-    };
-    for (const int i : {1, 2, 3, 4, 5, 7})
-        alike(page.HScroll10[0], {&page.HScroll10[i], &page.Label10[i], &page.Label1[i]});
-    alike(page.HScroll10[6], {&page.Label10[6], &page.Label1[6]});
-    alike(page.SliderX5, {&page.Frame4, &page.Label13, &page.SwitchX5[0]});
-    alike(page.scrTP, {&page.Label8, &page.Label8v});
-    eachControl(page.Arrange(), [&](const Control& control) {
-        for (const Frame* frame : {&page.Frame2, &page.Frame3, &page.Frame5, &page.Frame6})
-            if (control.frame() == frame) alike(page.iSwitchSliderX2, {&control});
-    });
-    alike(page.HScroll11[2],
-          {&page.Label4[2], &page.Label4[3], &page.Label11[2], &page.Label11[3], &page.HScroll11[3]});
-}
-
 TEST(FrmPagamento, FramesFollowThePaymentSystem) {
     const struct {
         std::uint32_t parameter85;
-        const char* open;
-        int executive;  ///< position of SliderX5
-    } cases[] = {{0, "7-----", 0},       {1, "7c----", 0},       {2, "--e---", 0},       {3, "--e---", 0},
-                 {4, "----mr", 0},       {5, "----mr", 0},       {6, "----mr", 0},       {7, "----mr", 0},
-                 {2 + 64, "--et--", 1},  {2 + 128, "--et--", 2}, {2 + 192, "--et--", 1}, {64, "7-----", 1},
-                 {1 + 128, "7c----", 2}, {4 + 64, "----mr", 1},  {2, "--e---", 0}};
+        int usable, live;  ///< controls that a user can work, and all that is not greyed
+        int executive;     ///< position of SliderX5
+    } cases[] = {{0, 1, 4, 0},       {1, 8, 25, 0},  {2, 2, 4, 0},        {3, 2, 4, 0},        {4, 15, 40, 0},
+                 {5, 15, 40, 0},     {6, 15, 40, 0}, {7, 15, 40, 0},      {2 + 64, 3, 7, 1},   {2 + 128, 3, 7, 2},
+                 {2 + 192, 3, 7, 1}, {64, 1, 4, 1},  {1 + 128, 8, 25, 2}, {4 + 64, 15, 40, 1}, {2, 2, 4, 0}};
     BareMirror mirror;
     SetBoardRevision(24);
     auto& page = mirror.load<FrmPagamento>();
+    for (const int n : {3, 312, 318, 328, 330, 332, 334, 336, 342, 344, 346, 348, 84}) mirror.arrive(0, n, 1);
     for (const auto& c : cases) {
         mirror.arrive(0, 85, c.parameter85);
-        EXPECT_EQ(openParts(page), c.open) << c.parameter85;
+        EXPECT_EQ(usableInputs(page.Arrange()), c.usable) << c.parameter85;
+        EXPECT_EQ(liveControls(page.Arrange()), c.live) << c.parameter85;
         EXPECT_EQ(page.SliderX5.Position, c.executive) << c.parameter85;
-        expectAlike(page);
     }
     mirror.arrive(1, 85, 4);
-    EXPECT_EQ(openParts(page), "--e---") << "another board's parameter";
+    EXPECT_EQ(usableInputs(page.Arrange()), 2) << "another board's parameter";
 }
 
 TEST(FrmPagamento, BoardsUpToRevision23LeaveTheCreditRowsAsTheyWere) {
@@ -91,29 +60,10 @@ struct PaymentOnMachine : ::testing::Test {
     }
 };
 
-TEST_F(PaymentOnMachine, EverySwitchChangesItsOwnBitsAlone) {
-    struct Move {
-        SliderSwitch& control;
-        Setting setting;
-        std::vector<std::pair<int, std::uint32_t>> to;  ///< position, and the value that the board then holds
-    };
-    const auto expectMoves = [&](const std::vector<Move>& moves) {
-        for (const Move& move : moves)
-            for (const auto& [position, value] : move.to)
-                expectMove(world, move.control, position, move.setting.as(value));
-    };
-    auto& mdb = open(4);
-    expectMoves({{mdb.iSwitchSliderX2, {0, 84, 86}, {{1, 0xA5}, {0, 0x85}}},
-                 {mdb.iSwSliderX3[0], {0, 84, 86}, {{1, 0x8D}, {0, 0x85}}},
-                 {mdb.iSwSliderX3[1], {0, 84, 86}, {{1, 0x95}, {0, 0x85}}},
-                 {mdb.iSwSliderX3[2], {0, 84, 86}, {{1, 0xC5}, {0, 0x85}}},
-                 {mdb.SwitchX5[1], {0, 348, 349}, {{1, 0xFE}, {0, 0xFC}}},
-                 {mdb.SliderX4, {0, 330, 331}, {{0, 0x8000}, {1, 0x8001}}},
-                 {mdb.SliderX6, {0, 344, 345}, {{1, 0x0007}, {0, 0x0006}}}});
-    mdb.UserClose();
-    auto& executive = open(2);
-    expectMoves({{executive.SwitchX5[0], {0, 346, 347}, {{1, 0xFF}, {0, 0xFE}}},
-                 {executive.SliderX5, {0, 85, 87}, {{1, 0x62}, {2, 0xA2}, {0, 0x22}, {2, 0xA2}}}});
+TEST_F(PaymentOnMachine, TheKindOfExecutiveIsOneOfTwoBitsOrNone) {
+    auto& page = open(2);
+    for (const auto& [position, value] : {std::pair(1, 0x62U), {2, 0xA2U}, {0, 0x22U}, {2, 0xA2U}})
+        expectMove(world, page.SliderX5, position, Setting{0, 85, 87}.as(value));
 }
 
 TEST_F(PaymentOnMachine, ChoosingACoinOrBanknoteShowsItsBitAndLeavesTheMaskAsItIs) {

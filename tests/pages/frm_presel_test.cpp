@@ -11,21 +11,6 @@
 namespace kestrel::testing {
 namespace {
 
-TEST(FrmPresel, EachSwitchShowsItsSettingAndWritesItAndTheShadow) {
-    StartedWorld world;
-    world.setBoards(1, 1412, 4, 1);
-    world.setBoards(1, 1416, 4, 2);
-    auto& page = world.open<FrmPresel>("FrmPresel");
-    for (int i = 0; i < 4; ++i) {
-        EXPECT_EQ(page.iSwSliderX1[i].Position, i + 1);
-        EXPECT_EQ(page.iSwSliderX2[i].Position, i + 2);
-        const int product = i == 0 ? 5 : i;
-        expectMove(world, page.iSwSliderX1[i], product,
-                   Setting{1, 1412 + i, 1424 + i}.as(static_cast<std::uint32_t>(product)));
-        expectMove(world, page.iSwSliderX2[i], i, Setting{1, 1416 + i, 1428 + i}.as(static_cast<std::uint32_t>(i)));
-    }
-}
-
 TEST(FrmPresel, PositionsAreNamedOnceTheProductsAreKnown) {
     {
         BareMirror mirror;

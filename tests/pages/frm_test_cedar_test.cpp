@@ -108,29 +108,6 @@ TEST_F(ModelTest, AZeroingThatNeverBeginsLocksUntilThePresenceWordChanges) {
     EXPECT_EQ(live(), All);
 }
 
-/// Another page's order uses the same mailbox; following it with the command of a pair would run what nobody chose.
-TEST_F(ModelTest, TheMailboxOfOtherOrdersIsLeftAlone) {
-    mirror.arrive(0, 5, 3);
-    mirror.arrive(0, 6, 1);
-    page.Label1[0].UserClick();
-    mirror.arrive(0, 5, 7);
-    mirror.arrive(0, 6, 7);
-    EXPECT_TRUE(mirror.due().empty());
-    page.Label1[0].UserClick();
-    mirror.deliverAll();
-    mirror.arrive(0, 5, 12);
-    EXPECT_TRUE(mirror.due().empty()) << "a pair is commanded once";
-}
-
-TEST_F(ModelTest, AWriteThatWasLostIsNotFollowedByTheCommand) {
-    clickPair(2, 2);
-    mirror.deliver(0, 5);
-    mirror.arrive(0, 6, 96);
-    EXPECT_TRUE(mirror.due().empty());
-    mirror.run(2001);
-    EXPECT_EQ(live(), All);
-}
-
 /// However far the order got: the line may come back when nobody stands at the machine any more.
 TEST_F(ModelTest, WhatIsGivenUpNeverGoesOut) {
     const auto timer = [&] { mirror.run(2001); };

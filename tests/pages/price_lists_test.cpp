@@ -105,13 +105,5 @@ TEST_F(Prices, BeyondTheBarAreCutWhenTheyComeAndWholeWhenDrawnAnew) {
     EXPECT_EQ(page.Label1[0].Caption.get(), "7000.0");
 }
 
-TEST(FrmPrezzi, AllAtPriceOneChangesItsOwnBitAlone) {
-    StartedWorld world({{0, 84, 9}});
-    auto& page = world.open<FrmPrezzi>("FrmPrezzi");
-    EXPECT_EQ(page.Switch1.Position, 1);
-    expectMove(world, page.Switch1, 0, Setting{0, 84, 86}.as(8));
-    expectMove(world, page.Switch1, 1, Setting{0, 84, 86}.as(9));
-}
-
 }  // namespace
 }  // namespace kestrel::testing

@@ -94,37 +94,6 @@ TEST(TestMode, APairRunsOnTheMachineAndTheMotorsGoToZero) {
     EXPECT_TRUE(page.Label1[0].usable());
 }
 
-TEST(TestMode, ABoardLostUnderTheModelTestLeavesThePageToItsTimerOrToTheBoardsReturn) {
-    struct {
-        bool pair;           ///< or the zeroing
-        double lostAfterMs;  ///< the click
-        bool openWhileLost, openAfterwards;
-    } const cases[] = {
-        {true, 0, true, true}, {true, 2500, false, true}, {false, 0, false, false}, {false, 1500, false, true}};
-    for (const auto& each : cases) {
-        StartedWorld world;
-        auto& page = world.open<FrmTestCedar>("FrmTestCedar");
-        const Board lost = each.pair ? Board::Master : Board::Sector;
-        if (each.lostAfterMs == 0) world.machine.setBoardSilent(lost, true);
-        if (each.pair) {
-            page.Label1[2].UserClick();
-            page.Label1[1].UserClick();
-        } else {
-            page.Command1.UserClick();
-        }
-        EXPECT_FALSE(page.Command1.usable());
-        world.run(each.lostAfterMs);
-        world.machine.setBoardSilent(lost, true);
-        world.run(20'000);
-        EXPECT_EQ(page.Command1.usable() && page.Label1[5].usable(), each.openWhileLost) << each.lostAfterMs;
-        WriteLog log(world);
-        world.machine.setBoardSilent(lost, false);
-        world.run(20'000);
-        EXPECT_EQ(page.Command1.usable() && page.Label1[5].usable(), each.openAfterwards) << each.lostAfterMs;
-        for (const BoardValue& write : log.take()) EXPECT_EQ(write, (BoardValue{0, 6, 48})) << "no motor starts late";
-    }
-}
-
 /// Nobody may stand at the machine any more when the adapter is plugged in again.
 TEST(TestMode, WhatWasOrderedWhileTheAdapterWasOutDoesNotRunWhenItIsBack) {
     const struct {

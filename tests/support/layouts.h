@@ -28,15 +28,19 @@ std::vector<int> lit(const Lamps& lamps) {
     return found;
 }
 
-/// Every bar with the figure that stands right behind it.
+/// Every bar with its figure, which stands right behind it, or else right before it.
 inline std::vector<std::pair<ScrollBar*, Label*>> barsOf(const Layout& layout) {
+    std::vector<Control*> controls;
+    eachControl(layout, [&](Control& control) { controls.push_back(&control); });
     std::vector<std::pair<ScrollBar*, Label*>> pairs;
-    ScrollBar* before = nullptr;
-    eachControl(layout, [&](Control& control) {
-        auto* label = dynamic_cast<Label*>(&control);
-        if (before && label && label->role == Label::Role::Value) pairs.emplace_back(before, label);
-        before = dynamic_cast<ScrollBar*>(&control);
-    });
+    for (std::size_t i = 1; i + 1 < controls.size(); ++i)
+        for (Control* beside : {controls[i + 1], controls[i - 1]}) {
+            auto* bar = dynamic_cast<ScrollBar*>(controls[i]);
+            auto* label = dynamic_cast<Label*>(beside);
+            if (!bar || !label || label->role != Label::Role::Value) continue;
+            pairs.emplace_back(bar, label);
+            break;
+        }
     return pairs;
 }
 
@@ -50,6 +54,13 @@ inline int usableInputs(const Layout& layout) {
                            dynamic_cast<CommandButton*>(&control) || dynamic_cast<TextBox*>(&control);
         if (input && control.usable()) ++count;
     });
+    return count;
+}
+
+/// What is not greyed on the page, whether a user can work it or not.
+inline int liveControls(const Layout& layout) {
+    int count = 0;
+    eachControl(layout, [&](const Control& control) { count += control.Enabled ? 1 : 0; });
     return count;
 }
 
