@@ -182,7 +182,7 @@ TEST_F(FaultTest, BoardsChangeWhatWasAskedForLastAndSwapAllTheirMemoryButNotWhat
             bench.strike(FaultKind::Change);
             bench.play(report);
         }
-        for (const auto& [board, last] : {std::pair{Master, 400}, {HotDrink, 1480}, {Sector, 300}}) {
+        for (const auto& [board, last] : {std::pair{Master, 370}, {HotDrink, 1462}, {Sector, 290}}) {
             std::vector<std::uint32_t> before(1);
             for (int n = 1; n <= last; ++n) before.push_back(bench.value(board, n));
             bench.setFaults(parseFaults("swap=1"));

@@ -1,39 +1,39 @@
-// The test installation, and the frames of the PC's side.
+// The installation of a test, and the frames of the PC's side.
 // The frames are put together here once more by hand, so that the machine is not tested with its own code.
 #include "simulator/installation.h"
 
 #include <fstream>
+#include <iterator>
+#include <map>
 #include <numeric>
 #include <random>
 #include <sstream>
 
+#include "support/world.h"
+
 namespace kestrel::simulator::tests {
 namespace {
 
-struct Range {
-    Board board;
-    int first;
-    int last;
-    int width;
-};
-constexpr Range wide[] = {{Master, 8, 83, 2},        {Master, 88, 157, 2},  {Master, 159, 198, 4},
-                          {Master, 312, 349, 2},     {Master, 356, 356, 4}, {HotDrink, 1204, 1215, 2},
-                          {HotDrink, 1216, 1287, 2}, {Sector, 71, 214, 2},  {Sector, 287, 287, 2},
-                          {Sector, 400, 400, 4}};
-
-constexpr std::array<int, boardCount> parameterCounts{400, 1480, 300};
-constexpr int identityCount = 20;
+constexpr std::array<const char*, boardCount> identityFiles{"W0256.inx", "W0292.inx", "W0245.inx"};
+constexpr std::array<const char*, boardCount> parameterFiles{"W0256AP03.inx", "W0292AP07.inx", "W0245AB04.inx"};
 constexpr std::size_t parameterRecord = 9;  // bytes
 constexpr std::size_t identityRecord = 5;   // the same without the preload
 constexpr std::uint8_t hotDrinkRoute = 0x49;
 constexpr std::uint8_t sectorRoute = 0x56;
 
-std::uint32_t addressOf(Board board, int parameter) {
-    return 0x2000U * (static_cast<std::uint32_t>(indexOf(board)) + 1) + 4U * static_cast<std::uint32_t>(parameter);
+// A record as its file has it: two bytes of address, the command, the refresh, the lowest byte of the address.
+const std::uint8_t* recordOf(const char* file, int number, std::size_t size) {
+    static std::map<std::string, std::string> files;
+    std::string& bytes = files[file];
+    if (bytes.empty()) {
+        std::ifstream in(kestrel::testing::InstallationDirectory() / file, std::ios::binary);
+        bytes.assign(std::istreambuf_iterator<char>(in), {});
+    }
+    return reinterpret_cast<const std::uint8_t*>(&bytes.at((static_cast<std::size_t>(number) - 1) * size));
 }
 
-std::uint32_t identityAddressOf(Board board, int record) {
-    return 0xFE0000U + 0x100U * static_cast<std::uint32_t>(indexOf(board)) + static_cast<std::uint32_t>(record);
+const std::uint8_t* parameterAt(Board board, int number) {
+    return recordOf(parameterFiles[indexOf(board)], number, parameterRecord);
 }
 
 std::uint8_t byteOf(std::uint32_t value, int number) { return static_cast<std::uint8_t>(value >> (8 * number)); }
@@ -42,19 +42,9 @@ std::uint8_t sumOf(const Bytes& bytes) {
     return static_cast<std::uint8_t>(std::accumulate(bytes.begin(), bytes.end(), 0));
 }
 
-void writeIndex(const std::filesystem::path& file, const std::vector<Entry>& entries, std::size_t size) {
-    std::ofstream out(file, std::ios::binary);
-    for (const auto& [address, width, preload] : entries) {
-        const auto code = static_cast<std::uint8_t>(width - 1);
-        Bytes record{byteOf(address, 2), byteOf(address, 1), code, 0, byteOf(address, 0)};
-        for (int i = 0; i < 4; ++i) record.push_back(byteOf(preload, i));
-        out.write(reinterpret_cast<const char*>(record.data()), static_cast<std::streamsize>(size));
-    }
-}
-
-Bytes frameOf(Board board, std::uint32_t address, int command, int kind, const Bytes& data = {}) {
+Bytes frameOf(Board board, const std::uint8_t* record, int command, int kind, const Bytes& data = {}) {
     const auto code = static_cast<std::uint8_t>(command);
-    Bytes frame{code, byteOf(address, 0), byteOf(address, 1), byteOf(address, 2)};
+    Bytes frame{code, record[4], record[1], record[0]};
     if (board != Master) {
         frame[0] = static_cast<std::uint8_t>(kind);
         frame.insert(frame.end(), {code, board == HotDrink ? hotDrinkRoute : sectorRoute});
@@ -71,17 +61,8 @@ SimulatorTest::SimulatorTest() {
     options.directory = std::filesystem::temp_directory_path() / ("machine_test_" + unique);
     options.moving = false;
     std::filesystem::create_directories(options.directory);
-    const std::array<std::string, boardCount> identities{"W0256.inx", "W0292.inx", "W0245.inx"};
-    const std::array<std::string, boardCount> parameters{"W0256AP03.inx", "W0292AP07.inx", "W0245AB04.inx"};
-    for (const Board board : allBoards) {
-        std::vector<Entry> entries;
-        for (int n = 1; n <= parameterCounts[indexOf(board)]; ++n)
-            entries.push_back({addressOf(board, n), widthOf(board, n), 0});
-        writeParameters(parameters[indexOf(board)], entries);
-        entries.clear();
-        for (int r = 1; r <= identityCount; ++r) entries.push_back({identityAddressOf(board, r), 1, 0});
-        writeIndex(options.directory / identities[indexOf(board)], entries, identityRecord);
-    }
+    for (const auto& file : std::filesystem::directory_iterator(kestrel::testing::InstallationDirectory()))
+        if (file.path().extension() == ".inx") std::filesystem::copy(file.path(), options.directory);
 }
 
 SimulatorTest::~SimulatorTest() {
@@ -90,24 +71,27 @@ SimulatorTest::~SimulatorTest() {
 }
 
 void SimulatorTest::writeParameters(const std::string& name, const std::vector<Entry>& entries) const {
-    writeIndex(options.directory / name, entries, parameterRecord);
+    std::ofstream out(options.directory / name, std::ios::binary);
+    for (const auto& [address, width, preload] : entries) {
+        const auto code = static_cast<std::uint8_t>(width - 1);
+        for (const std::uint8_t byte :
+             Bytes{byteOf(address, 2), byteOf(address, 1), code, 0, byteOf(address, 0), byteOf(preload, 0),
+                   byteOf(preload, 1), byteOf(preload, 2), byteOf(preload, 3)})
+            out.put(static_cast<char>(byte));
+    }
 }
 
-int widthOf(Board board, int parameter) {
-    for (const Range& range : wide)
-        if (range.board == board && parameter >= range.first && parameter <= range.last) return range.width;
-    return 1;
-}
+int widthOf(Board board, int parameter) { return parameterAt(board, parameter)[2] + 1; }
 
 Bytes readFrame(Board board, int parameter) {
-    return frameOf(board, addressOf(board, parameter), widthOf(board, parameter) - 1, 241);
+    return frameOf(board, parameterAt(board, parameter), widthOf(board, parameter) - 1, 241);
 }
 
 Bytes writeFrame(Board board, int parameter, std::uint32_t value) {
     const int code = widthOf(board, parameter) - 1;
     Bytes data;
     for (int i = 0; i <= code; ++i) data.push_back(byteOf(value, i));
-    return frameOf(board, addressOf(board, parameter), 128 + code, 242 + code, data);
+    return frameOf(board, parameterAt(board, parameter), 128 + code, 242 + code, data);
 }
 
 Bytes goodAck(const Bytes& write) { return {static_cast<std::uint8_t>(write.back() * 2)}; }
@@ -158,7 +142,8 @@ void Bench::play(const std::string& steps) {
             holds = write(board, number, value());
         } else if (ofIdentity) {
             const auto byte = static_cast<std::uint8_t>(value());
-            holds = exchange(frameOf(board, identityAddressOf(board, number), 0, 241)) == Bytes{byte, byte};
+            holds = exchange(frameOf(board, recordOf(identityFiles[indexOf(board)], number, identityRecord), 0, 241)) ==
+                    Bytes{byte, byte};
         } else {
             const std::uint32_t held = read(board, number);
             holds = step[sign] == '?' ? held == value() : ((held & value()) != 0) == (step[sign] == '&');

@@ -1,5 +1,5 @@
-// A small installation of index files in a temporary directory, and a machine on it, for the tests of the simulator.
-// Parameter n of a board lies at its base address plus 4 n, identity record r at an area of its own.
+// A copy of the installation in a temporary directory, and a machine on it, for the tests of the simulator.
+// A test may spoil the copy.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -22,7 +22,7 @@ struct Entry {
 
 class SimulatorTest : public testing::Test {
   protected:
-    SimulatorTest();  // identity and parameter files of all three boards, every parameter with preload 0
+    SimulatorTest();
     ~SimulatorTest() override;
 
     void writeParameters(const std::string& name, const std::vector<Entry>& entries) const;

@@ -119,7 +119,7 @@ TEST_F(MachineTest, BoardsThatAreNotFittedNeedNoFilesAndAreSilent) {
     EXPECT_TRUE(bench.exchange(readFrame(Sector, 7)).empty());
     EXPECT_THROW(bench.value(HotDrink, 1), std::out_of_range);
     EXPECT_THROW(bench.value(Master, 0), std::out_of_range);
-    EXPECT_THROW(bench.setValue(Master, 401, 0), std::out_of_range);
+    EXPECT_THROW(bench.setValue(Master, 4001, 0), std::out_of_range);
 }
 
 TEST_F(MachineTest, ClockRunsOverTheEndsOfTheCalendarAndTakesNothingThatNoClockShows) {
@@ -141,7 +141,7 @@ TEST_F(MachineTest, ClockRunsOverTheEndsOfTheCalendarAndTakesNothingThatNoClockS
 TEST_F(MachineTest, RestartCutsTheReplyAndTheBoardComesBack) {
     for (const Board asked : {Master, Sector}) {
         Bench bench(options);
-        const Bytes read = readFrame(asked, asked == Master ? 159 : 299);
+        const Bytes read = readFrame(asked, asked == Master ? 159 : 289);
         bench.send(0, read);
         bench.now = 7 * 521 + 1000;
         bench.advance(bench.now);
