@@ -287,7 +287,9 @@ void Ledger::look(Wish& wish) {
     const ParamValue held = ValueOf(ParamTable(bank, index).Value.data(), WrittenBytes - 1);
     if ((wish.state == State::Due || wish.state == State::Suspended) && IsHeld(bank, index)) wish.state = State::Held;
     if (wish.state == State::Held) return;
-    if (wish.opening == 0 && !due && !(flags & flag::Pending)) return end(wish.record, Dropped);
+    // What a page wrote by itself is dropped at an interruption, and the record read again.
+    const bool dropped = !(flags & flag::Pending) || (wish.state == State::Due && held != wish.value);
+    if (wish.opening == 0 && !due && dropped) return end(wish.record, Dropped);
     if (wish.state == State::Sent && Link().LinkIdle) wish.state = State::Lost;
     // The frame was lost on this side, at the port.
     if (wish.state == State::Due && !due && (flags & flag::Pending) && held == wish.value) wish.state = State::Lost;

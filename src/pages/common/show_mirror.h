@@ -1,5 +1,6 @@
 // In force while a page sets a control from the mirror and not from a value that has just come.
-// What the mirror holds is a board's value only where it is fresh; else the control stays unread.
+// What the mirror holds has come only where it is fresh and is not being read once more, as for a page that was opened
+// again; else the control stays unread.
 #pragma once
 
 #include "link/settings.h"
@@ -9,7 +10,13 @@ namespace kestrel {
 
 class ShowMirror : private Control::Speaking {
   public:
-    explicit ShowMirror(const Setting& setting) : Speaking(nullptr, ParamIsFresh(setting)) {}
+    explicit ShowMirror(const Setting& setting) : Speaking(nullptr, hasCome(setting)) {}
+
+  private:
+    static bool hasCome(const Setting& setting) {
+        const bool isAwaited = (ParamFlags(BankOf(setting.board), setting.number) & flag::Pending) != 0;
+        return ParamIsFresh(setting) && !isAwaited;
+    }
 };
 
 }  // namespace kestrel
