@@ -79,19 +79,6 @@ TEST_F(Clearing, OrdersOnceShowsTwoSecondsAndKeepsTheSecondButton) {
     EXPECT_TRUE(world.open<FrmCancella>("FrmCancella").cmdCancella[1].usable());
 }
 
-TEST_F(Clearing, ASecondCommandStartsTheBarAnewAndTheEndIsReportedEvenByASilentMachine) {
-    world.machine.setBoardSilent(simulator::Board::Master, true);
-    click(0);
-    world.run(1'050);
-    EXPECT_EQ(page.lbrInfo.Position, 10);
-    click(1);
-    EXPECT_EQ(page.lbrInfo.Position, 0);
-    world.run(1'900);
-    EXPECT_EQ(page.lblInfo.Caption.get(), "");
-    world.run(200);
-    EXPECT_EQ(page.lblInfo.Caption.get(), Done);
-}
-
 TEST_F(Clearing, ThePageClosesFromItsOwnButtonAlsoInTheMiddleOfARun) {
     ShowPage("FrmTotali");
     click(0);

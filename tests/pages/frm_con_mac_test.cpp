@@ -130,15 +130,6 @@ TEST_F(ConMac, AMoveBeyondTheLimitIsRefusedInSilenceAndTheBoardsValueReadAgain) 
     }
 }
 
-TEST_F(ConMac, WithoutItsBoardNothingIsLiveWhateverArrives) {
-    world.setBoard(0, 1, 0);
-    FrmConMac& page = open();
-    for (int round = 0; round < 3; ++round)
-        for (int n = 1153; n <= 1336; ++n) arrives(page, 1, n, 1);
-    arrives(page, 1, 1153, 1);
-    EXPECT_EQ(live(page), 0);
-}
-
 // A board that is back unlocks nothing by itself. A count read again does, once a change of valves or mixers has been
 // made, but not after a change of powders.
 TEST_F(ConMac, ABoardThatIsBackLeavesThePageLockedButForWhatAChangeOfACountHasArmed) {

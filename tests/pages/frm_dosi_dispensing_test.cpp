@@ -141,38 +141,6 @@ TEST(TestDispensing, TheMachinesEndOfWorkDoesNotEndAPowderTest) {
         << "what the powder test saw of the machine is forgotten";
 }
 
-TEST(TestDispensing, AMasterThatIsLostLeavesTheEndToTheTimersAndThatOfARunningTestToItsReturn) {
-    constexpr double LostMs = 20'000;
-    const struct {
-        bool powder;
-        double lostAfterMs;
-        double opensAfterMs;  ///< the click
-    } cases[] = {{true, 0, 13'900}, {true, 2000, 13'900}, {false, 0, 2000}, {false, 3000, 23'000}};
-    for (const auto& each : cases) {
-        Doses doses;
-        auto& page = doses.openAt(2);
-        page.HScroll3[9].UserMove(129);
-        ASSERT_TRUE(doses.world.settle());
-        const Boards before = doses.boards();
-        (each.powder ? page.Command3[2] : page.Command4[0]).UserClick();
-        doses.world.run(each.lostAfterMs);
-        doses.world.machine.setBoardSilent(simulator::Board::Master, true);
-        const bool begun = isBusy(doses);
-        EXPECT_EQ(begun, each.lostAfterMs > 0);
-        const double opened = each.lostAfterMs + doses.msUntil([&, from = doses.world.platform.now()] {
-            const auto back = from + static_cast<Micros>(LostMs * 1000);
-            if (doses.world.platform.now() >= back) doses.world.machine.setBoardSilent(simulator::Board::Master, false);
-            return page.HScroll7.usable();
-        });
-        EXPECT_NEAR(opened, each.opensAfterMs, each.opensAfterMs > LostMs ? 1500 : 2 + PatienceMs) << each.lostAfterMs;
-        doses.world.machine.setBoardSilent(simulator::Board::Master, false);
-        doses.world.run(60'000);
-        EXPECT_TRUE(page.HScroll7.usable());
-        EXPECT_TRUE(withoutTraces(changed(before, doses.boards()), 2).empty());
-        EXPECT_EQ(doses.world.board(0, 162), before.at({0, 162}) + (begun ? 1 : 0)) << "and nothing is dispensed later";
-    }
-}
-
 /// The page over a bare mirror, open, with 3.0 s for the second powder of step 1.
 struct DispensingOrders : ::testing::Test {
     BareMirror mirror;

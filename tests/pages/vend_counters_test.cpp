@@ -63,20 +63,6 @@ TEST(VendCounters, WithAllPagesOpenEachNumberStandsInItsOwnRowOfItsOwnPage) {
     }
 }
 
-TEST(VendCounters, OtherBanksAndNeighboursChangeNothing) {
-    for (const Block& block : Blocks) {
-        BareMirror mirror;
-        auto& page = mirror.load<VendCounters>(block.design);
-        const int last = block.first + block.count - 1;
-        for (int bank = 0; bank < Banks; ++bank)
-            for (const int n : {block.first - 1, block.first, last, last + 1})
-                if (bank != block.bank || n < block.first || n > last) mirror.arrive(bank, n, 7);
-        EXPECT_FALSE(showsValue(page, "7")) << block.page << " " << block.bank;
-        mirror.arrive(block.bank, last, 4294967295U);
-        EXPECT_EQ((page.*block.labels)[block.firstLabel + block.count - 1].Caption.get(), "4294967295");
-    }
-}
-
 TEST(SalesPages, EachReadsAgainEveryFifteenSeconds) {
     std::set<std::tuple<std::string, int, int>> cases = {{"FrmTotali", 0, 160}, {"FrmMDBaudit", 0, 198}};
     for (const Block& block : Blocks) cases.emplace(block.page, block.bank, block.first + block.count - 1);
