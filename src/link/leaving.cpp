@@ -119,6 +119,10 @@ void tell_Timer() {
 
 void end() {
     state().limit.Enabled = false;
+    if (state().tells && MessageIsOpen()) {  // after the box that stands
+        state().limit.Enabled = true;
+        return;
+    }
     const auto then = std::exchange(state().then, nullptr);
     if (!then) return;
     std::vector<PageChanges> left = std::exchange(state().left, {});

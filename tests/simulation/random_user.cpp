@@ -10,15 +10,11 @@
 #include "platform/switches.h"
 #include "shell/main_window.h"
 #include "shell/windows.h"
+#include "support/layouts.h"
 
 namespace kestrel::testing {
 
 namespace {
-
-void collect(const Layout& layout, std::vector<Control*>& into) {
-    if (layout.control) into.push_back(layout.control);
-    for (const Layout& child : layout.children) collect(child, into);
-}
 
 int within(Dice& random, int low, int high, int now) {
     const auto kind = random.between(0, 5);
@@ -76,7 +72,7 @@ std::string stateOf(const Control& control) {
 
 std::vector<Control*> controlsOf(Window& window) {
     std::vector<Control*> controls;
-    collect(window.Arrange(), controls);
+    eachControl(window.Arrange(), [&](Control& control) { controls.push_back(&control); });
     return controls;
 }
 
