@@ -24,8 +24,8 @@ class Page : public Window {
 
     /// Values that this page has been told of since it was loaded.
     long arrivals() const { return arrivals_; }
-    /// The notification of this one page: a run-time error ends it and, when it is news, leaves a line on standard error, and the next
-    /// page still gets its own.
+    /// The notification of this one page: a run-time error ends it and, when it is news, leaves a line on standard
+    /// error, and the next page still gets its own.
     void notify(int n, ParamValue value);
 
   protected:
