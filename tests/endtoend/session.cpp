@@ -95,7 +95,10 @@ QStringList Session::writesOf(int value) {
 
 bool Session::stepIsConfirmed(FrmTempi& page, int within) {
     const ScrollBar& bar = page.HScroll1[0];
-    const auto isAtRest = [&] { return !LineIsClosed() && !WritesAreHeld() && !bar.waiting() && bar.Enabled; };
+    const auto isAtRest = [&] {
+        const bool noStepIsOnItsWay = bar.shownValue() == bar.Value && !bar.waiting();
+        return !LineIsClosed() && !WritesAreHeld() && noStepIsOnItsWay && bar.Enabled;
+    };
     EXPECT_TRUE(QTest::qWaitFor(isAtRest, within));
     const bool up = bar.Value < 100;
     const int value = bar.Value + (up ? 1 : -1);
