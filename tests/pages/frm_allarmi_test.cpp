@@ -122,6 +122,7 @@ TEST_F(Alarms, DatesThatNoCalendarHasAreZerosAndTimesThatNoClockHasStand) {
 
 TEST_F(Alarms, HasHeadsInEveryLanguageAndHearsOfTheMasterAlone) {
     EXPECT_EQ(page.ListView1.ColumnHeads.get(), (ListRow{"No.", "Date", "Time", "Description"}));
+    EXPECT_EQ(page.ListView1.accessibleName(), "Last 10 alarms detected");
     LoadLanguage("Italiano.lng");
     page.Form_Activate();
     EXPECT_EQ(page.ListView1.ColumnHeads.get(), (ListRow{"nr.", "data", "ora", "descrizione"}));

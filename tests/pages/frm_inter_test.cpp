@@ -22,6 +22,8 @@ TEST(FrmInter, OpensAsManyRowsAsTheMachineHasPowdersWhileTheBoardIsReady) {
         world.setBoard(0, 1, 0xF0);
         world.run(2000);
         EXPECT_EQ(liveControls(page.Arrange()), Heads) << powders;
+        page.Form_Activate();
+        EXPECT_EQ(liveControls(page.Arrange()), Heads) << powders << " in front without its board";
     }
 }
 

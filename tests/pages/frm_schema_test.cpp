@@ -27,6 +27,7 @@ TEST_F(Schema, GaugeAndFiguresShowTheSameReadingAndKeepItWhenOneIsTooLarge) {
         EXPECT_EQ(page.iThermometerX1.Value, shown);
         EXPECT_EQ(page.iSevenSegmentAnalogX1.Value, shown);
     }
+    EXPECT_EQ(page.iThermometerX1.accessibleName() + page.iSevenSegmentAnalogX1.accessibleName(), "BoilerBoiler");
 }
 
 /// Every control that stands on a drawing, against the elements of the drawing of that name.

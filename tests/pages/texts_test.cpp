@@ -47,7 +47,8 @@ const std::pair<const char*, std::string> Texts[] = {
     {"FrmTotali",
      "Totals|Totals|Takings|Discounts|Overpay|Paid vends|Free vends|Jug vends|Test vends|Presel. 1|Presel. 2|"
      "Permanent totals|Takings|Paid vends"},
-    {"FrmBattute", "Paid vends|Beverages|Bev. 18|Counters|Preselection 1|Preselection 4|Sectors|Sect. 11|Sect. 68"},
+    {"FrmBattute",
+     "Paid vends|Beverages|Bev. 18|Counters|Preselection 1|Preselection 4|Sectors|Sect. 11|Sect. 21|Sect. 12|Sect. 68"},
     {"FrmGratis", "Gratis|Bevande|Bev. 18|Settori|Set. 68|Set. 68"},
     {"FrmBricco", "Bricco|Bevande|Bev. 18"},
     {"FrmProva", "Prova|Bevande|Bev. 18|Settori|Set. 68|Set. 68"},
