@@ -6,13 +6,11 @@
 
 #include "link/param_table.h"
 #include "platform/basic_controls.h"
+#include "platform/numbers.h"
 
 namespace kestrel {
 
 class Window;
-
-/// A number with 0 to 3 decimals and the system's decimal separator; any other number of decimals gives no text.
-std::string FormatDecimals(double value, int decimals);
 
 /// Bar to the value, kept inside its limits.
 void PlaceBar(ScrollBar& bar, ParamValue value);
@@ -24,7 +22,7 @@ void SetBarTenths(Label& label, ScrollBar& bar, ParamValue value);
 void SetBarDecimals(Label& label, ScrollBar& bar, ParamValue value, int decimals);
 
 /// A raw amount divided by 10 to the power of the decimals, with so many decimals.
-std::string FormatAmount(ParamValue raw, int decimals);
+inline std::string FormatAmount(ParamValue raw, int decimals) { return formatScaled(raw, decimals); }
 
 /// Places a page in the middle of the main window, a little above.
 void CenterPage(Window& form);

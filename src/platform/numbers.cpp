@@ -1,6 +1,9 @@
-// Whole numbers that stand for decimal fractions.
+// Numbers with decimals as texts.
 #include "platform/numbers.h"
 
+#include <algorithm>
+#include <array>
+#include <cmath>
 #include <cstdlib>
 
 #include "platform/platform.h"
@@ -10,15 +13,33 @@ namespace kestrel {
 namespace {
 
 constexpr std::size_t LongestNumber = 15;
+constexpr std::array<double, 4> PowersOfTen = {1, 10, 100, 1000};
+constexpr double Highest = 1e18;  ///< raw; what is beyond is no figure that a board sends
+
+bool hasPattern(int decimals) { return decimals >= 0 && decimals < static_cast<int>(PowersOfTen.size()); }
 
 }  // namespace
 
 std::string formatScaled(std::int64_t raw, int decimals) {
+    if (!hasPattern(decimals)) return {};
     std::string digits = std::to_string(std::llabs(raw));
-    const auto fraction = static_cast<std::size_t>(decimals > 0 ? decimals : 0);
+    const auto fraction = static_cast<std::size_t>(decimals);
     if (digits.size() <= fraction) digits.insert(0, fraction + 1 - digits.size(), '0');
     if (fraction > 0) digits.insert(digits.size() - fraction, platform().decimalSeparator());
     return raw < 0 ? "-" + digits : digits;
+}
+
+std::string FormatDecimals(double value, int decimals) {
+    if (!hasPattern(decimals)) return {};
+    const double raw = value * PowersOfTen[static_cast<std::size_t>(decimals)];
+    return std::abs(raw) < Highest ? formatScaled(std::llround(raw), decimals) : std::to_string(value);
+}
+
+std::string formatShort(double value) {
+    int decimals = 0;
+    for (const double power : PowersOfTen)
+        if (std::abs(std::round(value * power) / power - value) > 1e-6) ++decimals;
+    return FormatDecimals(value, std::min(decimals, static_cast<int>(PowersOfTen.size()) - 1));
 }
 
 std::optional<std::int64_t> parseScaled(const std::string& text, int decimals) {

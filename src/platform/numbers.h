@@ -1,4 +1,4 @@
-// Whole numbers that stand for decimal fractions, as texts in the user's way of writing.
+// Numbers with decimals as texts in the user's way of writing: what bars, labels, charts and displays show.
 // A raw number with d decimals is the number divided by 10 to the power of d.
 #pragma once
 
@@ -8,8 +8,15 @@
 
 namespace kestrel {
 
-/// "12.5" of 125 with 1 decimal, with the system's decimal separator.
+/// "12.5" of 125 with 1 decimal, with the system's decimal separator; 0 to 3 decimals, any other number of them gives
+/// no text.
 std::string formatScaled(std::int64_t raw, int decimals);
+
+/// The same of a number as it is. Halves go away from zero.
+std::string FormatDecimals(double value, int decimals);
+
+/// A number with as many decimals as it needs, 3 at most.
+std::string formatShort(double value);
 
 /// The raw number of a typed text; blanks round it, either separator and fewer decimals are taken. Nothing where the
 /// text is no number, has more decimals or is too long.

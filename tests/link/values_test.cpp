@@ -82,6 +82,9 @@ TEST(Values, AreFormattedWithZeroToThreeDecimals) {
                            Row{2.5, 0, "3"}, Row{-2.5, 0, "-3"}, Row{0.125, 2, "0.13"}, Row{0.05, 1, "0.1"},
                            Row{9.96, 1, "10.0"}, Row{1234, 4, ""}, Row{1, -1, ""}, Row{1, 255, ""}})
         EXPECT_EQ(FormatDecimals(row.value, row.decimals), row.text) << row.value << ", " << row.decimals;
+    platform.separator = ",";
+    for (const auto& [value, text] : {std::pair{20.0, "20"}, {0.1 * 3, "0,3"}, {-12.25, "-12,25"}, {2.0 / 3, "0,667"}})
+        EXPECT_EQ(formatShort(value), text);
 }
 
 }  // namespace

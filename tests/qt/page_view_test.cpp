@@ -190,6 +190,28 @@ TEST_F(Pages, TellAValueThatIsTooLongForItsPlace) {
     }
 }
 
+TEST_F(Pages, WriteFiguresWithTheSystemsSeparator) {
+    struct : QtPlatform {
+        using QtPlatform::QtPlatform;
+        std::string decimalSeparator() const override { return ","; }
+    } there{{.directory = "/tmp", .devices = {}}};
+    setPlatform(&there);
+    SevenSegment display;
+    display.decimals = 1;
+    Thermometer thermometer;
+    StripChart chart(1);
+    show([&] { return Row{display, thermometer, chart}; });
+    for (const double reading : {23.5, 99'999.5}) {
+        display.Value = thermometer.Value = reading;
+        chart.addTime(reading);
+        chart.addSample(0, static_cast<int>(chart.times().size()) - 1, reading);
+        for (const Control* each : std::initializer_list<const Control*>{&display, &thermometer, &chart})
+            EXPECT_TRUE(viewOf(*each).spokenValue().contains(QStringLiteral("%1,5").arg(static_cast<int>(reading))));
+        EXPECT_EQ(viewOf(display).spokenValue().contains(QStringLiteral("range")), reading > 999) << "of four figures";
+    }
+    closeAll();
+}
+
 TEST_F(Pages, PlaceControlsOnADrawingAndScaleThemWithIt) {
     const std::filesystem::path drawings = KESTREL_PICTURES;
     usePicturesOf(drawings.parent_path());

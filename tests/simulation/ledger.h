@@ -32,7 +32,11 @@ class Ledger {
     void written(Record record, std::uint32_t value);
     void withdrawn(Record record);
     /// The user's finger stays on the control, or what it did there has been dropped: nothing of it goes out.
-    void holds(const Control& control) { held_.insert(&control); }
+    void holds(const Control& control) { held_[&control] = boxes_; }
+    /// The end of that, unless a message box has come between.
+    void commits(const Control& control) {
+        if (held_[&control] == boxes_) held_.erase(&control);
+    }
     /// The user acts on it in earnest.
     void letsGo(const Control& control) { held_.erase(&control); }
     void boxOpens();
@@ -104,7 +108,7 @@ class Ledger {
     std::map<const Page*, Opening> openings_;
     const Page* told_ = nullptr;                ///< of a value at this moment
     std::pair<const Control*, Micros> readBy_;  ///< the act that has just written what its page has read
-    std::set<const Control*> held_;
+    std::map<const Control*, long> held_;       ///< and the boxes shown before
     std::map<std::pair<const Page*, int>, std::shared_ptr<Order>> orders_;  ///< the newest of a page to a board
     std::vector<Wish> wishes_;
     std::list<Sending> sent_;                                ///< the newest writes that went out, the newest first

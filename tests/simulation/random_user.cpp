@@ -136,9 +136,12 @@ void RandomUser::gesture(Movable& control, Page& page, Dice& random) {
 
 void RandomUser::goOnWithGesture(Dice& random) {
     if (random.chance(0.3)) return letGo();
-    if (random.chance(0.5)) return finger_->UserHold(finger_->shownValue() + random.between(-40, 40));
     if (random.chance(0.5)) {
-        ledger_.letsGo(*finger_);
+        if (!finger_->actWaits()) ledger_.holds(*finger_);
+        return finger_->UserHold(finger_->shownValue() + random.between(-40, 40));
+    }
+    if (random.chance(0.5)) {
+        ledger_.commits(*finger_);
         finger_->UserSettle();
     } else {
         random.chance(0.5) ? finger_->UserDrop() : finger_->UserFinish();
@@ -157,7 +160,7 @@ Movable* RandomUser::underFinger() const {
 void RandomUser::letGo() {
     finger_ = underFinger();
     if (!finger_) return;
-    ledger_.letsGo(*finger_);
+    ledger_.commits(*finger_);
     finger_->UserCommit();
     finger_ = nullptr;
 }

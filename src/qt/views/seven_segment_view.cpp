@@ -5,6 +5,7 @@
 #include <array>
 #include <cmath>
 
+#include "platform/numbers.h"
 #include "qt/style/drawing.h"
 #include "qt/window/words.h"
 
@@ -19,7 +20,8 @@ constexpr double Slant = -0.08;
 constexpr std::array<int, 10> Figures = {0x3f, 0x06, 0x5b, 0x4f, 0x66, 0x6d, 0x7d, 0x07, 0x7f, 0x6f};
 constexpr int Middle = 0x40;
 
-bool isMark(QChar letter) { return letter == u'.' || letter == u':'; }
+/// The colon of a clock, or whatever the system writes before decimals, which is shown as a point.
+bool isMark(QChar letter) { return !letter.isDigit() && letter != u'-'; }
 
 double cellHeight(const QWidget& widget) { return widget.fontMetrics().height() * 1.6; }
 double cellWidth(double height) { return height * 0.62; }
@@ -69,7 +71,7 @@ void drawText(QWidget& widget, const QString& text, const QColor& color) {
         brush.setPen(QPen(color, stroke, Qt::SolidLine, Qt::RoundCap));
         if (isMark(letter)) {
             const double middle = x + markWidth(height) / 2 - stroke / 2;
-            if (letter == u'.') brush.drawPoint(QPointF(middle, top + tall));
+            if (letter != u':') brush.drawPoint(QPointF(middle, top + tall));
             if (letter == u':') brush.drawPoint(QPointF(middle, top + tall * 0.3));
             if (letter == u':') brush.drawPoint(QPointF(middle, top + tall * 0.7));
             x += markWidth(height);
@@ -88,8 +90,8 @@ SevenSegmentView::SevenSegmentView(SevenSegment& display) : View(display) {
 }
 
 void SevenSegmentView::showState() {
-    QString text = QString::number(model().Value, 'f', model().decimals);
-    const auto room = text.size() - (text.contains(u'.') ? 1 : 0);
+    const QString text = toQt(FormatDecimals(model().Value, model().decimals));
+    const auto room = text.size() - std::count_if(text.begin(), text.end(), isMark);
     const bool overflow = !std::isfinite(model().Value.get()) || room > model().digits;
     if (text == text_ && overflow == overflow_) return;
     text_ = text;

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "platform/numbers.h"
 #include "qt/style/drawing.h"
 #include "qt/style/scale.h"
 #include "qt/views/chart_button.h"
@@ -84,7 +85,7 @@ QString StripChartView::presentValue(std::size_t channel) const {
     const auto& samples = model().channels()[channel].samples;
     const auto newest = static_cast<int>(model().times().size()) - 1;
     if (samples.empty() || samples.back().index < newest) return QStringLiteral("–");
-    return QString::number(samples.back().value, 'f', 1);
+    return toQt(FormatDecimals(samples.back().value, 1));
 }
 
 QSize StripChartView::sizeHint() const { return {fontMetrics().height() * 34, fontMetrics().height() * 20}; }
@@ -174,7 +175,7 @@ void StripChartView::paintAxes(Brush& brush, const ChartScale& scale) const {
         const double value = scale.lowest + i * step;
         const double y = std::round(scale.y(value));
         brush.fillRect(QRectF(place.left(), y, place.width(), 1), colors().line);
-        drawFigures(brush, QRectF(0, y - line / 2, place.left() - GridStep, line), QString::number(value));
+        drawFigures(brush, QRectF(0, y - line / 2, place.left() - GridStep, line), toQt(formatShort(value)));
     }
     const double timeWidth = fontMetrics().horizontalAdvance(QStringLiteral("000:00")) + 2.0 * GridStep;
     const double timeStep = roundTimeStep(window_.span(), static_cast<int>(place.width() / timeWidth));

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "platform/numbers.h"
 #include "qt/style/drawing.h"
 #include "qt/style/scale.h"
 #include "qt/window/words.h"
@@ -57,7 +58,7 @@ void ThermometerView::paintScale(Brush& brush) const {
         const double y = yOf(i * step);
         brush.fillRect(QRectF(right - 5, std::round(y), 5, 1), colors().outline);
         brush.setPen(isEnabled() ? colors().quietText : colors().disabledText);
-        drawFigures(brush, QRectF(0, y - line / 2, right - 9, line), QString::number(i * step));
+        drawFigures(brush, QRectF(0, y - line / 2, right - 9, line), toQt(formatShort(i * step)));
     }
 }
 
@@ -85,7 +86,7 @@ void ThermometerView::paintEvent(QPaintEvent* /*event*/) {
 }
 
 QString ThermometerView::valueInWords() const {
-    const QString number = QString::number(value_);
+    const QString number = toQt(formatShort(value_));
     return beyond() ? outOfRange(number) : number;
 }
 
