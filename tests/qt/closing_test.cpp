@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <QAccessible>
+#include <QLineEdit>
 #include <QMdiSubWindow>
 #include <QMenu>
 #include <QMenuBar>
@@ -175,7 +176,13 @@ TEST_F(Closing, DisablesThePageWhileItWaitsForWhatIsDueAndClosesItOnce) {
         ++closings;
         page->beginClosing();
     });
-    for (int i = 0; i < 2; ++i) child().close();
+    auto& text = dynamic_cast<QLineEdit&>(widgetOf(page->Text1));
+    for (const auto& close : {std::function([this] { view().close(); }), std::function([this] { child().close(); })}) {
+        QTest::keyClicks(&text, QStringLiteral("9"));
+        close();
+        EXPECT_EQ(text.text(), QStringLiteral("123")) << "what was typed is gone, should the page stay";
+    }
+    child().close();
     EXPECT_EQ(closings, 1);
     for (const Control* control : std::initializer_list<const Control*>{&page->Text1, &page->HScroll1, &page->First})
         EXPECT_FALSE(widgetOf(*control).isEnabled());

@@ -68,7 +68,7 @@ TEST_F(Switches, StepByKeysAndArrowsAsOneGesture) {
     }
     widgetOf(many).setFocus();
     for (const double part : {0.95, 0.95, 0.05}) click(many, part);
-    QTest::qWait(Movable::SettleMs + 60);
+    leave(widgetOf(many));
     EXPECT_EQ(positions, Positions{1});
 }
 
