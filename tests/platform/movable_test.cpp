@@ -156,6 +156,10 @@ TEST(Gestures, ShowTheValueUnderTheFingerAndThenWhatIsOnItsWay) {
     ExchangeEnded();
     hand.pass(10);
     EXPECT_EQ(bar.shownValue(), 100) << "refused";
+    bar.Enabled = true;
+    bar.awaitValue();
+    bar.UserHold(150);
+    EXPECT_FALSE(bar.isMoving()) << "there is nothing yet to be moved";
 }
 
 TEST(Gestures, OfASwitchStayAmongItsLabelsAndGoWithIt) {
