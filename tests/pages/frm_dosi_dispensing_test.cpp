@@ -214,6 +214,7 @@ TEST_F(DispensingOrders, AVendOfTheMachinesOwnAndAnEditOfBeforeOpenNoPageInATest
     page.Command4[0].UserClick();
     mirror.arrive(0, 7, 0);
     mirror.deliverAll();
+    mirror.arrive(1, 7, 3);
     EXPECT_FALSE(page.HScroll7.usable());
     mirror.arrive(0, 7, Busy);
     mirror.arrive(0, 7, 0);

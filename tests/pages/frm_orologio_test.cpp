@@ -27,10 +27,11 @@ struct Clock : ::testing::Test {
     }
 };
 
-TEST_F(Clock, BandsEndWithTheDayAndTheHour) {
+TEST_F(Clock, BarsEndWithTheDayTheHourAndTheCalendar) {
     FrmOrologio& page = open();
     for (int bar = 0; bar < FrmOrologio::BandBars; ++bar)
         EXPECT_EQ(page.HScroll1[bar].Max, bar % 2 == 0 ? 23 : 59) << bar;
+    for (const auto& [bar, last] : {std::pair(0, 31), {1, 12}, {2, 99}}) EXPECT_EQ(page.HScroll5[bar].Max, last);
 }
 
 TEST_F(Clock, AMovedSettingIsWrittenOnceAndTheMachineTakesItOver) {

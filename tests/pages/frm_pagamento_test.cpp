@@ -30,6 +30,7 @@ TEST(FrmPagamento, FramesFollowThePaymentSystem) {
         EXPECT_EQ(usableInputs(page.Arrange()), c.usable) << c.parameter85;
         EXPECT_EQ(liveControls(page.Arrange()), c.live) << c.parameter85;
         EXPECT_EQ(page.SliderX5.Position, c.executive) << c.parameter85;
+        EXPECT_EQ(page.HScroll10[6].usable(), c.usable == 1 || c.usable == 8) << "coin 7 needs no system";
     }
     mirror.arrive(1, 85, 4);
     EXPECT_EQ(usableInputs(page.Arrange()), 2) << "another board's parameter";
