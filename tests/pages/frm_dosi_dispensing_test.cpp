@@ -210,6 +210,7 @@ TEST_F(DispensingOrders, WhatIsGivenUpNeverGoesOut) {
 TEST_F(DispensingOrders, AVendOfTheMachinesOwnAndAnEditOfBeforeOpenNoPageInATest) {
     mirror.arrive(0, 7, Busy);
     mirror.arrive(0, 7, 0);
+    mirror.arrive(1, 7, 1);
     page.HScroll1[0].UserMove(3);
     page.Command4[0].UserClick();
     mirror.arrive(0, 7, 0);
