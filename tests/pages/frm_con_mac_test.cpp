@@ -30,25 +30,6 @@ struct ConMac : ::testing::Test {
     }
 };
 
-TEST_F(ConMac, AsManyRowsAreLiveAsThereAreValvesAndPowders) {
-    const struct {
-        std::uint32_t valves, mixers, powders, cold;
-    } cases[] = {{4, 3, 5, 1}, {1, 1, 1, 0}, {2, 3, 4, 2}, {3, 1, 0, 1}, {0, 0, 0, 1}};
-    for (const auto& c : cases) {
-        setCounts(c.valves, c.mixers, c.powders);
-        world.setBoard(1, 1153, c.cold);
-        FrmConMac& page = open();
-        EXPECT_EQ(live(page), liveWith(static_cast<int>(c.valves), static_cast<int>(c.powders), c.cold == 1))
-            << c.valves << c.powders;
-        EXPECT_EQ(page.HScroll4[0].Max, static_cast<int>(c.powders));
-        EXPECT_EQ(page.HScroll8[4].Max, static_cast<int>(c.powders));
-        EXPECT_EQ(page.HScroll7[0].Max, 255);
-        EXPECT_TRUE(c.valves == 0 || page.iSwRotaryX3[0].top() == static_cast<int>(c.mixers));
-        EXPECT_EQ(page.iSwSliderX2.top(), static_cast<int>(c.powders));
-        page.UserClose();
-    }
-}
-
 TEST_F(ConMac, CountsAboveWhatThePageHoldsAreShownClampedAndOnlyValvesAreCorrected) {
     setCounts(6, 5, 6);
     world.setBoard(1, 1157, 6);

@@ -123,32 +123,6 @@ TEST(FrmDosi, WhatIsOpenFollowsTheThreeValves) {
     }
 }
 
-TEST(FrmDosi, AValveMovedToNoneLocksWhatDependsOnItOnceTheBoardHasIt) {
-    const struct {
-        int step;
-        const char* caption;
-        const char* locked;
-    } cases[] = {{0, "OFF", "k1v23"}, {1, "0", "kj1vtp2v3"}, {2, "0", "kj1vtp2vtp3v"}};
-    for (const auto& each : cases) {
-        Doses doses;
-        auto& page = doses.openAt(2);
-        const int laterBar = page.HScroll3[5].Value;
-        ScrollBar& valve = barsOf(page, each.step)[0];
-        valve.UserMove(0);
-        EXPECT_EQ(openParts(page), "kj1vtp2vtp3vtp") << "not before the value has come back";
-        ASSERT_TRUE(doses.world.settle());
-        EXPECT_EQ(valuesOf(page, each.step)[0].Caption.get(), each.caption);
-        EXPECT_EQ(openParts(page), each.locked);
-        EXPECT_EQ(page.HScroll3[5].Value, laterBar) << "what is locked keeps its values";
-        valve.UserMove(1);
-        ASSERT_TRUE(doses.world.settle());
-        EXPECT_EQ(openParts(page), "kj1vtp2vtp3vtp");
-        page.Label11[0].UserClick();
-        say(page, 1, 7, 3);
-        EXPECT_EQ(openParts(page), "123") << "an edit unlocks once";
-    }
-}
-
 TEST(FrmDosi, AnotherSelectionIsUnreadUntilItsOwnValuesHaveCome) {
     Doses doses;
     doses.world.setBoard(1, 1456, 0xA6);

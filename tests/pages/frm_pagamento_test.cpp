@@ -125,31 +125,6 @@ TEST(FrmPagamento, DecimalsRedrawAllMoneyButTheTwoCredits) {
     }
 }
 
-TEST(FrmPagamento, ClampsWhatComesAndLeavesTheBoardsValueInItsMirror) {
-    BareMirror mirror;
-    auto& page = mirror.load<FrmPagamento>();
-    mirror.arrive(0, 3, 2);
-    mirror.arrive(0, 328, 12000);
-    EXPECT_EQ(page.HScroll11[0].Value, 9999);
-    EXPECT_EQ(page.Label11[0].Caption.get(), "99.99");
-    EXPECT_EQ(ParamRead(328, 0), 12000);
-    EXPECT_EQ(ParamFlags(0, 328) & flag::WriteDue, 0);
-    mirror.arrive(0, 3, 1);
-    EXPECT_EQ(page.Label11[0].Caption.get(), "1200.0") << "drawn anew, the label is not held back";
-    const struct {
-        std::uint32_t raw;
-        int bar;
-        const char* text;
-    } timeouts[] = {{19, 20, "1.9"}, {20, 20, "2.0"}, {250, 250, "25.0"}, {255, 250, "25.5"}};
-    for (const auto& c : timeouts) {
-        mirror.arrive(0, 342, c.raw);
-        EXPECT_EQ(page.scrTP.Value, c.bar);
-        EXPECT_EQ(page.Label8v.Caption.get(), c.text);
-    }
-    mirror.arrive(0, 312, 40000);
-    EXPECT_EQ(page.HScroll10[0].Value, 7232);
-}
-
 TEST(FrmPagamento, GivesBackAnotherListThanItWatches) {
     BareMirror mirror;
     constexpr int Others = 5;  ///< subscriptions of other pages

@@ -41,23 +41,6 @@ class PriceAssignmentTest : public ::testing::TestWithParam<Kind> {
     }
 };
 
-TEST_P(PriceAssignmentTest, ShowsPriceNumbersFromOneAndWhatTheBoardSaysBeyondThirty) {
-    const struct {
-        std::uint32_t raw;
-        int bar;
-        const char* text;
-    } cases[] = {{0, 1, "1"}, {29, 30, "30"}, {40, 30, "41"}, {255, 30, "256"}};
-    const int last = kind.rows - 1;
-    for (const auto& c : cases) {
-        mirror.arrive(kind.bank, kind.first + last, c.raw);
-        EXPECT_EQ(page.HScroll1[last].Value, c.bar);
-        EXPECT_EQ(page.Label1[last].Caption.get(), c.text);
-    }
-    mirror.arrive(0, kind.first + last, 3);
-    mirror.arrive(kind.bank, kind.first + kind.rows, 3);
-    EXPECT_EQ(page.Label1[last].Caption.get(), "256") << "another board's, or the next parameter";
-}
-
 TEST_P(PriceAssignmentTest, BarsOpenWhenEnoughRowsHaveComeAndStayOpen) {
     saleOptions(0);
     gate(4);
