@@ -38,6 +38,25 @@ ParamValue asHeld(int bank, int index, std::uint32_t value) {
     return ValueOf(record.Value.data(), std::min(ValueNibble(record.Command), WrittenBytes - 1));
 }
 
+bool isDue(const Change& change) { return (ParamFlags(change.bank, change.index) & flag::WriteDue) != 0; }
+
+bool isSuspended(const Change& change) {
+    return isDue(change) && !(ParamFlags(change.bank, change.index) & flag::Pending);
+}
+
+template <class Choice>
+int leave(const Window& page, Choice choice) {
+    int left = 0;
+    for (Change& each : state().open) {
+        if (each.page != &page || !choice(each)) continue;
+        each.control = nullptr;
+        each.page = nullptr;
+        each.pageCaption = page.Caption;
+        ++left;
+    }
+    return left;
+}
+
 }  // namespace
 
 const std::vector<Change>& Changes() { return state().open; }
@@ -81,20 +100,13 @@ bool HasChanges(const Window& page) {
 }
 
 int LeaveChanges(const Window& page) {
-    int left = 0;
-    for (Change& each : state().open) {
-        if (each.page != &page) continue;
-        each.control = nullptr;
-        each.page = nullptr;
-        each.pageCaption = page.Caption;
-        ++left;
-    }
-    std::erase_if(state().open, [](const Change& each) {
-        const bool due = (ParamFlags(each.bank, each.index) & flag::WriteDue) != 0;
-        return !each.control && !due && !IsHeld(each.bank, each.index);
-    });
+    const int left = leave(page, [](const Change&) { return true; });
+    std::erase_if(state().open,
+                  [](const Change& each) { return !each.control && !isDue(each) && !IsHeld(each.bank, each.index); });
     return left;
 }
+
+int LeaveSuspendedChanges(const Window& page) { return leave(page, isSuspended); }
 
 void OnChangeEnded(std::function<void()> handler) { state().onEnded = std::move(handler); }
 

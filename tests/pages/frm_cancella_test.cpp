@@ -93,6 +93,16 @@ TEST_F(Clearing, ThePageClosesFromItsOwnButtonAlsoInTheMiddleOfARun) {
     world.run(5'000);
 }
 
+TEST_F(Clearing, ItsOwnButtonLetsTheCommandGoOutFirst) {
+    WriteLog log(world);
+    click(0);
+    page.mnuClose.UserClick();
+    EXPECT_EQ(FindLoadedPage("FrmCancella"), &page);
+    world.run(500);
+    EXPECT_EQ(FindLoadedPage("FrmCancella"), nullptr);
+    EXPECT_EQ(log.take(), (Writes{{0, 4, 1}}));
+}
+
 TEST_F(Clearing, APageThatWasClosedOtherwiseTakesNoOtherWithIt) {
     page.mnuClose.UserClick();
     page.UserClose();

@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cstddef>
 #include <cstdint>
 #include <cstdlib>
 #include <functional>
@@ -20,12 +19,9 @@ namespace kestrel::testing::reference {
 
 /// A model of one run of the program. Whoever drives it calls one input a time, in the order in which the program meets
 /// them, and compares state and outputs after each event. An input is carried out at once and completely, but for
-/// arrived(); nothing happens by itself, timers included. Times are microseconds and never go back. None of many
-/// millions of events allocates memory once the lists have grown.
-///
+/// arrived(); nothing happens by itself, timers included. Times are microseconds and never go back.
 /// What the model stands for begins when the port has been opened and the first identity question is asked, with all
 /// records empty, no board present, the lamps off, no timer running, and the port open and there.
-///
 /// The house has four rules of its own beside those of the link:
 /// - Sending drops what stands unread. Bytes that arrive while no exchange is open are dropped; the bytes of an arrival
 ///   add to those that came before in the same exchange. At most 1024 stand unread, later ones are lost.
@@ -397,8 +393,7 @@ class Model {
 
     Request request_;
     std::vector<std::uint8_t> replyData_;
-    bool telling_ = false;
-    bool tickGoesOn_ = false;
+    bool telling_ = false, tickGoesOn_ = false;
     std::pair<int, int> asked_{-1, 0};  ///< bank and number of the identity record, at the start
 };
 

@@ -3,7 +3,6 @@
 
 #include "language/language_files.h"
 #include "link/identification.h"
-#include "link/loaded_pages.h"
 #include "link/settings.h"
 #include "link/value_helpers.h"
 #include "pages/common/confirmation.h"
@@ -38,7 +37,7 @@ FrmCancella::FrmCancella() : TablePage("FrmCancella", TitleLine, {}) {
     for (CommandButton& command : cmdCancella) command.standsForNoValue = true;
     mnuClose.Caption = "Close";
     cmdCancella.OnClick([this](int Index) { cmdCancella_Click(Index); });
-    mnuClose.OnClick([this] { UnloadPageLater(*this); });
+    mnuClose.OnClick([this] { UserClose(); });
     Timer1.OnTimer([this] { Timer1_Timer(); });
 }
 
