@@ -47,7 +47,7 @@ TEST_F(Session, PaintsTheMenuInTheChosenLanguageAndTheLampsBeforeItWaitsForAPort
     const FirstPaint seen;
     start();
     ASSERT_EQ(ActiveLanguage(), "Deutsch");
-    EXPECT_TRUE(seen.menus.contains(QStringLiteral("Zeiten/Dosen"))) << seen.menus.join(u' ').toStdString();
+    EXPECT_TRUE(seen.menus.contains(QStringLiteral("Zeiten/Dosierung"))) << seen.menus.join(u' ').toStdString();
     EXPECT_EQ(seen.lamps.size(), 3U);
 }
 

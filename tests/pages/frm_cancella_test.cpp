@@ -13,7 +13,7 @@ namespace {
 
 using enum Message::Answer;
 
-constexpr const char* Done = "Cancellazione terminata";
+constexpr const char* Done = "Comando di cancellazione inviato";
 
 struct Clearing : ::testing::Test {
     StartedWorld world;

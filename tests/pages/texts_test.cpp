@@ -16,37 +16,40 @@ namespace {
 /// The title, then texts in reading order with others between them.
 const std::pair<const char*, std::string> Texts[] = {
     {"FrmConMac",
-     "Machine configuration|Number of valves|Number of mixers|Number of powders|Sugar box number|0,1,2,3,4,5|"
-     "Mixer of valve 1|0,1,2,3|Mixer of valve 4|1st powder of the valve|2nd powder of the valve|"
-     "3rd powder of the valve|Valve drip time|Double product powder|abbinamento ev. freddo 1 elettrovalvola|"
+     "Machine configuration|Number of valves|Number of mixers|Number of powders|Sugar canister number|0,1,2,3,4,5|"
+     "Mixer for valve 1|0,1,2,3|Mixer for valve 4|1st powder for valve|2nd powder for valve|"
+     "3rd powder for valve|Valve drip time|Double-product powder|abbinamento ev. freddo 1 elettrovalvola|"
      "abbinamento ev. freddo 3 elettrovalvola|abbinamento ev. freddo 4 elettrovalvola"},
     {"FrmInter",
-     "Intermittent dosing|Powder|Enable|intermittence|On time|intermittence|Off time|intermittence|1|Off,On|5|Off,On"},
+     "Intermittent dosing|Powder|Enable|intermittent dosing|On time (s)|intermittent dosing|Off time (s)|"
+     "intermittent dosing|1|Off,On|5|Off,On"},
     {"FrmProUni",
-     "Unique products|Unique product 1 |0,1,2,3,4,5|Time, unique product 1 (s)|Delay, unique product 1 (s)|"
-     "Unique product 3 |Time, unique product 3 (s)|Delay, unique product 3 (s)|Enable delay|Off,On"},
-    {"FrmPresel", "Preselections|Preselection|Product|Type|Time|1|2|3|4|Preselection|Time|1 Plus|4 Plus"},
+     "Single products|Single product 1 |0,1,2,3,4,5|Time, single product 1 (s)|Delay, single product 1 (s)|"
+     "Single product 3 |Time, single product 3 (s)|Delay, single product 3 (s)|Enable delay|Off,On"},
+    {"FrmPresel", "Preselections|Preselection|Product|Type|Time (s)|1|2|3|4|Preselection|Time (s)|1 Plus|4 Plus"},
     {"FrmTempi",
-     "Times|Alder times|Coffee infusion water|Tea infusion water|Coffee infusion|Tea infusion|No-sugar compensation|"
-     "Pump on time|Water top-up|Cedar times|Motor time-out"},
+     "Times|Alder times (s)|Coffee brew water|Tea brew water|Coffee brew time|Tea brew time|No-sugar compensation|"
+     "Pump run time|Water top-up|Cedar times (s)|Motor timeout"},
     {"FrmDosi",
-     "Doses|+9|9|Selection 1|Test, water only|Complete test|1st valve|Valve|Valve time|Valve delay|Mixer time|"
-     "Mixer delay|Powder 1 time|Powder 1 delay|Test|Powder 2 time|Test|Powder 3 time|Powder 3 delay|Test|2nd valve|"
-     "3rd valve|Powder 3 delay|Test|Selection included?|Off,On|bevanda gratis ?|Cup included?|Cold beverage?|"
-     "Jug included?|Jug count"},
+     "Doses|+9|9|Selection 1|Test running|Water-only test|Full test|Step 1|Valve|Valve time|Valve delay|Mixer time|"
+     "Mixer delay|1st powder time|1st powder delay|Test|2nd powder time|Test|3rd powder time|3rd powder "
+     "delay|Test|Step 2|"
+     "Step 3|3rd powder delay|Test|Include selection|Off,On|bevanda gratis ?|Include cup|Cold beverage|"
+     "Include jug|Jug count"},
     {"FrmPagamento",
-     "Payment system|G13|Coin 1|Coin 8|Executive|Normal,Differentiated ECS,Price holding|Price time-out|"
-     "Change at once|No, Si|MDB|Coins|Maximum change|Coin changer|Off,On|Ignore exact change|Coin selected|"
-     "Coin accepted|Off,On|Banknotes|Banknote selected|Banknote accepted|Tokens|Token 1|Token 3|Change for tokens|"
+     "Payment system|G13|Coin 1|Coin 8|Executive|Normal,Differentiated ECS,Price holding|Price timeout|"
+     "Change at once|No, Si|MDB|Coin management|Maximum change|Coin changer|Off,On|Ignore exact change|Select coin|"
+     "Coin enabled|Off,On|Banknote management|Select banknote|Banknote enabled|Tokens|Token 1|Token 3|Give change on "
+     "tokens|"
      "Key top-up with tokens|Exact change and tokens|Off,On|Maximum key credit|Maximum coin credit"},
     {"FrmPrezzi",
-     "Set prices|Price 1|Price 30|Preselection 1|Presel. + 1|Preselection 4|Presel. + 4|All at price 1|Off, On"},
-    {"FrmSconti", "Set discounts|Discount 1|Discount 30|Discount presel. 1|Discount own cup"},
-    {"FrmAssSel", "Prices of selections|Price sel. 1|Price sel. 18"},
-    {"FrmAssSet", "Prices of sectors|Price sect. 11|Price sect. 18|Price sect. 21|Price sect. 68"},
+     "Set prices|Price 1|Price 30|Preselection 1|Presel. 1 Plus|Preselection 4|Presel. 4 Plus|All at price 1|Off, On"},
+    {"FrmSconti", "Set discounts|Discount 1|Discount 30|Presel. 1 discount|Own-cup discount"},
+    {"FrmAssSel", "Price number per selection|Selection 1|Selection 18"},
+    {"FrmAssSet", "Price number per sector|Sector 11|Sector 18|Sector 21|Sector 68"},
     {"FrmTotali",
      "Totals|Totals|Takings|Discounts|Overpay|Paid vends|Free vends|Jug vends|Test vends|Presel. 1|Presel. 2|"
-     "Permanent totals|Takings|Paid vends"},
+     "Non-resettable totals|Takings|Paid vends"},
     {"FrmBattute",
      "Paid vends|Beverages|Bev. 18|Counters|Preselection 1|Preselection 4|Sectors|Sect. 11|Sect. 21|Sect. 12|Sect. 68"},
     {"FrmGratis", "Gratis|Bevande|Bev. 18|Settori|Set. 68|Set. 68"},
@@ -56,28 +59,29 @@ const std::pair<const char*, std::string> Texts[] = {
     {"FrmMDBaudit",
      "MDB audit|Amount paid into the tubes|Amount put into the tubes by hand|Amount paid out of the tubes|"
      "Amount taken out of the tubes by hand|Amount loaded onto keys|Amount taken from keys|Clear MDB data"},
-    {"FrmCancella", "Clear data|Clear data|Clear permanent data|Close"},
+    {"FrmCancella", "Clear data|Clear data|Clear non-resettable data|Close"},
     {"FrmOpzioni",
      "Opzioni|Master|Off|On|Permanent credit|Multivend|Enable cup sensor|Rinsing|Language|Decimal point|"
      "00000, 0000.0, 000.00, 00.000|Coin mechanism|Token,G13,Executive,MDB,|Machine type|0,1|Machine number|"
      "Location|Telephone code|Customer number|Rev. master|Alder|Double FreshBrew coffee|Rinse cycle|FreshBrew tea|"
-     "Power NTC from master|Arm at delivery|Always a cup|Cold NTC|Overpay time-out|Rinse dose|"
-     "Min. probe sensitivity|Max. probe sensitivity|Rev. potenza|Cedar|Credit time-out|Cedar NTC from master|"
-     "Enable Cedar sensor|Cedar sensor on master|Rev. cedar"},
-    {"FrmAzione", "Preventive maintenance|Valves|Water softener|Boiler|HCCP sanitising|Filter FB1|Filter FB2"},
-    {"FrmPassword", "Passwords|Password|Sales code|Clearing code"},
+     "Power board NTC via Master|Cup arm at delivery|Always dispense cup|Cooling unit NTC|Overpay timeout|Rinse dose|"
+     "Min. probe sensitivity|Max. probe sensitivity|Rev. potenza|Cedar|Credit timeout|Cedar NTC via Master|"
+     "Enable Cedar sensor|Cedar sensor on Master|Rev. cedar"},
+    {"FrmAzione", "Preventive maintenance|Valves|Water softener|Boiler|HACCP sanitising|Filter FB1|Filter FB2"},
+    {"FrmPassword", "Passwords|Password|Sales data code|Clear data code"},
     {"FrmTemperatura",
      "Temperature|Power board|Boiler temperature|Refrigerator temperature|Cedar|Tank temperature|Temperature delta|"
      "Defrost after|Defrost for|Temperature offset"},
     {"FrmGrafico", "Graph|Temperatures over time"},
     {"FrmOrologio",
-     "Clock|Set time and date|ore|minuti|giorno|mese|anno|Rinses|Rinse 1|Rinse 1 ore|Rinse 2 minuti|Switch on|"
-     "Start 1|End 1|Start 2|End 2|Discount|Start 1|End 2"},
+     "Clock|Set time and date|ore|minuti|giorno|mese|anno|Rinses|Rinse 1|Rinse 1 ore|Rinse 2 minuti|Switch-on times|"
+     "Start 1|End 1|Start 2|End 2|Discount times|Start 1|End 2"},
     {"FrmInOut",
-     "In/Out|Start TEST|Normal|Master|Door open|Mains present|Boiler temperature|Alder|Grounds tray|"
+     "In/Out test|Start test|Normal operation|Master|Door open|Mains present|Boiler temperature|Alder|Grounds tray "
+     "full|"
      "Paper FB2 present|Boiler minimum level|Safety thermostat|Water valve 1|Spare output|Cedar|Sector 11|Sector 21|"
      "Sector 68|Compressor|Tank temperature"},
-    {"FrmTestCedar", "Cedar|1|6|Selection under test|Motors to zero"},
+    {"FrmTestCedar", "Cedar test|1|6|Selection under test|Zero the motors"},
     {"FrmSchema",
      "Hydraulic diagram|Water valve 1|Drain pump|Boiler minimum level|Waste bucket full|Boiler|Boiler|Water inlet|"
      "Boiler|Boiler heater|Waste bucket"},

@@ -26,6 +26,7 @@ constexpr int ColdLine = 129;
 constexpr int PreselectionLine = 130;
 constexpr int OnLine = 70;
 constexpr int OffLine = 71;
+constexpr int TestRunningLine = 402;
 
 /// Indexes of Label5 that are not those of a switch's caption.
 constexpr int JugCountCaption = 3;
@@ -157,7 +158,7 @@ void FrmDosi::PageCaptions() {
     Label5[ColdCaption].Caption = LanguageTable(ColdLine);
     for (SliderSwitch& slider : SwitchX5) slider.PositionLabels = TwoPositions(OffLine, OnLine);
     lblPres.ToolTip = LanguageTable(PreselectionLine);
-    TestLampName.Caption = LanguageTable(PowderTestLine);
+    TestLampName.Caption = LanguageTable(TestRunningLine);
     showPreselection();
     showSelectionNumber();
 }
