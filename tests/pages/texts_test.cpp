@@ -18,7 +18,7 @@ const std::pair<const char*, std::string> Texts[] = {
     {"FrmConMac",
      "Machine configuration|Number of valves|Number of mixers|Number of powders|Sugar canister number|0,1,2,3,4,5|"
      "Mixer for valve 1|0,1,2,3|Mixer for valve 4|1st powder for valve|2nd powder for valve|"
-     "3rd powder for valve|Valve drip time|Double-product powder|abbinamento ev. freddo 1 elettrovalvola|"
+     "3rd powder for valve|Valve drip time (s)|Double-product powder|abbinamento ev. freddo 1 elettrovalvola|"
      "abbinamento ev. freddo 3 elettrovalvola|abbinamento ev. freddo 4 elettrovalvola"},
     {"FrmInter",
      "Intermittent dosing|Powder|Enable|intermittent dosing|On time (s)|intermittent dosing|Off time (s)|"
@@ -31,17 +31,16 @@ const std::pair<const char*, std::string> Texts[] = {
      "Times|Alder times (s)|Coffee brew water|Tea brew water|Coffee brew time|Tea brew time|No-sugar compensation|"
      "Pump run time|Water top-up|Cedar times (s)|Motor timeout"},
     {"FrmDosi",
-     "Doses|+9|9|Selection 1|Test running|Water-only test|Full test|Step 1|Valve|Valve time|Valve delay|Mixer time|"
-     "Mixer delay|1st powder time|1st powder delay|Test|2nd powder time|Test|3rd powder time|3rd powder "
-     "delay|Test|Step 2|"
-     "Step 3|3rd powder delay|Test|Include selection|Off,On|bevanda gratis ?|Include cup|Cold beverage|"
-     "Include jug|Jug count"},
+     "Doses|+9|9|Selection 1|Test running|Water-only test|Full test|Step 1 (times in s)|Valve|Valve time|Valve delay|"
+     "Mixer time|Mixer delay|1st powder time|1st powder delay|Test|2nd powder time|Test|3rd powder time|"
+     "3rd powder delay|Test|Step 2 (times in s)|Step 3 (times in s)|3rd powder delay|Test|Include selection|Off,On|"
+     "bevanda gratis ?|Include cup|Cold beverage|Include jug|Jug count"},
     {"FrmPagamento",
-     "Payment system|G13|Coin 1|Coin 8|Executive|Normal,Differentiated ECS,Price holding|Price timeout|"
+     "Payment system|G13|Coin 1|Coin 8|Executive|Normal,Differentiated ECS,Price holding|Price timeout (s)|"
      "Change at once|No, Si|MDB|Coin management|Maximum change|Coin changer|Off,On|Ignore exact change|Select coin|"
-     "Coin enabled|Off,On|Banknote management|Select banknote|Banknote enabled|Tokens|Token 1|Token 3|Give change on "
-     "tokens|"
-     "Key top-up with tokens|Exact change and tokens|Off,On|Maximum key credit|Maximum coin credit"},
+     "Coin enabled|Off,On|Banknote management|Select banknote|Banknote enabled|Tokens|Token 1|Token 3|"
+     "Give change on tokens|Key top-up with tokens|Exact change and tokens|Off,On|Maximum key credit|"
+     "Maximum coin credit"},
     {"FrmPrezzi",
      "Set prices|Price 1|Price 30|Preselection 1|Presel. 1 Plus|Preselection 4|Presel. 4 Plus|All at price 1|Off, On"},
     {"FrmSconti", "Set discounts|Discount 1|Discount 30|Presel. 1 discount|Own-cup discount"},
@@ -67,20 +66,20 @@ const std::pair<const char*, std::string> Texts[] = {
      "Power board NTC via Master|Cup arm at delivery|Always dispense cup|Cooling unit NTC|Overpay timeout|Rinse dose|"
      "Min. probe sensitivity|Max. probe sensitivity|Rev. potenza|Cedar|Credit timeout|Cedar NTC via Master|"
      "Enable Cedar sensor|Cedar sensor on Master|Rev. cedar"},
-    {"FrmAzione", "Preventive maintenance|Valves|Water softener|Boiler|HACCP sanitising|Filter FB1|Filter FB2"},
+    {"FrmAzione",
+     "Preventive maintenance|Valves (cycles)|Water softener (cycles)|HACCP sanitising (cycles)|Filter FB2 (cycles)"},
     {"FrmPassword", "Passwords|Password|Sales data code|Clear data code"},
     {"FrmTemperatura",
-     "Temperature|Power board|Boiler temperature|Refrigerator temperature|Cedar|Tank temperature|Temperature delta|"
-     "Defrost after|Defrost for|Temperature offset"},
-    {"FrmGrafico", "Graph|Temperatures over time"},
+     "Temperature|Power board|Boiler temperature (°C)|Refrigerator temperature (°C)|Cedar|Tank temperature (°C)|"
+     "Temperature delta (°C)|Defrost after|Defrost for|Temperature offset (°C)"},
+    {"FrmGrafico", "Graph|Temperatures over time (°C)"},
     {"FrmOrologio",
      "Clock|Set time and date|ore|minuti|giorno|mese|anno|Rinses|Rinse 1|Rinse 1 ore|Rinse 2 minuti|Switch-on times|"
      "Start 1|End 1|Start 2|End 2|Discount times|Start 1|End 2"},
     {"FrmInOut",
-     "In/Out test|Start test|Normal operation|Master|Door open|Mains present|Boiler temperature|Alder|Grounds tray "
-     "full|"
-     "Paper FB2 present|Boiler minimum level|Safety thermostat|Water valve 1|Spare output|Cedar|Sector 11|Sector 21|"
-     "Sector 68|Compressor|Tank temperature"},
+     "In/Out test|Start test|Normal operation|Master|Door open|Mains present|Boiler temperature (°C)|Alder|"
+     "Grounds tray full|Paper FB2 present|Boiler minimum level|Safety thermostat|Water valve 1|Spare output|Cedar|"
+     "Sector 11|Sector 21|Sector 68|Compressor|Tank temperature (°C)"},
     {"FrmTestCedar", "Cedar test|1|6|Selection under test|Zero the motors"},
     {"FrmSchema",
      "Hydraulic diagram|Water valve 1|Drain pump|Boiler minimum level|Waste bucket full|Boiler|Boiler|Water inlet|"
