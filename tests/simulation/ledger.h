@@ -35,7 +35,7 @@ class Ledger {
     void holds(const Control& control) { held_[&control] = boxes_; }
     /// The end of that, unless a message box has come between.
     void commits(const Control& control) {
-        if (held_[&control] == boxes_) held_.erase(&control);
+        if (const auto held = held_.find(&control); held != held_.end() && held->second == boxes_) held_.erase(held);
     }
     /// The user acts on it in earnest.
     void letsGo(const Control& control) { held_.erase(&control); }
