@@ -7,6 +7,9 @@ cd "$(dirname "$0")/.."
 need "${kestrel_packages[@]}" "${kestrel_check_packages[@]}"
 sources() { git ls-files -- '*.h' '*.cpp'; }
 sources | xargs clang-format --dry-run --Werror || fail "run clang-format -i on the files named above"
+git ls-files -- '*.h' '*.cpp' '*.sh' | xargs wc -l |
+    awk '$2 != "total" && $1 > ($2 ~ /\.h$/ ? 250 : 400) { print $2 ": " $1 " lines"; long = 1 } END { exit long }' ||
+    fail "the files named above are too long: 400 lines at most, a header 250"
 packaging/floors.sh
 packaging/parameters.sh
 tests/share.sh >/dev/null || fail "there are too many tests: see tests/share.sh"
