@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "link/history.h"
 #include "link/leaving.h"
 #include "link/observer.h"
 #include "platform/module_state.h"
@@ -39,6 +40,7 @@ std::unique_ptr<Page> takeOut(Page& page) {
     if (slot == state().loaded.end()) return nullptr;
     std::unique_ptr<Page> leaving = std::move(*slot);
     state().loaded.erase(slot);
+    EndActsOn(*leaving);
     leaving->Form_Unload();
     LeavePage(*leaving);
     platform().closeWindow(*leaving);

@@ -71,8 +71,21 @@ void TextBox::putBack(const std::string& text) {
 
 void TextBox::UserType(const std::string& typed) {
     userAct([this, typed] {
-        if (takesActs()) Text = typed;
+        if (!takesActs()) return;
+        isTyping_ = true;
+        Text = typed;
+        isTyping_ = false;
     });
+}
+
+void TextBox::UserRestore(const std::string& held) {
+    UserType(held);
+    UserEnter();
+}
+
+void TextBox::assigned(const void* property, bool changed) {
+    if (property == &Text && !isTyping_) settled_ = Text;
+    Control::assigned(property, changed);
 }
 
 void TextBox::UserEnter() {

@@ -120,11 +120,18 @@ class TextBox : public Control {
     void UserEnter();
     void UserLeave();
     std::string text() const override { return Text; }
+    /// Typing alone sets nothing.
+    std::string held() const override { return settled_; }
+    void UserRestore(const std::string& held) override;
+    void assigned(const void* property, bool changed) override;
 
   protected:
     const void* valueProperty() const override { return &Text; }
+    std::string settledText() const override { return settled_; }
 
   private:
+    std::string settled_;  ///< the text as the page has set it
+    bool isTyping_ = false;
     std::function<void(int)> onKeyPress_;
     Handler onLostFocus_;
 };

@@ -46,6 +46,9 @@ void Control::userAct(Handler act, Source source) {
 
 void Control::userChange(const Handler& change) {
     notTaken_.reset();
+    heldBefore_ = held();
+    textBefore_ = settledText();
+    ++userChanges_;
     waiting_ = !isSelector;
     userActing_ = true;
     const struct Reset {
@@ -65,7 +68,7 @@ void Control::settled() {
 bool Control::actWaits() const { return ActWaits(this); }
 
 void Control::awaitValue() {
-    unread_ = valueProperty() && !isSelector && !standsForNoValue;
+    unread_ = standsForValue();
     if (unread_) show();
 }
 
@@ -85,6 +88,15 @@ bool Control::usable() const {
 std::string Control::accessibleName() const {
     if (!caption_) return frame_ ? frame_->Caption.get() : std::string();
     return unit_ ? caption_->Caption.get() + " " + unit_->Caption.get() : caption_->Caption.get();
+}
+
+std::string Control::rowName() const { return caption_ ? caption_->Caption.get() : std::string(); }
+
+std::string Control::columnName() const {
+    std::string name;
+    for (const Label* head : heads_)
+        if (!head->Caption.get().empty()) name += (name.empty() ? "" : " ") + head->Caption.get();
+    return name;
 }
 
 void Control::assigned(const void* property, bool /*changed*/) {

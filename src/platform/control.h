@@ -7,6 +7,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "platform/errors.h"
 #include "platform/outside.h"
@@ -63,6 +64,17 @@ class Control : public PropertyOwner {
     /// caption of its frame.
     virtual std::string accessibleName() const;
 
+    /// It stands for a value of a board.
+    bool standsForValue() const { return valueProperty() && !isSelector && !standsForNoValue; }
+    /// What the user has set it to, in a form that UserRestore takes; empty where he can set nothing.
+    virtual std::string held() const { return {}; }
+    /// The user sets it to that again, by the act that he would do for it.
+    virtual void UserRestore(const std::string& /*held*/) {}
+    /// What it held and showed when the user's last change of it began, and how many there have been.
+    const std::string& heldBefore() const { return heldBefore_; }
+    const std::string& textBefore() const { return textBefore_; }
+    int userChanges() const { return userChanges_; }
+
     /// A control whose position chooses what is shown, and is no setting of a board: it never waits for one.
     bool isSelector = false;
     /// An act on it is an order that the boards carry out at once or never, or it shows the page's own state: it stands
@@ -81,7 +93,13 @@ class Control : public PropertyOwner {
     void standOn(const Window* window) { window_ = window; }
     const Window* window() const { return window_; }
     void namedBy(const Label* caption) { caption_ = caption; }
+    bool isNamed() const { return caption_ != nullptr; }
     void measuredIn(const Label* unit) { unit_ = unit; }
+    /// The captions above its column.
+    void headedBy(const std::vector<const Label*>& heads) { heads_ = heads; }
+    /// The caption of its row, and those above its column; empty where it has none.
+    std::string rowName() const;
+    std::string columnName() const;
     const Frame* frame() const { return frame_; }
     void bind(ControlView* view) { view_ = view; }
     void unbind(const ControlView* view) {
@@ -112,6 +130,8 @@ class Control : public PropertyOwner {
     bool takesActs() const { return usable() && !unread_; }
     /// Carries out a user's change. What its page sets in the change itself is no answer of the board: the mark stays.
     void userChange(const Handler& change);
+    /// What it showed before the user began to change it.
+    virtual std::string settledText() const { return text(); }
     /// To be called when what the user did goes to no board.
     void nothingSent() { waiting_ = false; }
     static void raise(const Handler& handler) {
@@ -131,7 +151,11 @@ class Control : public PropertyOwner {
     const Window* window_ = nullptr;
     const Label* caption_ = nullptr;
     const Label* unit_ = nullptr;
+    std::vector<const Label*> heads_;
     std::optional<NotTaken> notTaken_;
+    std::string heldBefore_;
+    std::string textBefore_;
+    int userChanges_ = 0;
     bool unread_ = false;
     bool waiting_ = false;
     bool userActing_ = false;

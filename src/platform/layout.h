@@ -65,8 +65,9 @@ std::vector<int> Indexes(int first, int last);
 /// Controls on named places of a picture.
 Layout Canvas(Picture& picture, const std::vector<std::pair<Control*, std::string>>& placed);
 
-/// Tells every control of the tree which frame stands round it and which caption names it: the caption label before it
-/// in its row, or before that row, with the unit label behind it where there is one.
+/// Tells every control of the tree which frame stands round it and which caption names it, unless the page has named it
+/// already: the caption label before it in its row, or before that row, with the unit label behind it where there is
+/// one; and which captions stand above its column, in a grid whose first row is nothing but captions.
 void settleLayout(const Layout& layout);
 /// Calls `visit` with every control of the tree.
 void eachControl(const Layout& layout, const std::function<void(Control&)>& visit);

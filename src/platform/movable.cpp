@@ -2,6 +2,7 @@
 #include "platform/movable.h"
 
 #include <algorithm>
+#include <charconv>
 #include <functional>
 #include <vector>
 
@@ -46,6 +47,12 @@ void Movable::UserMove(int value) {
         handedOver_.reset();
         if (!takesActs() || !moveTo(value)) show();
     });
+}
+
+void Movable::UserRestore(const std::string& held) {
+    int value = 0;
+    const auto [end, trouble] = std::from_chars(held.data(), held.data() + held.size(), value);
+    if (trouble == std::errc() && end == held.data() + held.size()) UserMove(value);
 }
 
 void Movable::preview(long long value) {

@@ -38,6 +38,8 @@ class Movable : public Control {
     void UserDrop();
     /// The user turns away: steps that were made count, what is still held does not.
     void UserFinish();
+    std::string held() const override { return std::to_string(value()); }
+    void UserRestore(const std::string& held) override;
     bool isHeld() const { return isMoving() && !settle_.Enabled; }
 
   protected:

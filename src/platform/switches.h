@@ -53,6 +53,10 @@ class ToggleSwitch : public Control {
     void UserClick();
     /// "1" or "0"; the view has words for them.
     std::string text() const override { return Active ? "1" : "0"; }
+    std::string held() const override { return text(); }
+    void UserRestore(const std::string& held) override {
+        if (held != text()) UserClick();
+    }
 
   protected:
     const void* valueProperty() const override { return &Active; }

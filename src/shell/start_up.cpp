@@ -2,6 +2,7 @@
 #include "shell/start_up.h"
 
 #include "language/language_files.h"
+#include "link/history.h"
 #include "link/identification.h"
 #include "link/index_files.h"
 #include "link/leaving.h"
@@ -133,6 +134,7 @@ void MDIForm_Unload() {
 
 void StartAnew() {
     ClosePages();
+    EndHistoryOfBoards();
     enableEntries(false);
     Module<BoardsOnTheLine>::renew();
     FrmSer_Identify();

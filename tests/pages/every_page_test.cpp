@@ -102,12 +102,25 @@ TEST(EveryPage, TakesItsListOpensWhatTheBoardsThereAllowAndGivesItsListBack) {
                 SCOPED_TRACE(std::string(each.page) + (hotDrink ? " H" : "") + (sector ? " S" : ""));
                 StartedWorld world(World::still(hotDrink, sector), {{0, 85, 1}});
                 WriteLog log(world);
-                Window& page = ShowPage(each.page);
+                Page& page = ShowPage(each.page);
                 EXPECT_EQ(watches(), listOf(each.list, hotDrink, sector));
                 world.run(6'000);
                 EXPECT_EQ(usableInputs(page.Arrange()), each.usable.with(hotDrink, sector));
                 EXPECT_EQ(liveControls(page.Arrange()), each.live.with(hotDrink, sector));
                 EXPECT_EQ(log.take(), each.opening);
+                const Watches before = watches();
+                page.UserReadAgain();
+                world.letActsIn();
+                for (const auto& [record, count] : watchesOf(each.list)) {
+                    const auto& [bank, number] = record;
+                    const bool isOrder = page.name() == "FrmDosi" && bank == 0;
+                    const bool isPending = (ParamFlags(bank, number) & flag::Pending) != 0;
+                    EXPECT_TRUE(isPending || isOrder || !before.contains(record)) << number;
+                }
+                world.run(6'000);
+                EXPECT_EQ(watches(), before) << "read again";
+                EXPECT_EQ(usableInputs(page.Arrange()), each.usable.with(hotDrink, sector)) << "read again";
+                EXPECT_EQ(log.take(), Writes{}) << "read again";
                 page.UserClose();
                 world.run(3'000);
                 EXPECT_EQ(log.take(), each.closing);

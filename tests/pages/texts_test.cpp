@@ -3,10 +3,16 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <map>
+#include <regex>
 #include <sstream>
 
 #include "language/language_files.h"
+#include "pages/payment/frm_prezzi.h"
+#include "platform/displays.h"
+#include "platform/names_on_page.h"
 #include "program_version.h"
+#include "shell/search.h"
 #include "support/layouts.h"
 #include "support/world.h"
 
@@ -102,6 +108,58 @@ TEST(Texts, StandOnTheirPagesInReadingOrder) {
             EXPECT_NE(from, texts.end()) << name << ": " << text;
         }
     }
+}
+
+/// What a screen reader, the search and the list of changes say.
+TEST(Texts, CallEachControlOfAPageByANameOfItsOwnInEveryLanguage) {
+    for (const char* language : {"Italiano", "English", "Deutsch", "Francais", "Espanol"})
+        for (const auto& [name, make] : AllPages()) {
+            StartedWorld world;
+            LoadLanguage(std::string(language) + ".lng");
+            auto& page = world.open<Page>(name);
+            std::map<std::string, int> times;
+            for (const NamedControl& each : NamedControls(page)) {
+                ++times[each.name];
+                const bool isNumbered = std::regex_search(each.name, std::regex(" \\([0-9]+\\)$"));
+                // A bar that shows how a page is filled, a gauge's figure, and what no eye can tell apart either.
+                const bool mayBe = dynamic_cast<ProgressBar*>(each.control) || dynamic_cast<LedBar*>(each.control) ||
+                                   dynamic_cast<SevenSegment*>(each.control) || each.name.starts_with("Set. 68");
+                EXPECT_TRUE(!isNumbered || mayBe) << language << " " << name << ": " << each.name;
+            }
+            for (const auto& [text, count] : times) {
+                EXPECT_EQ(count, 1) << language << " " << name << ": " << text;
+                EXPECT_FALSE(text.empty()) << language << " " << name;
+            }
+        }
+}
+
+TEST(Texts, AreFoundByAnyPartOfTheNameOfAPageOrASetting) {
+    StartedWorld world;
+    LoadLanguage("English.lng");
+    const std::vector<Findable> all = AllFindable();
+    EXPECT_EQ(LoadedPages().size(), 0U) << "no page is opened for it";
+    EXPECT_EQ(Matching(all, "").size(), AllPages().size());
+    struct Row {
+        const char *typed, *page, *control;
+    };
+    for (const auto& [typed, page, control] :
+         {Row{"set pr", "FrmPrezzi", ""}, Row{"PRICE 12", "FrmPrezzi", "Price 12"},
+          Row{"powder 2 time 3rd", "FrmDosi", "3rd valve, Powder 2 time"},
+          Row{"enable int", "FrmInter", "Enable intermittence, 1"}, Row{"doses", "FrmDosi", ""},
+          Row{"boiler temperature", "FrmTemperatura", "Boiler temperature"}}) {
+        const std::vector<Findable> found = Matching(all, typed);
+        ASSERT_FALSE(found.empty()) << typed;
+        EXPECT_EQ(found.front().page + "|" + found.front().control, std::string(page) + "|" + control) << typed;
+    }
+    EXPECT_TRUE(Matching(all, "price xyz").empty());
+    LoadLanguage("Francais.lng");
+    EXPECT_FALSE(Matching(AllFindable(), "temperature chaudiere").empty()) << "typed without its accents";
+
+    const std::vector<Findable> price = Matching(all, "price 12");
+    Control* opened = nullptr;
+    OpenFound(price.front(), [&opened](Control* control) { opened = control; });
+    world.settle();
+    EXPECT_EQ(opened, &dynamic_cast<FrmPrezzi&>(*FindLoadedPage("FrmPrezzi")).HScroll1[11]);
 }
 
 }  // namespace

@@ -77,6 +77,7 @@ class VirtualPlatform : public Platform {
     std::unique_ptr<TimerBackend> makeTimer(std::function<void()> onExpiry) override;
     void PumpEvents() override;
     void BusyWait(int milliseconds) override;
+    LocalTime localTime() const override;
     std::unique_ptr<SerialControl> makeSerialControl() override;
     std::string portDevice(int port) override { return "/dev/port" + std::to_string(port); }
     std::string portTrouble(int port, PortTrouble trouble) override;

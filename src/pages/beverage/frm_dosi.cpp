@@ -71,6 +71,8 @@ FrmDosi::FrmDosi() : TablePage("FrmDosi", TitleLine, {}) {
         Step& each = step(i);
         designStep(each.bars, each.values, i == 0 ? FirstValveDesignMax : LaterValveDesignMax);
         for (int field = 0; field < RecipeFields; ++field) each.bars[field].namedBy(&each.captions[field]);
+        for (int powder = 0; powder < PowderSolenoids; ++powder)
+            each.tests[powder].namedBy(&each.captions[FirstPowderField + 2 * powder]);
         each.bars.OnChange([this, i](int Index) { HScroll_Change(i, Index); });
         each.tests.OnClick([this, i](int Index) { Command_Click(i, Index); });
     }
@@ -120,6 +122,14 @@ Layout FrmDosi::Arrange() {
             arrangeProperties(),
         },
     };
+}
+
+/// The recipe alone: the echo of an argument, which comes with the rest, would release a command.
+void FrmDosi::ReadAgain() {
+    const KeepSubscriptions kept;
+    ReleaseSelection();
+    WatchSelection();
+    Form_Activate();
 }
 
 void FrmDosi::PageSubscribe() {

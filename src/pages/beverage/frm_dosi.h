@@ -45,6 +45,7 @@ class FrmDosi : public TablePage {
     void Form_Load() override;
     void Form_Unload() override;
     void SLabel_Change(int n, ParamValue value) override;
+    void ReadAgain() override;
     void LineInterrupted() override { order_.withdraw(); }
 
   private:

@@ -38,6 +38,13 @@ void TablePage::Form_Unload() {
     if (timer_) timer_->Enabled = false;
 }
 
+void TablePage::ReadAgain() {
+    const KeepSubscriptions kept;
+    PageRelease();
+    PageSubscribe();
+    Form_Activate();
+}
+
 void TablePage::PageSubscribe() { WatchAll(lists_.subscriptions); }
 
 void TablePage::PageRelease() { ReleaseAll(lists_.releases); }
