@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -95,6 +96,10 @@ class Platform {
     virtual std::filesystem::path programDirectory() const = 0;
     /// The program's file name without extension.
     virtual std::string programName() const = 0;
+    /// Where the configuration is written: the program's directory, or the user's own place where that one is closed.
+    virtual std::filesystem::path configurationDirectory() const { return programDirectory(); }
+    /// The directory above, with the family's launcher and configuration; a program of the system has none.
+    virtual std::optional<std::filesystem::path> familyDirectory() const { return programDirectory().parent_path(); }
     virtual void changeDirectory(const std::filesystem::path& directory) = 0;
     /// Names of the files of a directory that end so, in order of name.
     virtual std::vector<std::string> listFiles(const std::filesystem::path& directory, const std::string& ending) = 0;

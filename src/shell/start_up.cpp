@@ -111,9 +111,10 @@ void leave() {
     // The start's wait for a board goes on, should there be no launcher: nothing else would end it.
     if (!Link().LinkSetup || LineIsClosed()) FrmSer_Unload();
     try {
-        const auto family = platform().programDirectory().parent_path();
-        platform().changeDirectory(family);
-        platform().startProgram(family / FamilyLauncher);
+        if (const auto family = platform().familyDirectory()) {
+            platform().changeDirectory(*family);
+            platform().startProgram(*family / FamilyLauncher);
+        }
     } catch (const RunTimeError&) {
         return;  // without a launcher the program does not end by this path
     }

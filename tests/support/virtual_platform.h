@@ -65,6 +65,7 @@ class VirtualPlatform : public Platform {
     std::set<std::string> unreadable;
     std::vector<std::string> written;  ///< every file that was written, in order
     std::filesystem::path directory = "/family/kestrel";
+    std::filesystem::path usersDirectory;  ///< of an installed program, for its configuration; empty: it is portable
     /// Brings in the index and language files of a real directory.
     void install(const std::filesystem::path& realDirectory);
     void put(const std::string& name, const std::string& content) { files[(directory / name).string()] = content; }
@@ -90,6 +91,12 @@ class VirtualPlatform : public Platform {
     Window* activeWindow() override { return active_; }
     std::filesystem::path programDirectory() const override { return directory; }
     std::string programName() const override { return "kestrel"; }
+    std::filesystem::path configurationDirectory() const override {
+        return usersDirectory.empty() ? directory : usersDirectory;
+    }
+    std::optional<std::filesystem::path> familyDirectory() const override {
+        return usersDirectory.empty() ? Platform::familyDirectory() : std::nullopt;
+    }
     void changeDirectory(const std::filesystem::path&) override {}
     std::vector<std::string> listFiles(const std::filesystem::path& in, const std::string& ending) override;
     std::string readFile(const std::filesystem::path& file) override;

@@ -101,6 +101,15 @@ std::string QtPlatform::programName() const {
     return QFileInfo(QCoreApplication::applicationFilePath()).completeBaseName().toStdString();
 }
 
+std::filesystem::path QtPlatform::configurationDirectory() const {
+    const auto& beside = setup_.directory;
+    return !setup_.isOfTheSystem && canBeWritten(beside / (programName() + ".ini")) ? beside : userDirectory();
+}
+
+std::optional<std::filesystem::path> QtPlatform::familyDirectory() const {
+    return setup_.isOfTheSystem ? std::nullopt : Platform::familyDirectory();
+}
+
 void QtPlatform::changeDirectory(const std::filesystem::path& directory) { enterDirectory(directory); }
 
 std::vector<std::string> QtPlatform::listFiles(const std::filesystem::path& directory, const std::string& ending) {

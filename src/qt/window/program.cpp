@@ -5,6 +5,7 @@
 #include <memory>
 #include <stdexcept>
 
+#include "command_line/data_directory.h"
 #include "link/leaving.h"
 #include "platform/errors.h"
 #include "program_version.h"
@@ -48,11 +49,10 @@ void setUpApplication(QApplication& application, const Options& options, const s
     QApplication::setWindowIcon(QIcon(pictureFile(QStringLiteral("kestrel"))));
 }
 
-/// Where the executable lies. The toolkit loses a name that is no text, and the user could not be told of it.
-std::filesystem::path executableDirectory() {
-    std::error_code trouble;
-    const std::filesystem::path executable = std::filesystem::read_symlink("/proc/self/exe", trouble);
-    return trouble ? toPath(QApplication::applicationDirPath()) : executable.parent_path();
+/// The toolkit, asked last, loses a name that is no text, and the user could not be told of it.
+std::filesystem::path executable() {
+    const std::filesystem::path known = ownExecutable();
+    return known.empty() ? toPath(QApplication::applicationFilePath()) : known;
 }
 
 std::shared_ptr<simulator::Machine> switchOn(const simulator::MachineOptions& options) {
@@ -75,6 +75,7 @@ QStringList demoCall(const Options& options, const QString& directory) {
 QtPlatform::Setup setUpMachine(const Options& options, const std::filesystem::path& directory) {
     QtPlatform::Setup setup;
     setup.directory = directory;
+    setup.isOfTheSystem = directory == dataDirectory(executable()) && directory != executable().parent_path();
     setup.devices = options.devices;
     setup.isUnattended = !options.tour.empty();
     if (!options.demo) {
@@ -92,7 +93,7 @@ QtPlatform::Setup setUpMachine(const Options& options, const std::filesystem::pa
 }  // namespace
 
 void runProgram(QApplication& application, const Options& options) {
-    const std::filesystem::path directory = options.directory.empty() ? executableDirectory() : options.directory;
+    const std::filesystem::path directory = options.directory.empty() ? dataDirectory(executable()) : options.directory;
     setUpApplication(application, options, directory);
     QtPlatform machine(setUpMachine(options, directory));
     setPlatform(&machine);
