@@ -144,9 +144,9 @@ TEST(Texts, AreFoundByAnyPartOfTheNameOfAPageOrASetting) {
     };
     for (const auto& [typed, page, control] :
          {Row{"set pr", "FrmPrezzi", ""}, Row{"PRICE 12", "FrmPrezzi", "Price 12"},
-          Row{"powder 2 time 3rd", "FrmDosi", "3rd valve, Powder 2 time"},
-          Row{"enable int", "FrmInter", "Enable intermittence, 1"}, Row{"doses", "FrmDosi", ""},
-          Row{"boiler temperature", "FrmTemperatura", "Boiler temperature"}}) {
+          Row{"3rd powder time step 2", "FrmDosi", "Step 2 (times in s), 3rd powder time"},
+          Row{"enable int", "FrmInter", "Enable intermittent dosing, 1"}, Row{"doses", "FrmDosi", ""},
+          Row{"boiler temperature", "FrmTemperatura", "Boiler temperature (°C)"}}) {
         const std::vector<Findable> found = Matching(all, typed);
         ASSERT_FALSE(found.empty()) << typed;
         EXPECT_EQ(found.front().page + "|" + found.front().control, std::string(page) + "|" + control) << typed;

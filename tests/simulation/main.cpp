@@ -11,6 +11,7 @@
 #include <string>
 
 #include "command_line/command_line.h"
+#include "command_line/program_text.h"
 #include "simulation/play.h"
 #include "simulation/small_worlds.h"
 #include "simulator/commands.h"
