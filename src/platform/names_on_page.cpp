@@ -123,7 +123,7 @@ std::string NameOnPage(Window& page, const Control& control) {
     const Control* const named = bar == figures.end() ? &control : bar->second;
     for (const NamedControl& each : NamedControls(page))
         if (each.control == named) return each.name;
-    return control.accessibleName();
+    return {};
 }
 
 }  // namespace kestrel

@@ -19,7 +19,7 @@ struct NamedControl {
 /// row, column head, frame; and a number behind it where nothing does. Captions, units and frames are names themselves
 /// and stand not in the list, and neither does the figure of a bar.
 std::vector<NamedControl> NamedControls(Window& page);
-/// The name of one of them, and of a bar's figure that of the bar; of any other control what it says of itself.
+/// The name of one of them, and of a bar's figure that of the bar; empty for any other control.
 std::string NameOnPage(Window& page, const Control& control);
 
 }  // namespace kestrel

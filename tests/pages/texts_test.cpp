@@ -112,15 +112,19 @@ TEST(Texts, StandOnTheirPagesInReadingOrder) {
 
 /// What a screen reader, the search and the list of changes say.
 TEST(Texts, CallEachControlOfAPageByANameOfItsOwnInEveryLanguage) {
-    for (const char* language : {"Italiano", "English", "Deutsch", "Francais", "Espanol"})
-        for (const auto& [name, make] : AllPages()) {
-            StartedWorld world;
-            LoadLanguage(std::string(language) + ".lng");
-            auto& page = world.open<Page>(name);
+    const std::regex numbered(" \\([0-9]+\\)$");
+    StartedWorld world;
+    for (const auto& [name, make] : AllPages()) ShowPage(name);
+    world.settle();
+    for (const char* language : {"Italiano", "English", "Deutsch", "Francais", "Espanol"}) {
+        LoadLanguage(std::string(language) + ".lng");
+        for (Page* page : LoadedPages()) {
+            page->ShowTexts();
+            const std::string& name = page->name();
             std::map<std::string, int> times;
-            for (const NamedControl& each : NamedControls(page)) {
+            for (const NamedControl& each : NamedControls(*page)) {
                 ++times[each.name];
-                const bool isNumbered = std::regex_search(each.name, std::regex(" \\([0-9]+\\)$"));
+                const bool isNumbered = std::regex_search(each.name, numbered);
                 // A bar that shows how a page is filled, a gauge's figure, and what no eye can tell apart either.
                 const bool mayBe = dynamic_cast<ProgressBar*>(each.control) || dynamic_cast<LedBar*>(each.control) ||
                                    dynamic_cast<SevenSegment*>(each.control) || each.name.starts_with("Set. 68");
@@ -131,6 +135,7 @@ TEST(Texts, CallEachControlOfAPageByANameOfItsOwnInEveryLanguage) {
                 EXPECT_FALSE(text.empty()) << language << " " << name;
             }
         }
+    }
 }
 
 TEST(Texts, AreFoundByAnyPartOfTheNameOfAPageOrASetting) {
@@ -144,9 +149,9 @@ TEST(Texts, AreFoundByAnyPartOfTheNameOfAPageOrASetting) {
     };
     for (const auto& [typed, page, control] :
          {Row{"set pr", "FrmPrezzi", ""}, Row{"PRICE 12", "FrmPrezzi", "Price 12"},
-          Row{"3rd powder time step 2", "FrmDosi", "Step 2 (times in s), 3rd powder time"},
+          Row{"2nd powder time step 3", "FrmDosi", "Step 3 (times in s), 2nd powder time"},
           Row{"enable int", "FrmInter", "Enable intermittent dosing, 1"}, Row{"doses", "FrmDosi", ""},
-          Row{"boiler temperature", "FrmTemperatura", "Boiler temperature (°C)"}}) {
+          Row{"boiler temperature", "FrmTemperatura", "Boiler temperature (\u00B0C)"}}) {
         const std::vector<Findable> found = Matching(all, typed);
         ASSERT_FALSE(found.empty()) << typed;
         EXPECT_EQ(found.front().page + "|" + found.front().control, std::string(page) + "|" + control) << typed;

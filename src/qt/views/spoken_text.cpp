@@ -4,6 +4,8 @@
 #include <QTextBoundaryFinder>
 #include <algorithm>
 
+#include "qt/views/spoken_view.h"
+
 namespace kestrel::qt {
 
 namespace {
@@ -17,7 +19,10 @@ constexpr int AtTheEnd = -2;
 int SpokenText::within(int offset) const { return std::clamp(offset, 0, characterCount()); }
 
 QString SpokenText::text(QAccessible::Text kind) const {
-    return kind == QAccessible::Value ? line_.text() : QAccessibleWidget::text(kind);
+    if (kind == QAccessible::Value) return line_.text();
+    const auto* view = dynamic_cast<const ViewBase*>(&line_);
+    const QString name = view && kind == QAccessible::Name ? nameOnPage(*view) : QString();
+    return name.isEmpty() ? QAccessibleWidget::text(kind) : name;
 }
 
 QAccessible::State SpokenText::state() const {

@@ -96,6 +96,8 @@ void ViewBase::valueShown() {
     if (!QAccessible::isActive() || !bound()) return;
     QAccessibleValueChangeEvent event(&widget_, spokenValue());
     QAccessible::updateAccessibility(&event);
+    QAccessibleEvent inWords(&widget_, QAccessible::DescriptionChanged);
+    QAccessible::updateAccessibility(&inWords);
 }
 
 bool isLeaving(const QWidget& widget, const QFocusEvent& event) {

@@ -37,6 +37,8 @@ class ViewBase : public ControlView {
     bool bound() const { return control_ != nullptr; }
     bool shows(const Control& control) const { return control_ == &control; }
     QWidget& widget() const { return widget_; }
+    /// Null once the view has let go of it.
+    const Control* shown() const { return control_; }
     bool waiting() const { return control_ && control_->waiting(); }
     /// It stands for a value of a board that has not come yet: nothing of the model is shown, and no act begins.
     bool unread() const { return control_ && control_->unread(); }

@@ -45,6 +45,10 @@ void ChildWindow::settle() {
     layOut(page_);
 }
 
+void ChildWindow::standBeside() {
+    if (!isMaximized() && !isMinimized()) move(area_.besideOthers(*this));
+}
+
 void ChildWindow::dismiss() {
     model_->unbind(this);
     model_ = nullptr;

@@ -36,8 +36,10 @@ MainWindowView::MainWindowView(MainWindow& model)
       area_(new PageArea(loadPicture(QStringLiteral("background")))),
       menu_(model.menuBar(), *menuBar(), [this] { status_.renamed(); }),
       status_(model.StatusBar1, *statusBar()),
-      windowList_(menu_.menuOf(WindowListEntry), *area_, [this] { closePages(); }) {
-    setCentralWidget(area_);
+      windowList_(menu_.menuOf(WindowListEntry), *area_, [this] { closePages(); }),
+      tabs_(new PageTabs(*area_)),
+      commands_(*this, windowList_, *tabs_) {
+    setCentralWidget(tabs_);
     resize(UsualSize.boundedTo(screen()->availableSize()));
     QObject::connect(area_, &QMdiArea::subWindowActivated, this, [this](QMdiSubWindow* child) { activated(child); });
     const auto* menuKey = new QShortcut(QKeySequence(Qt::Key_F10), this);
@@ -89,6 +91,7 @@ ChildWindow& MainWindowView::childOf(Window& window) {
 
 void MainWindowView::showWindow(Window& window) {
     ChildWindow& child = childOf(window);
+    const bool isNew = !child.isVisible();
     isShowingPage_ = true;
     if (child.isMinimized())
         child.showNormal();
@@ -99,6 +102,7 @@ void MainWindowView::showWindow(Window& window) {
     front_ = &window;
     window.Form_Activate();
     child.settle();
+    if (isNew) child.standBeside();
 }
 
 void MainWindowView::closeWindow(Window& window) {

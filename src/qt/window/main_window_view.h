@@ -11,6 +11,8 @@
 #include "platform/window.h"
 #include "qt/window/menu_view.h"
 #include "qt/window/page_area.h"
+#include "qt/window/page_commands.h"
+#include "qt/window/page_tabs.h"
 #include "qt/window/status_bar_view.h"
 #include "qt/window/window_list.h"
 #include "shell/main_window.h"
@@ -56,6 +58,8 @@ class MainWindowView : public QMainWindow, public ControlView {
     MenuView menu_;
     StatusBarView status_;
     WindowList windowList_;
+    PageTabs* tabs_;
+    PageCommands commands_;
     std::vector<ChildWindow*> children_;
     Window* front_ = nullptr;
     bool isShowingPage_ = false;
