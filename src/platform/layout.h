@@ -66,7 +66,8 @@ std::vector<int> Indexes(int first, int last);
 Layout Canvas(Picture& picture, const std::vector<std::pair<Control*, std::string>>& placed);
 
 /// Tells every control of the tree which frame stands round it and which caption names it: the caption label before it
-/// in its row, or before that row, with the unit label behind it where there is one.
+/// in its row, or before that row, with the unit label behind it where there is one. The value label right behind a
+/// bar is its figure, or else the one right before it.
 void settleLayout(const Layout& layout);
 /// Calls `visit` with every control of the tree.
 void eachControl(const Layout& layout, const std::function<void(Control&)>& visit);

@@ -41,6 +41,17 @@ struct Extent {
     int height = 0;
 };
 
+/// What the clock on the wall says.
+struct LocalTime {
+    int year = 0;
+    int month = 1;  ///< 1 to 12
+    int day = 1;
+    int hour = 0;
+    int minute = 0;
+};
+/// "10:32".
+std::string TimeOfDayText(const LocalTime& time);
+
 /// The machine under the program; abstract so that the whole program runs in virtual time without a toolkit.
 class Platform {
   public:
@@ -53,6 +64,8 @@ class Platform {
     virtual void PumpEvents() = 0;
     /// Waits without delivering any event.
     virtual void BusyWait(int milliseconds) = 0;
+    /// For people: no rule of the program counts by it.
+    virtual LocalTime localTime() const;
 
     // The line.
     virtual std::unique_ptr<SerialControl> makeSerialControl() = 0;

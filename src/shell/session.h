@@ -22,6 +22,8 @@ struct ChangeState;
 struct RecheckState;
 struct LeavingState;
 struct PageState;
+struct FirstValuesState;
+struct SilenceState;
 struct ConfigurationState;
 struct RegistryState;
 struct ModelState;
@@ -55,6 +57,8 @@ struct Session {
     Module<IdentityState> identification;
     Module<IndexState> indexFiles;
     Module<BoardsOnTheLine> boards;
+    Module<FirstValuesState> firstValues;
+    Module<SilenceState> silence;
     Module<PageState> pages;
     // shell
     Module<ConfigurationState> configuration;
