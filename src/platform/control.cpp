@@ -12,7 +12,7 @@ namespace kestrel {
 /// Who has the word.
 struct Speaker {
     Control* control = nullptr;
-    bool isBoard = false;
+    int board = Control::NoBoard;
 };
 template class Module<Speaker>;
 
@@ -21,9 +21,9 @@ Control::~Control() {
     if (Speaker* const here = stateInForce<Speaker>; here && here->control == this) here->control = nullptr;
 }
 
-Control::Speaking::Speaking(Control* control, bool boardSpeaks)
-    : speaker_(stateOf<Speaker>()), before_(speaker_.control), boardBefore_(speaker_.isBoard) {
-    speaker_ = {control, boardSpeaks};
+Control::Speaking::Speaking(Control* control, int board)
+    : speaker_(stateOf<Speaker>()), before_(speaker_.control), boardBefore_(speaker_.board) {
+    speaker_ = {control, board};
 }
 
 Control::Speaking::~Speaking() { speaker_ = {before_, boardBefore_}; }
@@ -45,10 +45,11 @@ void Control::userAct(Handler act, Source source) {
 }
 
 void Control::userChange(const Handler& change) {
-    notTaken_.reset();
+    forgetNotTaken();
     heldBefore_ = held();
     textBefore_ = settledText();
     ++userChanges_;
+    if (!waiting_) before_ = textBefore_;
     waiting_ = !isSelector;
     userActing_ = true;
     const struct Reset {
@@ -61,14 +62,38 @@ void Control::userChange(const Handler& change) {
 
 void Control::settled() {
     if (userActing_) return;
+    const int board = stateOf<Speaker>().board;
+    if (board != NoBoard) {
+        board_ = board;
+        unread_ = false;
+        if (waiting_ && !changedFrom_) changedFrom_ = before_;
+        if (changedFrom_ == text()) changedFrom_.reset();
+    }
     waiting_ = false;
-    if (stateOf<Speaker>().isBoard) unread_ = false;
+}
+
+Standing Control::standing() const {
+    if (unread()) return Standing::Unread;
+    if (waiting_) return Standing::Waiting;
+    if (notTaken_) return Standing::NotTaken;
+    return window_ && !window_->oldSince(board_).empty() ? Standing::Old : Standing::Confirmed;
+}
+
+std::string Control::wantedText() const {
+    if (waiting_) return text();
+    return notTaken_ ? notTaken_->wanted : std::string();
+}
+
+void Control::refuse(const std::string& entered) {
+    notTaken_ = NotTaken{.wanted = entered, .isWrongEntry = true};
+    show();
 }
 
 bool Control::actWaits() const { return ActWaits(this); }
 
 void Control::awaitValue() {
     unread_ = standsForValue();
+    changedFrom_.reset();
     if (unread_) show();
 }
 

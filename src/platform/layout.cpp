@@ -78,6 +78,23 @@ void standAll(const Layout& layout, const Frame* frame) {
     for (const Layout& child : layout.children) standAll(child, inner);
 }
 
+void giveFigures(const Layout& layout) {
+    std::vector<Control*> all;
+    eachControl(layout, [&all](Control& control) { all.push_back(&control); });
+    const auto figureAt = [&all](std::size_t at) {
+        auto* const label = at < all.size() ? dynamic_cast<Label*>(all[at]) : nullptr;
+        return label && label->role == Label::Role::Value && !label->bar() ? label : nullptr;
+    };
+    for (std::size_t i = 0; i < all.size(); ++i) {
+        auto* const bar = dynamic_cast<ScrollBar*>(all[i]);
+        if (!bar || bar->figure()) continue;
+        if (Label* const behind = figureAt(i + 1))
+            behind->figureOf(bar);
+        else if (Label* const before = figureAt(i - 1))
+            before->figureOf(bar);
+    }
+}
+
 }  // namespace
 
 std::vector<int> Indexes(int first, int last) {
@@ -99,6 +116,7 @@ Layout Canvas(Picture& picture, const std::vector<std::pair<Control*, std::strin
 void settleLayout(const Layout& layout) {
     standAll(layout, nullptr);
     nameCells(layout, nullptr);
+    giveFigures(layout);
 }
 
 void eachControl(const Layout& layout, const std::function<void(Control&)>& visit) {

@@ -67,7 +67,8 @@ Layout Canvas(Picture& picture, const std::vector<std::pair<Control*, std::strin
 
 /// Tells every control of the tree which frame stands round it and which caption names it, unless the page has named it
 /// already: the caption label before it in its row, or before that row, with the unit label behind it where there is
-/// one; and which captions stand above its column, in a grid whose first row is nothing but captions.
+/// one; and which captions stand above its column, in a grid whose first row is nothing but captions. The value label
+/// right behind a bar is its figure, or else the one right before it.
 void settleLayout(const Layout& layout);
 /// Calls `visit` with every control of the tree.
 void eachControl(const Layout& layout, const std::function<void(Control&)>& visit);

@@ -57,13 +57,19 @@ void Movable::UserRestore(const std::string& held) {
 
 void Movable::preview(long long value) {
     if (!takesActs()) return;
-    if (!isMoving()) stateOf<OpenGestures>().all.push_back(this);
+    open();
     preview_ = bounded(value);
     show();
 }
 
+void Movable::open() {
+    std::vector<Movable*>& all = stateOf<OpenGestures>().all;
+    if (std::find(all.begin(), all.end(), this) == all.end()) all.push_back(this);
+}
+
 void Movable::end() {
     settle_.Enabled = false;
+    stepsOn_ = 0;
     preview_.reset();
     if (stateInForce<OpenGestures>) std::erase(stateOf<OpenGestures>().all, this);
 }
@@ -80,7 +86,15 @@ void Movable::UserStepTo(long long value) {
 
 void Movable::UserStepBy(int amount) { UserStepTo(static_cast<long long>(shownValue()) + amount); }
 
-void Movable::UserSettle() { settle_.Enabled = isMoving(); }
+void Movable::UserStepOn(int amount) {
+    const int times = pace(stepsOn_++);
+    UserHold(static_cast<long long>(shownValue()) + static_cast<long long>(amount) * times);
+}
+
+void Movable::UserSettle() {
+    stepsOn_ = 0;
+    settle_.Enabled = isMoving();
+}
 
 void Movable::UserCommit() {
     if (!isMoving() || MessageIsOpen()) return UserSettle();

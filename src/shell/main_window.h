@@ -19,6 +19,7 @@ class MainWindow : public Control {
 
     Property<std::string> Caption{*this, {}};
     StatusBar StatusBar1;
+    LineStatus Line;
 
     /// The entries of the menu bar are its items.
     MenuItem& menuBar() { return menuBar_; }

@@ -22,6 +22,8 @@ struct ChangeState;
 struct RecheckState;
 struct LeavingState;
 struct PageState;
+struct FirstValuesState;
+struct SilenceState;
 struct History;
 struct ConfigurationState;
 struct RegistryState;
@@ -58,6 +60,8 @@ struct Session {
     Module<IndexState> indexFiles;
     Module<History> history;
     Module<BoardsOnTheLine> boards;
+    Module<FirstValuesState> firstValues;
+    Module<SilenceState> silence;
     Module<PageState> pages;
     // shell
     Module<ConfigurationState> configuration;

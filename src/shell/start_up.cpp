@@ -18,6 +18,7 @@
 #include "shell/frm_ser.h"
 #include "shell/language_menu.h"
 #include "shell/line_attendant.h"
+#include "shell/line_status.h"
 #include "shell/main_window.h"
 #include "shell/session.h"
 #include "shell/windows.h"
@@ -103,6 +104,7 @@ void MDIForm_Load(const std::string& title) {
     FrmSer_Load();
     enableEntries(true);
     MDIForm1().Caption = title;
+    FollowLine();
 }
 
 namespace {
@@ -140,6 +142,7 @@ void StartAnew() {
     Module<BoardsOnTheLine>::renew();
     FrmSer_Identify();
     enableEntries(true);
+    FollowLine();
     tell(&LinkObserver::startedAnew);
 }
 

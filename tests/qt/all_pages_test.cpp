@@ -3,6 +3,7 @@
 #include <QAbstractButton>
 #include <QAccessible>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
 #include <QMessageBox>
@@ -16,6 +17,7 @@
 #include "language/language_files.h"
 #include "qt/views/bar_view.h"
 #include "qt/views/canvas_view.h"
+#include "qt/views/field_view.h"
 #include "qt/views/group_view.h"
 #include "qt/views/label_view.h"
 #include "qt/window/message_boxes.h"
@@ -141,10 +143,10 @@ TEST_F(AllPages, AreWholeInEveryLanguageAndLook) {
             ClosePages();
         }
     }
-    EXPECT_GT(spoken, 5000) << "so much is there to be heard on all pages, languages and looks together";
+    EXPECT_GT(spoken, 4500) << "so much is there to be heard on all pages, languages and looks together";
 }
 
-TEST_F(AllPages, AreReachedWholeByTabAndTakeATypedValueOnADoubleClickOnTheFigureOfEveryBar) {
+TEST_F(AllPages, AreReachedWholeByTabAndTakeATypedValueOnAClickOnTheFigureOfEveryBar) {
     for (const MenuRow& row : rows()) {
         ChildWindow& window = open(row);
         platform.view->activateWindow();
@@ -154,21 +156,22 @@ TEST_F(AllPages, AreReachedWholeByTabAndTakeATypedValueOnADoubleClickOnTheFigure
             const QWidget* focused = QApplication::focusWidget();
             if (!focused || !reached.insert(focused).second) break;
         }
-        std::set<const QWidget*> opened;
-        std::set<const QWidget*> bars;
+        std::set<const QWidget*> withoutField;
         for (const ViewBase* view : viewsOf(window)) {
             QWidget& widget = view->widget();
-            const bool operated = view->span() || view->canPress() || widget.inherits("QLineEdit");
+            const bool isLedByItsField = widget.focusProxy() != nullptr;
+            const bool operated =
+                (view->span() && !isLedByItsField) || view->canPress() || widget.inherits("QLineEdit");
             EXPECT_TRUE(!operated || !widget.isVisible() || !widget.isEnabled() || reached.contains(&widget))
                 << row.page << " " << view->spokenName().toStdString();
-            if (dynamic_cast<const BarView*>(view) && widget.isEnabled()) bars.insert(&widget);
-            const auto* label = dynamic_cast<const LabelView*>(view);
-            if (!label || !label->isFigure()) continue;
-            QTest::mouseDClick(&widget, Qt::LeftButton);
-            if (const auto* typing = dynamic_cast<const BarView*>(QApplication::focusWidget())) opened.insert(typing);
+            if (dynamic_cast<const BarView*>(view) && !isLedByItsField) withoutField.insert(&widget);
+            const auto* field = dynamic_cast<const FieldView*>(view);
+            if (!field || !widget.isEnabled() || field->isReadOnly()) continue;
+            QTest::mouseClick(widget.findChild<QLineEdit*>(), Qt::LeftButton);
+            EXPECT_EQ(QApplication::focusWidget(), &widget) << row.page;
         }
         const bool hasABarThatChooses = row.page == std::string("FrmDosi");
-        EXPECT_EQ(opened.size() + (hasABarThatChooses ? 1 : 0), bars.size()) << row.page;
+        EXPECT_EQ(withoutField.size(), hasABarThatChooses ? 1u : 0u) << row.page;
         ClosePages();
     }
 }

@@ -38,6 +38,12 @@ constexpr int ValveLargeStep = 3;
 constexpr int FirstValveDesignMax = 12;
 constexpr int LaterValveDesignMax = 8;
 
+std::string valveText(std::int64_t valve) {
+    if (valve == FirstBrewerCode || valve == SecondBrewerCode)
+        return valve == FirstBrewerCode ? FrmDosi::FirstBrewerText : FrmDosi::SecondBrewerText;
+    return valve == 0 ? FrmDosi::OffText : std::to_string(valve);
+}
+
 void designStep(ControlArray<ScrollBar, RecipeFields>& bars, ControlArray<Label, RecipeFields>& values,
                 int highestValve) {
     bars[ValveField].design(0, highestValve, ValveLargeStep);
@@ -45,6 +51,7 @@ void designStep(ControlArray<ScrollBar, RecipeFields>& bars, ControlArray<Label,
     for (int field = ValveTimeField; field < RecipeFields; ++field) {
         bars[field].design(0, 255, TimeLargeStep);
         bars[field].scale.decimals = 1;
+        bars[field].scale.unit = "s";
         values[field].showsValue("25.5");
     }
 }
@@ -60,6 +67,7 @@ FrmDosi::FrmDosi() : TablePage("FrmDosi", TitleLine, {}) {
     lblPres.role = Label::Role::Key;
     HScroll7.design(0, RecipeSelections - 1, 3);
     HScroll7.isSelector = true;
+    HScroll1[ValveField].scale.words = valveText;
     HScroll5.design(1, 99, 10);
     Label5[JugCountValue].showsValue("99");
     Label5[FreeCaption].Caption = "bevanda gratis ?";
@@ -86,11 +94,11 @@ FrmDosi::FrmDosi() : TablePage("FrmDosi", TitleLine, {}) {
     Timer3.OnTimer([this] { Timer3_Timer(); });
 }
 
-/// A field is its caption and value with the bar below; time and delay of one device stand side by side.
+/// A field is its caption with the bar and value below; time and delay of one device stand side by side.
 Layout FrmDosi::arrangeStep(int number) {
     Step& shown = step(number);
     const auto fieldCell = [&shown](int field) {
-        return Grid(1, {Row{shown.captions[field], Gap(), shown.values[field]}, shown.bars[field]});
+        return Grid(1, {shown.captions[field], Row{shown.bars[field], shown.values[field]}});
     };
     std::vector<Layout> cells = {fieldCell(ValveField), Gap(), Gap()};
     for (int field = ValveTimeField; field < RecipeFields; field += 2) {

@@ -41,6 +41,12 @@ class FrmDosi : public TablePage {
     Timer Timer1{2000};  ///< milliseconds; ends the wait for a dispense that never starts
     Timer Timer3;        ///< the time of a powder test
 
+    /// How the valves are written in their labels, from which the locks read them back.
+    static constexpr const char* OffText = "OFF";
+    static constexpr const char* NoValveText = "0";
+    static constexpr const char* FirstBrewerText = "FB1";
+    static constexpr const char* SecondBrewerText = "FB2";
+
     Layout Arrange() override;
     void Form_Load() override;
     void Form_Unload() override;
@@ -50,11 +56,6 @@ class FrmDosi : public TablePage {
 
   private:
     static constexpr Setting FirstArgument = master::CommandArgument[0];
-    /// How the valves are written in their labels, from which the locks read them back.
-    static constexpr const char* OffText = "OFF";
-    static constexpr const char* NoValveText = "0";
-    static constexpr const char* FirstBrewerText = "FB1";
-    static constexpr const char* SecondBrewerText = "FB2";
     static constexpr int JugCountValue = 9;  ///< of Label5
 
     struct Step {

@@ -79,13 +79,13 @@ bool FrmDosi::firstValveArrived(ParamValue value) {
     const int shown = clamped(HScroll1[ValveField], value);
     HScroll1[ValveField].Value = shown;
     if (value == FirstBrewerCode || value == SecondBrewerCode) {
-        Label1[ValveField].Caption = value == FirstBrewerCode ? FirstBrewerText : SecondBrewerText;
+        Label1[ValveField].Caption = HScroll1[ValveField].textOf(static_cast<int>(value));
         // Moved here from none in one go, it opens what the valves between would have opened.
         if (EventEdited && !LoadingBar.Visible) UnlockPage();
         LockFirstPowders();
         return false;
     }
-    Label1[ValveField].Caption = shown == 0 ? OffText : std::to_string(shown);
+    Label1[ValveField].Caption = HScroll1[ValveField].textOf(shown);
     if (shown == 0)
         LockFirstStep();
     else

@@ -8,6 +8,7 @@
 #include "link/presence.h"
 #include "link/subscriptions.h"
 #include "link/value_helpers.h"
+#include "pages/common/units.h"
 #include "pages/machine/frm_con_mac_tables.h"
 
 namespace kestrel {
@@ -103,6 +104,7 @@ void FrmConMac::designValveGroup(std::size_t g) {
         group.captions[i].Caption = std::to_string(i + 1);
         group.bars[i].design(0, row.max, row.tenths ? 10 : 1);
         group.bars[i].scale.decimals = row.tenths ? 1 : 0;
+        Measure(group.bars[i], group.values[i], row.settings[i]);
         group.values[i].showsValue(row.tenths ? "25.5" : "255");
     }
     group.bars.OnChange([this, g](int Index) { ValveBar_Change(g, Index); });

@@ -85,7 +85,7 @@ FrmOpzioni::FrmOpzioni() : TablePage("FrmOpzioni", 0, {Subscriptions}) {
         HScroll1[i].design(0, BarRows[static_cast<std::size_t>(i)].max, LargeStep);
         Label10[i].showsValue("255");
     }
-    for (TextBox& box : Text1) box.maxLength = TypedAtMost;
+    for (int i = 0; i < Fields; ++i) DesignNumber(Text1[i], FieldRows[static_cast<std::size_t>(i)].field, TypedAtMost);
     constexpr std::array<const char*, Boards> boardNames = {"Master", "Alder", "Cedar"};
     for (int board = 0; board < Boards; ++board) {
         Label2[2 * board].Caption = "On";

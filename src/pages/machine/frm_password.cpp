@@ -31,7 +31,7 @@ FrmPassword::FrmPassword() : TablePage("FrmPassword", TitleLine, {Subscriptions}
     for (int i = 0; i < Codes; ++i) {
         const CodeRow& row = CodeRows[static_cast<std::size_t>(i)];
         caption(Label1[i].Caption, row.line);
-        Text1[i].maxLength = TypedAtMost;
+        DesignNumber(Text1[i], row.field, TypedAtMost);
         whenComes(row.field.setting, [&box = Text1[i]](ParamValue value) { box.Text = std::to_string(value); });
     }
     Text1.OnKeyPress([this](int Index, int KeyAscii) { Text1_KeyPress(Index, KeyAscii); });

@@ -7,6 +7,7 @@
 
 #include "qt/style/drawing.h"
 #include "qt/style/scroll_bar_style.h"
+#include "qt/style/spin_box_style.h"
 #include "qt/window/message_signs.h"
 #include "qt/window/title_bar_style.h"
 
@@ -16,6 +17,8 @@ namespace {
 
 /// Least height of what can be pressed, chosen or typed in.
 constexpr int TargetHeight = 32;
+constexpr int FirstRepeatMs = 400;  ///< that an end is held before it steps on
+constexpr int NextRepeatMs = 40;
 
 /// The shape of a button or box stands a little inside its target, so that neighbours do not touch.
 QRectF shapeIn(const QStyleOption& option) { return QRectF(option.rect).adjusted(3, 3, -3, -3); }
@@ -64,7 +67,8 @@ void LookStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opti
             drawButton(*option, *painter);
             break;
         case PE_PanelLineEdit:
-            drawBox(*option, *painter);
+            // The one in a field has the field's own box round it.
+            if (!widget || !qobject_cast<const QAbstractSpinBox*>(widget->parentWidget())) drawBox(*option, *painter);
             break;
         case PE_FrameLineEdit:
             break;
@@ -96,11 +100,13 @@ void LookStyle::drawComplexControl(ComplexControl control, const QStyleOptionCom
                                    const QWidget* widget) const {
     const auto* bar = qstyleoption_cast<const QStyleOptionSlider*>(option);
     const auto* title = qstyleoption_cast<const QStyleOptionTitleBar*>(option);
-    if ((control != CC_ScrollBar || !bar) && (control != CC_TitleBar || !title))
+    const auto* field = qstyleoption_cast<const QStyleOptionSpinBox*>(option);
+    if ((control != CC_ScrollBar || !bar) && (control != CC_TitleBar || !title) && (control != CC_SpinBox || !field))
         return QProxyStyle::drawComplexControl(control, option, painter, widget);
     painter->save();
     painter->setRenderHint(QPainter::Antialiasing);
     if (bar) drawScrollBar(*bar, *painter);
+    if (field) drawSpinBox(*field, *painter, widget);
     if (title) drawTitleBar(*title, *painter, *this, widget);
     painter->restore();
 }
@@ -108,7 +114,11 @@ void LookStyle::drawComplexControl(ComplexControl control, const QStyleOptionCom
 QRect LookStyle::subControlRect(ComplexControl control, const QStyleOptionComplex* option, SubControl part,
                                 const QWidget* widget) const {
     const auto* bar = qstyleoption_cast<const QStyleOptionSlider*>(option);
-    if (control == CC_ScrollBar && bar) return scrollBarPart(*bar, part);
+    if (control == CC_ScrollBar && bar)
+        return widget && widget->objectName() == QLatin1String(BarWithEnds) ? barPart(*bar, part, *widget)
+                                                                            : scrollBarPart(*bar, part);
+    if (const auto* field = qstyleoption_cast<const QStyleOptionSpinBox*>(option); control == CC_SpinBox && field)
+        return spinBoxPart(*field, part, widget);
     return QProxyStyle::subControlRect(control, option, part, widget);
 }
 
@@ -163,6 +173,12 @@ int LookStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidg
             return 0;
         case SH_UnderlineShortcut:
             return 1;
+        case SH_DialogButtonBox_ButtonsHaveIcons:
+            return 0;
+        case SH_SpinBox_ClickAutoRepeatThreshold:
+            return FirstRepeatMs;
+        case SH_SpinBox_ClickAutoRepeatRate:
+            return NextRepeatMs;
         default:
             return QProxyStyle::styleHint(hint, option, widget, returned);
     }

@@ -50,9 +50,9 @@ void LabelView::showState() {
 }
 
 /// A value that no board should have may be too long for its place, where it is drawn cut off.
-QString LabelView::ownToolTip() const {
+QString LabelView::ownTip() const {
     const bool isCutOff = isFigure() && !unread() && figuresWidth(fontMetrics(), text_) > widestFigures();
-    return isCutOff ? text_ : ViewBase::ownToolTip();
+    return isCutOff ? text_ : ViewBase::ownTip();
 }
 
 int LabelView::widestFigures() const {
@@ -72,7 +72,7 @@ QSize LabelView::sizeHint() const {
 }
 
 QColor LabelView::ink() const {
-    if (unread()) return colors().quietText;
+    if (isFigure() && standing() != Standing::Confirmed) return standingColor(*this);
     if (chosen_ && isEnabled()) return colors().onAccent;
     if (!isEnabled() || foreColor_ == Label::DefaultColor) return textColor(*this);
     // The pure colours of lamps and warnings are the look's own ones.
@@ -105,6 +105,7 @@ void LabelView::paintEvent(QPaintEvent* /*event*/) {
         brush.setFont(underlined);
     }
     if (isFigure()) {
+        if (old()) brush.setFont(oldFont(font()));
         drawFigures(brush, rect(), unread() ? dash() : fontMetrics().elidedText(text_, Qt::ElideLeft, width()));
     } else {
         brush.drawText(rect(), static_cast<int>(canPress() ? Qt::AlignCenter : Qt::AlignLeft | Qt::AlignVCenter),

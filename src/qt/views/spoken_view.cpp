@@ -81,7 +81,7 @@ QAccessible::State SpokenView::state() const {
         state.checked = *checked;
     }
     state.readOnly = !view_.span() && !view_.canPress();
-    state.busy = view_.unread() || view_.waiting();
+    state.busy = view_.unread() || view_.standing() == Standing::Waiting;
     return state;
 }
 

@@ -30,6 +30,11 @@ class TextBoxView : public View<TextBox, QLineEdit> {
 
   private:
     void showModel();
+    /// As the model stands, or with both figures of a change that has no answer or came to nothing.
+    QString shownText() const;
+    void typed(const QString& text);
+    void showColor(const QColor& ink);
+    void explain(Objection objection);
     /// Tells the page, once, that the user has left the box.
     void leave();
     /// Hands the typed text over, then tells the page what the user did.

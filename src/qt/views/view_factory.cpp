@@ -5,6 +5,7 @@
 #include "qt/views/bar_view.h"
 #include "qt/views/button_view.h"
 #include "qt/views/canvas_view.h"
+#include "qt/views/field_view.h"
 #include "qt/views/group_view.h"
 #include "qt/views/label_view.h"
 #include "qt/views/lamp_view.h"
@@ -31,8 +32,15 @@ ViewBase* make(Control& control) {
     return model ? new Widget(*model) : nullptr;
 }
 
+/// The figure of a bar is where the bar's value is entered.
+ViewBase* makeLabel(Control& control) {
+    auto* label = dynamic_cast<Label*>(&control);
+    if (!label) return nullptr;
+    return label->bar() ? static_cast<ViewBase*>(new FieldView(*label)) : new LabelView(*label);
+}
+
 constexpr Maker Kinds[] = {
-    make<Label, LabelView>,
+    makeLabel,
     make<ScrollBar, BarView>,
     make<Frame, GroupView>,
     make<CommandButton, ButtonView>,

@@ -9,6 +9,7 @@
 #include "qt/io/text.h"
 #include "qt/window/page_area.h"
 #include "qt/window/page_view.h"
+#include "qt/window/words.h"
 
 namespace kestrel::qt {
 
@@ -25,9 +26,8 @@ ChildWindow::ChildWindow(Window& model, PageArea& area) : model_(&model), area_(
     area.addSubWindow(this);
     hide();
     model.bind(this);
-    setWindowTitle(toQt(model.Caption));
+    controlChanged();
     fit();
-    place();
 }
 
 ChildWindow::~ChildWindow() {
@@ -61,11 +61,14 @@ void ChildWindow::dismiss() {
 }
 
 void ChildWindow::controlChanged() {
-    const QString title = toQt(model_->Caption);
+    QString title = toQt(model_->Caption);
+    if (const std::string& since = model_->oldSince(); !since.empty())
+        title += QStringLiteral(" – ") + word(Word::ValuesFrom).arg(toQt(since));
     if (windowTitle() != title) {
         setWindowTitle(title);
         fit();
     }
+    showPageHead(page_, *model_);
     page_->setEnabled(!model_->closing());
     place();
 }

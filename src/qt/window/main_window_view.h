@@ -13,6 +13,7 @@
 #include "qt/window/page_area.h"
 #include "qt/window/page_commands.h"
 #include "qt/window/page_tabs.h"
+#include "qt/window/start_page.h"
 #include "qt/window/status_bar_view.h"
 #include "qt/window/window_list.h"
 #include "shell/main_window.h"
@@ -49,6 +50,7 @@ class MainWindowView : public QMainWindow, public ControlView {
     void closeEvent(QCloseEvent* event) override;
 
   private:
+    void renamed();
     void activated(QMdiSubWindow* child);
     void closePages();
 
@@ -57,6 +59,7 @@ class MainWindowView : public QMainWindow, public ControlView {
     PageArea* area_;
     MenuView menu_;
     StatusBarView status_;
+    StartPage* start_;
     WindowList windowList_;
     PageTabs* tabs_;
     PageCommands commands_;

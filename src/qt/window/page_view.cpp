@@ -14,10 +14,12 @@
 #include "qt/views/aligned_grid.h"
 #include "qt/views/bar_view.h"
 #include "qt/views/canvas_view.h"
+#include "qt/views/field_view.h"
 #include "qt/views/group_view.h"
 #include "qt/views/label_view.h"
 #include "qt/views/view_factory.h"
 #include "qt/window/focus_keeper.h"
+#include "qt/window/page_head.h"
 
 namespace kestrel::qt {
 
@@ -49,28 +51,10 @@ class PageContents : public QWidget {
         }
         return QWidget::event(event);
     }
-    /// A click beside the controls leaves the one that has the focus. Not by the policy: the focus of a page that opens
-    /// belongs to its first control.
+    /// A click beside the controls leaves the one that has the focus.
     void mousePressEvent(QMouseEvent* event) override {
         setFocus(Qt::MouseFocusReason);
         QWidget::mousePressEvent(event);
-    }
-    /// On the value of a bar: the bar takes a typed one.
-    void mouseDoubleClickEvent(QMouseEvent* event) override {
-        const QWidget* under = childAt(event->position().toPoint());
-        for (std::size_t i = 0; i < views.size(); ++i)
-            if (&views[i]->widget() == under)
-                if (BarView* bar = barOfFigure(i)) return bar->beginTyping();
-        QWidget::mouseDoubleClickEvent(event);
-    }
-
-  private:
-    /// A page puts the value of a bar right behind the bar, or above it and so right before.
-    BarView* barOfFigure(std::size_t at) const {
-        const auto* label = dynamic_cast<const LabelView*>(views[at]);
-        if (!label || !label->isFigure()) return nullptr;
-        auto* const before = at > 0 ? dynamic_cast<BarView*>(views[at - 1]) : nullptr;
-        return before || at + 1 == views.size() ? before : dynamic_cast<BarView*>(views[at + 1]);
     }
 };
 
@@ -83,13 +67,21 @@ class PageView : public QScrollArea {
         const bool anyFocus = std::any_of(contents_->views.begin(), contents_->views.end(), [](const ViewBase* view) {
             return view->widget().focusPolicy() & Qt::TabFocus;
         });
-        // A page without anything to operate takes the focus itself, so that it can be scrolled by keys.
+        // A page without anything to operate takes the focus itself, so that it can be scrolled by keys. Else what
+        // stands behind the controls has it when the page opens, so that no key reaches a setting unasked.
         setFocusPolicy(anyFocus ? Qt::NoFocus : Qt::StrongFocus);
+        if (anyFocus) contents_->setFocusPolicy(Qt::ClickFocus);
+        if (anyFocus) contents_->setFocus();
     }
     QSize sizeHint() const override { return contents_->sizeHint(); }
     PageContents& contents() { return *contents_; }
+    PageHead& head() { return *head_; }
 
   protected:
+    void resizeEvent(QResizeEvent* event) override {
+        QScrollArea::resizeEvent(event);
+        head_->setGeometry(0, 0, width(), PageHead::Height);
+    }
     void focusInEvent(QFocusEvent* event) override {
         if (parentWidget()) setAccessibleName(parentWidget()->windowTitle());
         QScrollArea::focusInEvent(event);
@@ -97,6 +89,7 @@ class PageView : public QScrollArea {
 
   private:
     PageContents* contents_;
+    PageHead* head_ = new PageHead(*this);
 };
 
 bool grows(const QWidget& widget, Qt::Orientation direction) {
@@ -116,7 +109,8 @@ Qt::Alignment standing(const QWidget& widget, bool inRow) {
     Qt::Alignment result;
     const bool group = dynamic_cast<const GroupView*>(&widget) != nullptr;
     if (!grows(widget, Qt::Vertical) && !(group && inRow)) result |= widget.layout() ? Qt::AlignTop : Qt::AlignVCenter;
-    if (const auto* label = dynamic_cast<const LabelView*>(&widget); label && label->isFigure())
+    const auto* label = dynamic_cast<const LabelView*>(&widget);
+    if ((label && label->isFigure()) || dynamic_cast<const FieldView*>(&widget))
         result |= Qt::AlignRight;
     else if (!group && !holdsGroups(widget) && !grows(widget, Qt::Horizontal))
         result |= Qt::AlignLeft;
@@ -125,6 +119,11 @@ Qt::Alignment standing(const QWidget& widget, bool inRow) {
 
 bool isGrid(const Layout& layout) { return layout.kind == Layout::Kind::Grid; }
 bool isColumn(const Layout& layout) { return layout.kind == Layout::Kind::Column; }
+bool isGap(const Layout& layout) {
+    // A bar that is too wide for a trough is its field alone.
+    const auto* bar = dynamic_cast<const ScrollBar*>(layout.control);
+    return layout.kind == Layout::Kind::Gap || (bar && bar->isWide() && bar->figure());
+}
 bool isCell(const Layout& layout) { return layout.kind == Layout::Kind::Control || layout.kind == Layout::Kind::Gap; }
 
 bool allOf(const Layout& layout, bool (*is)(const Layout&)) {
@@ -179,10 +178,8 @@ class Builder {
         else
             lines->setSpacing(allOf(layout, isLine) ? 0 : Spacing);
         for (const Layout& child : layout.children) {
-            if (child.kind == Layout::Kind::Gap) {
-                lines->addStretch(1);
-                continue;
-            }
+            if (child.kind == Layout::Kind::Gap) lines->addStretch(1);
+            if (isGap(child)) continue;
             GridStacks own;  // what stands side by side is not in line with what stands above
             QWidget* cell = build(child, inRow ? own : stacks);
             lines->addWidget(cell, 0, standing(*cell, inRow));
@@ -204,7 +201,7 @@ class Builder {
         cells->setHorizontalSpacing(composed ? ListSpacing : any(isGrid) ? FieldSpacing : Spacing);
         cells->setVerticalSpacing(composed ? Spacing : 0);
         for (std::size_t i = 0; i < layout.children.size(); ++i) {
-            if (layout.children[i].kind == Layout::Kind::Gap) continue;
+            if (isGap(layout.children[i])) continue;
             const int column = static_cast<int>(i) % columns;
             GridStacks own;
             QWidget* cell = build(layout.children[i], own);
@@ -232,6 +229,17 @@ class Builder {
     }
 };
 
+/// A bar hands the keys to the field that stands beside it.
+void joinFields(const std::vector<ViewBase*>& views, bool isSheet) {
+    for (ViewBase* view : views) {
+        auto* const field = dynamic_cast<FieldView*>(view);
+        if (!field) continue;
+        if (isSheet) field->goesOnByEnter();
+        for (ViewBase* other : views)
+            if (auto* const bar = dynamic_cast<BarView*>(other); bar && bar->isBarOf(*field)) bar->setFocusProxy(field);
+    }
+}
+
 }  // namespace
 
 QWidget* buildPage(Window& window) {
@@ -245,8 +253,13 @@ QWidget* buildPage(Window& window) {
     QWidget* root = builder.build(layout, stacks);
     column->addWidget(root, 1, grows(*root, Qt::Vertical) ? Qt::Alignment() : Qt::AlignTop);
     contents->views = std::move(builder.views);
+    joinFields(contents->views, window.isSheet);
     for (ViewBase* view : contents->views) contents->focus.watch(view->widget());
     return new PageView(std::move(contents));
+}
+
+void showPageHead(QWidget* page, const Window& window) {
+    static_cast<PageView*>(page)->head().show(window.FirstValues, !window.oldSince().empty());
 }
 
 void dropTyping(QWidget* page) {
