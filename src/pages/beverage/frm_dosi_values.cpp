@@ -85,7 +85,7 @@ bool FrmDosi::firstValveArrived(ParamValue value) {
         LockFirstPowders();
         return false;
     }
-    Label1[ValveField].Caption = HScroll1[ValveField].textOf(shown);
+    Label1[ValveField].Caption = shown == 0 ? OffText : std::to_string(shown);
     if (shown == 0)
         LockFirstStep();
     else

@@ -160,6 +160,7 @@ class Builder {
         return nullptr;
     }
     std::vector<ViewBase*> views;
+    std::vector<FieldView*> sheet;  ///< the fields of grids, column by column
 
   private:
     ViewBase& viewOf(Control& control) {
@@ -200,14 +201,20 @@ class Builder {
         const bool composed = any(isColumn);
         cells->setHorizontalSpacing(composed ? ListSpacing : any(isGrid) ? FieldSpacing : Spacing);
         cells->setVerticalSpacing(composed ? Spacing : 0);
+        std::vector<std::vector<FieldView*>> fieldsOf(static_cast<std::size_t>(columns));
         for (std::size_t i = 0; i < layout.children.size(); ++i) {
             if (isGap(layout.children[i])) continue;
             const int column = static_cast<int>(i) % columns;
             GridStacks own;
+            const std::size_t first = views.size();
             QWidget* cell = build(layout.children[i], own);
+            auto& fields = fieldsOf[static_cast<std::size_t>(column)];
+            for (std::size_t at = first; at < views.size(); ++at)
+                if (auto* const field = dynamic_cast<FieldView*>(views[at])) fields.push_back(field);
             cells->addWidget(cell, static_cast<int>(i) / columns, column, standing(*cell, true));
             if (grows(*cell, Qt::Horizontal)) cells->setColumnStretch(column, 1000);
         }
+        for (const auto& fields : fieldsOf) sheet.insert(sheet.end(), fields.begin(), fields.end());
         // What the cells have no use for stays at the end of the rows.
         cells->setColumnStretch(columns, 1);
         return widget;
@@ -230,13 +237,20 @@ class Builder {
 };
 
 /// A bar hands the keys to the field that stands beside it.
-void joinFields(const std::vector<ViewBase*>& views, bool isSheet) {
+void joinFields(const std::vector<ViewBase*>& views) {
     for (ViewBase* view : views) {
         auto* const field = dynamic_cast<FieldView*>(view);
         if (!field) continue;
-        if (isSheet) field->goesOnByEnter();
         for (ViewBase* other : views)
             if (auto* const bar = dynamic_cast<BarView*>(other); bar && bar->isBarOf(*field)) bar->setFocusProxy(field);
+    }
+}
+
+/// Tab and Enter go down the columns.
+void goDown(const std::vector<FieldView*>& sheet) {
+    for (std::size_t i = 0; i < sheet.size(); ++i) {
+        sheet[i]->goesOnByEnter();
+        if (i > 0) QWidget::setTabOrder(sheet[i - 1], sheet[i]);
     }
 }
 
@@ -253,7 +267,8 @@ QWidget* buildPage(Window& window) {
     QWidget* root = builder.build(layout, stacks);
     column->addWidget(root, 1, grows(*root, Qt::Vertical) ? Qt::Alignment() : Qt::AlignTop);
     contents->views = std::move(builder.views);
-    joinFields(contents->views, window.isSheet);
+    joinFields(contents->views);
+    if (window.isSheet) goDown(builder.sheet);
     for (ViewBase* view : contents->views) contents->focus.watch(view->widget());
     return new PageView(std::move(contents));
 }
