@@ -91,6 +91,7 @@ bool Control::actWaits() const { return ActWaits(this); }
 void Control::awaitValue() {
     unread_ = valueProperty() && !isSelector && !standsForNoValue;
     changedFrom_.reset();
+    if (unread_) board_ = NoBoard;
     if (unread_) show();
 }
 

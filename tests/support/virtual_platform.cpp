@@ -220,6 +220,11 @@ void VirtualPlatform::BusyWait(int milliseconds) {
     serial_->findsLoss();
 }
 
+LocalTime VirtualPlatform::localTime() const {
+    const auto minutes = static_cast<int>(now_ / 60'000'000);
+    return {2024, 1, 1, (10 + minutes / 60) % 24, minutes % 60};
+}
+
 std::unique_ptr<SerialControl> VirtualPlatform::makeSerialControl() { return std::make_unique<VirtualSerial>(*this); }
 
 std::string VirtualPlatform::portTrouble(int port, PortTrouble trouble) {

@@ -77,6 +77,8 @@ class VirtualPlatform : public Platform {
     std::unique_ptr<TimerBackend> makeTimer(std::function<void()> onExpiry) override;
     void PumpEvents() override;
     void BusyWait(int milliseconds) override;
+    /// The first minute of the run is 10:00 on 1 January 2024.
+    LocalTime localTime() const override;
     std::unique_ptr<SerialControl> makeSerialControl() override;
     std::string portDevice(int port) override { return "/dev/port" + std::to_string(port); }
     std::string portTrouble(int port, PortTrouble trouble) override;
