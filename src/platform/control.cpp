@@ -94,6 +94,7 @@ bool Control::actWaits() const { return ActWaits(this); }
 void Control::awaitValue() {
     unread_ = standsForValue();
     changedFrom_.reset();
+    if (unread_) board_ = NoBoard;
     if (unread_) show();
 }
 

@@ -8,7 +8,7 @@ void Window::setOldSince(int board, const std::string& time) {
     oldSince_[board] = time;
     oldHere_.clear();
     eachControl(Arrange(), [this](Control& control) {
-        if (control.standing() == Standing::Old) oldHere_ = oldSince(control.board());
+        if (const std::string& since = oldSince(control.board()); !since.empty()) oldHere_ = since;
         control.followBoard();
     });
     show();

@@ -213,7 +213,6 @@ void VirtualPlatform::PumpEvents() {
     if (!step()) throw std::logic_error("The program waits, and nothing will ever happen");
 }
 
-/// The run begins at ten in the morning.
 LocalTime VirtualPlatform::localTime() const {
     constexpr Micros Minute = 60'000'000;
     const auto minutes = static_cast<int>(10 * 60 + now_ / Minute);

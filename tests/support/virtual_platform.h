@@ -78,6 +78,7 @@ class VirtualPlatform : public Platform {
     std::unique_ptr<TimerBackend> makeTimer(std::function<void()> onExpiry) override;
     void PumpEvents() override;
     void BusyWait(int milliseconds) override;
+    /// A run begins at 10:00.
     LocalTime localTime() const override;
     std::unique_ptr<SerialControl> makeSerialControl() override;
     std::string portDevice(int port) override { return "/dev/port" + std::to_string(port); }

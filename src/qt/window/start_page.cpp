@@ -16,7 +16,8 @@ namespace {
 
 constexpr int Columns = 4;
 constexpr int TargetHeight = 40;
-constexpr int ColumnWidth = 260;
+constexpr int NarrowestColumn = 190;
+constexpr int WidestColumn = 280;
 constexpr int Space = 16;
 
 QFont boldOf(QFont font) {
@@ -27,7 +28,7 @@ QFont boldOf(QFont font) {
 bool opensPage(const MenuItem& entry) {
     const auto& tree = MenuTree();
     return std::any_of(tree.begin(), tree.end(),
-                       [&entry](const MenuRow& row) { return row.page && row.name == entry.name(); });
+                       [&entry](const MenuRow& row) { return row.page && row.line > 0 && row.name == entry.name(); });
 }
 
 }  // namespace
@@ -47,7 +48,8 @@ StartPage::StartPage(MainWindow& model, QWidget& area) : QScrollArea(&area), mod
     refresh();
 }
 
-/// A block for each menu that has pages of its own; menus below it follow as blocks of theirs.
+/// A block for each menu that has pages of its own; menus below it follow as blocks of theirs. Pages that stand in the
+/// menu bar itself come last.
 void StartPage::fill(MenuItem& group, std::vector<QWidget*>& blocks) {
     auto* block = new QWidget;
     auto* lines = new QVBoxLayout(block);
@@ -71,38 +73,43 @@ void StartPage::fill(MenuItem& group, std::vector<QWidget*>& blocks) {
     }
     const bool isEmpty = lines->count() == (&group == &model_.menuBar() ? 0 : 1);
     if (isEmpty && &group != &model_.menuBar()) headings_.pop_back();
+    const bool isRoot = &group == &model_.menuBar();
+    if (isRoot) blocks.insert(blocks.end(), below.begin(), below.end());
     isEmpty ? delete block : blocks.push_back(block);
-    blocks.insert(blocks.end(), below.begin(), below.end());
+    if (!isRoot) blocks.insert(blocks.end(), below.begin(), below.end());
 }
 
-/// In as many columns, each block in the one that is shortest so far.
+/// In columns of about the same height, in the order of the menus.
 void StartPage::layOut(const std::vector<QWidget*>& blocks) {
     auto* contents = new QWidget;
-    contents->setAutoFillBackground(false);
     auto* all = new QVBoxLayout(contents);
     all->addWidget(line_);
     auto* row = new QHBoxLayout;
     row->setSpacing(Space);
     std::vector<QVBoxLayout*> columns;
-    std::vector<int> heights(Columns, 0);
     for (int i = 0; i < Columns; ++i) {
         auto* column = new QWidget;
-        column->setMaximumWidth(ColumnWidth);
+        column->setMinimumWidth(NarrowestColumn);
+        column->setMaximumWidth(WidestColumn);
         columns.push_back(new QVBoxLayout(column));
         columns.back()->setContentsMargins(0, 0, 0, 0);
         columns.back()->setSpacing(Space);
-        row->addWidget(column);
+        row->addWidget(column, 1);
     }
-    row->addStretch(1);
+    int whole = 0;
+    for (const QWidget* block : blocks) whole += block->sizeHint().height() + Space;
+    int above = 0;
     for (QWidget* block : blocks) {
-        const auto shortest = std::min_element(heights.begin(), heights.end());
-        columns[static_cast<std::size_t>(shortest - heights.begin())]->addWidget(block);
-        *shortest += block->sizeHint().height() + Space;
+        const int height = block->sizeHint().height() + Space;
+        columns[static_cast<std::size_t>(std::min(Columns - 1, (above + height / 2) * Columns / whole))]->addWidget(
+            block);
+        above += height;
     }
     for (QVBoxLayout* column : columns) column->addStretch(1);
     all->addLayout(row);
     all->addStretch(1);
     setWidget(contents);
+    contents->setAutoFillBackground(false);  // the toolkit has set it
 }
 
 void StartPage::refresh() {

@@ -75,6 +75,11 @@ class StatusPanelView : public ControlView {
     void showLamp(int picture) {
         if (picture == shownPicture_) return;
         shownPicture_ = picture;
+        // On its own ground: an alarm takes the colour of the bar.
+        QPalette ground = label_->palette();
+        ground.setColor(QPalette::Window, colors().window);
+        label_->setPalette(ground);
+        label_->setAutoFillBackground(true);
         const int side = label_->fontMetrics().height() * 3 / 2;  // to be read at arm's length
         label_->setPixmap(lampPicture(picture).pixmap(QSize(side, side), label_->devicePixelRatioF()));
         nameLamp();
