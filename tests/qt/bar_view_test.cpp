@@ -54,7 +54,7 @@ class Bar : public ViewTest {
     Label caption, value, amount;
     ScrollBar bar, price;
     CommandButton other;
-    TestPage page{[this] { return Row{caption, bar, value, price, amount, other}; }};
+    TestPage page{[this] { return Grid(6, {caption, bar, value, price, amount, other}); }};
     std::vector<int> changes;
     std::vector<std::string> prices;
 };
