@@ -59,6 +59,8 @@ TEST_F(Session, ClosingAPageWithTheFocusInABoxSendsNothing) {
         choose(MDIForm1().entry("smnuPassword"));
         const Page& page = *FindLoadedPage("FrmPassword");
         ASSERT_TRUE(eventually([&] { return page.arrivals() >= FrmPassword::Codes; }));
+        EXPECT_EQ(qobject_cast<QLineEdit*>(QApplication::focusWidget()), nullptr) << "nothing waits for keys yet";
+        QTest::keyClick(&keyboard, Qt::Key_Tab);
         auto* box = qobject_cast<QLineEdit*>(QApplication::focusWidget());
         ASSERT_NE(box, nullptr);
         box->selectAll();
