@@ -45,7 +45,7 @@ TEST_F(Accessibility, SaysWhatWaitsForTheBoard) {
 TEST_F(Accessibility, OperatesTheControls) {
     auto* value = of(controls.Bar[0]).valueInterface();
     ASSERT_NE(value, nullptr);
-    EXPECT_EQ(value->maximumValue().toDouble(), 25.5);
+    EXPECT_DOUBLE_EQ(value->maximumValue().toDouble(), 25.5) << "as it is shown";
     value->setCurrentValue(3.3);
     controls.Bar[0].UserFinish();
     EXPECT_EQ(controls.Bar[0].Value.get(), 33);

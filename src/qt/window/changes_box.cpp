@@ -2,6 +2,7 @@
 #include "qt/window/changes_box.h"
 
 #include <QHeaderView>
+#include <QShortcut>
 #include <QVBoxLayout>
 
 #include "link/history.h"
@@ -55,6 +56,8 @@ ChangesBox::ChangesBox(QWidget* parent)
     connect(putBack_, &QPushButton::clicked, this, [this] { putChosenBack(); });
     connect(list_, &QTreeWidget::itemSelectionChanged, this,
             [this] { putBack_->setEnabled(!list_->selectedItems().isEmpty()); });
+    const auto* back = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_Z), this);
+    connect(back, &QShortcut::activated, this, [] { deliver(PutBackLast); });
     resize(UsualSize);
     OnHistory([this] { showChanges(); });
     showChanges();

@@ -7,7 +7,7 @@
 #include <algorithm>
 #include <vector>
 
-#include "qt/views/group_view.h"
+#include "platform/basic_controls.h"
 #include "qt/views/spoken_view.h"
 
 namespace kestrel::qt {
@@ -76,7 +76,9 @@ void focusNextGroup(QWidget& page, bool forward) {
     std::size_t here = 0;
     const QWidget* const focused = page.window()->focusWidget();
     bool isInside = false;
-    for (GroupView* group : page.findChildren<GroupView*>()) {
+    for (const QWidget* group : page.findChildren<QWidget*>()) {
+        const auto* view = dynamic_cast<const ViewBase*>(group);
+        if (!view || !dynamic_cast<const Frame*>(view->shown())) continue;
         QWidget* const start = firstToWork(*group);
         if (!start || (!starts.empty() && starts.back() == start)) continue;
         if (focused && group->isAncestorOf(focused)) {

@@ -20,7 +20,7 @@ PageTabs::PageTabs(PageArea& area) : area_(area), tabs_(new QTabBar(this)) {
     connect(&area, &QMdiArea::subWindowActivated, this, [this] { followSoon(); });
     connect(tabs_, &QTabBar::currentChanged, this, [this](int tab) {
         QMdiSubWindow* const chosen = windows_.value(tab);
-        if (isFollowing_ || !chosen) return;
+        if (isFollowing_ || !chosen || !area_.subWindowList().contains(chosen)) return;  // it is about to go
         if (chosen->isMinimized()) chosen->showNormal();
         area_.setActiveSubWindow(chosen);
     });
