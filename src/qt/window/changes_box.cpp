@@ -8,6 +8,7 @@
 #include "link/history.h"
 #include "qt/io/deliver.h"
 #include "qt/io/text.h"
+#include "qt/views/view.h"
 #include "qt/window/access_words.h"
 #include "qt/window/words.h"
 #include "shell/put_back.h"
@@ -74,6 +75,7 @@ void ChangesBox::showChanges() {
     for (auto change = all.rbegin(); change != all.rend(); ++change) {
         auto* item = new QTreeWidgetItem(list_, rowOf(*change));
         item->setData(0, Qt::UserRole, change->number);
+        item->setSizeHint(0, QSize(0, rowHeight(*list_)));
         if (change->number == chosen || (chosen == 0 && change == all.rbegin())) list_->setCurrentItem(item);
     }
     for (int i = 0; i + 1 < list_->columnCount(); ++i) list_->resizeColumnToContents(i);

@@ -6,6 +6,7 @@
 
 #include "qt/io/deliver.h"
 #include "qt/io/text.h"
+#include "qt/views/view.h"
 #include "qt/window/access_words.h"
 
 namespace kestrel::qt {
@@ -66,10 +67,9 @@ void SearchBox::showMatches() {
     found_ = Matching(all_, line_->text().toStdString());
     list_->clear();
     for (const Findable& each : found_) list_->addItem(lineOf(each));
-    if (found_.empty())
-        list_->addItem(accessWord(AccessWord::NothingFound));
-    else
-        list_->setCurrentRow(0);
+    if (found_.empty()) list_->addItem(accessWord(AccessWord::NothingFound));
+    for (int row = 0; row < list_->count(); ++row) list_->item(row)->setSizeHint(QSize(0, rowHeight(*list_)));
+    if (!found_.empty()) list_->setCurrentRow(0);
 }
 
 void SearchBox::open() {
