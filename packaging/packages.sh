@@ -7,7 +7,8 @@ kestrel_packages=(
     libgtest-dev
     at-spi2-core dbus xvfb
 )
-kestrel_check_packages=(clang-format clang-tidy)
+kestrel_check_packages=(clang-format clang-tidy desktop-file-utils appstream)
+kestrel_package_packages=(dpkg-dev lintian)
 
 fail() {
     echo "$(basename "$0"): $*" >&2
