@@ -21,6 +21,7 @@ suite=$(. /etc/os-release && echo "${VERSION_CODENAME:-}")
 [ -n "$mirror" ] && [ -n "$suite" ] || skip 'this system does not say where its packages come from'
 
 system=$(mktemp -d)
+chmod 755 "$system"
 leave() {
     for place in proc dev/pts dev; do ! mountpoint -q "$system/$place" || umount "$system/$place"; done
     rm -rf --one-file-system "$system"
