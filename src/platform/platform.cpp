@@ -46,8 +46,7 @@ void EndProcess(int status) {
 
 LocalTime Platform::localTime() const {
     const std::time_t now = std::time(nullptr);
-    std::tm parts{};
-    localtime_r(&now, &parts);
+    const std::tm parts = *std::localtime(&now);  // there is one thread
     return {parts.tm_year + 1900, parts.tm_mon + 1, parts.tm_mday, parts.tm_hour, parts.tm_min};
 }
 

@@ -54,8 +54,8 @@ TEST(ConfigurationFile, SettlesPortAndLanguageAlsoWhereItCannotBeSaved) {
             for (int port = 1; port <= 4; ++port) world.platform.lines[port] = &world.line;
             if (the.own) world.platform.put("kestrel.ini", the.own);
             if (the.family) world.platform.files[Family] = the.family;
-            const std::string own = (world.platform.directory / "kestrel.ini").string();
-            if (!canBeSaved) world.platform.unwritable = {world.platform.directory.string(), own};
+            const std::string own = (world.platform.directory / "kestrel.ini").generic_string();
+            if (!canBeSaved) world.platform.unwritable = {world.platform.directory.generic_string(), own};
             MDIForm_Load("Kestrel");
             EXPECT_EQ(Link().ComPort, the.port);
             EXPECT_TRUE(MDIForm1().mnuCox(the.port).Checked);

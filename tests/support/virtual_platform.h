@@ -68,8 +68,10 @@ class VirtualPlatform : public Platform {
     std::filesystem::path usersDirectory;  ///< of an installed program, for its configuration; empty: it is portable
     /// Brings in the index and language files of a real directory.
     void install(const std::filesystem::path& realDirectory);
-    void put(const std::string& name, const std::string& content) { files[(directory / name).string()] = content; }
-    const std::string& file(const std::string& name) const { return files.at((directory / name).string()); }
+    void put(const std::string& name, const std::string& content) {
+        files[(directory / name).generic_string()] = content;
+    }
+    const std::string& file(const std::string& name) const { return files.at((directory / name).generic_string()); }
 
     std::vector<std::string> started;  ///< programs that were started
     bool launcherIsThere = true;
