@@ -36,22 +36,10 @@ bool isNamed(const Control& control) {
     return label->role == Label::Role::Value && !label->standsForNoValue;
 }
 
-/// A figure stands right behind its bar, or else right before it; the bar of each.
-std::map<const Control*, const Control*> barsByFigure(const std::vector<Control*>& all) {
-    std::map<const Control*, const Control*> bars;
-    const auto take = [&](std::size_t at, const Control* bar) {
-        const auto* label = at < all.size() ? dynamic_cast<const Label*>(all[at]) : nullptr;
-        return label && label->role == Label::Role::Value && bars.emplace(label, bar).second;
-    };
-    for (std::size_t i = 0; i < all.size(); ++i)
-        if (dynamic_cast<const ScrollBar*>(all[i]) && !take(i + 1, all[i]) && i > 0) take(i - 1, all[i]);
-    return bars;
-}
-
-std::vector<Control*> controlsOf(Window& page) {
-    std::vector<Control*> all;
-    eachControl(page.Arrange(), [&all](Control& control) { all.push_back(&control); });
-    return all;
+/// A figure goes by the name of its bar.
+const Control& namedFor(const Control& control) {
+    const auto* label = dynamic_cast<const Label*>(&control);
+    return label && label->bar() ? *label->bar() : control;
 }
 
 using Groups = std::map<std::string, std::vector<NamedControl*>>;
@@ -103,12 +91,11 @@ void number(std::vector<NamedControl>& all, const std::string& pageName) {
 }  // namespace
 
 std::vector<NamedControl> NamedControls(Window& page) {
-    const std::vector<Control*> controls = controlsOf(page);
-    const auto figures = barsByFigure(controls);
     std::vector<NamedControl> all;
-    for (Control* control : controls)
-        if (isNamed(*control) && !figures.contains(control))
-            all.push_back({control, trimmed(control->accessibleName())});
+    eachControl(page.Arrange(), [&all](Control& control) {
+        if (isNamed(control) && &namedFor(control) == &control)
+            all.push_back({&control, trimmed(control.accessibleName())});
+    });
     for (NamedControl& each : all)
         for (const Teller teller : Tellers)
             if (isBare(each.name)) putBefore(each, trimmed(teller(*each.control)));
@@ -118,11 +105,8 @@ std::vector<NamedControl> NamedControls(Window& page) {
 }
 
 std::string NameOnPage(Window& page, const Control& control) {
-    const auto figures = barsByFigure(controlsOf(page));
-    const auto bar = figures.find(&control);
-    const Control* const named = bar == figures.end() ? &control : bar->second;
     for (const NamedControl& each : NamedControls(page))
-        if (each.control == named) return each.name;
+        if (each.control == &namedFor(control)) return each.name;
     return {};
 }
 

@@ -15,6 +15,10 @@ class FieldView : public View<Label, QAbstractSpinBox> {
 
     void dropTyping() override;
     bool isOf(const ScrollBar& bar) const { return bound() && model().bar() == &bar; }
+    /// Where a bar has no trough, its field is all that shows it.
+    bool standsFor(const Control& control) const override {
+        return shows(control) || (bound() && model().bar() == &control);
+    }
     /// Enter goes on to the next field, as in a sheet.
     void goesOnByEnter() { goesOn_ = true; }
     QAccessible::Role spokenRole() const override { return QAccessible::SpinBox; }

@@ -37,6 +37,8 @@ class ViewBase : public ControlView {
     void release();
     bool bound() const { return control_ != nullptr; }
     bool shows(const Control& control) const { return control_ == &control; }
+    /// It is where the user finds the control, although another shows more of it.
+    virtual bool standsFor(const Control& control) const { return shows(control); }
     QWidget& widget() const { return widget_; }
     /// Null once the view has let go of it.
     const Control* shown() const { return control_; }

@@ -20,7 +20,10 @@ void focusNow(QWidget& page, QWidget& widget) {
     widget.setFocus(Qt::ShortcutFocusReason);
 }
 
-/// Waits for a control to be unlocked; gives up when the user goes elsewhere meanwhile.
+bool takesFocus(const QWidget& widget) { return (widget.focusPolicy() & Qt::TabFocus) && !widget.isHidden(); }
+
+/// Waits for a control to be unlocked; gives up when the user goes elsewhere meanwhile. A field is drawn anew when its
+/// bar is unlocked.
 class FocusWish : public QObject {
   public:
     FocusWish(QWidget& page, QWidget& widget)
@@ -30,7 +33,9 @@ class FocusWish : public QObject {
 
   protected:
     bool eventFilter(QObject* object, QEvent* event) override {
-        if (event->type() == QEvent::EnabledChange && widget_.isEnabled()) {
+        const bool isNews = event->type() == QEvent::EnabledChange || event->type() == QEvent::Paint;
+        if (isNews && widget_.isEnabled() && takesFocus(widget_)) {
+            widget_.removeEventFilter(this);
             const QWidget* const now = widget_.window()->focusWidget();
             if (page_ && (!now || now == before_)) focusNow(*page_, widget_);
             deleteLater();
@@ -44,8 +49,6 @@ class FocusWish : public QObject {
     QPointer<QWidget> before_;
 };
 
-bool takesFocus(const QWidget& widget) { return (widget.focusPolicy() & Qt::TabFocus) && !widget.isHidden(); }
-
 QWidget* firstToWork(const QWidget& group) {
     for (QWidget* each : group.findChildren<QWidget*>())
         if (takesFocus(*each) && each->isEnabled() && each->isVisible() && dynamic_cast<ViewBase*>(each)) return each;
@@ -58,7 +61,7 @@ void focusControl(QWidget& page, const Control& control) {
     QWidget* found = nullptr;
     QString name;
     for (QWidget* each : page.findChildren<QWidget*>())
-        if (const auto* view = dynamic_cast<ViewBase*>(each); view && view->bound() && view->shows(control)) {
+        if (const auto* view = dynamic_cast<ViewBase*>(each); view && view->bound() && view->standsFor(control)) {
             name = nameOnPage(*view);
             found = each;
         }
@@ -68,7 +71,7 @@ void focusControl(QWidget& page, const Control& control) {
                 view && takesFocus(*each) && nameOnPage(*view) == name)
                 found = each;
     if (!found) return;
-    found->isEnabled() ? focusNow(page, *found) : void(new FocusWish(page, *found));
+    found->isEnabled() && takesFocus(*found) ? focusNow(page, *found) : void(new FocusWish(page, *found));
 }
 
 void focusNextGroup(QWidget& page, bool forward) {

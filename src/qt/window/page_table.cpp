@@ -3,7 +3,8 @@
 
 #include <QStringList>
 #include <QWidget>
-#include <map>
+#include <algorithm>
+#include <vector>
 
 #include "link/page.h"
 #include "platform/names_on_page.h"
@@ -29,18 +30,19 @@ void addList(QStringList& table, const ListView& list) {
 }  // namespace
 
 QString tableOf(Page& page, const QWidget& shown) {
-    std::map<const Control*, const ViewBase*> views;
+    std::vector<const ViewBase*> views;
     for (const QWidget* each : shown.findChildren<QWidget*>())
-        if (const auto* view = dynamic_cast<const ViewBase*>(each); view && view->bound()) views[view->shown()] = view;
+        if (const auto* view = dynamic_cast<const ViewBase*>(each); view && view->bound()) views.push_back(view);
     QStringList table{cell(toQt(page.Caption))};
     for (const NamedControl& each : NamedControls(page)) {
-        const auto view = views.find(each.control);
+        const auto view = std::find_if(views.begin(), views.end(),
+                                       [&each](const ViewBase* any) { return any->standsFor(*each.control); });
         if (view == views.end() || !each.control->Visible) continue;
         if (const auto* list = dynamic_cast<const ListView*>(each.control)) {
             addList(table, *list);
             continue;
         }
-        const QString value = cell(view->second->spokenValue());
+        const QString value = cell((*view)->spokenValue());
         if (!value.isEmpty()) table += cell(toQt(each.name)) + u'\t' + value;
     }
     return table.join(u'\n') + u'\n';
