@@ -4,6 +4,7 @@
 #include <QAbstractTextDocumentLayout>
 #include <QDialog>
 #include <QFile>
+#include <QImage>
 #include <QScreen>
 #include <QScrollBar>
 #include <QTextBlock>
@@ -20,6 +21,7 @@ namespace {
 
 constexpr const char* WindowName = "manual";
 constexpr QSize Preferred{860, 680};
+constexpr int WidestPicture = 800;
 
 /// The file in the language of the pages, else the English one; empty where there is neither.
 QString manualFile() {
@@ -49,6 +51,18 @@ QTextBlock headingOf(const QTextDocument& document, int number) {
     return {};
 }
 
+/// Pictures of whole pages are wider than the window.
+class Browser : public QTextBrowser {
+  public:
+    QVariant loadResource(int type, const QUrl& name) override {
+        const QVariant content = QTextBrowser::loadResource(type, name);
+        if (type != QTextDocument::ImageResource) return content;
+        const QImage image = QImage::fromData(content.toByteArray());
+        if (image.width() <= WidestPicture) return image;
+        return image.scaledToWidth(WidestPicture, Qt::SmoothTransformation);
+    }
+};
+
 /// The links within the manual lead to marks, which the toolkit does not know.
 class ManualWindow : public QDialog {
   public:
@@ -77,7 +91,7 @@ class ManualWindow : public QDialog {
     }
 
   private:
-    QTextBrowser browser_;
+    Browser browser_;
     QString file_;
 };
 
