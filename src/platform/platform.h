@@ -93,6 +93,8 @@ class Platform {
     // Files. Failures are run-time errors with the number of their kind and the system's reason as text.
     /// Where configuration, index and language files lie.
     virtual std::filesystem::path programDirectory() const = 0;
+    /// Name and version of the toolkit that shows the windows; empty where there is none.
+    virtual std::string toolkit() const { return {}; }
     /// The program's file name without extension.
     virtual std::string programName() const = 0;
     virtual void changeDirectory(const std::filesystem::path& directory) = 0;

@@ -53,6 +53,7 @@ class QtPlatform : public Platform {
 
     std::filesystem::path programDirectory() const override { return setup_.directory; }
     std::string programName() const override;
+    std::string toolkit() const override { return std::string("Qt ") + qVersion(); }
     void changeDirectory(const std::filesystem::path& directory) override;
     std::vector<std::string> listFiles(const std::filesystem::path& directory, const std::string& ending) override;
     std::string readFile(const std::filesystem::path& file) override;
