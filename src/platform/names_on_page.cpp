@@ -74,12 +74,13 @@ void tellApart(std::vector<NamedControl>& all, Teller teller) {
 }
 
 /// The first of those that are still alike keeps its name; those that have none get that of the page, and they choose
-/// last, with the bars that show how a page is filled.
+/// last, with clocks and the bars that show how a page is filled.
 void number(std::vector<NamedControl>& all, const std::string& pageName) {
     std::set<std::string> taken;
     for (const bool last : {false, true})
         for (NamedControl& each : all) {
-            const bool choosesLast = each.name.empty() || dynamic_cast<const ProgressBar*>(each.control);
+            const bool choosesLast = each.name.empty() || dynamic_cast<const ProgressBar*>(each.control) ||
+                                     dynamic_cast<const ClockDisplay*>(each.control);
             if (choosesLast != last) continue;
             const std::string name = each.name.empty() ? pageName : each.name;
             int count = 1;

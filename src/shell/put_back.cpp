@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "language/window_texts.h"
 #include "link/history.h"
 #include "link/loaded_pages.h"
 #include "link/recheck.h"
@@ -10,7 +11,6 @@
 #include "platform/module_state.h"
 #include "platform/outside.h"
 #include "platform/platform.h"
-#include "shell/window_texts.h"
 #include "shell/windows.h"
 
 namespace kestrel {

@@ -119,15 +119,14 @@ FrmOrologio::FrmOrologio() : TablePage("FrmOrologio", TitleLine, {Subscriptions}
 Layout FrmOrologio::bandRows(int first, int last) {
     std::vector<Layout> cells;
     for (int band = first; band <= last; ++band) {
-        for (Control* control : {static_cast<Control*>(&Label2[band]), static_cast<Control*>(&bandTime(band).Bar),
-                                 static_cast<Control*>(&bandTime(band).Figure)})
-            cells.emplace_back(*control);
+        cells.emplace_back(Label2[band]);
+        cells.push_back(Row{bandTime(band).Bar, bandTime(band).Figure});  // apart, as the unit behind is not its own
         for (const int bar : {2 * band, 2 * band + 1})
             for (Control* control : {static_cast<Control*>(&HScroll1[bar]), static_cast<Control*>(&Label1[bar]),
                                      static_cast<Control*>(&Label3[bar])})
                 cells.emplace_back(*control);
     }
-    return Grid(9, std::move(cells));
+    return Grid(8, std::move(cells));
 }
 
 Layout FrmOrologio::Arrange() {

@@ -6,10 +6,10 @@
 #include <algorithm>
 #include <iterator>
 
+#include "language/window_texts.h"
 #include "qt/io/text.h"
 #include "qt/window/access_words.h"
 #include "qt/window/words.h"
-#include "shell/window_texts.h"
 
 namespace kestrel::qt {
 
