@@ -9,6 +9,7 @@
 #include "language/window_texts.h"
 #include "qt/io/text.h"
 #include "qt/window/access_words.h"
+#include "qt/window/manual.h"
 #include "qt/window/words.h"
 
 namespace kestrel::qt {
@@ -33,6 +34,7 @@ QString purposeOf(const std::string& page) {
 }
 
 void showHelp(QWidget& parent, const std::string& page, const std::string& title) {
+    if (showManual(parent, toQt(page))) return;
     auto* box = new QMessageBox(QMessageBox::NoIcon, accessWord(AccessWord::PageHelp), purposeOf(page),
                                 QMessageBox::Close, &parent);
     box->setAttribute(Qt::WA_DeleteOnClose);

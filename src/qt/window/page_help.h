@@ -11,7 +11,7 @@ namespace kestrel::qt {
 /// By the class name of the page; with an empty or unknown one, how to get about in the program.
 QString purposeOf(const std::string& page);
 
-/// The one place that help is asked for at.
+/// The manual at the page's section; where the installation has no manual, what the page is for.
 void showHelp(QWidget& parent, const std::string& page, const std::string& title);
 
 }  // namespace kestrel::qt
