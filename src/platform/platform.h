@@ -94,6 +94,8 @@ class Platform {
     // Files. Failures are run-time errors with the number of their kind and the system's reason as text.
     /// Where configuration, index and language files lie.
     virtual std::filesystem::path programDirectory() const = 0;
+    /// Name and version of the toolkit that shows the windows; empty where there is none.
+    virtual std::string toolkit() const { return {}; }
     /// The program's file name without extension.
     virtual std::string programName() const = 0;
     /// Where the configuration is written: the program's directory, or the user's own place where that one is closed.

@@ -18,11 +18,12 @@ void ScrollBar::design(int lowest, int highest, int largeStep) {
 std::string ScrollBar::textOf(int value) const { return scale.words ? scale.words(value) : numberOf(value); }
 
 std::string ScrollBar::numberOf(int value) const {
+    if (scale.parse) return scale.words(value);
     return formatScaled(static_cast<std::int64_t>(value) + scale.offset, scale.decimals);
 }
 
 std::optional<int> ScrollBar::valueOf(const std::string& typed) const {
-    const std::optional<std::int64_t> raw = parseScaled(typed, scale.decimals);
+    const std::optional<std::int64_t> raw = scale.parse ? scale.parse(typed) : parseScaled(typed, scale.decimals);
     if (!raw) return std::nullopt;
     const std::int64_t value = *raw - scale.offset;
     if (value < Min || value > Max) return std::nullopt;
@@ -31,8 +32,8 @@ std::optional<int> ScrollBar::valueOf(const std::string& typed) const {
 
 Objection ScrollBar::objectionTo(const std::string& typed) const {
     if (valueOf(typed)) return Objection::None;
-    if (parseScaled(typed, scale.decimals)) return Objection::OutOfRange;
-    return parseScaled(typed, MostDecimals) ? Objection::TooFine : Objection::NoNumber;
+    if (!scale.parse && parseScaled(typed, scale.decimals)) return Objection::OutOfRange;
+    return !scale.parse && parseScaled(typed, MostDecimals) ? Objection::TooFine : Objection::NoNumber;
 }
 
 int ScrollBar::bounded(long long value) const {

@@ -12,8 +12,9 @@ namespace kestrel {
 /// How a bar's value is written and typed in the page's own scale: (value + offset) / 10 to the power of decimals.
 struct BarScale {
     int offset = 0;
-    int decimals = 0;                                    ///< 0 to 3
-    std::string unit = {};                               ///< of the figure, or empty
+    int decimals = 0;                                                          ///< 0 to 3
+    std::string unit = {};                                                     ///< of the figure, or empty
+    std::optional<std::int64_t> (*parse)(const std::string& typed) = nullptr;  ///< of values that are no plain numbers
     std::string (*words)(std::int64_t value) = nullptr;  ///< for values that have a name, such as "OFF"
 };
 
@@ -36,6 +37,8 @@ class ScrollBar : public Movable {
     /// The value that a typed text stands for, or nothing where it is no number of the scale or out of Min..Max.
     std::optional<int> valueOf(const std::string& typed) const;
     Objection objectionTo(const std::string& typed) const;
+    bool hasTrough() const { return !isWide() && !isTypedAlone; }
+    bool isTypedAlone = false;
     bool isWide() const { return static_cast<long long>(Max) - Min > MostSteps; }
 
     /// The range and large step given at design time.

@@ -5,6 +5,7 @@
 #include <array>
 #include <string>
 
+#include "language/window_texts.h"
 #include "link/changes.h"
 #include "link/identification.h"
 #include "link/link_engine.h"
@@ -13,7 +14,6 @@
 #include "link/silence.h"
 #include "platform/numbers.h"
 #include "shell/main_window.h"
-#include "shell/window_texts.h"
 
 namespace kestrel {
 

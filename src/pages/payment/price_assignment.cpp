@@ -4,6 +4,7 @@
 #include <array>
 
 #include "language/language_files.h"
+#include "link/money.h"
 #include "link/presence.h"
 #include "link/value_helpers.h"
 #include "pages/common/sector_names.h"
@@ -58,7 +59,8 @@ PriceAssignment::PriceAssignment(const AssignmentDesign& design)
     : TablePage(design.name, design.titleLine, {design.subscriptions}), design_(design) {
     for (int k = 0; k < design_.rows.size(); ++k) {
         HScroll1[k].design(LowestPrice, HighestPrice, LargeStep);
-        Label1[k].showsValue("256");
+        Label1[k].showsValue("30");
+        Label1[k].widestUnit = "– 0.00";
     }
     isSheet = true;
     HScroll1.OnChange([this](int Index) { HScroll1_Change(Index); });
@@ -139,6 +141,19 @@ void PriceAssignment::valueCame(int n, ParamValue value) {
     }
     const int k = ArrivedAt(n, design_.rows);
     if (k >= 0) SetBar(Label1[k], HScroll1[k], value + LowestPrice);
+    if (k >= 0) showAmount(k);
+    if (Arrived(n, master::MoneyDecimals) || ArrivedAt(n, master::Price) >= 0)
+        for (int row = 0; row < design_.rows.size(); ++row) showAmount(row);
+}
+
+/// Where the price list is known: this page asks for no price.
+void PriceAssignment::showAmount(int row) {
+    const auto price = ParamRead(design_.rows[row]);
+    const bool isKnown = price < master::Price.size() && ParamIsFresh(design_.rows[row]) &&
+                         ParamIsFresh(master::MoneyDecimals) && ParamIsFresh(master::Price[static_cast<int>(price)]);
+    Label1[row].Unit = isKnown ? "– " + FormatAmount(ParamRead(master::Price[static_cast<int>(price)]),
+                                                     DecimalsOf(ParamRead(master::MoneyDecimals)))
+                               : std::string();
 }
 
 void PriceAssignment::followGate() {

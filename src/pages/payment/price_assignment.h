@@ -50,6 +50,7 @@ class PriceAssignment : public TablePage {
     void DisableBars();
     void setBars(bool open);
     void followGate();
+    void showAmount(int row);
     void valueCame(int n, ParamValue value) override;
     void valueShown() override;
     bool enoughRowsAreFresh() const;

@@ -59,7 +59,8 @@ FrmTotali::FrmTotali() : TablePage("FrmTotali", TitleLine, {Subscriptions}) {
             if (kind == Kind::Count)
                 label.Caption = std::to_string(value);
             else if (ParamIsFresh(master::MoneyDecimals))
-                label.Caption = FormatAmount(value, decimals_);
+                // Known from another page perhaps, and not told to this one yet.
+                label.Caption = FormatAmount(value, DecimalsOf(ParamRead(master::MoneyDecimals)));
         });
     }
     readsAgain(Timer1);

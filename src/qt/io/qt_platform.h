@@ -56,6 +56,7 @@ class QtPlatform : public Platform {
     std::string programName() const override;
     std::filesystem::path configurationDirectory() const override;
     std::optional<std::filesystem::path> familyDirectory() const override;
+    std::string toolkit() const override { return std::string("Qt ") + qVersion(); }
     void changeDirectory(const std::filesystem::path& directory) override;
     std::vector<std::string> listFiles(const std::filesystem::path& directory, const std::string& ending) override;
     std::string readFile(const std::filesystem::path& file) override;

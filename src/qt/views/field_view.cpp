@@ -21,7 +21,7 @@ constexpr int WheelNotch = 120;
 constexpr int Margin = 7;  ///< between the edge of the field and its figure
 
 bool isPartOfNumber(QChar letter) {
-    return (letter >= u'0' && letter <= u'9') || QStringLiteral(".,+-").contains(letter);
+    return (letter >= u'0' && letter <= u'9') || QStringLiteral(".,+-:").contains(letter);
 }
 
 }  // namespace
@@ -57,7 +57,8 @@ QString FieldView::shownText() const {
     if (standing() == Standing::NotTaken && !model().notTaken()->copyOnly)
         return unlike(has, toQt(model().wantedText()));
     const std::string& unit = model().Unit;
-    return unit.empty() ? has : has + u' ' + toQt(unit);
+    const QString whole = unit.empty() ? has : has + u' ' + toQt(unit);
+    return widthFor(whole) <= width() ? whole : has;
 }
 
 void FieldView::showText() {
@@ -99,8 +100,10 @@ QSize FieldView::sizeHint() const {
 }
 
 QString FieldView::ownTip() const {
-    const bool isCutOff = !unread() && !bar().typed() && widthFor(text_) > width();
-    return isCutOff ? text_ : ViewBase::ownTip();
+    const std::string& unit = model().Unit;
+    const QString whole = shownText() == toQt(model().Caption) && !unit.empty() ? text_ + u' ' + toQt(unit) : text_;
+    const bool isCutOff = !unread() && !bar().typed() && widthFor(whole) > width();
+    return isCutOff ? whole : ViewBase::ownTip();
 }
 
 QAbstractSpinBox::StepEnabled FieldView::stepEnabled() const {
@@ -254,6 +257,11 @@ void FieldView::focusOutEvent(QFocusEvent* event) {
 void FieldView::hideEvent(QHideEvent* event) {
     leave();
     View::hideEvent(event);
+}
+
+void FieldView::resizeEvent(QResizeEvent* event) {
+    View::resizeEvent(event);
+    if (bound()) showState();
 }
 
 void FieldView::dropTyping() { actOnBar(std::mem_fn(&ScrollBar::UserDropTyped)); }

@@ -120,9 +120,9 @@ Qt::Alignment standing(const QWidget& widget, bool inRow) {
 bool isGrid(const Layout& layout) { return layout.kind == Layout::Kind::Grid; }
 bool isColumn(const Layout& layout) { return layout.kind == Layout::Kind::Column; }
 bool isGap(const Layout& layout) {
-    // A bar that is too wide for a trough is its field alone.
+    // A bar without a trough is its field alone.
     const auto* bar = dynamic_cast<const ScrollBar*>(layout.control);
-    return layout.kind == Layout::Kind::Gap || (bar && bar->isWide() && bar->figure());
+    return layout.kind == Layout::Kind::Gap || (bar && !bar->hasTrough() && bar->figure());
 }
 bool isCell(const Layout& layout) { return layout.kind == Layout::Kind::Control || layout.kind == Layout::Kind::Gap; }
 
@@ -160,7 +160,7 @@ class Builder {
         return nullptr;
     }
     std::vector<ViewBase*> views;
-    std::vector<FieldView*> sheet;  ///< the fields of grids, column by column
+    std::vector<FieldView*> fieldsDown;  ///< the fields of grids, column by column
 
   private:
     ViewBase& viewOf(Control& control) {
@@ -199,7 +199,7 @@ class Builder {
             return std::any_of(layout.children.begin(), layout.children.end(), is);
         };
         const bool composed = any(isColumn);
-        cells->setHorizontalSpacing(composed ? ListSpacing : any(isGrid) ? FieldSpacing : Spacing);
+        cells->setHorizontalSpacing(composed ? FieldSpacing : any(isGrid) ? FieldSpacing : Spacing);
         cells->setVerticalSpacing(composed ? Spacing : 0);
         std::vector<std::vector<FieldView*>> fieldsOf(static_cast<std::size_t>(columns));
         for (std::size_t i = 0; i < layout.children.size(); ++i) {
@@ -214,7 +214,7 @@ class Builder {
             cells->addWidget(cell, static_cast<int>(i) / columns, column, standing(*cell, true));
             if (grows(*cell, Qt::Horizontal)) cells->setColumnStretch(column, 1000);
         }
-        for (const auto& fields : fieldsOf) sheet.insert(sheet.end(), fields.begin(), fields.end());
+        for (const auto& fields : fieldsOf) fieldsDown.insert(fieldsDown.end(), fields.begin(), fields.end());
         // What the cells have no use for stays at the end of the rows.
         cells->setColumnStretch(columns, 1);
         return widget;
@@ -247,11 +247,10 @@ void joinFields(const std::vector<ViewBase*>& views) {
 }
 
 /// Tab and Enter go down the columns.
-void goDown(const std::vector<FieldView*>& sheet) {
-    for (std::size_t i = 0; i < sheet.size(); ++i) {
-        sheet[i]->goesOnByEnter();
-        if (i > 0) QWidget::setTabOrder(sheet[i - 1], sheet[i]);
-    }
+void goDown(const std::vector<ViewBase*>& views, const std::vector<FieldView*>& columns) {
+    for (ViewBase* view : views)
+        if (auto* const field = dynamic_cast<FieldView*>(view)) field->goesOnByEnter();
+    for (std::size_t i = 1; i < columns.size(); ++i) QWidget::setTabOrder(columns[i - 1], columns[i]);
 }
 
 }  // namespace
@@ -268,7 +267,7 @@ QWidget* buildPage(Window& window) {
     column->addWidget(root, 1, grows(*root, Qt::Vertical) ? Qt::Alignment() : Qt::AlignTop);
     contents->views = std::move(builder.views);
     joinFields(contents->views);
-    if (window.isSheet) goDown(builder.sheet);
+    if (window.isSheet) goDown(contents->views, builder.fieldsDown);
     for (ViewBase* view : contents->views) contents->focus.watch(view->widget());
     return new PageView(std::move(contents));
 }

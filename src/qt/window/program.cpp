@@ -26,7 +26,7 @@ namespace kestrel::qt {
 namespace {
 
 constexpr const char* DemoTitle = "Kestrel (demo)";
-constexpr const char* DemoDevice = "simulated machine";
+constexpr const char* DemoDevice = "demo: simulated machine";
 
 Theme lookOf(kestrel::Theme theme) {
     switch (theme) {
