@@ -18,6 +18,7 @@ namespace {
 
 /// Least height of what can be pressed, chosen or typed in.
 constexpr int TargetHeight = 32;
+constexpr int ListArrow = 28;
 constexpr int FirstRepeatMs = 400;  ///< that an end is held before it steps on
 constexpr int NextRepeatMs = 40;
 
@@ -57,7 +58,7 @@ void drawBox(const QStyleOption& option, QPainter& painter) {
 void drawList(const QStyleOptionComboBox& list, QPainter& painter) {
     drawButton(list, painter);
     const bool enabled = list.state & QStyle::State_Enabled;
-    drawArrow(painter, QRectF(list.rect).adjusted(list.rect.width() - 28, 0, -4, 0), Arrow::Down,
+    drawArrow(painter, QRectF(list.rect).adjusted(list.rect.width() - ListArrow, 0, -4, 0), Arrow::Down,
               enabled ? colors().text : colors().line);
 }
 
@@ -167,6 +168,8 @@ QRect LookStyle::subControlRect(ComplexControl control, const QStyleOptionComple
         return spinBoxPart(*field, part, widget);
     if (const auto* group = qstyleoption_cast<const QStyleOptionGroupBox*>(option); control == CC_GroupBox && group)
         return groupBoxPart(*group, part);
+    if (control == CC_ComboBox && part == SC_ComboBoxEditField)
+        return option->rect.adjusted(GridStep, 0, -ListArrow, 0);
     return QProxyStyle::subControlRect(control, option, part, widget);
 }
 
@@ -219,6 +222,7 @@ int LookStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidg
                          QStyleHintReturn* returned) const {
     switch (hint) {
         case SH_EtchDisabledText:
+        case SH_WindowFrame_Mask:  // its rounded corners show stairs
             return 0;
         case SH_UnderlineShortcut:
             return 1;

@@ -47,7 +47,6 @@ SteppedView::SteppedView(SteppedSwitch& stepped) : View(stepped) {
     setFocusPolicy(Qt::StrongFocus);
     setPolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     auto* row = new QHBoxLayout(this);
-    row->setContentsMargins(Inset, 0, Inset, 0);
     row->setSpacing(0);
 }
 
@@ -93,6 +92,7 @@ void SteppedView::rebuild() {
 
 void SteppedView::addButtons() {
     buttons_ = new QButtonGroup(this);
+    layout()->setContentsMargins(Inset, 0, Inset, 0);
     for (int i = 0; i <= top(); ++i) {
         auto* button = new QPushButton(this);
         button->setFlat(true);
@@ -111,6 +111,7 @@ void SteppedView::addButtons() {
 
 void SteppedView::addList() {
     list_ = new PositionList;
+    layout()->setContentsMargins(0, 0, 0, 0);
     list_->setFocusPolicy(Qt::NoFocus);
     layout()->addWidget(list_);
     connect(list_, &QComboBox::activated, this, [this](int position) {
