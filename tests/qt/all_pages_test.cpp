@@ -93,8 +93,8 @@ void expectNothingOverlaps(ChildWindow& window) {
 bool isOperatedOrRead(const QAccessibleInterface& each) {
     static const std::set<QAccessible::Role> Displays = {QAccessible::Indicator, QAccessible::Clock,
                                                          QAccessible::Chart};
-    static const std::set<QAccessible::Role> Surroundings = {QAccessible::Client, QAccessible::Cell,
-                                                             QAccessible::TreeItem, QAccessible::Window};
+    static const std::set<QAccessible::Role> Surroundings = {
+        QAccessible::Client, QAccessible::Cell, QAccessible::TreeItem, QAccessible::Window, QAccessible::ListItem};
     const auto role = each.role();
     return Displays.contains(role) || (each.state().focusable && !Surroundings.contains(role));
 }

@@ -2,7 +2,6 @@
 #include "qt/views/two_state_view.h"
 
 #include <QKeyEvent>
-#include <QMouseEvent>
 
 #include "qt/style/drawing.h"
 #include "qt/views/lamp.h"
@@ -13,6 +12,7 @@ namespace kestrel::qt {
 TwoStateView::TwoStateView(ToggleSwitch& toggle) : View(toggle) {
     setFocusPolicy(Qt::StrongFocus);
     setPolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    connect(this, &QAbstractButton::clicked, this, [this] { press(); });
 }
 
 void TwoStateView::showState() {
@@ -34,24 +34,10 @@ void TwoStateView::press() {
     act([](ToggleSwitch& toggle) { toggle.UserClick(); });
 }
 
-void TwoStateView::mousePressEvent(QMouseEvent* event) {
-    if (event->button() != Qt::LeftButton) return event->ignore();
-    pressed_ = true;
-    update();
-}
-
-void TwoStateView::mouseReleaseEvent(QMouseEvent* event) {
-    if (event->button() != Qt::LeftButton || !pressed_) return event->ignore();
-    pressed_ = false;
-    update();
-    if (rect().contains(event->pos())) press();
-}
-
 void TwoStateView::keyPressEvent(QKeyEvent* event) {
-    const bool presses =
-        event->key() == Qt::Key_Space || event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-    if (!presses || event->isAutoRepeat()) return View::keyPressEvent(event);
-    press();
+    const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (!enter || event->isAutoRepeat()) return View::keyPressEvent(event);
+    click();
 }
 
 QSize ToggleView::sizeHint() const { return {rowHeight(*this) * 3 / 2, rowHeight(*this)}; }
@@ -84,7 +70,7 @@ QSize LedSwitchView::sizeHint() const { return {rowHeight(*this) * 5 / 4, rowHei
 void LedSwitchView::paintEvent(QPaintEvent* /*event*/) {
     Brush brush(*this);
     const QRectF shape = QRectF(rect()).adjusted(3, 4, -3, -4);
-    const QColor face = pressed() ? colors().line : (isEnabled() ? colors().button : colors().panel);
+    const QColor face = isDown() ? colors().line : (isEnabled() ? colors().button : colors().panel);
     const QRectF lamp = shape.adjusted(7, 5, -7, -5);
     drawShape(brush, shape, CornerRadius, face, isEnabled() && !unread() ? colors().outline : colors().line);
     unread() ? drawUnreadLamp(brush, lamp, false) : drawLamp(brush, lamp, false, active(), isEnabled());

@@ -123,6 +123,7 @@ class View : public Base, public ViewBase {
     void changeEvent(QEvent* event) override {
         Base::changeEvent(event);
         if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) this->updateGeometry();
+        if (event->type() == QEvent::EnabledChange && bound()) showState();
     }
 };
 

@@ -12,9 +12,8 @@
 #include "qt/views/led_bar_view.h"
 #include "qt/views/list_view.h"
 #include "qt/views/progress_view.h"
-#include "qt/views/rotary_view.h"
 #include "qt/views/seven_segment_view.h"
-#include "qt/views/slider_view.h"
+#include "qt/views/stepped_view.h"
 #include "qt/views/strip_chart_view.h"
 #include "qt/views/text_box_view.h"
 #include "qt/views/thermometer_view.h"
@@ -48,8 +47,7 @@ constexpr Maker Kinds[] = {
     make<ListView, ListTableView>,
     make<ProgressBar, ProgressView>,
     make<Picture, CanvasView>,
-    make<SliderSwitch, SliderSwitchView>,
-    make<RotarySwitch, RotarySwitchView>,
+    make<SteppedSwitch, SteppedView>,
     make<LedSwitch, LedSwitchView>,  // before the toggle that it is too
     make<ToggleSwitch, ToggleView>,
     make<Led, LampView>,
