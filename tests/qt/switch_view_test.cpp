@@ -83,15 +83,16 @@ TEST_F(Switches, OfferAllPositionsInAMenu) {
     EXPECT_EQ(positions, Positions{11});
 }
 
-TEST_F(Switches, TurnTheKnobAndWriteOnce) {
-    QWidget& knob = widgetOf(rotary);
-    const QPoint centre(knob.height() / 2, knob.height() / 2);
-    QTest::mousePress(&knob, Qt::LeftButton, {}, centre + QPoint(-8, 0));
-    QTest::mouseMove(&knob, centre + QPoint(0, -8));
-    QTest::mouseMove(&knob, centre + QPoint(8, 8));
-    EXPECT_EQ(positions, Positions());
-    QTest::mouseRelease(&knob, Qt::LeftButton, {}, centre + QPoint(8, 8));
-    EXPECT_EQ(positions, Positions{4});
+TEST_F(Switches, OfferNoPositionBeyondTheHighestThatIsOffered) {
+    rotary.highestOffered = 2;
+    rotary.PositionLabels = "0, 1, 2, 3, 4";
+    settle();
+    click(rotary, 0.95);
+    press(rotary, {Qt::Key_Right, Qt::Key_Up, Qt::Key_End});
+    leave(widgetOf(rotary));
+    EXPECT_EQ(positions, Positions{2});
+    rotary.Position = 4;
+    EXPECT_TRUE(viewOf(rotary).spokenValue().contains(u'4')) << "what the board has is shown all the same";
 }
 
 TEST_F(Switches, ShowAPositionThatNoLabelStandsForAndComeBackFromIt) {
@@ -131,6 +132,28 @@ TEST_F(Switches, ShowWhatThePageMakesOfTheClick) {
     EXPECT_EQ(viewOf(led).checked(), false);
     led.Active = true;
     EXPECT_EQ(viewOf(led).checked(), true);
+}
+
+TEST_F(Switches, AreReachedByAClickAnywhereInTheirRowUnlessTheyAreLocked) {
+    Label number, name;
+    LedSwitch output;
+    name.Caption = "Water valve 1";
+    output.OnClick([this] { ++clicks; });
+    QWidget& page = show([&] { return Column{Target{number, output, name}, other}; });
+    page.resize(page.width() + 200, page.height());
+    settle();
+    QWidget& row = *widgetOf(output).parentWidget();
+    EXPECT_GE(row.height(), 32);
+    for (const int x : {2, widgetOf(name).geometry().center().x(), row.width() - 3})
+        QTest::mouseClick(&row, Qt::LeftButton, {}, {x, row.height() / 2});
+    QTest::mouseClick(&widgetOf(name), Qt::LeftButton);
+    click(output);
+    EXPECT_EQ(clicks, 5);
+    EXPECT_TRUE(widgetOf(output).hasFocus());
+    output.Enabled = false;
+    QTest::mouseClick(&widgetOf(name), Qt::LeftButton);
+    EXPECT_EQ(clicks, 5);
+    closeAll();
 }
 
 }  // namespace

@@ -20,6 +20,7 @@ constexpr int Inset = 3;  // from the widget to its shape, room for the focus ri
 
 std::vector<int> SliderSwitchView::segments() const {
     std::vector<int> widths;
+    if (model().isList) return widths;
     for (const QString& label : labels())
         widths.push_back(std::max(LeastSegment, fontMetrics().horizontalAdvance(label) + SegmentMargin));
     const int limit = fontMetrics().height() * 26;

@@ -1,5 +1,5 @@
-// Shows a slider switch: its labels side by side, or, where they are many or long, one label between two arrows.
-// The arrows step; the label opens a menu of all positions.
+// Shows a slider or rotary switch: its labels side by side, or, where they are many or long, one label between two
+// arrows. The arrows step; the label opens a menu of all positions.
 #pragma once
 
 #include <vector>

@@ -1,4 +1,4 @@
-// What the views of slider and rotary switches share.
+// What the views of stepped switches share.
 #include "qt/views/stepped_view.h"
 
 #include <QAction>
@@ -21,6 +21,8 @@ SteppedView::SteppedView(SteppedSwitch& stepped) : View(stepped) {
 void SteppedView::showState() {
     QStringList labels;
     for (const std::string& label : model().labels()) labels.append(toQt(label));
+    if (const auto highest = model().highestOffered; highest && *highest < labels.size() - 1)
+        labels.resize(*highest + 1);
     const bool relabelled = labels != labels_;
     const bool moved = position_ != model().shownValue();
     labels_ = labels;
@@ -41,6 +43,7 @@ int SteppedView::widestLabel() const {
 }
 
 void SteppedView::stepBy(int amount) {
+    if (amount > 0 && position_ + amount > top()) return moveTo(std::max(position_, top()));
     act([amount](SteppedSwitch& stepped) { stepped.UserStepBy(amount); });
 }
 

@@ -1,4 +1,4 @@
-// What the views of slider and rotary switches share: a position among labelled ones, moved by keys, wheel or a menu.
+// What the views of stepped switches share: a position among labelled ones, moved by keys, wheel or a menu.
 // A position that no label stands for is shown as its number, marked as out of range.
 #pragma once
 
