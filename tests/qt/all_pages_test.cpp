@@ -1,4 +1,4 @@
-// Every page of the menu in the real frame window, filled by the simulated machine, in every language and both looks:
+// Every page of the menu in the real frame window, filled by the simulated machine, in every language and every look:
 // nothing is cut off, nothing overlaps, all fits the smallest screen in use, and all can be used by keys and heard.
 #include <QAbstractButton>
 #include <QAccessible>
@@ -126,7 +126,7 @@ int expectNamesAndValues(QAccessibleInterface& tree) {
 
 TEST_F(AllPages, AreWholeInEveryLanguageAndLook) {
     int spoken = 0;
-    for (const Theme look : {Theme::Light, Theme::Dark}) {
+    for (const Theme look : {Theme::Light, Theme::Dark, Theme::Contrast}) {
         applyLook(*qApp, look);
         for (const MenuRow& row : rows()) {
             ChildWindow& window = open(row);
