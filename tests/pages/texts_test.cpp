@@ -83,8 +83,9 @@ const std::pair<const char*, std::string> Texts[] = {
      "Clock|Set time and date|ore|minuti|giorno|mese|anno|Rinses|Rinse 1|Rinse 1 ore|Rinse 2 minuti|Switch-on times|"
      "Start 1|End 1|Start 2|End 2|Discount times|Start 1|End 2"},
     {"FrmInOut",
-     "In/Out test|Start test|Normal operation|Master|Door open|Mains present|Boiler temperature (°C)|Alder|"
-     "Grounds tray full|Paper FB2 present|Boiler minimum level|Safety thermostat|Water valve 1|Spare output|Cedar|"
+     "In/Out test|Start test|Normal operation|Master|Inputs|Door open|Mains present|Boiler temperature (°C)|Alder|"
+     "Grounds tray full|Paper FB2 present|Boiler minimum level|Safety thermostat|Outputs: locked until the test "
+     "runs|Water valve 1|Spare output|Cedar|"
      "Sector 11|Sector 21|Sector 68|Compressor|Tank temperature (°C)"},
     {"FrmTestCedar", "Cedar test|1|6|Selection under test|Zero the motors"},
     {"FrmSchema",
