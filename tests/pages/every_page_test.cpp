@@ -33,7 +33,7 @@ struct PageCase {
 
 const PageCase Cases[] = {
     // Once locked, it opens with a count that the board tells anew.
-    {"FrmConMac", "0: 1 1: 1298 1153-1157 1304-1336 1334", {32, 32, 0, 0}, {91, 91, 9, 9}},
+    {"FrmConMac", "0: 1 1: 1298 1153-1157 1304-1336 1334", {32, 32, 0, 0}, {81, 81, 11, 11}},
     {"FrmInter", "0: 1 1: 1156 1370-1381", {15, 15, 0, 0}, {37, 37, 7, 7}},
     // One is given back in another bank than the one that it was taken in.
     {"FrmProUni", "0: 1 1: 1156 1203 1298-1301 1394-1402", {6, 6, 0, 0}, {18, 18, 4, 4}, "1: 1203"},

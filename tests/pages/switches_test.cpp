@@ -25,8 +25,8 @@ struct SwitchRun {
 
 const SwitchRun AllRuns[] = {
     {"FrmConMac", 3, 1, {1, 1157, 1162}, Number, 4},
-    {"FrmConMac", 4, 4, {1, 1304, 1337}, Number, 0},
-    {"FrmConMac", 8, 3, {1, 1334, 1367}, Number, 1},
+    {"FrmConMac", 7, 4, {1, 1304, 1337}, Number, 0},
+    {"FrmConMac", 4, 3, {1, 1334, 1367}, Number, 1},
     {"FrmInter", 0, 5, {1, 1380, 1392}, 0, 0x15},
     {"FrmProUni", 0, 3, {1, 1394, 1403}, Number, 1},
     {"FrmProUni", 3, 1, {1, 1299, 1301}, 4, 0x57},
