@@ -58,6 +58,7 @@ FrmPresel::FrmPresel() : TablePage("FrmPresel", TitleLine, {}), Arrivals(Expecte
         bar({0, 0, 255, LargeStep, PlusTime[i], 1}, Label0[plus], HScroll1[plus], Label1[plus]);
         iSwSliderX1[i].PositionLabels = NumberedPositions("0", HighestType);
         iSwSliderX2[i].PositionLabels = NumberedPositions("0", HighestType);
+        iSwSliderX2[i].isList = true;
     }
     iSwSliderX1.OnPositionChangeUser([this](int Index) { iSwSliderX1_PositionChangeUser(Index); });
     iSwSliderX2.OnPositionChangeUser([this](int Index) { iSwSliderX2_PositionChangeUser(Index); });
