@@ -147,6 +147,21 @@ TEST_F(AllPages, AreWholeInEveryLanguageAndLook) {
     EXPECT_GT(spoken, 4500) << "so much is there to be heard on all pages, languages and looks together";
 }
 
+/// 1366 x 768 points at a scale of 1.5: groups stand below one another, so that a page scrolls down alone.
+TEST_F(AllPages, ScrollInOneDirectionAtMostOnASmallScreenOfLargeScale) {
+    platform.view->resize(SmallestScreen / 1.5);
+    for (const MenuRow& row : rows()) {
+        ChildWindow& window = open(row);
+        for (int language = 0; language < Languages; ++language) {
+            choose(language);
+            for (const auto* area : window.findChildren<QScrollArea*>())
+                EXPECT_FALSE(area->verticalScrollBar()->isVisible() && area->horizontalScrollBar()->isVisible())
+                    << row.page << " " << language << ": " << area->widget()->minimumSizeHint().width();
+        }
+        ClosePages();
+    }
+}
+
 TEST_F(AllPages, AreReachedWholeByTabAndTakeATypedValueOnAClickOnTheFigureOfEveryBar) {
     for (const MenuRow& row : rows()) {
         ChildWindow& window = open(row);
