@@ -55,6 +55,19 @@ std::optional<EntryLimits> TextBox::entryLimits() const {
     return EntryLimits{"0", std::to_string(highest_), {}};
 }
 
+std::string ListView::asTable() const {
+    std::string table;
+    const auto addLine = [&table](const std::vector<std::string>& cells) {
+        for (std::size_t i = 0; i < cells.size(); ++i) table += (i > 0 ? "\t" : "") + cells[i];
+        table += "\n";
+    };
+    addLine(ColumnHeads);
+    for (const auto& row : Rows.get()) addLine(row);
+    return table;
+}
+
+std::string TextBox::text() const { return Concealed ? "\u2022\u2022\u2022\u2022\u2022" : Text.get(); }
+
 void TextBox::putBack(const std::string& text) {
     nothingSent();
     Text = text;

@@ -18,6 +18,7 @@ class Label : public Control {
         Caption,  ///< names what stands beside it; as wide as its text
         Value,    ///< shows a value; of a fixed size, so that a new value lays nothing out anew
         Key,      ///< a click zone that looks like a key of a keypad
+        Heading,  ///< names what stands below it
         Unit,     ///< stands behind what it tells more of: two bars of one row are told apart by their units
     };
     Property<std::string> Caption{*this, {}};
@@ -91,6 +92,8 @@ class TextBox : public Control {
 
     Property<std::string> Text{*this, {}};
     int maxLength = 32;  ///< characters that can be typed
+    /// What stands in it is not shown, nor told in words: only how much there is.
+    Property<bool> Concealed{*this, false};
 
     /// It stands for a whole number from 0 to `highest`, of which so many leading figures count.
     void takesNumbers(std::size_t figures, std::uint32_t highest);
@@ -107,7 +110,7 @@ class TextBox : public Control {
     void UserType(const std::string& typed);
     void UserEnter();
     void UserLeave();
-    std::string text() const override { return Text; }
+    std::string text() const override;
     /// Typing alone sets nothing.
     std::string held() const override { return settled_; }
     void UserRestore(const std::string& held) override;
@@ -133,6 +136,8 @@ class ListView : public Control {
   public:
     Property<std::vector<std::string>> ColumnHeads{*this, {}};
     Property<std::vector<std::vector<std::string>>> Rows{*this, {}};
+    /// Heads and rows as other programs take a table: a line each, with tabs between.
+    std::string asTable() const;
 };
 
 class ProgressBar : public Control {

@@ -62,7 +62,9 @@ void headColumns(const Layout& grid, std::size_t columns) {
 
 void nameCells(const Layout& layout, const Label* caption) {
     if (layout.kind == Layout::Kind::Group) nameCells(layout.children.front(), nullptr);
-    if (layout.kind == Layout::Kind::Row || layout.kind == Layout::Kind::Column)
+    if (layout.kind == Layout::Kind::Folding)
+        for (const Layout& child : layout.children) nameCells(child, nullptr);
+    if (layout.kind == Layout::Kind::Row || layout.kind == Layout::Kind::Column || layout.kind == Layout::Kind::Target)
         nameRow(layout, 0, layout.children.size(), caption);
     if (layout.kind == Layout::Kind::Grid && layout.columns > 0) {
         const auto columns = static_cast<std::size_t>(layout.columns);

@@ -14,7 +14,7 @@ namespace kestrel {
 
 class Layout {
   public:
-    enum class Kind { Control, Row, Column, Grid, Group, Canvas, Gap };
+    enum class Kind { Control, Row, Column, Grid, Group, Target, Folding, Canvas, Gap };
 
     Layout(Control& single) : kind(Kind::Control), control(&single) {}  // NOLINT: a control is a layout
     explicit Layout(Kind layoutKind) : kind(layoutKind) {}
@@ -33,6 +33,16 @@ struct Row : Layout {
 
 struct Column : Layout {
     Column(std::initializer_list<Layout> contents) : Layout(Kind::Column, contents) {}
+};
+
+/// A row that is pressed as a whole: a click anywhere in it is one on the switch that stands in it.
+struct Target : Layout {
+    Target(std::initializer_list<Layout> contents) : Layout(Kind::Target, contents) {}
+};
+
+/// Groups of folding frames below one another, those in use first.
+struct Folding : Layout {
+    Folding(std::initializer_list<Layout> contents) : Layout(Kind::Folding, contents) {}
 };
 
 /// A titled frame round what stands in it.

@@ -90,6 +90,8 @@ class Platform {
     virtual bool isMinimized(Window& /*window*/) { return false; }
     /// The child window in front, or null.
     virtual Window* activeWindow() = 0;
+    /// Puts a text where other programs can take it from.
+    virtual void copyText(const std::string& /*text*/) {}
 
     // Files. Failures are run-time errors with the number of their kind and the system's reason as text.
     /// Where configuration, index and language files lie.

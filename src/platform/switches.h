@@ -2,6 +2,7 @@
 // A stepped switch keeps the position it was given even when no label stands for it.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -19,6 +20,9 @@ class SteppedSwitch : public Movable {
     std::vector<std::string> labels() const;
     /// The highest position that a label stands for.
     int top() const;
+
+    /// The highest position that the user is offered, where that is not the top.
+    std::optional<int> highestOffered;
 
     /// Raised by every change of the position, whoever made it.
     void OnPositionChange(Handler handler) { onPositionChange_ = std::move(handler); }
@@ -64,6 +68,9 @@ class ToggleSwitch : public Control {
   private:
     Handler onClick_;
 };
+
+/// An eye: while it is on, what stands concealed beside it is shown.
+class RevealSwitch : public ToggleSwitch {};
 
 /// A toggle with a lamp in it.
 class LedSwitch : public ToggleSwitch {};

@@ -44,9 +44,9 @@ void takeDevice(Options& options, const std::string& value) {
 
 void takeTheme(Options& options, const std::string& value) {
     static const std::map<std::string, Theme> themes = {
-        {"light", Theme::Light}, {"dark", Theme::Dark}, {"system", Theme::System}};
+        {"light", Theme::Light}, {"dark", Theme::Dark}, {"contrast", Theme::Contrast}, {"system", Theme::System}};
     const auto found = themes.find(value);
-    if (found == themes.end()) throw BadOption("--theme: \"" + value + "\" is not light, dark or system");
+    if (found == themes.end()) throw BadOption("--theme: \"" + value + "\" is not light, dark, contrast or system");
     options.theme = found->second;
 }
 
@@ -76,10 +76,10 @@ OptionTable tableFor(Options& options) {
          }},
         {"--theme",
          "NAME",
-         "light, dark or system (default: system)",
+         "light, dark, contrast or system (default: system)",
          [&options](const std::string& value) { takeTheme(options, value); },
          Once,
-         {"light", "dark", "system"}},
+         {"light", "dark", "contrast", "system"}},
         {"--fault", "LIST",
          "faults of the simulated machine, such as drop=0.01,flip=0.02\n(with --demo; kestrel-board --help lists them)",
          keepIn(options.faults)},

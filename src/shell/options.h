@@ -11,7 +11,7 @@
 
 namespace kestrel {
 
-enum class Theme { System, Light, Dark };
+enum class Theme { System, Light, Dark, Contrast };
 
 struct Options {
     bool demo = false;                   ///< work on the simulated machine

@@ -42,10 +42,13 @@ TEST_F(Clearing, DoesNothingWithoutYes) {
     for (const auto answer : {No, Cancel, Ok}) {
         world.platform.messages.clear();
         world.platform.answers = {answer};
-        EXPECT_EQ(writesOf(world, [&] { page.cmdCancella[0].UserClick(); }), Writes{});
+        const int button = answer == No ? 1 : 0;
+        EXPECT_EQ(writesOf(world, [&] { page.cmdCancella[button].UserClick(); }), Writes{});
         ASSERT_EQ(world.platform.messages.size(), 1U);
         EXPECT_EQ(world.platform.messages[0].text, "I dati saranno cancellati definitivamente. Continuare?");
         EXPECT_EQ(world.platform.messages[0].title, "Cancella i dati");
+        EXPECT_EQ(world.platform.messages[0].detail,
+                  button == 1 ? "Scelto: cancella dati non azzerabili" : "Scelto: Cancella dati");
         world.run(5'000);
         EXPECT_FALSE(page.lbrInfo.Visible);
         EXPECT_TRUE(page.cmdCancella[0].Enabled);

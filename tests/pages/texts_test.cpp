@@ -23,9 +23,9 @@ namespace {
 const std::pair<const char*, std::string> Texts[] = {
     {"FrmConMac",
      "Machine configuration|Number of valves|Number of mixers|Number of powders|Sugar canister number|0,1,2,3,4,5|"
-     "Mixer for valve 1|0,1,2,3|Mixer for valve 4|1st powder for valve|2nd powder for valve|"
-     "3rd powder for valve|Valve drip time (s)|Double-product powder|abbinamento ev. freddo 1 elettrovalvola|"
-     "abbinamento ev. freddo 3 elettrovalvola|abbinamento ev. freddo 4 elettrovalvola"},
+     "Pairing of cold valves|abbinamento ev. freddo 1 elettrovalvola|abbinamento ev. freddo 3 elettrovalvola|"
+     "abbinamento ev. freddo 4 elettrovalvola|Valves|1st powder\nfor valve|2nd powder\nfor valve|3rd powder\nfor valve|"
+     "Valve drip\ntime (s)|Mixer for valve 1|0,1,2,3|Mixer for valve 4|Double-product powder"},
     {"FrmInter",
      "Intermittent dosing|Powder|Enable|intermittent dosing|On time (s)|intermittent dosing|Off time (s)|"
      "intermittent dosing|1|Off,On|5|Off,On"},
@@ -37,21 +37,21 @@ const std::pair<const char*, std::string> Texts[] = {
      "Times|Alder times (s)|Coffee brew water|Tea brew water|Coffee brew time|Tea brew time|No-sugar compensation|"
      "Pump run time|Water top-up|Cedar times (s)|Motor timeout"},
     {"FrmDosi",
-     "Doses|+9|9|Selection 1|Test running|Water-only test|Full test|Step 1 (times in s)|Valve|Valve time|Valve delay|"
-     "Mixer time|Mixer delay|1st powder time|1st powder delay|Test|2nd powder time|Test|3rd powder time|"
-     "3rd powder delay|Test|Step 2 (times in s)|Step 3 (times in s)|3rd powder delay|Test|Include selection|Off,On|"
+     "Doses|+9|9|Selection 1|Test running|Water-only test|Full test|Step 1 (times in s)|Valve|Valve delay|Valve time|"
+     "Mixer delay|Mixer time|1st powder delay|1st powder time|Test|2nd powder time|Test|3rd powder delay|"
+     "3rd powder time|Test|Step 2 (times in s)|Step 3 (times in s)|3rd powder time|Test|Include selection|Off,On|"
      "bevanda gratis ?|Include cup|Cold beverage|Include jug|Jug count"},
     {"FrmPagamento",
-     "Payment system|G13|Coin 1|Coin 8|Executive|Normal,Differentiated ECS,Price holding|Price timeout (s)|"
-     "Change at once|No, Si|MDB|Coin management|Maximum change|Coin changer|Off,On|Ignore exact change|Select coin|"
+     "Payment system|MDB|Coin management|Maximum change|Coin changer|Off,On|Ignore exact change|No, Si|Select coin|"
      "Coin enabled|Off,On|Banknote management|Select banknote|Banknote enabled|Tokens|Token 1|Token 3|"
-     "Give change on tokens|Key top-up with tokens|Exact change and tokens|Off,On|Maximum key credit|"
-     "Maximum coin credit"},
+     "Give change on tokens|Key top-up with tokens|Exact change and tokens|Off,On|G13|Coin 1|Coin 8|Executive|"
+     "Normal,Differentiated ECS,Price holding|Price timeout (s)|Change at once|No, Si|Credit limits|"
+     "Maximum key credit|Maximum coin credit"},
     {"FrmPrezzi",
      "Set prices|Price 1|Price 30|Preselection 1|Presel. 1 Plus|Preselection 4|Presel. 4 Plus|All at price 1|Off, On"},
     {"FrmSconti", "Set discounts|Discount 1|Discount 30|Presel. 1 discount|Own-cup discount"},
     {"FrmAssSel", "Price number per selection|Selection 1|Selection 18"},
-    {"FrmAssSet", "Price number per sector|Sector 11|Sector 18|Sector 21|Sector 68"},
+    {"FrmAssSet", "Price number per sector|Sector 11|Sector 21|Sector 18|Sector 68"},
     {"FrmTotali",
      "Totals|Totals|Takings|Discounts|Overpay|Paid vends|Free vends|Jug vends|Test vends|Presel. 1|Presel. 2|"
      "Non-resettable totals|Takings|Paid vends"},
@@ -83,8 +83,9 @@ const std::pair<const char*, std::string> Texts[] = {
      "Clock|Set time and date|ore|minuti|giorno|mese|anno|Rinses|Rinse 1|Rinse 1 ore|Rinse 2 minuti|Switch-on times|"
      "Start 1|End 1|Start 2|End 2|Discount times|Start 1|End 2"},
     {"FrmInOut",
-     "In/Out test|Start test|Normal operation|Master|Door open|Mains present|Boiler temperature (°C)|Alder|"
-     "Grounds tray full|Paper FB2 present|Boiler minimum level|Safety thermostat|Water valve 1|Spare output|Cedar|"
+     "In/Out test|Start test|Normal operation|Master|Inputs|Door open|Mains present|Boiler temperature (°C)|Alder|"
+     "Grounds tray full|Paper FB2 present|Boiler minimum level|Safety thermostat|Outputs: locked until the test "
+     "runs|Water valve 1|Spare output|Cedar|"
      "Sector 11|Sector 21|Sector 68|Compressor|Tank temperature (°C)"},
     {"FrmTestCedar", "Cedar test|1|6|Selection under test|Zero the motors"},
     {"FrmSchema",

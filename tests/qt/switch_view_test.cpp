@@ -86,6 +86,17 @@ TEST_F(Switches, OfferTheirPositionsInAListWhereTheyAreManyOrWordsInAnyLanguage)
     }
 }
 
+TEST_F(Switches, OfferNoPositionBeyondTheHighestThatIsOffered) {
+    rotary.highestOffered = 2;
+    rotary.PositionLabels = "0, 1, 2, 3, 4";
+    settle();
+    press(rotary, {Qt::Key_Right, Qt::Key_Up, Qt::Key_End});
+    leave(widgetOf(rotary));
+    EXPECT_EQ(positions, Positions{2});
+    rotary.Position = 4;
+    EXPECT_TRUE(viewOf(rotary).spokenValue().contains(u'4')) << "what the board has is shown all the same";
+}
+
 TEST_F(Switches, ShowAPositionThatNoLabelStandsForAndComeBackFromIt) {
     slider.Position = 9;
     EXPECT_TRUE(viewOf(slider).spokenValue().contains(u'9'));
@@ -123,6 +134,28 @@ TEST_F(Switches, ShowWhatThePageMakesOfTheClick) {
     EXPECT_EQ(viewOf(led).checked(), false);
     led.Active = true;
     EXPECT_EQ(viewOf(led).checked(), true);
+}
+
+TEST_F(Switches, AreReachedByAClickAnywhereInTheirRowUnlessTheyAreLocked) {
+    Label number, name;
+    LedSwitch output;
+    name.Caption = "Water valve 1";
+    output.OnClick([this] { ++clicks; });
+    QWidget& page = show([&] { return Column{Target{number, output, name}, other}; });
+    page.resize(page.width() + 200, page.height());
+    settle();
+    QWidget& row = *widgetOf(output).parentWidget();
+    EXPECT_GE(row.height(), 32);
+    for (const int x : {2, widgetOf(name).geometry().center().x(), row.width() - 3})
+        QTest::mouseClick(&row, Qt::LeftButton, {}, {x, row.height() / 2});
+    QTest::mouseClick(&widgetOf(name), Qt::LeftButton);
+    click(output);
+    EXPECT_EQ(clicks, 5);
+    EXPECT_TRUE(widgetOf(output).hasFocus());
+    output.Enabled = false;
+    QTest::mouseClick(&widgetOf(name), Qt::LeftButton);
+    EXPECT_EQ(clicks, 5);
+    closeAll();
 }
 
 }  // namespace

@@ -76,6 +76,8 @@ class VirtualPlatform : public Platform {
     std::vector<std::string> started;  ///< programs that were started
     bool launcherIsThere = true;
     std::string separator = ".";
+    LocalTime wallClock{2024, 11, 12, 10, 32};
+    std::string clipboard;
 
     std::unique_ptr<TimerBackend> makeTimer(std::function<void()> onExpiry) override;
     void PumpEvents() override;
@@ -92,6 +94,8 @@ class VirtualPlatform : public Platform {
     void showWindow(Window& window) override;
     void closeWindow(Window& window) override;
     Window* activeWindow() override { return active_; }
+    void copyText(const std::string& text) override { clipboard = text; }
+    LocalTime localTime() const override { return wallClock; }
     std::filesystem::path programDirectory() const override { return directory; }
     std::string programName() const override { return "kestrel"; }
     std::filesystem::path configurationDirectory() const override {

@@ -5,6 +5,7 @@
 #include "language/language_files.h"
 #include "link/leaving.h"
 #include "link/value_helpers.h"
+#include "pages/common/own_words.h"
 #include "pages/common/position_labels.h"
 
 namespace kestrel {
@@ -65,6 +66,7 @@ FrmDosi::FrmDosi() : TablePage("FrmDosi", TitleLine, {}) {
     }
     lblPres.Caption = "+" + std::to_string(SelectionKeys);
     lblPres.role = Label::Role::Key;
+    lblVPres.role = Label::Role::Unit;  // of the number of the selection
     HScroll7.design(0, RecipeSelections - 1, 3);
     HScroll7.isSelector = true;
     HScroll1[ValveField].scale.words = valveText;
@@ -94,7 +96,8 @@ FrmDosi::FrmDosi() : TablePage("FrmDosi", TitleLine, {}) {
     Timer3.OnTimer([this] { Timer3_Timer(); });
 }
 
-/// A field is its caption with the bar and value below; time and delay of one device stand side by side.
+/// A field is its caption with the bar and value below; delay and time of one device stand side by side, in the order
+/// in which they pass.
 Layout FrmDosi::arrangeStep(int number) {
     Step& shown = step(number);
     const auto fieldCell = [&shown](int field) {
@@ -102,12 +105,12 @@ Layout FrmDosi::arrangeStep(int number) {
     };
     std::vector<Layout> cells = {fieldCell(ValveField), Gap(), Gap()};
     for (int field = ValveTimeField; field < RecipeFields; field += 2) {
-        cells.push_back(fieldCell(field));
         cells.push_back(fieldCell(field + 1));
+        cells.push_back(fieldCell(field));
         const bool powder = field >= FirstPowderField;
         cells.push_back(powder ? Layout(shown.tests[(field - FirstPowderField) / 2]) : Gap());
     }
-    return Group(shown.frame, Grid(3, std::move(cells)));
+    return Group(shown.frame, Column{timeLines[number], Grid(3, std::move(cells))});
 }
 
 Layout FrmDosi::arrangeProperties() {
@@ -120,12 +123,12 @@ Layout FrmDosi::arrangeProperties() {
 }
 
 Layout FrmDosi::Arrange() {
-    std::vector<Layout> keys = {lblVPres, lblPres};
+    std::vector<Layout> keys = {lblPres};
     for (Label& key : Label11) keys.emplace_back(key);
     return Row{
         Group(Keypad, Grid(1, std::move(keys))),
         Column{
-            Row{Label7, HScroll7, LoadingBar, Gap(), TestLamp, TestLampName, Command4[0], Command4[1]},
+            Row{Label7, HScroll7, lblVPres, LoadingBar, Gap(), TestLamp, TestLampName, Command4[0], Command4[1]},
             Row{arrangeStep(0), arrangeStep(1), arrangeStep(2)},
             arrangeProperties(),
         },
@@ -175,10 +178,12 @@ void FrmDosi::PageCaptions() {
     for (int i = 0; i <= JugCountCaption; ++i) Label5[i].Caption = LanguageTable(FirstPropertyLine + i);
     Label5[ColdCaption].Caption = LanguageTable(ColdLine);
     for (SliderSwitch& slider : SwitchX5) slider.PositionLabels = TwoPositions(OffLine, OnLine);
-    lblPres.ToolTip = LanguageTable(PreselectionLine);
+    lblPres.ToolTip = OwnWord(Own::PlusNine);
+    Label5[FreeCaption].ToolTip = OwnWord(Own::FreeBeverage);
     TestLampName.Caption = LanguageTable(TestRunningLine);
     showPreselection();
     showSelectionNumber();
+    drawTimeLines();
 }
 
 void FrmDosi::showSelectionNumber() {
@@ -216,6 +221,7 @@ void FrmDosi::awaitSelection() {
             each.bars[field].awaitValue();
             each.values[field].awaitValue();
         }
+    drawTimeLines();
     for (SliderSwitch& slider : SwitchX5) slider.awaitValue();
     HScroll5.awaitValue();
     Label5[JugCountValue].awaitValue();
@@ -240,6 +246,7 @@ void FrmDosi::HScroll_Change(int number, int Index) {
     if (Updating) return;
     if (Index == ValveField) EventEdited = true;
     ParamWrite(field, static_cast<unsigned>(bar.Value.get()));
+    drawTimeLines();
 }
 
 void FrmDosi::HScroll5_Change() {

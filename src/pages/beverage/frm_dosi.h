@@ -10,6 +10,7 @@
 #include "pages/common/table_page.h"
 #include "platform/displays.h"
 #include "platform/switches.h"
+#include "platform/time_line.h"
 
 namespace kestrel {
 
@@ -25,8 +26,9 @@ class FrmDosi : public TablePage {
     Label Label7;                                ///< number of the selection on show
     ProgressBar LoadingBar;                      ///< how many values of the selection have come
 
-    ControlArray<Label, RecipeFields> Label1s;  ///< captions of the fields
-    Frame Frame1, Frame2, Frame3;               ///< steps 1, 2, 3
+    ControlArray<TimeLine, RecipeSteps> timeLines;  ///< what each step lets run when, on one scale
+    ControlArray<Label, RecipeFields> Label1s;      ///< captions of the fields
+    Frame Frame1, Frame2, Frame3;                   ///< steps 1, 2, 3
     ControlArray<ScrollBar, RecipeFields> HScroll1, HScroll2, HScroll3;
     ControlArray<Label, RecipeFields> Label1, Label2, Label3;  ///< the valve's is also the page's memory of it
     ControlArray<CommandButton, PowderSolenoids> Command1, Command2, Command3;
@@ -78,6 +80,10 @@ class FrmDosi : public TablePage {
     void showSelectionNumber();
     void showPreselection();
 
+    // The time lines (frm_dosi_time_lines.cpp).
+    void drawTimeLines();
+    std::vector<TimeLine::Lane> lanesOf(int number);
+
     // Choosing and editing (frm_dosi.cpp).
     void WatchSelection() { EachParameterOfSelection(SelectionIndex, Watch); }
     void ReleaseSelection() { EachParameterOfSelection(SelectionIndex, Release); }
@@ -98,6 +104,7 @@ class FrmDosi : public TablePage {
     void coldModeArrived(ParamValue value);
     void eventMaxArrived(ParamValue value);
     void valveConfirmed();
+    void explainBrewer(ParamValue valve);
     void count();
     void startLoading();
     void endLoading();

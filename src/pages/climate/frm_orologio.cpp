@@ -8,6 +8,7 @@
 #include "link/dates.h"
 #include "link/subscriptions.h"
 #include "link/value_helpers.h"
+#include "pages/common/own_words.h"
 #include "platform/platform.h"
 
 namespace kestrel {
@@ -147,6 +148,7 @@ void FrmOrologio::PageCaptions() {
     TablePage::PageCaptions();
     iSevenSegmentClockX1.ToolTip = Caption;
     SetToComputer.Caption = WindowText(SetToComputerLine, "Set to this computer's time");
+    explainCaptions();
     Frame1.Caption = LanguageTable(Frame1Line);
     Frame2.Caption = LanguageTable(Frame2Line);
     Frame3.Caption = LanguageTable(Frame3Line);
@@ -155,6 +157,14 @@ void FrmOrologio::PageCaptions() {
         const BandRow& band = BandRows[static_cast<std::size_t>(i)];
         Label2[i].Caption = LanguageTable(band.line) + " " + std::to_string(band.number);
     }
+}
+
+/// These captions are Italian in every language.
+void FrmOrologio::explainCaptions() {
+    for (int i = 0; i < Label41.size(); ++i) Label41[i].ToolTip = OwnWord(i == 0 ? Own::Hours : Own::Minutes);
+    constexpr std::array<Own, 3> dateParts = {Own::DayOfMonth, Own::Month, Own::Year};
+    for (int i = 0; i < Label5s.size(); ++i) Label5s[i].ToolTip = OwnWord(dateParts[static_cast<std::size_t>(i)]);
+    for (int i = 0; i < BandBars; ++i) Label3[i].ToolTip = OwnWord(i % 2 == 0 ? Own::Hours : Own::Minutes);
 }
 
 void FrmOrologio::HScroll1_Change(int Index) {

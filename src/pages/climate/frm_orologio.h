@@ -47,6 +47,7 @@ class FrmOrologio : public TablePage {
 
   private:
     void PageCaptions() override;
+    void explainCaptions();
     void HScroll1_Change(int Index);
     void HScroll2_Change(int Index);
     void HScroll5_Change(int Index);

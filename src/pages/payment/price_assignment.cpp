@@ -74,11 +74,16 @@ Layout PriceAssignment::Arrange() {
             lists.children.push_back(Rows(Indexes(first, first + length - 1), Label11, HScroll1, Label1));
         return lists;
     }
-    // As the sectors lie in the machine: narrow cells, each with its caption above its bar.
-    std::vector<Layout> cells;
-    cells.reserve(static_cast<std::size_t>(design_.rows.size()));
-    for (int k = 0; k < design_.rows.size(); ++k) cells.push_back(Column{Label11[k], Row{HScroll1[k], Label1[k]}});
-    return Grid(design_.columns, std::move(cells));
+    // As the sectors lie in the machine: narrow cells, each with its caption above its bar, in columns that stand
+    // below one another where there is no room for all of them side by side.
+    Layout columns(Layout::Kind::Row);
+    for (int column = 0; column < design_.columns; ++column) {
+        std::vector<Layout> cells;
+        for (int k = column; k < design_.rows.size(); k += design_.columns)
+            cells.push_back(Column{Label11[k], Row{HScroll1[k], Label1[k]}});
+        columns.children.push_back(Grid(1, std::move(cells)));
+    }
+    return columns;
 }
 
 void PriceAssignment::PageSubscribe() {

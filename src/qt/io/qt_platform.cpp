@@ -1,10 +1,12 @@
 // The machine under the program, for people.
 #include "qt/io/qt_platform.h"
 
+#include <QClipboard>
 #include <QCoreApplication>
 #include <QDate>
 #include <QDeadlineTimer>
 #include <QFileInfo>
+#include <QGuiApplication>
 #include <QLocale>
 #include <QProcess>
 #include <QThread>
@@ -96,6 +98,8 @@ void QtPlatform::showWindow(Window& window) { mainWindow().showWindow(window); }
 void QtPlatform::closeWindow(Window& window) { mainWindow().closeWindow(window); }
 bool QtPlatform::isMinimized(Window& window) { return mainWindow().isMinimized(window); }
 Window* QtPlatform::activeWindow() { return mainWindow().activeWindow(); }
+
+void QtPlatform::copyText(const std::string& text) { QGuiApplication::clipboard()->setText(toQt(text)); }
 
 std::string QtPlatform::programName() const {
     return QFileInfo(QCoreApplication::applicationFilePath()).completeBaseName().toStdString();

@@ -51,6 +51,7 @@ class QtPlatform : public Platform {
     void closeWindow(Window& window) override;
     bool isMinimized(Window& window) override;
     Window* activeWindow() override;
+    void copyText(const std::string& text) override;
 
     std::filesystem::path programDirectory() const override { return setup_.directory; }
     std::string programName() const override;

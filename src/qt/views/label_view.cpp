@@ -27,6 +27,10 @@ LabelView::LabelView(Label& label) : View(label) {
     } else {
         setPolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     }
+    if (label.role != Label::Role::Heading) return;
+    QFont strong;
+    strong.setWeight(QFont::DemiBold);
+    setFont(strong);
 }
 
 void LabelView::showState() {
@@ -134,6 +138,7 @@ void LabelView::mousePressEvent(QMouseEvent* event) {
 
 void LabelView::mouseReleaseEvent(QMouseEvent* event) {
     const bool clicked = pressed_ && event->button() == Qt::LeftButton && rect().contains(event->pos());
+    event->setAccepted(pressed_);
     pressed_ = false;
     if (clicked) press();
 }

@@ -53,6 +53,8 @@ SteppedView::SteppedView(SteppedSwitch& stepped) : View(stepped) {
 void SteppedView::showState() {
     QStringList labels;
     for (const std::string& label : model().labels()) labels.append(toQt(label));
+    if (const auto highest = model().highestOffered; highest && *highest < labels.size() - 1)
+        labels.resize(*highest + 1);
     const bool relabelled = std::exchange(labels_, labels) != labels;
     const bool moved = std::exchange(position_, model().shownValue()) != model().shownValue();
     if (relabelled) relabel();
@@ -162,6 +164,7 @@ void SteppedView::paintEvent(QPaintEvent* /*event*/) {
 }
 
 void SteppedView::stepBy(int amount) {
+    if (amount > 0 && position_ + amount > top()) return moveTo(std::max(position_, top()));
     act([amount](SteppedSwitch& stepped) { stepped.UserStepBy(amount); });
 }
 

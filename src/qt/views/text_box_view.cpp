@@ -26,6 +26,7 @@ TextBoxView::TextBoxView(TextBox& box) : View(box) {
 
 void TextBoxView::showState() {
     setReadOnly(unread());
+    setEchoMode(model().Concealed ? Password : Normal);
     // What the user types, or has entered and the model has not taken yet, is not taken away by a value of the board.
     if (!edited_ && !model().actWaits()) showModel();
 }

@@ -17,7 +17,8 @@ class TextBoxView : public View<TextBox, QLineEdit> {
     void dropTyping() override;
     void renamed() override;
     QAccessible::Role spokenRole() const override { return QAccessible::EditableText; }
-    QString valueInWords() const override { return text(); }
+    /// As it is shown: a concealed one tells only how long it is.
+    QString valueInWords() const override { return displayText(); }
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override { return sizeHint(); }
 

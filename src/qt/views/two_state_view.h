@@ -40,6 +40,17 @@ class ToggleView : public TwoStateView {
     void paintEvent(QPaintEvent* event) override;
 };
 
+/// Drawn as an eye, crossed out while it conceals.
+class RevealView : public TwoStateView {
+  public:
+    using TwoStateView::TwoStateView;
+    QSize sizeHint() const override;
+    QString spokenName() const override;
+
+  protected:
+    void paintEvent(QPaintEvent* event) override;
+};
+
 class LedSwitchView : public TwoStateView {
   public:
     using TwoStateView::TwoStateView;

@@ -6,6 +6,7 @@
 #include "qt/views/button_view.h"
 #include "qt/views/canvas_view.h"
 #include "qt/views/field_view.h"
+#include "qt/views/folding_view.h"
 #include "qt/views/group_view.h"
 #include "qt/views/label_view.h"
 #include "qt/views/lamp_view.h"
@@ -15,8 +16,10 @@
 #include "qt/views/seven_segment_view.h"
 #include "qt/views/stepped_view.h"
 #include "qt/views/strip_chart_view.h"
+#include "qt/views/tally_view.h"
 #include "qt/views/text_box_view.h"
 #include "qt/views/thermometer_view.h"
+#include "qt/views/time_line_view.h"
 #include "qt/views/two_state_view.h"
 
 namespace kestrel::qt {
@@ -39,8 +42,10 @@ ViewBase* makeLabel(Control& control) {
 }
 
 constexpr Maker Kinds[] = {
+    make<Tally, TallyView>,  // before the label that it is too
     makeLabel,
     make<ScrollBar, BarView>,
+    make<FoldingFrame, FoldingView>,  // before the frame that it is too
     make<Frame, GroupView>,
     make<CommandButton, ButtonView>,
     make<TextBox, TextBoxView>,
@@ -48,6 +53,7 @@ constexpr Maker Kinds[] = {
     make<ProgressBar, ProgressView>,
     make<Picture, CanvasView>,
     make<SteppedSwitch, SteppedView>,
+    make<RevealSwitch, RevealView>,
     make<LedSwitch, LedSwitchView>,  // before the toggle that it is too
     make<ToggleSwitch, ToggleView>,
     make<Led, LampView>,
@@ -56,6 +62,7 @@ constexpr Maker Kinds[] = {
     make<ClockDisplay, ClockView>,
     make<Thermometer, ThermometerView>,
     make<StripChart, StripChartView>,
+    make<TimeLine, TimeLineView>,
 };
 
 }  // namespace

@@ -3,7 +3,10 @@
 
 #include <QAction>
 #include <QCloseEvent>
+#include <QHelpEvent>
 #include <QMenu>
+#include <QStyle>
+#include <QToolTip>
 
 #include "qt/io/deliver.h"
 #include "qt/io/text.h"
@@ -36,7 +39,10 @@ ChildWindow::~ChildWindow() {
 
 QSize ChildWindow::fittingSize() const {
     const int title = fontMetrics().horizontalAdvance(windowTitle()) + BesideTitle;
-    return sizeHint().expandedTo({title, 0}).boundedTo(area_.viewport()->size());
+    const QSize room = area_.viewport()->size();
+    QSize size = sizeHint().expandedTo({title, 0});
+    if (size.height() > room.height()) size.rwidth() += style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+    return size.boundedTo(room);
 }
 
 void ChildWindow::settle() {
@@ -94,9 +100,17 @@ void ChildWindow::fit() {
 }
 
 bool ChildWindow::event(QEvent* event) {
+    if (event->type() == QEvent::ToolTip && model_) return showTip(static_cast<QHelpEvent&>(*event));
     const bool handled = QMdiSubWindow::event(event);
     if (event->type() == QEvent::LayoutRequest && model_) fit();
     return handled;
+}
+
+/// Of the title alone: what stands on the page has its own.
+bool ChildWindow::showTip(const QHelpEvent& event) {
+    const bool onTitle = page_ && event.pos().y() < page_->y();
+    QToolTip::showText(event.globalPos(), onTitle ? toQt(model_->ToolTip) : QString(), this);
+    return true;
 }
 
 void ChildWindow::dropTyping() { qt::dropTyping(page_); }

@@ -8,6 +8,8 @@
 #include "platform/platform.h"
 #include "platform/window.h"
 
+class QHelpEvent;
+
 namespace kestrel::qt {
 
 class PageArea;
@@ -40,6 +42,7 @@ class ChildWindow : public QMdiSubWindow, public ControlView {
   private:
     void place();
     void fit();
+    bool showTip(const QHelpEvent& event);
 
     Window* model_;
     PageArea& area_;

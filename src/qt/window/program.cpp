@@ -34,6 +34,8 @@ Theme lookOf(kestrel::Theme theme) {
             return Theme::Light;
         case kestrel::Theme::Dark:
             return Theme::Dark;
+        case kestrel::Theme::Contrast:
+            return Theme::Contrast;
         case kestrel::Theme::System:
             break;
     }
@@ -68,6 +70,7 @@ QStringList demoCall(const Options& options, const QString& directory) {
     QStringList call{QApplication::applicationFilePath(), QStringLiteral("--demo"), QStringLiteral("--directory"),
                      directory};
     if (options.theme == kestrel::Theme::Light) call += {QStringLiteral("--theme"), QStringLiteral("light")};
+    if (options.theme == kestrel::Theme::Contrast) call += {QStringLiteral("--theme"), QStringLiteral("contrast")};
     if (options.theme == kestrel::Theme::Dark) call += {QStringLiteral("--theme"), QStringLiteral("dark")};
     return call;
 }
