@@ -70,7 +70,11 @@ class ToggleSwitch : public Control {
 };
 
 /// An eye: while it is on, what stands concealed beside it is shown.
-class RevealSwitch : public ToggleSwitch {};
+class RevealSwitch : public ToggleSwitch {
+  public:
+    /// What it does and of what, since there is one beside every box.
+    std::string accessibleName() const override { return ToolTip.get() + ": " + ToggleSwitch::accessibleName(); }
+};
 
 /// A toggle with a lamp in it.
 class LedSwitch : public ToggleSwitch {};

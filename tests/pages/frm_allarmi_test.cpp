@@ -24,6 +24,7 @@ struct Alarms : ::testing::Test {
     BareMirror mirror;
     FrmAllarmi& page = mirror.load<FrmAllarmi>();
 
+    Alarms() { mirror.platform.wallClock = {2024, 11, 12, 10, 32}; }
     void put(int slot, const Record& record) {
         const int values[] = {record.minute, record.hour, record.day, record.month, record.year, record.code};
         for (int field = 0; field < 6; ++field)

@@ -75,7 +75,7 @@ TEST_P(PriceAssignmentTest, AllAtPriceOneShutsTheRowsAndANewWordOfTheGateOpensTh
 
 TEST_P(PriceAssignmentTest, ARowShowsTheAmountOfItsPriceWhereThePriceListIsKnown) {
     mirror.arrive(kind.bank, kind.first, 18);
-    const Property<std::string>& amount = page.Label1[0].Unit;
+    const Property<std::string>& amount = kind.rows > 18 ? page.Label1[0].ToolTip : page.Label1[0].Unit;
     EXPECT_EQ(page.Label1[0].Caption.get() + amount.get(), "19");
     mirror.arrive(0, 16 + 18, 80);
     EXPECT_EQ(amount.get(), "") << "no amount without its decimals";

@@ -151,7 +151,7 @@ TEST(Texts, AreFoundByAnyPartOfTheNameOfAPageOrASetting) {
     };
     for (const auto& [typed, page, control] :
          {Row{"set pr", "FrmPrezzi", ""}, Row{"PRICE 12", "FrmPrezzi", "Price 12"},
-          Row{"2nd powder time step 3", "FrmDosi", "Step 3 (times in s), 2nd powder time"},
+          Row{"2nd powder delay step 3", "FrmDosi", "Step 3 (times in s), 2nd powder delay"},
           Row{"enable int", "FrmInter", "Enable intermittent dosing, 1"}, Row{"doses", "FrmDosi", ""},
           Row{"boiler temperature", "FrmTemperatura", "Boiler temperature (\u00B0C)"}}) {
         const std::vector<Findable> found = Matching(all, typed);

@@ -73,7 +73,7 @@ TEST_F(Commands, CopyThePageAsATable) {
     open("smnuAllarmi");
     press(Qt::Key_C, Qt::ControlModifier);
     table = QApplication::clipboard()->text();
-    EXPECT_EQ(table.section(u'\n', 1, 1).count(u'\t'), 3) << "the heads of the list: " << table.toStdString();
+    EXPECT_EQ(table.section(u'\n', 1, 1).count(u'\t'), 4) << "the heads of the list: " << table.toStdString();
 }
 
 TEST_F(Commands, ListTheChangesAndPutThemBack) {

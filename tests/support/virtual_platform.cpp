@@ -214,6 +214,7 @@ void VirtualPlatform::PumpEvents() {
 }
 
 LocalTime VirtualPlatform::localTime() const {
+    if (wallClock) return *wallClock;
     constexpr Micros Minute = 60'000'000;
     const auto minutes = static_cast<int>(10 * 60 + now_ / Minute);
     return {2026, 3, 2, minutes / 60 % 24, minutes % 60};

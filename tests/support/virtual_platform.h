@@ -4,6 +4,7 @@
 
 #include <deque>
 #include <map>
+#include <optional>
 #include <memory>
 #include <set>
 #include <string>
@@ -76,13 +77,12 @@ class VirtualPlatform : public Platform {
     std::vector<std::string> started;  ///< programs that were started
     bool launcherIsThere = true;
     std::string separator = ".";
-    LocalTime wallClock{2024, 11, 12, 10, 32};
+    std::optional<LocalTime> wallClock;  ///< else a run begins at 10:00
     std::string clipboard;
 
     std::unique_ptr<TimerBackend> makeTimer(std::function<void()> onExpiry) override;
     void PumpEvents() override;
     void BusyWait(int milliseconds) override;
-    /// A run begins at 10:00.
     LocalTime localTime() const override;
     std::unique_ptr<SerialControl> makeSerialControl() override;
     std::string portDevice(int port) override { return "/dev/port" + std::to_string(port); }
@@ -95,7 +95,6 @@ class VirtualPlatform : public Platform {
     void closeWindow(Window& window) override;
     Window* activeWindow() override { return active_; }
     void copyText(const std::string& text) override { clipboard = text; }
-    LocalTime localTime() const override { return wallClock; }
     std::filesystem::path programDirectory() const override { return directory; }
     std::string programName() const override { return "kestrel"; }
     std::filesystem::path configurationDirectory() const override {

@@ -60,7 +60,7 @@ PriceAssignment::PriceAssignment(const AssignmentDesign& design)
     for (int k = 0; k < design_.rows.size(); ++k) {
         HScroll1[k].design(LowestPrice, HighestPrice, LargeStep);
         Label1[k].showsValue("30");
-        Label1[k].widestUnit = "– 0.00";
+        if (!isDense()) Label1[k].widestUnit = "– 0.00";
     }
     isSheet = true;
     HScroll1.OnChange([this](int Index) { HScroll1_Change(Index); });
@@ -151,14 +151,15 @@ void PriceAssignment::valueCame(int n, ParamValue value) {
         for (int row = 0; row < design_.rows.size(); ++row) showAmount(row);
 }
 
-/// Where the price list is known: this page asks for no price.
+/// Where the price list is known: this page asks for no price. Narrow cells have no room for it but in their tips.
 void PriceAssignment::showAmount(int row) {
     const auto price = ParamRead(design_.rows[row]);
     const bool isKnown = price < master::Price.size() && ParamIsFresh(design_.rows[row]) &&
                          ParamIsFresh(master::MoneyDecimals) && ParamIsFresh(master::Price[static_cast<int>(price)]);
-    Label1[row].Unit = isKnown ? "– " + FormatAmount(ParamRead(master::Price[static_cast<int>(price)]),
-                                                     DecimalsOf(ParamRead(master::MoneyDecimals)))
-                               : std::string();
+    auto& told = isDense() ? Label1[row].ToolTip : Label1[row].Unit;
+    told = isKnown ? "– " + FormatAmount(ParamRead(master::Price[static_cast<int>(price)]),
+                                         DecimalsOf(ParamRead(master::MoneyDecimals)))
+                   : std::string();
 }
 
 void PriceAssignment::followGate() {

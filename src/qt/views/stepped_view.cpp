@@ -19,8 +19,8 @@ namespace {
 constexpr int WheelNotch = 120;
 constexpr int MostButtons = 8;
 constexpr int MostWords = 4;
-constexpr int LeastButton = 28;
-constexpr int ButtonMargin = 20;
+constexpr int LeastButton = 22;
+constexpr int ButtonMargin = 12;
 constexpr int Inset = 3;  // from the widget to its shape, room for the focus ring
 
 /// The switch round it has the focus, the keys and the wheel.

@@ -112,9 +112,6 @@ void LedSwitchView::paintEvent(QPaintEvent* /*event*/) {
 
 QSize RevealView::sizeHint() const { return {rowHeight(*this), rowHeight(*this)}; }
 
-/// What it does and of what, since there is one beside every box.
-QString RevealView::spokenName() const { return toQt(model().ToolTip) + QStringLiteral(": ") + ViewBase::spokenName(); }
-
 void RevealView::paintEvent(QPaintEvent* /*event*/) {
     Brush brush(*this);
     const QRectF shape = QRectF(rect()).adjusted(3, 3, -3, -3);

@@ -45,7 +45,6 @@ class RevealView : public TwoStateView {
   public:
     using TwoStateView::TwoStateView;
     QSize sizeHint() const override;
-    QString spokenName() const override;
 
   protected:
     void paintEvent(QPaintEvent* event) override;
