@@ -72,6 +72,7 @@ class ToggleSwitch : public Control {
 /// An eye: while it is on, what stands concealed beside it is shown.
 class RevealSwitch : public ToggleSwitch {
   public:
+    RevealSwitch() { isSelector = true; }
     /// What it does and of what, since there is one beside every box.
     std::string accessibleName() const override { return ToolTip.get() + ": " + ToggleSwitch::accessibleName(); }
 };

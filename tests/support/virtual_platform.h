@@ -4,8 +4,8 @@
 
 #include <deque>
 #include <map>
-#include <optional>
 #include <memory>
+#include <optional>
 #include <set>
 #include <string>
 #include <vector>
