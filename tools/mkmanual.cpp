@@ -27,6 +27,7 @@ std::vector<ProgramText> installedPrograms() {
 bool write(const std::filesystem::path& directory) {
     const std::vector<ProgramText> programs = installedPrograms();
     std::vector<std::string> names;
+    names.reserve(programs.size());
     for (const ProgramText& program : programs) names.push_back(program.name);
     bool written = true;
     for (const ProgramText& program : programs) {

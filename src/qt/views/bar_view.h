@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QScrollBar>
+#include <QStyle>
 
 #include "platform/basic_controls.h"
 #include "qt/views/field_view.h"

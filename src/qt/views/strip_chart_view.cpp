@@ -38,7 +38,8 @@ QString timeText(double days) {
 /// With its seconds.
 QString exactTimeText(double days) {
     const auto seconds = static_cast<int>(std::lround(days / ChartWindow::Minute * 60));
-    return timeText(seconds / 60 * ChartWindow::Minute) + QStringLiteral(":%1").arg(seconds % 60, 2, 10, QChar(u'0'));
+    const int minutes = seconds / 60;
+    return timeText(minutes * ChartWindow::Minute) + QStringLiteral(":%1").arg(seconds % 60, 2, 10, QChar(u'0'));
 }
 
 }  // namespace

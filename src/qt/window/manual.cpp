@@ -55,7 +55,7 @@ QTextBlock headingOf(const QTextDocument& document, int number) {
 class Browser : public QTextBrowser {
   public:
     QVariant loadResource(int type, const QUrl& name) override {
-        const QVariant content = QTextBrowser::loadResource(type, name);
+        QVariant content = QTextBrowser::loadResource(type, name);
         if (type != QTextDocument::ImageResource) return content;
         const QImage image = QImage::fromData(content.toByteArray());
         if (image.width() <= WidestPicture) return image;
@@ -77,7 +77,7 @@ class ManualWindow : public QDialog {
         resize(Preferred.boundedTo(screen()->availableSize()));
     }
 
-    void open(const QString& file) {
+    void read(const QString& file) {
         if (file == file_) return;
         file_ = file;
         browser_.setSource(QUrl::fromLocalFile(file), QTextDocument::MarkdownResource);
@@ -102,7 +102,7 @@ bool showManual(QWidget& parent, const QString& section) {
     if (file.isEmpty()) return false;
     auto* window = static_cast<ManualWindow*>(parent.findChild<QDialog*>(QLatin1String(WindowName)));
     if (!window) window = new ManualWindow(&parent);
-    window->open(file);
+    window->read(file);
     window->show();
     window->goTo(section);
     window->raise();

@@ -65,7 +65,7 @@ void focusControl(QWidget& page, const Control& control) {
             name = nameOnPage(*view);
             found = each;
         }
-    if (found && takesFocus(*found) == false)  // its figure bears the same name
+    if (found && !takesFocus(*found))  // its figure bears the same name
         for (QWidget* each : page.findChildren<QWidget*>())
             if (const auto* view = dynamic_cast<ViewBase*>(each);
                 view && takesFocus(*each) && nameOnPage(*view) == name)

@@ -38,7 +38,7 @@ SearchBox::SearchBox(QWidget* parent, std::function<void(const Findable&, Contro
     line_->installEventFilter(this);
     list_->setFocusPolicy(Qt::NoFocus);
     connect(line_, &QLineEdit::textChanged, this, [this] { showMatches(); });
-    connect(list_, &QListWidget::itemClicked, this, [this] { open(); });
+    connect(list_, &QListWidget::itemClicked, this, [this] { openChosen(); });
     resize(UsualSize);
     showMatches();
 }
@@ -56,7 +56,7 @@ bool SearchBox::eventFilter(QObject* object, QEvent* event) {
             return true;
         case Qt::Key_Return:
         case Qt::Key_Enter:
-            open();
+            openChosen();
             return true;
         default:
             return QDialog::eventFilter(object, event);
@@ -72,7 +72,7 @@ void SearchBox::showMatches() {
     if (!found_.empty()) list_->setCurrentRow(0);
 }
 
-void SearchBox::open() {
+void SearchBox::openChosen() {
     const int row = list_->currentRow();
     if (row < 0 || row >= static_cast<int>(found_.size())) return;
     const Findable chosen = found_[static_cast<std::size_t>(row)];

@@ -22,7 +22,7 @@ class SearchBox : public QDialog {
 
   private:
     void showMatches();
-    void open();
+    void openChosen();
 
     std::function<void(const Findable&, Control*)> opened_;
     const std::vector<Findable> all_;
