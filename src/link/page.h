@@ -29,7 +29,9 @@ class Page : public Window {
     /// The user wants it read again.
     void UserReadAgain() {
         FinishGestures(this);
-        userAct([this] { ReadAgain(); });
+        userAct([this] {
+            if (!closing()) ReadAgain();
+        });
     }
 
     /// Values that this page has been told of since it was loaded.

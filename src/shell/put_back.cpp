@@ -11,7 +11,7 @@
 #include "platform/module_state.h"
 #include "platform/outside.h"
 #include "platform/platform.h"
-#include "shell/windows.h"
+#include "shell/main_window.h"
 
 namespace kestrel {
 
@@ -134,7 +134,7 @@ void go(Page& page) {
 /// Between exchanges, as every act of the user.
 void tick_Timer() {
     Page* const page = FindLoadedPage(state().change.page);
-    if (!page) return rest();  // the user has closed it
+    if (!page) return rest();  // the menu did not open it, or the user has closed it
     if (MessageIsOpen()) return;
     go(*page);
     if (state().step == Step::Rest || --state().ticksLeft > 0) return;
@@ -147,7 +147,7 @@ void begin(int number) {
     state().change = *change;
     if (change->isOfOthers) return refuse(Refusal::OtherBoards);
     state().isBeingRead = FindLoadedPage(change->page) == nullptr;
-    ShowPage(change->page);
+    ChooseEntryOf(change->page);
     state().step = Step::Choose;
     state().ticksLeft = PatienceTicks;
     state().tick.Enabled = true;

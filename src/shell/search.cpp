@@ -87,9 +87,10 @@ std::vector<Findable> Matching(const std::vector<Findable>& all, const std::stri
 }
 
 void OpenFound(const Findable& found, const std::function<void(Control*)>& then) {
+    ChooseEntryOf(found.page);
     FromOutside(&MDIForm1(), [found, then] {
-        Page& page = ShowPage(found.page);
-        then(found.control.empty() ? nullptr : ControlAt(page, found.place));
+        if (Page* const page = FindLoadedPage(found.page))
+            then(found.control.empty() ? nullptr : ControlAt(*page, found.place));
     });
 }
 

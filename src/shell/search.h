@@ -25,8 +25,8 @@ std::vector<Findable> AllFindable();
 /// Those in whose names all the words stand that were typed, as whole words or in part: pages first, then controls
 /// whose own name begins so, then the rest, in the order of the menu. With nothing typed, the pages.
 std::vector<Findable> Matching(const std::vector<Findable>& all, const std::string& typed);
-/// Opens its page, and calls with the control, or with null where it is the page itself: at once, or after an open
-/// exchange.
+/// Opens its page as the menu does, and calls with the control, or with null where it is the page itself: at once, or
+/// after an open exchange; not at all where the menu does not open it now.
 void OpenFound(const Findable& found, const std::function<void(Control*)>& then);
 
 }  // namespace kestrel

@@ -12,6 +12,7 @@
 #include "platform/displays.h"
 #include "platform/names_on_page.h"
 #include "program_version.h"
+#include "shell/main_window.h"
 #include "shell/search.h"
 #include "support/layouts.h"
 #include "support/world.h"
@@ -167,6 +168,14 @@ TEST(Texts, AreFoundByAnyPartOfTheNameOfAPageOrASetting) {
     OpenFound(price.front(), [&opened](Control* control) { opened = control; });
     world.settle();
     EXPECT_EQ(opened, &dynamic_cast<FrmPrezzi&>(*FindLoadedPage("FrmPrezzi")).HScroll1[11]);
+
+    LoadLanguage("English.lng");
+    MDIForm1().entry("smnuTempi").Enabled = false;
+    OpenFound(Matching(AllFindable(), "times").front(), [](Control*) {});
+    OpenFound(Matching(AllFindable(), "clear data").front(), [](Control*) {});
+    world.settle();
+    ASSERT_EQ(LoadedPages().size(), 1U) << "as the menu opens it";
+    EXPECT_EQ(LoadedPages().front()->name(), "FrmCancella");
 }
 
 }  // namespace

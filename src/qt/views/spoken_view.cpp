@@ -91,7 +91,8 @@ void* SpokenView::interface_cast(QAccessible::InterfaceType type) {
 }
 
 BarScale SpokenView::scale() const {
-    const auto* bar = dynamic_cast<const ScrollBar*>(view_.shown());
+    const auto* const figure = dynamic_cast<const Label*>(view_.shown());
+    const auto* const bar = figure ? figure->bar() : dynamic_cast<const ScrollBar*>(view_.shown());
     return bar ? bar->scale : BarScale{};
 }
 
