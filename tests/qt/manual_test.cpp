@@ -2,6 +2,7 @@
 // It is the built one, whose sections and pictures the menu is held against.
 #include "qt/window/manual.h"
 
+#include <QImage>
 #include <QTextBlock>
 #include <QTextBrowser>
 
