@@ -38,7 +38,6 @@ TEST_F(Manual, HasASectionForEveryPageInEveryLanguageThatItIsIn) {
     EXPECT_FALSE(showManual(*platform.view, QStringLiteral("FrmDosi"))) << "this installation has none";
     platform.directory = KESTREL_INSTALLATION;
     platform.install(KESTREL_INSTALLATION);
-    platform.install(KESTREL_INSTALLATION);
     constexpr std::size_t Sections = 27;  // the four counters of vends share one
     std::set<std::string> titles;
     for (const int language : {0, 1, 3, 4}) {  // German, English, French, which has none of its own, Italian
