@@ -16,7 +16,8 @@ for manual in docs/manual/*.md; do
     ln -s "$installation"/*.lng "$installation"/*.inx "$installation/pictures" "$work/$language/"
     printf 'Com=1\r\nLingua=%s\r\n' "$language" >"$work/$language/kestrel.ini"
     QT_QPA_PLATFORM=offscreen "$installation/kestrel" --demo --directory "$work/$language" --theme light \
-        --tour "$work/$language/tour" >/dev/null
+        --tour "$work/$language/tour" >"$work/$language/table" ||
+        { cat "$work/$language/table" >&2 && fail "some pages were not filled in time; is the computer busy?"; }
     mkdir -p "docs/manual/pictures/$language"
     for page in "${pages[@]}"; do cp "$work/$language/tour/$page.png" "docs/manual/pictures/$language/"; done
 done
