@@ -134,8 +134,9 @@ TEST_F(Clock, TheDateWaitsUntilAllThreeOfItsPartsAreFreshAndTold) {
 }
 
 TEST_F(Clock, WithoutAClockTheBandsAloneAreLive) {
-    // Its frame, two displays, five settings of three controls each, the time over two of them, and the button.
-    constexpr int OfTheClock = 3 + 5 * 3 + 2 + 1;
+    // Its frame, two displays, five settings of three controls each, the time over two of them with its caption, and
+    // the button.
+    constexpr int OfTheClock = 3 + 5 * 3 + 3 + 1;
     world.setBoards({{0, 7, 0xFB}, {0, 239, 5}});
     FrmOrologio& page = open();
     EXPECT_EQ(usableInputs(page.Arrange()), FrmOrologio::BandBars + FrmOrologio::BandCount);

@@ -111,6 +111,7 @@ FrmOrologio::FrmOrologio() : TablePage("FrmOrologio", TitleLine, {Subscriptions}
     }
     for (int band = 0; band < BandCount; ++band) bandTime(band).stand(HScroll1[2 * band], HScroll1[2 * band + 1]);
     ClockTime.stand(HScroll2[0], HScroll2[1]);
+    ClockTimeCaption.Caption = "hh:mm";
     SetToComputer.OnClick([this] { SetToComputer_Click(); });
     HScroll1.OnChange([this](int Index) { HScroll1_Change(Index); });
     HScroll2.OnChange([this](int Index) { HScroll2_Change(Index); });
@@ -132,7 +133,7 @@ Layout FrmOrologio::bandRows(int first, int last) {
 
 Layout FrmOrologio::Arrange() {
     const Layout clock = Column{
-        Row{iSevenSegmentClockX1, Label6, Gap(), ClockTime.Bar, ClockTime.Figure},
+        Row{iSevenSegmentClockX1, Label6, Gap(), ClockTimeCaption, ClockTime.Bar, ClockTime.Figure},
         Grid(3, {Label41[0], HScroll2[0], Label4[0], Label41[1], HScroll2[1], Label4[1],  //
                  Label5s[0], HScroll5[0], Label5[0], Label5s[1], HScroll5[1], Label5[1],  //
                  Label5s[2], HScroll5[2], Label5[2]}),
@@ -205,6 +206,7 @@ void FrmOrologio::enableClock(bool live) {
     SetToComputer.Enabled = live;
     ClockTime.Bar.Enabled = live;
     ClockTime.Figure.Enabled = live;
+    ClockTimeCaption.Enabled = live;
     iSevenSegmentClockX1.Enabled = live;
     Label6.Enabled = live;
     for (int i = 0; i < HScroll2.size(); ++i) {

@@ -37,7 +37,8 @@ class FrmOrologio : public TablePage {
 
     std::array<TimeBar, BandCount> BandTimes;  ///< each over the two bars of its band
     TimeBar ClockTime;                         ///< over those that set the clock
-    CommandButton SetToComputer;               ///< sets the clock and the calendar to those of this computer
+    Label ClockTimeCaption;
+    CommandButton SetToComputer;  ///< sets the clock and the calendar to those of this computer
 
     /// The user moved a bar that sets the clock, and no such value has come back since.
     bool Editing = false;
