@@ -120,7 +120,7 @@ void FrmConMac::designValveGroup(std::size_t g) {
         group.captions[i].Caption = std::to_string(i + 1);
         group.bars[i].design(0, row.max, row.tenths ? 10 : 1);
         group.bars[i].scale.decimals = row.tenths ? 1 : 0;
-        Measure(group.bars[i], group.values[i], row.settings[i]);
+        Measure(group.bars[i], row.settings[i]);
         group.values[i].showsValue(row.tenths ? "25.5" : "255");
     }
     group.bars.OnChange([this, g](int Index) { ValveBar_Change(g, Index); });
