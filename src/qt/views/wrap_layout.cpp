@@ -64,8 +64,8 @@ std::vector<WrapLayout::Line> WrapLayout::linesFor(int width) const {
     return lines;
 }
 
-/// Each gets what it would like, or where that is too much, less by as much of it as the others give up of theirs; what is left over
-/// goes to those that expand, or else to those that fill their place.
+/// Each gets what it would like, or where that is too much, less by as much of it as the others give up of theirs; what
+/// is left over goes to those that expand, or else to those that fill their place.
 std::vector<int> WrapLayout::widthsIn(const Line& line, int width) const {
     const auto gaps = std::count_if(line.begin(), line.end(), [](QLayoutItem* item) { return isGap(*item); });
     const int room = width - spacing() * (static_cast<int>(line.size() - static_cast<std::size_t>(gaps)) - 1);
