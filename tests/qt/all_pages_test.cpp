@@ -194,7 +194,8 @@ TEST_F(AllPages, AreReachedWholeByTabAndTakeATypedValueOnAClickOnTheFigureOfEver
 
 TEST_F(AllPages, FollowTheLanguageTogetherAndAtOnceAndSoDoTheWordsRoundThem) {
     constexpr std::size_t Open = 10;
-    constexpr double LongestChange = 0.050;  // seconds of the processor, until all is painted
+    // Seconds of the processor, until all is painted.
+    constexpr double LongestChange = 0.050 * kestrel::testing::BuildAllowance;
     constexpr int Changes = 10;
     std::vector<MenuRow> pages = rows();
     pages.resize(Open);
