@@ -67,6 +67,11 @@ void expectNothingCutOff(ChildWindow& window) {
         if (!widget->isVisible() || widget->size().isEmpty()) continue;
         expectTextsWhole(*widget);
         EXPECT_TRUE(uncut(*widget) == widget->rect()) << inWords(*widget);
+        if (const auto* group = qobject_cast<QGroupBox*>(widget)) {
+            QFont bold = group->font();
+            bold.setWeight(QFont::DemiBold);
+            EXPECT_LE(QFontMetrics(bold).horizontalAdvance(group->title()), group->width() - 20) << inWords(*group);
+        }
     }
     for (const ViewBase* view : viewsOf(window)) {
         if (!view->widget().isVisible()) continue;

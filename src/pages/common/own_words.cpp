@@ -25,7 +25,7 @@ constexpr std::array English = {
     "Sum",
     "hours:minutes since the page was opened",
     "Values: by the pointer or Shift+arrows",
-    "when",
+    "When",
     "today",
     "yesterday",
     "%1 days ago",
