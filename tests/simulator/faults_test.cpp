@@ -134,6 +134,19 @@ TEST_F(FaultTest, RepliesAreSpoiledAsTheirKindSays) {
         EXPECT_GT(replies.size(), fault == "drop" ? 2U : 3U) << fault << " is always the same";
 }
 
+TEST_F(FaultTest, AChangeStrikesWhatWasAskedForLastButNothingThatBoardsSayOfThemselves) {
+    Bench bench(with(""));
+    bench.strike(FaultKind::Change);  // nothing has been asked for
+    bench.play("2.71=5000");
+    bench.strike(FaultKind::Change);
+    EXPECT_NE(bench.read(Sector, 71), 5000U);
+    for (const char* report : {"0.1?4", "0.2?4", "1.1297?0", "2.290?0"}) {
+        bench.play(report);
+        bench.strike(FaultKind::Change);
+        bench.play(report);
+    }
+}
+
 // By hand, whatever boards there are: it happens at once, it ends, and no board that is not there is heard of.
 TEST_F(FaultTest, StrikesByHandWithoutAnExchange) {
     const std::set<FaultKind> seenAtOnce{FaultKind::Noise,    FaultKind::Reset, FaultKind::BoardLost,
