@@ -30,6 +30,18 @@ TEST(FrmTemperatura, AValueBeyondItsBarIsToldAsItIsAndTheTankSwitchesOffAtSixtee
     }
 }
 
+TEST(FrmTemperatura, OnlyANewWordOfPresenceTouchesFramesAndFigures) {
+    StartedWorld world;
+    auto& page = world.open<FrmTemperatura>("FrmTemperatura");
+    const std::initializer_list<Control*> ruled = {&page.Frame1, &page.Frame2, &page.Label1, &page.Label2[0]};
+    for (Control* control : ruled) control->Enabled = false;
+    world.run(5000);  // the words are read again and again
+    for (const Control* control : ruled) EXPECT_FALSE(control->Enabled);
+    world.setBoards({{0, 1, 12}, {0, 2, 12}});
+    world.run(3000);
+    for (const Control* control : ruled) EXPECT_TRUE(control->Enabled);
+}
+
 TEST(FrmTemperatura, TheRefrigeratorShowsOnlyWhereTheCoolingUnitIsOne) {
     for (const std::uint32_t kind : {0U, 1U, 2U}) {
         StartedWorld world({{1, 1153, kind}});

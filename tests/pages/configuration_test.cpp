@@ -34,6 +34,19 @@ struct ConMac : ::testing::Test {
     }
 };
 
+TEST_F(ConMac, CountsAboveWhatThePageHoldsAreShownClampedAndOnlyValvesAreCorrected) {
+    setCounts(6, 5, 6);
+    world.setBoard(1, 1157, 6);
+    WriteLog log(world);
+    FrmConMac& page = open();
+    ASSERT_TRUE(world.settle());
+    const int counts[] = {3, 2, 4};
+    for (int i = 0; i < 3; ++i) EXPECT_EQ(page.iSwSliderX1[i].Position, counts[i]);
+    EXPECT_EQ(page.iSwSliderX2.Position, 0);
+    EXPECT_EQ(log.take(), (Writes{{1, 1154, 4}}));
+    EXPECT_EQ(live(page), liveWith(4, 5, true));
+}
+
 TEST_F(ConMac, AChangedCountDisablesThePageUntilItsValueComesBack) {
     const struct {
         int slider, position;
@@ -98,6 +111,27 @@ TEST_F(ConMac, AMoveBeyondTheLimitIsRefusedInSilenceAndTheBoardsValueReadAgain) 
         EXPECT_EQ(slider.Position, before) << "it has been read again";
         EXPECT_FALSE(slider.waiting());
         EXPECT_FALSE(writesOf(world, [&] { moveTo(c.allowed); }).empty()) << "the limit itself is allowed";
+        page.UserClose();
+    }
+}
+
+// A board that is back unlocks nothing by itself. A count read again does, once a change of valves or mixers has been
+// made, but not after a change of powders.
+TEST_F(ConMac, ABoardThatIsBackLeavesThePageLockedButForWhatAChangeOfACountHasArmed) {
+    const struct {
+        int changed;
+        int liveAfter;
+    } cases[] = {{0, liveWith(2, 5, true)}, {1, liveWith(4, 5, true)}, {2, 0}};
+    for (const auto& c : cases) {
+        setCounts(4, 3, 5);
+        FrmConMac& page = open();
+        page.iSwSliderX1[c.changed].UserMove(1);
+        ASSERT_TRUE(world.settle());
+        arrives(page, 0, 1, 0);
+        arrives(page, 0, 1, 4);
+        EXPECT_EQ(live(page), 0);
+        arrives(page, 1, 1154, c.changed == 0 ? 2 : 4);
+        EXPECT_EQ(live(page), c.liveAfter) << c.changed;
         page.UserClose();
     }
 }

@@ -74,6 +74,10 @@ TEST_F(Alarms, FromEveryPointerTheNewestComesFirstAndTheRingTurnsBackwards) {
             EXPECT_EQ(rows()[static_cast<std::size_t>(k)], expected);
         }
     }
+    for (const std::uint32_t beyond : {10U, 255U}) {
+        point(beyond);
+        EXPECT_TRUE(rows().empty()) << beyond;
+    }
 }
 
 TEST_F(Alarms, AnEmptySlotEndsTheListWhateverStandsBehindIt) {

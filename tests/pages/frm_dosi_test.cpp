@@ -70,6 +70,7 @@ TEST(FrmDosi, EverySelectionIsReachedByKeyAndByBar) {
                 page.HScroll7.UserMove(selection);
             }
             EXPECT_EQ(openParts(page), "123") << "locked while it loads";
+            EXPECT_TRUE(page.LoadingBar.Visible);
             ASSERT_TRUE(doses.settle(page));
             EXPECT_EQ(page.Label7.Caption.get(), "Selezione " + std::to_string(selection + 1));
             EXPECT_EQ(page.HScroll7.Value, selection);
@@ -257,6 +258,23 @@ TEST(FrmDosi, OnlyAChangedStatusLocksOrUnlocks) {
     doses.world.run(2000);
     EXPECT_EQ(openParts(page)[0], 'k');
     EXPECT_TRUE(page.SwitchX5[FreeMask].usable()) << "never locked";
+}
+
+TEST(FrmDosi, LeavesAKeysSelectionWatchedAndTheBarsNot) {
+    for (const bool byKey : {true, false}) {
+        Doses doses;
+        auto& page = doses.open();
+        if (byKey)
+            page.Label11[3].UserClick();
+        else
+            page.HScroll7.UserMove(3);
+        ASSERT_TRUE(doses.settle(page));
+        EXPECT_EQ(ParamTable(1, 10).Watchers, byKey ? 2 : 1);
+        page.UserClose();
+        EXPECT_EQ(ParamTable(1, 10).Watchers, byKey ? 1 : 0);
+        EXPECT_EQ(ParamTable(1, 7).Watchers, 0);
+        for (const int n : {1, 5, 7}) EXPECT_EQ(ParamTable(0, n).Watchers, 0) << n;
+    }
 }
 
 }  // namespace

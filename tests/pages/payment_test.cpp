@@ -55,6 +55,22 @@ TEST(FrmPagamento, BoardsUpToRevision23LeaveTheCreditRowsAsTheyWere) {
 }
 
 /// A page on a machine where everything can be moved, whatever the payment system.
+TEST(FrmPagamento, ChangedDecimalsRedrawAllMoneyButTheTwoCredits) {
+    BareMirror mirror;
+    auto& page = mirror.load<FrmPagamento>();
+    const std::pair<int, Label*> money[] = {{312, &page.Label10[0]}, {319, &page.Label10[7]}, {328, &page.Label11[0]},
+                                            {332, &page.Label11[2]}, {334, &page.Label11[3]}, {336, &page.Label6s[0]},
+                                            {338, &page.Label6s[2]}};
+    mirror.arrive(0, 3, 2);
+    for (const auto& [n, label] : money) {
+        mirror.arrive(0, n, 251);
+        EXPECT_EQ(label->Caption.get(), "2.51") << n;
+    }
+    mirror.arrive(0, 3, 1);
+    for (const auto& [n, label] : money) EXPECT_EQ(label->Caption.get(), n == 332 || n == 334 ? "2.51" : "25.1") << n;
+    EXPECT_EQ(page.HScroll11[2].textOf(0), "3276.8") << "what is typed is always in the decimals in force";
+}
+
 struct PaymentOnMachine : ::testing::Test {
     StartedWorld world{{0, 84, 0x85}, {0, 330, 0x8001}, {0, 344, 0x0006}, {0, 346, 0xFE}, {0, 348, 0xFC}};
     FrmPagamento& open(std::uint32_t system) {

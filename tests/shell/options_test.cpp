@@ -17,6 +17,17 @@ Options parsed(const std::string& line) {
     return parseOptions({std::istream_iterator<std::string>(words), {}});
 }
 
+TEST(Options, TakeTheirValueAfterBlankOrEqualsSign) {
+    for (const char* line : {"--com 2=/dev/a=b --theme dark --directory /tmp --tour out",
+                             "--com=2=/dev/a=b --theme=dark --directory=/tmp/../tmp/ --tour=out"}) {
+        const Options options = parsed(line);
+        EXPECT_EQ(options.devices.at(2), "/dev/a=b");
+        EXPECT_EQ(options.theme, Theme::Dark);
+        EXPECT_EQ(options.directory, "/tmp") << "the directory's parent must be found by its path";
+        EXPECT_EQ(options.tour, std::filesystem::current_path() / "out");
+    }
+}
+
 TEST(Options, MayNameSeveralPagesAndPortsWhoseDevicesAreFoundFromAnyDirectory) {
     const Options options = parsed("--com 1=ttyUSB0 --com 4=./line --open FrmDosi --open=FrmTempi");
     const std::string line = std::filesystem::absolute("./line").string();
