@@ -6,11 +6,9 @@ set(KESTREL_STD_HEADERS <algorithm> <array> <cstdint> <filesystem> <functional> 
                         <stdexcept> <string> <utility> <vector>)
 set(KESTREL_QT_HEADERS <QAccessible> <QApplication> <QKeyEvent> <QMainWindow> <QMdiSubWindow> <QMenu> <QMouseEvent>
                        <QPainter> <QPainterPath> <QProxyStyle> <QScrollArea> <QStyleOption> <QTimer> <QWidget>)
-set(KESTREL_PAGE_HEADERS pages/common/table_page.h platform/switches.h platform/displays.h link/settings.h)
-list(TRANSFORM KESTREL_PAGE_HEADERS PREPEND ${PROJECT_SOURCE_DIR}/src/)
 set(KESTREL_TEST_HEADERS <gtest/gtest.h>)
 
-# kestrel_precompile(TARGET STD QT PAGE TEST): the kinds of headers that the target's sources include.
+# kestrel_precompile(TARGET STD QT TEST): the kinds of headers that the target's sources include.
 function(kestrel_precompile target)
   if(NOT KESTREL_PRECOMPILE)
     return()

@@ -14,6 +14,8 @@ packaging/floors.sh
 packaging/parameters.sh
 tests/share.sh >/dev/null || fail "there are too many tests: see tests/share.sh"
 build release kestrel
+desktop-file-validate packaging/desktop/kestrel.desktop || fail "the desktop entry is not as it should be"
+appstreamcli validate --no-net build/release/*.metainfo.xml >/dev/null || fail "ask appstreamcli about the description"
 # As for the compiler, but for the headers that only it can read precompiled and a warning that only it knows.
 commands=build/tidy/compile_commands.json
 mkdir -p build/tidy

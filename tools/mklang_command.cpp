@@ -11,7 +11,6 @@
 #include <utility>
 #include <vector>
 
-#include "command_line/command_line.h"
 #include "tools/mklang_format.h"
 #include "tools/mklang_glossary.h"
 
@@ -29,17 +28,19 @@ struct Work {
     std::string print;
 };
 
-Tool toolFor(Work& work) {
+ProgramText textFor(Work& work) {
     return {"mklang",
-            "usage: mklang SOURCE... [--check-used FILE] [--glossary FILE] --out DIR\n"
-            "       mklang --print FILE.lng\n",
+            "makes the language files of an installation, or prints one as text",
+            {"SOURCE... [--check-used FILE] [--glossary FILE] --out DIR", "--print FILE.lng"},
+            "",
             {
                 {"", "SOURCE", "", addTo(work.sources)},
                 {"--out", "DIR", "make a file in DIR for each language of the sources", keepIn(work.directory)},
                 {"--check-used", "FILE", "demand a text of each line that FILE lists", keepIn(work.usedLines)},
                 {"--glossary", "FILE", "hold the texts to the words of the table in FILE", keepIn(work.glossary)},
                 {"--print", "FILE.lng", "print a language file with the numbers of its lines", keepIn(work.print)},
-            }};
+            },
+            {}};
 }
 
 void refuseHalfWork(const Work& work) {
@@ -117,9 +118,14 @@ int make(const Work& work, std::ostream& err) {
 
 }  // namespace
 
+ProgramText programText() {
+    Work none;
+    return textFor(none);
+}
+
 int run(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err) {
     Work work;
-    return runTool(toolFor(work), arguments, out, err, [&] {
+    return runTool(textFor(work), arguments, out, err, [&] {
         refuseHalfWork(work);
         return work.print.empty() ? make(work, err) : print(work.print, out, err);
     });

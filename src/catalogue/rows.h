@@ -25,4 +25,11 @@ struct CatalogueRow {
 /// Board by board, by rising numbers.
 std::span<const CatalogueRow> Catalogue();
 
+/// The unit of the shown value; empty where it has none.
+inline std::string_view UnitOf(const Setting& setting) {
+    for (const CatalogueRow& row : Catalogue())
+        if (row.settings.board() == setting.board && row.settings.indexOf(setting.number) >= 0) return row.unit;
+    return {};
+}
+
 }  // namespace kestrel

@@ -55,7 +55,7 @@ TEST(IndexFiles, AFileThatIsMissingOrTooLongIsNamedAndEndsTheProgram) {
         LinkBench bench;
         const std::size_t recordSize = std::string_view(row.file).size() == 9 ? 5 : 9;
         if (row.records == 0)
-            bench.platform.files.erase((bench.platform.directory / row.file).string());
+            bench.platform.files.erase((bench.platform.directory / row.file).generic_string());
         else
             bench.platform.put(row.file, std::string(row.records * recordSize, '\0'));
         EXPECT_EQ(bench.endOfLoad(), row.text) << row.file;

@@ -46,9 +46,13 @@ TEST(FrmTotali, ShowsEveryTotalInItsRowAndMoneyInTheBoardsDecimalsWhenTheyCome) 
         EXPECT_EQ(page.Label4[0].Caption.get(), written(5, decimals % 4));
         mirror.arrive(0, 163, 163'000);
     }
+    mirror.arrive(0, 3, 2);
+    auto& second = mirror.load<FrmTotali>();
+    mirror.arrive(0, 164, 1234);
+    EXPECT_EQ(second.Label3[0].Caption.get(), "12.34") << "known to the mirror before this page was told of them";
 }
 
-using Labels = ControlArray<Label, 48>;
+using Labels = ControlArray<Tally, 48>;
 
 struct Block {
     const char* page;
@@ -110,6 +114,25 @@ TEST(SalesPages, EachReadsAgainEveryFifteenSeconds) {
         EXPECT_TRUE(showsValue(page, "4711")) << name;
         EXPECT_EQ(ParamTable(bank, parameter).Watchers, 1);
     }
+}
+
+TEST(VendCounters, AFrameIsAddedUpWhenItsLastCounterHasComeAndMeasuredByItsHighest) {
+    BareMirror mirror;
+    VendCounters& page = mirror.load<VendCounters>(FrmProva);
+    const auto sum = [&] { return page.sum(CounterBlock::Kind::Selection).Caption.get(); };
+    for (int i = 0; i < 18; ++i) {
+        EXPECT_EQ(sum(), "") << "of some of them alone it would be taken for that of all";
+        mirror.arrive(1, 1270 + i, 0);
+        mirror.arrive(2, 167 + i, 4'000'000'000);
+    }
+    EXPECT_EQ(sum(), "0");
+    EXPECT_EQ(page.Label3[3].Share, 0);
+    mirror.arrive(1, 1273, 3'000'000'000);
+    mirror.arrive(1, 1274, 4'000'000'000);
+    EXPECT_EQ(sum(), "7000000000");
+    EXPECT_EQ(page.Label3[3].Share, 0.75);
+    EXPECT_EQ(page.Label3[4].Share, 1);
+    EXPECT_EQ(page.sum(CounterBlock::Kind::Sector).Caption.get(), "");
 }
 
 TEST(FrmMDBaudit, ShowsRawAmountsWhateverTheDecimalsAndClearsThemOnYesAlone) {
@@ -184,6 +207,8 @@ TEST_F(Clearing, OrdersOnceShowsTwoSecondsAndKeepsTheSecondButton) {
         WriteLog log(world);
         CurrentBank = 1;  // where the scan may stand when the user acts
         click(button);
+        EXPECT_EQ(world.platform.messages.back().detail,
+                  button == 1 ? "Scelto: cancella dati non azzerabili" : "Scelto: Cancella dati");
         EXPECT_EQ(page.lblInfo.Caption.get(), "") << "the next command wipes the message";
         EXPECT_TRUE(page.lbrInfo.Visible);
         EXPECT_FALSE(page.cmdCancella[button].Enabled);

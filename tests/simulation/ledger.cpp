@@ -118,7 +118,10 @@ void Ledger::written(Record record, std::uint32_t value) {
 /// Of a setting that the board keeps twice the page is told the first; the copy is written right after it.
 void Ledger::wantedByUser(Wish& wish) {
     require(wish.page, "only what somebody chose is written", nameOf(wish));
-    require(!held_.contains(wish.control), "what is under the finger, or dropped, is not written", nameOf(wish));
+    // A key may set what the finger was on, such as the clock by the computer's.
+    const bool byAnother = lastAct_.first != wish.control && lastAct_.second == platform_.now();
+    require(byAnother || !held_.contains(wish.control), "what is under the finger, or dropped, is not written",
+            nameOf(wish));
     wish.opening = openings_[wish.page].number;
     const bool isOrder = isCommand(wish.record) || Mailboxes.contains(wish.record);
     if (isOrder && wish.page->name() != ClearingPage) return takeForOrder(wish);

@@ -3,7 +3,7 @@
 
 #include <array>
 
-#include "shell/window_texts.h"
+#include "language/window_texts.h"
 
 namespace kestrel::qt {
 
