@@ -4,9 +4,12 @@
 #   i386, s390x                          core, simulator and tools for 32 bits, and for a big-endian machine (emulated):
 #                                        all tests of the logic
 #   windows                              the same for Windows, cross-compiled and run under Wine
+#   SUITE:[COMPILER,...] (trixie:g++-13) all programs in a fresh Debian or Ubuntu of that name, with the toolkit and each of
+#                                        these compilers that it has; the tour passes there
 set -euo pipefail
 cd "$(dirname "$0")/.."
 . packaging/packages.sh
+. packaging/fresh_system.sh
 
 build=$PWD/build/elsewhere
 common=(-G Ninja -DCMAKE_BUILD_TYPE=Release -DKESTREL_PRECOMPILE=OFF)
@@ -37,12 +40,34 @@ for_system() {
     "${emulator[@]}" "$build/$name/kestrel/tests/kestrel_core_tests$suffix" --gtest_brief=1
 }
 
+# in_system SUITE [COMPILER...]: everything but the tests, and the tour.
+in_system() {
+    local suite=$1 mirror=http://deb.debian.org/debian compiler
+    shift
+    [ "$(id -u)" -eq 0 ] || fail 'only root can make a chroot'
+    grep -qs archive.ubuntu.com "/usr/share/debootstrap/scripts/$suite" && mirror=https://archive.ubuntu.com/ubuntu
+    fresh_system "$suite" "$mirror" || fail 'a fresh system could not be made'
+    inside sed -i 's/ main$/ main universe/' /etc/apt/sources.list # where Ubuntu has the toolkit
+    inside apt-get update
+    inside apt-get install -y --no-install-recommends "${kestrel_packages[@]}" "${@/clang++/clang}"
+    mkdir "$system/kestrel"
+    git ls-files -z | xargs -0 cp --parents -t "$system/kestrel"
+    for compiler in "${@:-g++}"; do
+        inside cmake -S kestrel -B "build-$compiler" -G Ninja -DCMAKE_CXX_COMPILER="$compiler" -DCMAKE_BUILD_TYPE=Release \
+            -DKESTREL_TESTS=OFF -DKESTREL_WARNINGS_ARE_ERRORS=ON
+        inside cmake --build "build-$compiler"
+        inside env QT_QPA_PLATFORM=offscreen "build-$compiler/installation/kestrel/kestrel" --demo --tour "tour-$compiler"
+        echo "$compiler in $suite: $(inside "$compiler" --version | head -n 1), toolkit $(inside dpkg-query -W -f "\${Version}" qt6-base-dev)"
+    done
+}
+
 one() {
     case $1 in
         i386)
             need googletest g++-i686-linux-gnu libc6-dev-i386-cross
-            for_system i386 -DCMAKE_SYSTEM_NAME=Linux -DCMAKE_SYSTEM_PROCESSOR=i686 -DCMAKE_CXX_COMPILER=i686-linux-gnu-g++ \
-                -DCMAKE_C_COMPILER=i686-linux-gnu-gcc -DCMAKE_EXE_LINKER_FLAGS=-static
+            # No foreign system to CMake, since this one runs its programs.
+            for_system i386 -DCMAKE_CXX_COMPILER=i686-linux-gnu-g++ -DCMAKE_C_COMPILER=i686-linux-gnu-gcc \
+                -DCMAKE_EXE_LINKER_FLAGS=-static
             ;;
         s390x)
             need googletest g++-s390x-linux-gnu libc6-dev-s390x-cross qemu-user
@@ -60,6 +85,7 @@ one() {
                 -DCMAKE_CROSSCOMPILING_EMULATOR="${emulator[0]}"
             ;;
         g++* | clang++*) with_compiler "$1" ;;
+        *:*) in_system "${1%%:*}" $(tr , ' ' <<<"${1#*:}") ;;
         *) fail "what is \"$1\"?" ;;
     esac
 }
