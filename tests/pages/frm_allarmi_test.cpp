@@ -133,7 +133,7 @@ TEST_F(Alarms, DatesThatNoCalendarHasAreZerosAndTimesThatNoClockHasStand) {
 }
 
 TEST_F(Alarms, HasHeadsInEveryLanguageAndHearsOfTheMasterAlone) {
-    EXPECT_EQ(page.ListView1.ColumnHeads.get(), (ListRow{"No.", "Date", "Time", "Description", "when"}));
+    EXPECT_EQ(page.ListView1.ColumnHeads.get(), (ListRow{"No.", "Date", "Time", "Description", "When"}));
     EXPECT_EQ(page.ListView1.accessibleName(), "Last 10 alarms detected");
     LoadLanguage("Italiano.lng");
     page.Form_Activate();
