@@ -1,9 +1,9 @@
 // Speaks with the user for the link.
 #include "shell/line_attendant.h"
 
+#include "language/window_texts.h"
 #include "platform/platform.h"
 #include "shell/start_up.h"
-#include "shell/window_texts.h"
 
 namespace kestrel {
 

@@ -191,7 +191,7 @@ TEST_F(MachineTest, ReportsEveryExchange) {
     EXPECT_EQ(seen[1].identity, 17);
     EXPECT_EQ(seen[1].reply.size(), 2U);
     EXPECT_EQ(seen[2].note, "bad checksum");
-    for (const char* part : {"sector", "write", "51 ", "= 12", "0C"})
+    for (const char* part : {"sector", "write", "51 ", "= 12", "0C", "tank.set_point"})
         EXPECT_TRUE(contains(describe(seen[0]), part)) << describe(seen[0]);
 }
 

@@ -3,8 +3,8 @@
 
 #include <array>
 
+#include "language/window_texts.h"
 #include "qt/io/text.h"
-#include "shell/window_texts.h"
 
 namespace kestrel::qt {
 

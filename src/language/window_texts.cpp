@@ -1,5 +1,5 @@
 // Texts that the program itself adds to those of the installation.
-#include "shell/window_texts.h"
+#include "language/window_texts.h"
 
 #include "language/language_files.h"
 

@@ -1,0 +1,285 @@
+// Reading and writing many parameters over the link.
+#include "ctl/line_work.h"
+
+#include <algorithm>
+
+#include "ctl/connection.h"
+#include "ctl/words.h"
+#include "link/link_engine.h"
+#include "link/recheck.h"
+#include "link/settings.h"
+#include "platform/platform.h"
+
+namespace kestrel::ctl {
+
+namespace {
+
+constexpr int SecondMs = 1000;
+constexpr int SilencesAllowed = 3;     ///< of one record, in a row
+constexpr int SecondsToEndAtOnce = 2;  ///< of silence, when the user has asked for the end
+
+/// The mirror's operations work in the current bank, which is the scan's and stays where it is.
+template <class Operation>
+void at(const Place& place, Operation operation) {
+    const int bank = std::exchange(CurrentBank, BankOf(place.board));
+    operation(place.number);
+    CurrentBank = bank;
+}
+
+void readAnew(const Place& place) {
+    at(place, ParamRelease);
+    at(place, ParamWatch);
+}
+
+bool canBeAsked(const Place& place) {
+    return BoardPresent(BankOf(place.board)) && place.number < RecordCount(BankOf(place.board));
+}
+
+std::uint32_t valueAt(const Place& place) {
+    return static_cast<std::uint32_t>(ParamRead(place.number, BankOf(place.board)));
+}
+
+}  // namespace
+
+LineWork::LineWork(Context& context, const Connection& connection)
+    : context_(context),
+      connection_(connection),
+      spoiled_(Link().SpoiledArrivals),
+      second_(SecondMs, Timer::OfTheLink),
+      doubt_(LateReplyMs, Timer::OfTheLink) {
+    second_.OnTimer([this] {
+        ++seconds_;
+        quietSeconds_ = std::exchange(anythingCame_, false) ? 0 : quietSeconds_ + 1;
+    });
+    doubt_.OnTimer([this] { doubt_.Enabled = false; });
+    second_.Enabled = true;
+    SetObserver(this);
+}
+
+LineWork::~LineWork() { SetObserver(nullptr); }
+
+void LineWork::frameSent(const Bytes& frame) {
+    if (seesAll) seesAll->frameSent(frame);
+    if (answer_ == Answer::None) noteSilence();  // it goes again after a time-out
+    answer_ = Answer::None;
+    asked_ = {static_cast<Board>(CurrentBank), Link().LinkSetup ? 0 : Link().ScanIndex};
+}
+
+void LineWork::replyJudged(const Bytes& reply, bool good) {
+    if (seesAll) seesAll->replyJudged(reply, good);
+    answer_ = good ? Answer::Good : Answer::Bad;
+    anythingCame_ = anythingCame_ || good;
+    if (!good) trouble();
+}
+
+void LineWork::exchangeClosed() {
+    if (seesAll) seesAll->exchangeClosed();
+    if (std::exchange(answer_, Answer::Good) == Answer::Good) return;
+    noteSilence();
+}
+
+void LineWork::noteSilence() {
+    silent_.push_back(asked_);
+    ++silences_[static_cast<std::size_t>(asked_.board)];
+    trouble();
+}
+
+void LineWork::recordStored(int index) {
+    stored_.push_back({static_cast<Board>(CurrentBank), index});
+    silences_[static_cast<std::size_t>(CurrentBank)] = 0;
+}
+
+/// From now on an answer may be that to an older question.
+void LineWork::trouble() {
+    isDisturbed_ = true;
+    doubt_.Enabled = false;
+    doubt_.Enabled = true;
+}
+
+bool LineWork::isCalm() {
+    if (std::exchange(spoiled_, Link().SpoiledArrivals) != Link().SpoiledArrivals) trouble();
+    return !doubt_.Enabled;
+}
+
+void LineWork::open(const std::vector<Place>& places) {
+    open_.clear();
+    stored_.clear();
+    silent_.clear();
+    putOff_ = 0;
+    newest_.number = 0;
+    isDisturbed_ = false;
+    for (const Place& place : places)
+        if (canBeAsked(place) && open_.emplace(place, Reading{}).second) at(place, ParamWatch);
+}
+
+void LineWork::takeStored(Values& values) {
+    if (stored_.empty()) return;
+    const bool isCalmNow = isCalm();
+    if (std::exchange(isDisturbed_, false)) reconsider(values);
+    for (const Place& place : std::exchange(stored_, {})) {
+        const auto found = open_.find(place);
+        if (found == open_.end() || found->second.turn == Reading::PutOff) continue;
+        Reading& reading = found->second;
+        const std::uint32_t value = valueAt(place);
+        if (!isCalmNow && (!reading.isDoubtful || reading.last != value)) {
+            reading = {true, value, 0, reading.turn};
+            readAnew(place);
+            continue;
+        }
+        values[place] = value;
+        newest_ = place;
+        at(place, ParamRelease);
+        open_.erase(found);
+    }
+}
+
+/// What was taken last may have been a wrong one's answer, of which only what came behind it tells.
+void LineWork::reconsider(Values& values) {
+    const auto found = values.find(newest_);
+    if (found == values.end() || open_.contains(newest_)) return;
+    open_.emplace(newest_, Reading{true, found->second, 0, Reading::First});
+    values.erase(found);
+    at(newest_, ParamWatch);
+    newest_.number = 0;
+}
+
+bool LineWork::isSilent(Board board) const {
+    return silences_[static_cast<std::size_t>(board)] >= context_.options.wait;
+}
+
+void LineWork::takeSilent() {
+    for (const Place& place : std::exchange(silent_, {})) {
+        const auto found = open_.find(place);
+        if (found == open_.end()) continue;
+        if (isSilent(place.board)) {
+            giveUp(place.board);
+        } else if (++found->second.silences >= SilencesAllowed) {
+            at(place, ParamRelease);
+            giveUpExchange(place);
+            if (std::exchange(found->second.turn, Reading::PutOff) == Reading::Last)
+                open_.erase(found);
+            else
+                ++putOff_;
+        }
+    }
+    if (putOff_ > 0 && putOff_ == open_.size()) askAgain();
+}
+
+void LineWork::askAgain() {
+    putOff_ = 0;
+    for (auto& [place, reading] : open_) {
+        reading = {reading.isDoubtful, reading.last, 0, Reading::Last};
+        at(place, ParamWatch);
+    }
+}
+
+void LineWork::giveUp(Board board) {
+    std::erase_if(open_, [&](const auto& each) {
+        const auto& [place, reading] = each;
+        if (place.board != board) return false;
+        if (reading.turn == Reading::PutOff)
+            --putOff_;
+        else
+            at(place, ParamRelease);
+        return true;
+    });
+    giveUpExchange(asked_);
+}
+
+/// A record may be repeated without end while its board is silent.
+void LineWork::giveUpExchange(const Place& place) const {
+    if (!Link().LinkIdle && asked_ == place && !LineIsClosed()) CloseExchange();
+}
+
+Ending LineWork::reasonToEnd() {
+    wasInterrupted_ = wasInterrupted_ || LineIsClosed();
+    if (connection_.hasOtherBoards()) return Ending::OtherBoards;
+    if (context_.endsWanted() > endsHeard) return Ending::Stopped;
+    return quietSeconds_ >= context_.options.wait ? Ending::LineLost : Ending::Whole;
+}
+
+void LineWork::showProgress(std::size_t done, std::size_t all) {
+    if (label.empty() || done == 0) return;
+    const auto left = static_cast<std::size_t>(seconds_) * (all - done) / done;
+    const std::string state =
+        quietSeconds_ > SecondsToEndAtOnce ? say(Word::LineIsSilent) : say(Word::TimeLeft, {std::to_string(left)});
+    context_.out.progress(label + ' ' + std::to_string(done) + '/' + std::to_string(all) + ", " + state);
+}
+
+Ending LineWork::read(const std::vector<Place>& places, Values& values) {
+    open(places);
+    const std::size_t all = open_.size();
+    Ending how = Ending::Whole;
+    int shown = seconds_ = 0;
+    while (!open_.empty() && how == Ending::Whole) {
+        platform().PumpEvents();
+        takeSilent();
+        takeStored(values);
+        how = reasonToEnd();
+        if (std::exchange(shown, seconds_) != seconds_) showProgress(all - std::min(all, open_.size()), all);
+    }
+    for (const auto& [place, reading] : open_)
+        if (reading.turn != Reading::PutOff) at(place, ParamRelease);
+    open_.clear();
+    context_.out.progress("");
+    return how;
+}
+
+Ending LineWork::write(const std::vector<std::pair<Place, std::uint32_t>>& values, Values& confirmed) {
+    if (reasonToEnd(); wasInterrupted_) return Ending::Interrupted;
+    open({});
+    for (const auto& [place, value] : values) {
+        if (!canBeAsked(place)) continue;
+        open_.emplace(place, Reading{});
+        at(place, [number = value](int index) { ParamWrite(index, number); });
+    }
+    Ending how = Ending::Whole;
+    while (!open_.empty() && how == Ending::Whole) {
+        platform().PumpEvents();
+        for (const Place& place : std::exchange(stored_, {}))
+            if (open_.erase(place) > 0) confirmed[place] = valueAt(place);
+        for (const Place& place : std::exchange(silent_, {}))
+            if (const auto found = open_.find(place);
+                found != open_.end() && ++found->second.silences >= SilencesAllowed)
+                open_.erase(found);
+        how = reasonToEnd();
+        if (how == Ending::Stopped && quietSeconds_ < SecondsToEndAtOnce)
+            how = Ending::Whole;  // what is begun is finished
+        if (wasInterrupted_ && how == Ending::Whole) how = Ending::Interrupted;
+    }
+    for (const auto& [place, value] : values) {
+        if (!canBeAsked(place)) continue;
+        at(place, ParamWithdraw);
+        readAnew(place);
+        at(place, ParamRelease);
+        giveUpExchange(place);
+    }
+    open_.clear();
+    return how;
+}
+
+Ending LineWork::follow(const std::vector<Place>& places, int seconds,
+                        const std::function<void(const Place&, std::uint32_t)>& seen) {
+    open(places);
+    seconds_ = 0;
+    Ending how = Ending::Whole;
+    while (how == Ending::Whole && (seconds == 0 || seconds_ < seconds)) {
+        platform().PumpEvents();
+        const bool isCalmNow = isCalm();
+        for (const Place& place : std::exchange(stored_, {})) {
+            const auto found = open_.find(place);
+            if (found == open_.end()) continue;
+            const std::uint32_t value = valueAt(place);
+            const Reading before = std::exchange(found->second, Reading{true, value, 0, Reading::First});
+            if (isCalmNow || (before.isDoubtful && before.last == value)) seen(place, value);
+            if (ParamTable(BankOf(place.board), place.number).Period == 0) readAnew(place);
+        }
+        silent_.clear();
+        how = reasonToEnd();
+    }
+    for (const auto& [place, reading] : open_) at(place, ParamRelease);
+    open_.clear();
+    return how;
+}
+
+}  // namespace kestrel::ctl
