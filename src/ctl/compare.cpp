@@ -104,7 +104,7 @@ int compareWithMachine(Context& context, const SettingsFile& file, const Side& s
     connection.begin();
     refuseOtherIdentity(file, connection);
     const std::vector<Entry> entries = wantedEntries(context, file);
-    LineWork work(context, connection);
+    LineWork& work = connection.work();
     work.label = say(Word::Reading);
     Side machine{say(Word::Machine), {}, 0};
     if (work.read(placesFor(entries), machine.values) == Ending::OtherBoards)

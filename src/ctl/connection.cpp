@@ -53,7 +53,7 @@ Connection::Connection(Context& context) : context_(context) {
         masterTrouble_ = say(Word::IndexFileMissing, {master.fileTrouble});
 }
 
-Connection::~Connection() {
+Connection::LinkStops::~LinkStops() {
     StopLink();
     SetAttendant(nullptr);
     Link().Comm1.reset();
@@ -92,12 +92,13 @@ void Connection::begin() {
     for (int asked = 0;; ++asked) {
         link.LinkSetup = false;
         EndExchange();
+        work_ = std::make_unique<LineWork>(context_);
         link.Timer1.Enabled = true;
         missing_.clear();
         Values presence;
         for (const auto& [which, word] : Slaves) {
             if (board(which).isThere) continue;
-            LineWork(context_, *this).read({{word.board, word.number}}, presence);
+            work_->read({{word.board, word.number}}, presence);
             const auto found = presence.find({word.board, word.number});
             if (found != presence.end() && SaysPresent(found->second)) missing_.push_back(which);
         }
@@ -105,13 +106,14 @@ void Connection::begin() {
         while (!link.LinkIdle) platform().PumpEvents();
         link.Timer1.Enabled = false;
         link.LinkSetup = true;
+        work_.reset();
         for (const Board which : missing_) ask(which);
         CurrentBank = 0;
     }
 }
 
 bool Connection::wantsToStartAnew() {
-    hasOtherBoards_ = true;
+    work_->otherBoardsCame();
     return false;
 }
 

@@ -3,11 +3,13 @@
 #pragma once
 
 #include <array>
+#include <memory>
 #include <string>
 #include <vector>
 
 #include "catalogue/setting.h"
 #include "ctl/context.h"
+#include "ctl/line_work.h"
 #include "link/attendant.h"
 #include "link/identification.h"
 #include "link/param_table.h"
@@ -28,7 +30,6 @@ class Connection : private LinkAttendant {
   public:
     /// Opens the port and asks the boards who they are. What prevents that is a RunTimeError for the user.
     explicit Connection(Context& context);
-    ~Connection() override;
     Connection(const Connection&) = delete;
     Connection& operator=(const Connection&) = delete;
 
@@ -41,8 +42,8 @@ class Connection : private LinkAttendant {
     /// Boards that the master reports and that do not answer.
     const std::vector<Board>& missing() const { return missing_; }
     bool lacksBoards() const { return !missing_.empty(); }
-    /// Other boards are on the line than at the start.
-    bool hasOtherBoards() const { return hasOtherBoards_; }
+    /// What is done on the line, from begin() on.
+    LineWork& work() { return *work_; }
 
   private:
     void openPort();
@@ -55,10 +56,13 @@ class Connection : private LinkAttendant {
 
     Context& context_;
     StatusBar statusBar_;
+    struct LinkStops {
+        ~LinkStops();
+    } linkStops_;  ///< before the status bar goes
     std::array<BoardOnTheLine, Banks> boards_;
     std::string masterTrouble_;
     std::vector<Board> missing_;
-    bool hasOtherBoards_ = false;
+    std::unique_ptr<LineWork> work_;  ///< goes before the link stops
 };
 
 /// The platform's answer to what the link has to say: asks again as long as the user allows, and then gives up by a

@@ -100,15 +100,14 @@ class Examination {
             }
             connection.begin();
             for (const Board which : connection.missing()) find("board", say(Word::DoctorBoard, {BoardName(which)}));
-            tryLine(connection);
+            tryLine(connection.work());
         } catch (const RunTimeError& error) {
             find("line", error.what());
         }
     }
 
-    void tryLine(const Connection& connection) {
+    void tryLine(LineWork& work) {
         Counter counter;
-        LineWork work(context_, connection);
         work.seesAll = &counter;
         const Setting& word = master::HotDrinkPresence;
         work.follow({{word.board, word.number}}, TrialSeconds, [](const Place&, std::uint32_t) {});

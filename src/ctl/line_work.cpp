@@ -3,8 +3,8 @@
 
 #include <algorithm>
 
-#include "ctl/connection.h"
 #include "ctl/words.h"
+#include "link/line_rest.h"
 #include "link/link_engine.h"
 #include "link/recheck.h"
 #include "link/settings.h"
@@ -15,7 +15,10 @@ namespace kestrel::ctl {
 namespace {
 
 constexpr int SecondMs = 1000;
-constexpr int SilencesAllowed = 3;     ///< of one record, in a row
+constexpr int SilencesAllowed = 2;  ///< of one record, in a row
+constexpr int LongRestMs = 6000;    ///< after a silence: its answer may be so late
+constexpr int ShortRestMs = 300;    ///< after spoiled bytes: what is under way, and the adapter's delay
+constexpr int NotSilent = -1;
 constexpr int SecondsToEndAtOnce = 2;  ///< of silence, when the user has asked for the end
 
 /// The mirror's operations work in the current bank, which is the scan's and stays where it is.
@@ -41,22 +44,25 @@ std::uint32_t valueAt(const Place& place) {
 
 }  // namespace
 
-LineWork::LineWork(Context& context, const Connection& connection)
+LineWork::LineWork(Context& context)
     : context_(context),
-      connection_(connection),
       spoiled_(Link().SpoiledArrivals),
       second_(SecondMs, Timer::OfTheLink),
-      doubt_(LateReplyMs, Timer::OfTheLink) {
+      rest_(LongRestMs, Timer::OfTheLink) {
+    silentSince_.fill(NotSilent);
     second_.OnTimer([this] {
         ++seconds_;
         quietSeconds_ = std::exchange(anythingCame_, false) ? 0 : quietSeconds_ + 1;
     });
-    doubt_.OnTimer([this] { doubt_.Enabled = false; });
+    rest_.OnTimer([this] { rest_.Enabled = false; });
     second_.Enabled = true;
+    if (LateAnswerIsExpected() || spoiled_ > 0) letRest(LongRestMs);
     SetObserver(this);
 }
 
 LineWork::~LineWork() { SetObserver(nullptr); }
+
+void LineWork::exchangeOpened() { isClean_ = !rest_.Enabled; }
 
 void LineWork::frameSent(const Bytes& frame) {
     if (seesAll) seesAll->frameSent(frame);
@@ -68,37 +74,37 @@ void LineWork::frameSent(const Bytes& frame) {
 void LineWork::replyJudged(const Bytes& reply, bool good) {
     if (seesAll) seesAll->replyJudged(reply, good);
     answer_ = good ? Answer::Good : Answer::Bad;
-    anythingCame_ = anythingCame_ || good;
-    if (!good) trouble();
+    if (good) return;
+    spoiled_ = Link().SpoiledArrivals;
+    isClean_ = false;
+    letRest(ShortRestMs);
 }
 
 void LineWork::exchangeClosed() {
     if (seesAll) seesAll->exchangeClosed();
-    if (std::exchange(answer_, Answer::Good) == Answer::Good) return;
-    noteSilence();
+    if (std::exchange(answer_, Answer::Good) != Answer::Good) noteSilence();
 }
 
 void LineWork::noteSilence() {
     silent_.push_back(asked_);
-    ++silences_[static_cast<std::size_t>(asked_.board)];
-    trouble();
+    int& since = silentSince_[static_cast<std::size_t>(asked_.board)];
+    if (since == NotSilent) since = seconds_;
+    isClean_ = false;
+    letRest(LongRestMs);
 }
 
 void LineWork::recordStored(int index) {
-    stored_.push_back({static_cast<Board>(CurrentBank), index});
-    silences_[static_cast<std::size_t>(CurrentBank)] = 0;
+    stored_.push_back({{static_cast<Board>(CurrentBank), index}, isClean_});
+    silentSince_[static_cast<std::size_t>(CurrentBank)] = NotSilent;
+    anythingCame_ = true;
 }
 
-/// From now on an answer may be that to an older question.
-void LineWork::trouble() {
-    isDisturbed_ = true;
-    doubt_.Enabled = false;
-    doubt_.Enabled = true;
-}
-
-bool LineWork::isCalm() {
-    if (std::exchange(spoiled_, Link().SpoiledArrivals) != Link().SpoiledArrivals) trouble();
-    return !doubt_.Enabled;
+/// A longer rest is not cut short.
+void LineWork::letRest(int milliseconds) {
+    if (rest_.Enabled && rest_.Interval > milliseconds) return;
+    rest_.Enabled = false;
+    rest_.Interval = milliseconds;
+    rest_.Enabled = true;
 }
 
 void LineWork::open(const std::vector<Place>& places) {
@@ -112,21 +118,32 @@ void LineWork::open(const std::vector<Place>& places) {
         if (canBeAsked(place) && open_.emplace(place, Reading{}).second) at(place, ParamWatch);
 }
 
+Ending LineWork::step() {
+    platform().PumpEvents();
+    if (std::exchange(spoiled_, Link().SpoiledArrivals) != Link().SpoiledArrivals) {
+        isDisturbed_ = true;
+        letRest(ShortRestMs);
+    }
+    // While the scan stands, the link takes the loss of a port for nothing.
+    LinkState& link = Link();
+    if (!link.Timer1.Enabled && !link.Comm1->PortOpen() && !LineIsClosed()) InterruptLine();
+    wasInterrupted_ = wasInterrupted_ || LineIsClosed();
+    link.Timer1.Enabled = !rest_.Enabled || !link.LinkIdle || LineIsClosed();
+    if (hasOtherBoards_) return Ending::OtherBoards;
+    if (context_.endsWanted() > endsHeard) return Ending::Stopped;
+    return quietSeconds_ >= context_.options.wait ? Ending::LineLost : Ending::Whole;
+}
+
 void LineWork::takeStored(Values& values) {
-    if (stored_.empty()) return;
-    const bool isCalmNow = isCalm();
     if (std::exchange(isDisturbed_, false)) reconsider(values);
-    for (const Place& place : std::exchange(stored_, {})) {
+    for (const auto& [place, isClean] : std::exchange(stored_, {})) {
         const auto found = open_.find(place);
         if (found == open_.end() || found->second.turn == Reading::PutOff) continue;
-        Reading& reading = found->second;
-        const std::uint32_t value = valueAt(place);
-        if (!isCalmNow && (!reading.isDoubtful || reading.last != value)) {
-            reading = {true, value, 0, reading.turn};
+        if (!isClean) {
             readAnew(place);
             continue;
         }
-        values[place] = value;
+        values[place] = valueAt(place);
         newest_ = place;
         at(place, ParamRelease);
         open_.erase(found);
@@ -137,14 +154,15 @@ void LineWork::takeStored(Values& values) {
 void LineWork::reconsider(Values& values) {
     const auto found = values.find(newest_);
     if (found == values.end() || open_.contains(newest_)) return;
-    open_.emplace(newest_, Reading{true, found->second, 0, Reading::First});
+    open_.emplace(newest_, Reading());
     values.erase(found);
     at(newest_, ParamWatch);
     newest_.number = 0;
 }
 
 bool LineWork::isSilent(Board board) const {
-    return silences_[static_cast<std::size_t>(board)] >= context_.options.wait;
+    const int since = silentSince_[static_cast<std::size_t>(board)];
+    return since != NotSilent && seconds_ - since >= context_.options.wait;
 }
 
 void LineWork::takeSilent() {
@@ -168,7 +186,8 @@ void LineWork::takeSilent() {
 void LineWork::askAgain() {
     putOff_ = 0;
     for (auto& [place, reading] : open_) {
-        reading = {reading.isDoubtful, reading.last, 0, Reading::Last};
+        reading.silences = 0;
+        reading.turn = Reading::Last;
         at(place, ParamWatch);
     }
 }
@@ -191,16 +210,9 @@ void LineWork::giveUpExchange(const Place& place) const {
     if (!Link().LinkIdle && asked_ == place && !LineIsClosed()) CloseExchange();
 }
 
-Ending LineWork::reasonToEnd() {
-    wasInterrupted_ = wasInterrupted_ || LineIsClosed();
-    if (connection_.hasOtherBoards()) return Ending::OtherBoards;
-    if (context_.endsWanted() > endsHeard) return Ending::Stopped;
-    return quietSeconds_ >= context_.options.wait ? Ending::LineLost : Ending::Whole;
-}
-
 void LineWork::showProgress(std::size_t done, std::size_t all) {
     if (label.empty() || done == 0) return;
-    const auto left = static_cast<std::size_t>(seconds_) * (all - done) / done;
+    const auto left = static_cast<std::size_t>(seconds_ - from_) * (all - done) / done;
     const std::string state =
         quietSeconds_ > SecondsToEndAtOnce ? say(Word::LineIsSilent) : say(Word::TimeLeft, {std::to_string(left)});
     context_.out.progress(label + ' ' + std::to_string(done) + '/' + std::to_string(all) + ", " + state);
@@ -210,12 +222,11 @@ Ending LineWork::read(const std::vector<Place>& places, Values& values) {
     open(places);
     const std::size_t all = open_.size();
     Ending how = Ending::Whole;
-    int shown = seconds_ = 0;
+    int shown = from_ = seconds_;
     while (!open_.empty() && how == Ending::Whole) {
-        platform().PumpEvents();
+        how = step();
         takeSilent();
         takeStored(values);
-        how = reasonToEnd();
         if (std::exchange(shown, seconds_) != seconds_) showProgress(all - std::min(all, open_.size()), all);
     }
     for (const auto& [place, reading] : open_)
@@ -226,7 +237,7 @@ Ending LineWork::read(const std::vector<Place>& places, Values& values) {
 }
 
 Ending LineWork::write(const std::vector<std::pair<Place, std::uint32_t>>& values, Values& confirmed) {
-    if (reasonToEnd(); wasInterrupted_) return Ending::Interrupted;
+    if (wasInterrupted_ || LineIsClosed()) return Ending::Interrupted;
     open({});
     for (const auto& [place, value] : values) {
         if (!canBeAsked(place)) continue;
@@ -235,14 +246,13 @@ Ending LineWork::write(const std::vector<std::pair<Place, std::uint32_t>>& value
     }
     Ending how = Ending::Whole;
     while (!open_.empty() && how == Ending::Whole) {
-        platform().PumpEvents();
-        for (const Place& place : std::exchange(stored_, {}))
+        how = step();
+        for (const auto& [place, isClean] : std::exchange(stored_, {}))
             if (open_.erase(place) > 0) confirmed[place] = valueAt(place);
         for (const Place& place : std::exchange(silent_, {}))
             if (const auto found = open_.find(place);
                 found != open_.end() && ++found->second.silences >= SilencesAllowed)
                 open_.erase(found);
-        how = reasonToEnd();
         if (how == Ending::Stopped && quietSeconds_ < SecondsToEndAtOnce)
             how = Ending::Whole;  // what is begun is finished
         if (wasInterrupted_ && how == Ending::Whole) how = Ending::Interrupted;
@@ -261,21 +271,16 @@ Ending LineWork::write(const std::vector<std::pair<Place, std::uint32_t>>& value
 Ending LineWork::follow(const std::vector<Place>& places, int seconds,
                         const std::function<void(const Place&, std::uint32_t)>& seen) {
     open(places);
-    seconds_ = 0;
+    from_ = seconds_;
     Ending how = Ending::Whole;
-    while (how == Ending::Whole && (seconds == 0 || seconds_ < seconds)) {
-        platform().PumpEvents();
-        const bool isCalmNow = isCalm();
-        for (const Place& place : std::exchange(stored_, {})) {
-            const auto found = open_.find(place);
-            if (found == open_.end()) continue;
-            const std::uint32_t value = valueAt(place);
-            const Reading before = std::exchange(found->second, Reading{true, value, 0, Reading::First});
-            if (isCalmNow || (before.isDoubtful && before.last == value)) seen(place, value);
+    while (how == Ending::Whole && (seconds == 0 || seconds_ - from_ < seconds)) {
+        how = step();
+        for (const auto& [place, isClean] : std::exchange(stored_, {})) {
+            if (!open_.contains(place)) continue;
+            if (isClean) seen(place, valueAt(place));
             if (ParamTable(BankOf(place.board), place.number).Period == 0) readAnew(place);
         }
         silent_.clear();
-        how = reasonToEnd();
     }
     for (const auto& [place, reading] : open_) at(place, ParamRelease);
     open_.clear();

@@ -1,11 +1,12 @@
 // Reading and writing many parameters over the link, each until it can be believed.
-// What stands on a board counts when the line was calm, or when it has been said twice in a row.
+// A reply carries no address, so a value counts when its exchange was clean and no answer to an older question could
+// still come: after a silence, and after bytes that nobody asked for, nothing is asked until the line is at rest.
 #pragma once
 
 #include <array>
 #include <cstdint>
 #include <map>
-#include <set>
+#include <string>
 #include <vector>
 
 #include "ctl/context.h"
@@ -16,15 +17,13 @@
 
 namespace kestrel::ctl {
 
-class Connection;
-
 /// What has been read; what could not be read is not among it.
 using Values = std::map<Place, std::uint32_t>;
 
 /// How a piece of work came to its end.
 enum class Ending {
     Whole,
-    LineLost,     ///< nothing came for as long as the user allows
+    LineLost,     ///< no value came for as long as the user allows
     Interrupted,  ///< the port was lost or is another device: nothing more is written
     OtherBoards,  ///< they stand behind the port now
     Stopped       ///< the user has asked for the end
@@ -32,7 +31,8 @@ enum class Ending {
 
 class LineWork : private LinkObserver {
   public:
-    LineWork(Context& context, const Connection& connection);
+    /// From now on the scan goes when the line is at rest.
+    explicit LineWork(Context& context);
     ~LineWork() override;
     LineWork(const LineWork&) = delete;
     LineWork& operator=(const LineWork&) = delete;
@@ -47,6 +47,8 @@ class LineWork : private LinkObserver {
     Ending follow(const std::vector<Place>& places, int seconds,
                   const std::function<void(const Place&, std::uint32_t)>& seen);
 
+    /// Other boards are on the line: the work ends.
+    void otherBoardsCame() { hasOtherBoards_ = true; }
     /// Whether the board has been silent for as long as the user allows.
     bool isSilent(Board board) const;
     /// Whether the port was lost since the work began.
@@ -60,53 +62,57 @@ class LineWork : private LinkObserver {
 
   private:
     struct Reading {
-        bool isDoubtful = false;  ///< `last` came over a line that was not calm
-        std::uint32_t last = 0;
         int silences = 0;
         enum Turn { First, PutOff, Last } turn = First;
     };
     enum class Answer { None, Bad, Good };
+    struct Stored {
+        Place place;
+        bool isClean;
+    };
 
     // LinkObserver
+    void exchangeOpened() override;
     void frameSent(const Bytes& frame) override;
     void replyJudged(const Bytes& reply, bool good) override;
     void exchangeClosed() override;
     void recordStored(int index) override;
 
     void open(const std::vector<Place>& places);
+    /// Delivers an event, and sees to the line's rest. Why the work must end now, or Whole.
+    Ending step();
     void takeStored(Values& values);
     /// Puts off those that are silent until all others have been read; those that are so again are given up, and so are
     /// all of a board that does not come back.
     void takeSilent();
     void askAgain();
     void giveUp(Board board);
-    void reconsider(Values& values);
     void giveUpExchange(const Place& place) const;
+    void reconsider(Values& values);
     void noteSilence();
-    void trouble();
-    bool isCalm();
-    /// Why the work must end now, or Whole.
-    Ending reasonToEnd();
+    void letRest(int milliseconds);
     void showProgress(std::size_t done, std::size_t all);
 
     Context& context_;
-    const Connection& connection_;
     std::map<Place, Reading> open_;
-    std::size_t putOff_ = 0;             ///< of the open ones
-    std::array<int, Banks> silences_{};  ///< of a board, in a row
-    std::vector<Place> stored_;          ///< since the last look
-    std::vector<Place> silent_;          ///< whose exchanges brought nothing, since the last look
-    Place asked_{Board::Master, 0};      ///< by the newest frame
-    Place newest_{Board::Master, 0};     ///< whose value was taken last
-    Answer answer_ = Answer::Good;       ///< to the newest frame
-    bool isDisturbed_ = false;           ///< since the last value was taken
-    bool anythingCame_ = false;          ///< since the last second
+    std::size_t putOff_ = 0;              ///< of the open ones
+    std::vector<Stored> stored_;          ///< since the last look
+    std::vector<Place> silent_;           ///< whose exchanges brought nothing, since the last look
+    std::array<int, Banks> silentSince_;  ///< seconds; a board that is not silent has none
+    Place asked_{Board::Master, 0};       ///< by the newest frame
+    Place newest_{Board::Master, 0};      ///< whose value was taken last
+    Answer answer_ = Answer::Good;        ///< to the newest frame
+    bool isClean_ = false;                ///< the open exchange, so far
+    bool isDisturbed_ = false;            ///< by bytes that nobody asked for, since the last value was taken
+    bool anythingCame_ = false;           ///< a value, since the last second
     bool wasInterrupted_ = false;
+    bool hasOtherBoards_ = false;
     std::int64_t spoiled_;
     int quietSeconds_ = 0;
-    int seconds_ = 0;
+    int seconds_ = 0;  ///< of this work
+    int from_ = 0;     ///< the second in which the present piece of it began
     Timer second_;
-    Timer doubt_;
+    Timer rest_;
 };
 
 }  // namespace kestrel::ctl

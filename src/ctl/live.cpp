@@ -55,7 +55,7 @@ int watch(Context& context) {
         if (!connection.board(item.board()).isUsable())
             context.out.remark(BoardName(item.board()) + ": " + say(Word::BoardIsNotThere));
     }
-    LineWork work(context, connection);
+    LineWork& work = connection.work();
     Values values;
     if (isMoney) work.read({Decimals}, values);
     const int decimals = DecimalsOf(isMoney ? values[Decimals] : 0);
@@ -81,10 +81,9 @@ int monitor(Context& context) {
     const auto items = context.options.arguments.empty() ? AllItems() : itemsOf(context.options.arguments);
     for (const Item& item : items) places.push_back(item.place());
     Traffic traffic(context);
-    SetObserver(&traffic);
     Connection connection(context);
     connection.begin();
-    LineWork work(context, connection);
+    LineWork& work = connection.work();
     work.seesAll = &traffic;
     const Ending how = work.follow(places, context.options.seconds, [](const Place&, std::uint32_t) {});
     traffic.conclude();

@@ -49,6 +49,7 @@ class Planner {
                 entries.push_back(each);
         std::ranges::stable_sort(entries, {}, rankOf);
         for (const Entry& each : entries) {
+            if (isThereAlready(each)) continue;
             const std::string why = whyNot(each);
             if (why.empty())
                 take(each);
@@ -66,6 +67,14 @@ class Planner {
     std::optional<std::uint32_t> has(const Place& place) const {
         const auto found = present_.find(place);
         return found == present_.end() ? std::nullopt : std::optional(found->second);
+    }
+
+    bool isThereAlready(const Entry& entry) const {
+        const auto same = [&](const Place& place) {
+            const auto value = has(place);
+            return value && entry.raw && entry.item.areSame(*value, *entry.raw);
+        };
+        return same(entry.item.place()) && (!entry.item.hasCopy() || same(entry.item.copy()));
     }
 
     /// What the machine will have: what the file says, where that is written, or what it has now.

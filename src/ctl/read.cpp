@@ -57,7 +57,7 @@ int read(Context& context) {
         places.push_back(item.place());
         if (item.hasCopy()) places.push_back(item.copy());
     }
-    LineWork work(context, connection);
+    LineWork& work = connection.work();
     work.label = say(Word::Reading);
     Values values;
     Ending how = work.read(places, values);

@@ -196,7 +196,7 @@ int report(Context& context) {
     for (const SettingRange& range : everything())
         for (int i = 0; i < range.size(); ++i)
             if (connection.board(range.board()).isUsable()) places.push_back({range.board(), range[i].number});
-    LineWork work(context, connection);
+    LineWork& work = connection.work();
     work.label = say(Word::Reading);
     Values values;
     const Ending how = work.read(places, values);

@@ -34,7 +34,7 @@ class Writing {
         Connection connection(context_);
         connection.begin();
         refuseOtherIdentity(file, connection);
-        LineWork work(context_, connection);
+        LineWork& work = connection.work();
         learn(work, file);
         Plan plan = makePlan(file, name_, context_.options, connection, present_);
         tellLeftOut(plan.leftOut);
@@ -97,7 +97,8 @@ class Writing {
 
     void tell(const Step& step, const char* outcome, const std::string& words) {
         const std::string change = figure(step, step.before) + " -> " + figure(step, step.wanted);
-        const std::string has = step.now && !step.isDone() ? " (" + figure(step, *step.now) + ')' : "";
+        const std::string has =
+            step.isTouched && step.now && !step.isDone() ? " (" + figure(step, *step.now) + ')' : "";
         context_.out.result(step.name() + ": " + change + ": " + words + has,
                             {{"board", BoardName(step.item.board())},
                              {"name", step.item.name() + (step.isCopy ? ".copy" : "")},
