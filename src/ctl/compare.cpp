@@ -20,11 +20,11 @@ struct Side {
     std::string name;
     Values values;
     int decimals = 0;
+    std::string separator = {};
 
     std::string figure(const Item& item, const Place& place) const {
         const auto found = values.find(place);
-        return found == values.end() ? "-"
-                                     : FigureWithUnit(item, found->second, decimals, platform().decimalSeparator());
+        return found == values.end() ? "-" : FigureWithUnit(item, found->second, decimals, separator);
     }
 };
 
@@ -83,8 +83,9 @@ SettingsFile load(const Context& context, const std::string& name) {
     return parse(platform().readFile(name), name, context.options.edited);
 }
 
-Side sideOf(const SettingsFile& file, const std::string& name) {
-    Side side{name, {}, static_cast<int>(file.decimals.value_or(0))};
+Side sideOf(const Context& context, const SettingsFile& file, const std::string& name) {
+    const std::string separator = context.out.isJson() ? "." : platform().decimalSeparator();
+    Side side{name, {}, static_cast<int>(file.decimals.value_or(0)), separator};
     for (const Entry& each : file.entries)
         if (each.raw) side.values[each.item.place()] = *each.raw;
     return side;
@@ -106,7 +107,7 @@ int compareWithMachine(Context& context, const SettingsFile& file, const Side& s
     const std::vector<Entry> entries = wantedEntries(context, file);
     LineWork& work = connection.work();
     work.label = say(Word::Reading);
-    Side machine{say(Word::Machine), {}, 0};
+    Side machine{say(Word::Machine), {}, 0, side.separator};
     if (work.read(placesFor(entries), machine.values) == Ending::OtherBoards)
         throw RunTimeError(error_number::DeviceUnavailable, say(Word::OtherMachine));
     if (const auto found = machine.values.find(Decimals); found != machine.values.end())
@@ -121,11 +122,11 @@ int compareWithMachine(Context& context, const SettingsFile& file, const Side& s
 int compare(Context& context) {
     const std::string& name = context.options.arguments.front();
     const SettingsFile file = load(context, name);
-    const Side side = sideOf(file, name);
+    const Side side = sideOf(context, file, name);
     if (context.options.arguments.size() == 1) return compareWithMachine(context, file, side);
     const std::string& otherName = context.options.arguments.back();
     const SettingsFile otherFile = load(context, otherName);
-    const Side other = sideOf(otherFile, otherName);
+    const Side other = sideOf(context, otherFile, otherName);
     SettingsFile both = file;
     for (const Entry& each : otherFile.entries)
         if (!side.values.contains(each.item.place())) both.entries.push_back(each);

@@ -62,27 +62,30 @@ class Examination {
         platform().BusyWait(ListenMs);
         const std::size_t unasked = port->Input().size();
         int good = 0, echoed = 0, spoiled = 0;
+        std::size_t added = unasked;  // bytes beyond what was asked for
         for (int i = 0; i < Probes; ++i) {
             port->Output(Probe);
             platform().BusyWait(AnswerMs);
             const Bytes reply = port->Input();
             const bool isEcho =
                 reply.size() >= Probe.size() && std::ranges::equal(Probe, std::span(reply).first(Probe.size()));
-            if (isEcho)
+            const bool isAnswer = reply.size() >= 2 && reply[0] == reply[1];
+            if (isEcho) {
                 ++echoed;
-            else if (reply.size() == 2 && reply[0] == reply[1])
+            } else if (isAnswer) {
                 ++good;
-            else if (!reply.empty())
+                added += reply.size() - 2;
+            } else if (!reply.empty()) {
                 ++spoiled;
+            }
         }
         port->PortOpen(false);
-        if (unasked > 0) find("noise", say(Word::DoctorNoise, {std::to_string(unasked)}));
-        if (echoed > Probes / 2)
+        if (added > 0) find("noise", say(Word::DoctorNoise, {std::to_string(added)}));
+        if (echoed > Probes / 2) {
             find("echo", say(Word::DoctorEcho));
-        else if (good == 0 && spoiled > 0 && unasked == 0)
-            find("speed", say(Word::DoctorSpeed));
-        else if (good == 0 && spoiled == 0)
-            find("silence", say(Word::DoctorSilence));
+        } else if (good == 0 && added == 0) {
+            spoiled > 0 ? find("speed", say(Word::DoctorSpeed)) : find("silence", say(Word::DoctorSilence));
+        }
         if (good > 0) tell("answers", say(Word::DoctorAnswers, {platform().portDevice(1)}));
         return good > 0;
     }
@@ -109,8 +112,10 @@ class Examination {
     void tryLine(LineWork& work) {
         Counter counter;
         work.seesAll = &counter;
-        const Setting& word = master::HotDrinkPresence;
-        work.follow({{word.board, word.number}}, TrialSeconds, [](const Place&, std::uint32_t) {});
+        work.neverRests();
+        std::vector<Place> places;
+        for (int i = 0; i < master::Price.size(); ++i) places.push_back({Board::Master, master::Price[i].number});
+        work.follow(places, TrialSeconds, [](const Place&, std::uint32_t) {});
         if (counter.good < counter.frames - 1)
             find("spoiled", say(Word::DoctorSpoiled,
                                 {std::to_string(counter.frames - counter.good), std::to_string(counter.frames)}));

@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "ctl/words.h"
+#include "link/frames.h"
 #include "link/line_rest.h"
 #include "link/link_engine.h"
 #include "link/recheck.h"
@@ -74,7 +75,10 @@ void LineWork::frameSent(const Bytes& frame) {
 void LineWork::replyJudged(const Bytes& reply, bool good) {
     if (seesAll) seesAll->replyJudged(reply, good);
     answer_ = good ? Answer::Good : Answer::Bad;
-    if (good) return;
+    // The link takes the first bytes of a longer reply, whose sum may fit by chance.
+    const Request& request = Link().RequestBytes;
+    const std::size_t length = AnswersWithValue(request.Command) ? static_cast<std::size_t>(request.n) + 2 : 1;
+    if (good && reply.size() == length) return;
     spoiled_ = Link().SpoiledArrivals;
     isClean_ = false;
     letRest(ShortRestMs);
@@ -99,9 +103,14 @@ void LineWork::recordStored(int index) {
     anythingCame_ = true;
 }
 
+void LineWork::neverRests() {
+    rests_ = false;
+    rest_.Enabled = false;
+}
+
 /// A longer rest is not cut short.
 void LineWork::letRest(int milliseconds) {
-    if (rest_.Enabled && rest_.Interval > milliseconds) return;
+    if (!rests_ || (rest_.Enabled && rest_.Interval > milliseconds)) return;
     rest_.Enabled = false;
     rest_.Interval = milliseconds;
     rest_.Enabled = true;
@@ -223,11 +232,17 @@ Ending LineWork::read(const std::vector<Place>& places, Values& values) {
     const std::size_t all = open_.size();
     Ending how = Ending::Whole;
     int shown = from_ = seconds_;
-    while (!open_.empty() && how == Ending::Whole) {
+    Timer behind(ShortRestMs, Timer::OfTheLink);  // what comes behind the last value may speak against it
+    behind.OnTimer([&behind] { behind.Enabled = false; });
+    bool isOver = open_.empty();
+    while (!isOver && how == Ending::Whole) {
+        const bool wasOpen = !open_.empty();
         how = step();
         takeSilent();
         takeStored(values);
         if (std::exchange(shown, seconds_) != seconds_) showProgress(all - std::min(all, open_.size()), all);
+        behind.Enabled = open_.empty() && (wasOpen || behind.Enabled);
+        isOver = open_.empty() && !behind.Enabled;
     }
     for (const auto& [place, reading] : open_)
         if (reading.turn != Reading::PutOff) at(place, ParamRelease);

@@ -55,6 +55,8 @@ class LineWork : private LinkObserver {
     bool wasInterrupted() const { return wasInterrupted_; }
     /// Shown with the progress; nothing is where it is empty.
     std::string label;
+    /// From now on nothing waits for the line's rest: for who wants to see it as it is, and believes nothing.
+    void neverRests();
     /// Is told of the exchanges too, if it is not null.
     LinkObserver* seesAll = nullptr;
     /// So often the user has asked for the end, and was heard.
@@ -102,9 +104,10 @@ class LineWork : private LinkObserver {
     Place asked_{Board::Master, 0};       ///< by the newest frame
     Place newest_{Board::Master, 0};      ///< whose value was taken last
     Answer answer_ = Answer::Good;        ///< to the newest frame
-    bool isClean_ = false;                ///< the open exchange, so far
-    bool isDisturbed_ = false;            ///< by bytes that nobody asked for, since the last value was taken
-    bool anythingCame_ = false;           ///< a value, since the last second
+    bool rests_ = true;
+    bool isClean_ = false;       ///< the open exchange, so far
+    bool isDisturbed_ = false;   ///< by bytes that nobody asked for, since the last value was taken
+    bool anythingCame_ = false;  ///< a value, since the last second
     bool wasInterrupted_ = false;
     bool hasOtherBoards_ = false;
     std::int64_t spoiled_;

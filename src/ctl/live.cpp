@@ -85,6 +85,7 @@ int monitor(Context& context) {
     connection.begin();
     LineWork& work = connection.work();
     work.seesAll = &traffic;
+    work.neverRests();
     const Ending how = work.follow(places, context.options.seconds, [](const Place&, std::uint32_t) {});
     traffic.conclude();
     return statusOf(context, how);

@@ -38,6 +38,7 @@ void Traffic::frameSent(const Bytes& frame) {
     if (!frame_.empty()) tell({}, Silence);
     frame_ = frame;
     sent_ = context_.clock();
+    if (first_ == 0) first_ = sent_;
     parameter_ = Link().LinkSetup ? 0 : Link().ScanIndex;
 }
 
@@ -69,7 +70,7 @@ void Traffic::tell(const Bytes& reply, std::string_view verdict) {
 }
 
 void Traffic::conclude() {
-    const double rate = static_cast<double>(exchanges_) / std::max(context_.clock() - begun_, 1e-3);
+    const double rate = static_cast<double>(exchanges_) / std::max(context_.clock() - first_, 1e-3);
     const long errors = bad_ + silent_;
     const double share = exchanges_ == 0 ? 0 : 100.0 * static_cast<double>(errors) / static_cast<double>(exchanges_);
     const auto tenths = [](double value) {

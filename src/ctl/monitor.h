@@ -24,6 +24,7 @@ class Traffic : public LinkObserver {
 
     Context& context_;
     const double begun_ = context_.clock();
+    double first_ = 0;  ///< when the first frame went out
     double sent_ = 0;
     Bytes frame_;        ///< that is not answered yet
     int parameter_ = 0;  ///< of which; 0: it asks who is there

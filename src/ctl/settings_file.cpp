@@ -89,7 +89,7 @@ class Reader {
 
     void takeSum(const std::vector<std::string>& fields) {
         hasSum_ = true;
-        if (fields.size() != 2) fail(say(Word::LineNotUnderstood));
+        if (fields.size() != 2 || fields[1].size() != sum_.text().size()) fail(say(Word::FileIsCut));
         if (!edited_ && fields[1] != sum_.text()) fail(say(Word::SumIsWrong));
     }
 

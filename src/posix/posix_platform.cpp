@@ -6,7 +6,6 @@
 #include <signal.h>
 
 #include <algorithm>
-#include <clocale>
 #include <ctime>
 
 #include "language/port_words.h"
@@ -48,13 +47,15 @@ timespec lengthUntil(Clock::time_point until) {
 
 }  // namespace
 
-PosixPlatform::PosixPlatform(Setup setup) : setup_(std::move(setup)) {
-    setlocale(LC_NUMERIC, "");
-    setlocale(LC_TIME, "");
+PosixPlatform::PosixPlatform(Setup setup) : setup_(std::move(setup)), locale_(newlocale(LC_ALL_MASK, "", nullptr)) {
+    if (!locale_) locale_ = newlocale(LC_ALL_MASK, "C", nullptr);
     noteEndSignals();
 }
 
-PosixPlatform::~PosixPlatform() { sigprocmask(SIG_SETMASK, &whileWaiting, nullptr); }
+PosixPlatform::~PosixPlatform() {
+    freelocale(locale_);
+    sigprocmask(SIG_SETMASK, &whileWaiting, nullptr);
+}
 
 int PosixPlatform::endsWanted() { return ends; }
 
@@ -111,15 +112,17 @@ void PosixPlatform::writeFile(const std::filesystem::path& file, const std::stri
     writeWholeFile(file, content);
 }
 
-std::string PosixPlatform::decimalSeparator() const { return nl_langinfo(RADIXCHAR); }
+std::string PosixPlatform::decimalSeparator() const { return nl_langinfo_l(RADIXCHAR, locale_); }
 
 std::string PosixPlatform::shortDate(int day, int month, int year) const {
     std::tm date{};
     date.tm_mday = day;
     date.tm_mon = month - 1;
     date.tm_year = year - 1900;
+    std::string format = nl_langinfo_l(D_FMT, locale_);
+    std::ranges::replace(format, 'y', 'Y');
     char text[64];
-    return std::string(text, strftime(text, sizeof text, "%x", &date));
+    return std::string(text, strftime_l(text, sizeof text, format.c_str(), &date, locale_));
 }
 
 }  // namespace kestrel::posix

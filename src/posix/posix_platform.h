@@ -2,6 +2,8 @@
 // The event loop is one wait for the line, the timers and the signals that ask for the end.
 #pragma once
 
+#include <locale.h>
+
 #include <functional>
 #include <memory>
 #include <string>
@@ -72,6 +74,7 @@ class PosixPlatform : public Platform {
     void wait(Clock::time_point until);
 
     Setup setup_;
+    locale_t locale_;  ///< the user's, for figures and dates of people alone
     TimerList timers_;
     SerialPort* open_ = nullptr;
     int descriptor_ = -1;  ///< of the open port

@@ -5,16 +5,13 @@
 #include <array>
 #include <map>
 #include <set>
-#include <sstream>
 
-#include "ctl/connection.h"
-#include "ctl/session.h"
 #include "ctl/settings_file.h"
 #include "link/link_engine.h"
 #include "platform/errors.h"
 #include "simulation/fault_line.h"
 #include "simulation/require.h"
-#include "support/virtual_platform.h"
+#include "support/terminal.h"
 
 namespace kestrel::testing {
 
@@ -26,26 +23,9 @@ using Memory = std::map<Place, std::uint32_t>;
 constexpr Micros Second = 1'000'000;
 constexpr Micros Healing = 20 * Second;
 constexpr Micros Pause = 8 * Second;  ///< between commands: no answer to the last question of one meets the next
-constexpr Micros Longest = 6 * 3600 * Second;  ///< of one command
+constexpr Micros Longest = 7 * 86'400 * Second;  ///< of one command
 constexpr const char* File = "wanted.txt";
 constexpr const char* ReadFile = "read.txt";
-
-/// What a line of JSON says of a field; empty where it has none.
-std::string field(const std::string& object, const std::string& name) {
-    const std::string key = "\"" + name + "\": ";
-    const auto at = object.find(key);
-    if (at == std::string::npos) return {};
-    const auto from = at + key.size();
-    if (object[from] != '"') return object.substr(from, object.find_first_of(",}", from) - from);
-    return object.substr(from + 1, object.find('"', from + 1) - from - 1);
-}
-
-/// The computer under kestrelctl.
-class Terminal : public VirtualPlatform {
-  public:
-    Message::Answer showMessage(const Message& message) override { return ctl::answerMessage(*context, message); }
-    ctl::Context* context = nullptr;
-};
 
 class TerminalPlayer {
   public:
@@ -79,10 +59,7 @@ class TerminalPlayer {
         return plan;
     }
 
-    struct Said {
-        int status = 0;
-        std::vector<std::string> lines;
-        std::string remarks;
+    struct Said : Terminal::Said {
         bool isUpset = false;  ///< a board has forgotten or changed something meanwhile, or has lied
     };
 
@@ -91,16 +68,16 @@ class TerminalPlayer {
         draw();
         const Memory atFirst = memory();
         trouble(true);
-        checkReading(command("read", {ReadFile}));
-        checkComparing(command("compare", {File}));
+        checkReading(command("read read.txt"));
+        checkComparing(command("compare wanted.txt"));
         const Memory before = memory();
-        checkWriting(command("write", {File}), before);
+        checkWriting(command("write --yes wanted.txt"), before);
         trouble(false);
         // What changed by itself is put right, so that the rest can be held against it.
         for (const auto& [place, value] : atFirst)
             if (!wanted_.contains(place) || isFixed(place)) line_.machine().setValue(place.board, place.number, value);
         line_.machine().setValue(Board::Master, decimals_.number, decimals_.value);
-        const Said finished = command("write", {File});
+        const Said finished = command("write --yes wanted.txt");
         require(finished.status == ctl::status::Well, "a second write on a good line finishes", finished.remarks);
         for (const auto& [place, value] : memory()) {
             const auto wanted = wanted_.find(place);
@@ -109,8 +86,8 @@ class TerminalPlayer {
             require(isRight, "what was asked for is there, and nothing else is touched", nameOf(place), " = ", value,
                     " in place of ", right);
         }
-        const Said same = command("compare", {File});
-        require(same.status == ctl::status::Well && same.lines.empty(), "compare says equal after a whole write",
+        const Said same = command("compare wanted.txt");
+        require(same.status == ctl::status::Well && same.results.empty(), "compare says equal after a whole write",
                 same.remarks);
     }
 
@@ -120,7 +97,7 @@ class TerminalPlayer {
         auto random = chanceOf(plan_.seed, Chance::Act, 0);
         const std::vector<std::string> groups = ctl::SettableGroups();
         for (auto count = random.between(1, 3); count > 0; --count)
-            groups_.insert(groups[static_cast<std::size_t>(random.between(0, std::ssize(groups) - 1))]);
+            groups_ += (groups_.empty() ? "" : ",") + random.of(groups);
         const int one = static_cast<int>(random.between(2, 40));
         ctl::SettingsFile file;
         file.decimals = 2;
@@ -129,7 +106,7 @@ class TerminalPlayer {
         for (const ctl::Item& item : ctl::AllItems()) {
             const CatalogueRow& row = *item.row;
             const bool isThere = line_.machine().fitted(item.board());
-            if (!isThere || row.kind != CatalogueRow::Kind::Setting || !groups_.contains(std::string(row.group)))
+            if (!isThere || row.kind != CatalogueRow::Kind::Setting || groups_.find(row.group) == std::string::npos)
                 continue;
             std::uint32_t value = valueAt(item.place());
             if (random.between(1, one) == 1 && !isFixed(item.place())) {
@@ -170,11 +147,12 @@ class TerminalPlayer {
             when = terminal_.now() + after(random, plan_.incidents.at(name));
             ++counts_[Acts];
             if (name == WindowClosed) {
-                ++ends_;
+                ++terminal_.ends;
             } else if (name == PortDenied) {
                 if (terminal_.openFailures.erase(1) == 0)
                     terminal_.openFailures[1] = {error_number::SerialPortInUse, "denied"};
             } else if (name == LoopBlocked) {
+                liars_ = true;  // what came meanwhile may be delivered in another order than it came
                 if (line_.present()) terminal_.letPass(random.between(500, 30'000) * 1000);
             } else if (name != DiskTrouble) {
                 line_.begin(terminal_.now(), name);
@@ -182,41 +160,18 @@ class TerminalPlayer {
         }
     }
 
-    Said command(const std::string& name, const std::vector<std::string>& arguments) {
-        ctl::Options options;
-        options.command = name;
-        options.arguments = arguments;
-        options.json = options.yes = true;
-        options.groups = groups_;
-        options.wait = 40;
-        options.language = "English";
-        std::ostringstream results, remarks;
-        ctl::Output out(results, remarks, nullptr);
-        ends_ = 0;
-        ctl::Context context{options,
-                             out,
-                             [this] { return ends_; },
-                             [] { return std::tm(); },
-                             [](const std::string&) { return true; },
-                             [this] { return static_cast<double>(terminal_.now()) / 1e6; },
-                             [] {}};
+    Said command(const std::string& line) {
         terminal_.letPass(Pause);
         line_.take(terminal_.now());
         begun_ = terminal_.now();
         const long changes = line_.changes();
         liars_ = hasWritten_ = false;
-        isWriting_ = name == "write";
-        terminal_.context = &context;
-        Said said;
-        said.status = ctl::runCommand(context);
-        session_.reset();
-        session_ = std::make_unique<ctl::Session>();
+        terminal_.ends = 0;
+        isWriting_ = line.starts_with("write");
+        Said said{terminal_.command(line + " --json --language English --wait 40 --group " + groups_)};
         isWriting_ = false;
-        std::istringstream lines(results.str());
-        for (std::string line; std::getline(lines, line);) said.lines.push_back(line);
-        said.remarks = remarks.str();
         said.isUpset = liars_ || line_.memoryUpsetSince(begun_) || line_.changes() != changes;
-        for (const char letter : results.str()) hash_ = (hash_ ^ static_cast<unsigned char>(letter)) * 1099511628211ULL;
+        for (const char letter : said.results) hash_ = (hash_ ^ static_cast<unsigned char>(letter)) * 1099511628211ULL;
         if (said.isUpset) ++counts_[PagesExcused];
         return said;
     }
@@ -226,6 +181,8 @@ class TerminalPlayer {
         ++counts_[Frames];
         const auto has = [&](const char* what) { return exchange.note.find(what) != std::string::npos; };
         if (has("blind") || has("collide")) liars_ = true;
+        if (has("late") && (plan_.faults.contains("busy") || plan_.incidents.contains("busy")))
+            liars_ = true;  // such an answer comes later than any that is waited for
         if (exchange.request.verdict != simulator::Frame::Verdict::Good) return;
         const Place place{exchange.request.board, exchange.parameter};
         if (!exchange.request.write) {
@@ -261,7 +218,7 @@ class TerminalPlayer {
 
     void checkComparing(const Said& said) {
         if (said.isUpset) return;
-        for (const std::string& line : said.lines) {
+        for (const std::string& line : said.lines()) {
             const Place place = placeOf(line);
             require(field(line, "second_raw") == std::to_string(valueAt(place)), "a difference that is told is there",
                     line);
@@ -271,7 +228,7 @@ class TerminalPlayer {
     void checkWriting(const Said& said, const Memory& before) {
         if (said.isUpset) return;
         std::set<Place> told;
-        for (const std::string& line : said.lines) {
+        for (const std::string& line : said.lines()) {
             const Place place = placeOf(line);
             told.insert(place);
             const std::string outcome = field(line, "outcome");
@@ -339,9 +296,7 @@ class TerminalPlayer {
     const Plan plan_;
     Terminal terminal_;
     FaultLine line_;
-    std::unique_ptr<ctl::Session> session_ =
-        std::make_unique<ctl::Session>();  ///< of one command, and then of the next
-    std::set<std::string> groups_;
+    std::string groups_;  ///< with commas between
     struct Wanted {
         ctl::Item item;
         std::uint32_t value;
@@ -351,7 +306,6 @@ class TerminalPlayer {
     std::uint32_t incidents_ = 0;
     bool inTrouble_ = false, isWriting_ = false, hasWritten_ = false, liars_ = false;
     std::size_t home_ = 0;  ///< the machine whose number was read last before the first write
-    int ends_ = 0;
     Micros begun_ = 0;
     std::uint64_t hash_ = 14695981039346656037ULL;
     Counts counts_{};
