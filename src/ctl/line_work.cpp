@@ -137,7 +137,8 @@ Ending LineWork::step() {
     LinkState& link = Link();
     if (!link.Timer1.Enabled && !link.Comm1->PortOpen() && !LineIsClosed()) InterruptLine();
     wasInterrupted_ = wasInterrupted_ || LineIsClosed();
-    link.Timer1.Enabled = !rest_.Enabled || !link.LinkIdle || LineIsClosed();
+    const bool mayAsk = !rest_.Enabled || !link.LinkIdle || LineIsClosed();
+    if (link.Timer1.Enabled != mayAsk) link.Timer1.Enabled = mayAsk;
     if (hasOtherBoards_) return Ending::OtherBoards;
     if (context_.endsWanted() > endsHeard) return Ending::Stopped;
     return quietSeconds_ >= context_.options.wait ? Ending::LineLost : Ending::Whole;
@@ -145,6 +146,7 @@ Ending LineWork::step() {
 
 void LineWork::takeStored(Values& values) {
     if (std::exchange(isDisturbed_, false)) reconsider(values);
+    if (stored_.empty()) return;
     for (const auto& [place, isClean] : std::exchange(stored_, {})) {
         const auto found = open_.find(place);
         if (found == open_.end() || found->second.turn == Reading::PutOff) continue;
