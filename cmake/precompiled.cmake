@@ -17,3 +17,10 @@ function(kestrel_precompile target)
     target_precompile_headers(${target} PRIVATE ${KESTREL_${kind}_HEADERS})
   endforeach()
 endfunction()
+
+# Those that the platform has precompiled, for a target that is compiled with the same options.
+function(kestrel_precompile_as_platform target)
+  if(KESTREL_PRECOMPILE)
+    target_precompile_headers(${target} REUSE_FROM kestrel_platform)
+  endif()
+endfunction()

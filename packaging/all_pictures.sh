@@ -34,7 +34,7 @@ export installation work directory
 
 for language in "${languages[@]}"; do
     [ -e "$installation/$language.lng" ] || fail "there is no language \"$language\""
-    for theme in light dark; do
+    for theme in light dark contrast; do
         for scale in 1 1.5 2; do printf '%s %s %s\n' "$language" "$theme" "$scale"; done
     done
 done | xargs -P $(($(nproc) * 5)) -L 1 bash -c 'tour "$@"' tour || fail "some pictures could not be made"

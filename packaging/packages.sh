@@ -5,8 +5,10 @@ kestrel_packages=(
     g++ cmake ninja-build
     qt6-base-dev qt6-serialport-dev qt6-svg-dev libqt6svg6 fonts-dejavu-core
     libgtest-dev
+    at-spi2-core dbus xvfb
 )
-kestrel_check_packages=(clang-format clang-tidy)
+kestrel_check_packages=(clang-format clang-tidy desktop-file-utils appstream)
+kestrel_package_packages=(dpkg-dev lintian)
 
 fail() {
     echo "$(basename "$0"): $*" >&2

@@ -18,6 +18,7 @@
 #include <string>
 #include <system_error>
 
+#include "command_line/data_directory.h"
 #include "program_version.h"
 #include "simulator/board_options.h"
 #include "simulator/commands.h"
@@ -280,12 +281,6 @@ class Program {
     Commands commands_;
 };
 
-std::filesystem::path ownDirectory() {
-    std::error_code error;
-    const auto own = std::filesystem::read_symlink("/proc/self/exe", error);
-    return error ? std::filesystem::path(".") : own.parent_path();
-}
-
 DateTime localTime() {
     const std::time_t now = std::time(nullptr);
     std::tm local{};
@@ -304,11 +299,12 @@ int main(int argc, char** argv) {
         return kestrel::EndedByBadOption;
     }
     if (options.help || options.version) {
-        std::cout << (options.help ? boardHelp() : std::string(programName) + " " + kestrel::ProgramVersion + "\n");
+        std::cout << (options.help ? helpText(boardText())
+                                   : std::string(programName) + " " + kestrel::ProgramVersion + "\n");
         return 0;
     }
     options.machine.clock = localTime();
-    if (options.machine.directory.empty()) options.machine.directory = ownDirectory();
+    if (options.machine.directory.empty()) options.machine.directory = kestrel::dataDirectory(kestrel::ownExecutable());
     try {
         Program(options).run();
     } catch (const std::exception& error) {

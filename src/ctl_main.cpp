@@ -5,6 +5,7 @@
 #include <chrono>
 #include <iostream>
 
+#include "command_line/data_directory.h"
 #include "ctl/connection.h"
 #include "ctl/session.h"
 #include "ctl/words.h"
@@ -20,12 +21,6 @@ using namespace kestrel;
 
 constexpr const char* Name = "kestrelctl";
 constexpr const char* DemoDevice = "simulated machine";
-
-std::filesystem::path ownDirectory() {
-    std::error_code trouble;
-    const auto own = std::filesystem::read_symlink("/proc/self/exe", trouble);
-    return trouble ? std::filesystem::path(".") : own.parent_path();
-}
 
 std::unique_ptr<SerialControl> switchOn(const ctl::Options& options) {
     simulator::MachineOptions machine;
@@ -105,7 +100,7 @@ int main(int argc, char** argv) {
         std::cout << (options.help ? ctl::usage(options.command) : std::string(Name) + ' ' + ProgramVersion + '\n');
         return 0;
     }
-    if (options.directory.empty()) options.directory = ownDirectory();
+    if (options.directory.empty()) options.directory = dataDirectory(ownExecutable());
     try {
         return run(options);
     } catch (const posix::ProcessEnd& end) {

@@ -50,7 +50,7 @@ int main(int argc, char** argv) {
     Options options;
     try {
         options = parseOptions({argv + 1, argv + argc});
-        if (options.help) return answer(usage());
+        if (options.help) return answer(helpText(programText()));
         if (options.version) return answer(std::string("kestrel ") + ProgramVersion + "\n");
         checkOptions(options);
     } catch (const BadOption& error) {

@@ -5,7 +5,7 @@
 #include <filesystem>
 #include <sstream>
 
-#include "command_line/command_line.h"
+#include "command_line/program_text.h"
 #include "tools/catalogue.h"
 #include "tools/table_files.h"
 
@@ -102,12 +102,13 @@ int make(const std::vector<std::string>& catalogues, const fs::path& directory, 
 int run(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err) {
     std::vector<std::string> catalogues;
     std::string directory;
-    const Tool tool{"mkcatalogue",
-                    "usage: mkcatalogue CATALOGUE.tsv... --out DIRECTORY\n"
-                    "Makes parameters.h and rows.cpp from the catalogues of the boards, each of which is named after\n"
-                    "its board: master.tsv becomes the namespace master.\n",
-                    {{"", "CATALOGUE.tsv", "", addTo(catalogues)},
-                     {"--out", "DIRECTORY", "where the two files go", keepIn(directory)}}};
+    const ProgramText tool{"mkcatalogue",
+                           "makes parameters.h and rows.cpp from the catalogues of the boards",
+                           {"CATALOGUE.tsv... --out DIRECTORY"},
+                           "Each catalogue is named after its board: master.tsv becomes the namespace master.\n",
+                           {{"", "CATALOGUE.tsv", "", addTo(catalogues)},
+                            {"--out", "DIRECTORY", "where the two files go", keepIn(directory)}},
+                           {}};
     return runTool(tool, arguments, out, err, [&] {
         if (catalogues.empty()) throw BadOption("no catalogue is named");
         if (directory.empty()) throw BadOption("no directory is named: --out DIRECTORY");

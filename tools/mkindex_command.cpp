@@ -7,7 +7,6 @@
 #include <optional>
 #include <vector>
 
-#include "command_line/command_line.h"
 #include "tools/mkindex_format.h"
 #include "tools/table_files.h"
 
@@ -23,16 +22,17 @@ struct Work {
     std::vector<std::string> files;
 };
 
-Tool toolFor(Work& work) {
+ProgramText textFor(Work& work) {
     const auto layOut = [&work](Layout layout) {
         return [&work, layout](const std::string&) { work.layout = layout; };
     };
     return {"mkindex",
-            "usage: mkindex [--identity | --parameters] [--catalogue CATALOGUE.tsv] TABLE.tsv FILE.inx\n"
-            "       mkindex [--identity | --parameters] [--catalogue CATALOGUE.tsv] --print FILE.inx [TABLE.tsv]\n"
-            "Makes an index file from a table, or prints one as text. A file named W and four digits has the\n"
-            "identity layout, every other one the parameter layout; the options overrule the name. A table\n"
-            "of parameters needs the board's catalogue, which has their numbers.\n",
+            "makes an index file from a table, or prints one as text",
+            {"[--identity | --parameters] [--catalogue CATALOGUE.tsv] TABLE.tsv FILE.inx",
+             "[--identity | --parameters] [--catalogue CATALOGUE.tsv] --print FILE.inx [TABLE.tsv]"},
+            "A file named W and four digits has the identity layout, every other one the parameter layout;\n"
+            "the options overrule the name. A table of parameters needs the board's catalogue, which has\n"
+            "their numbers.\n",
             {
                 {"", "FILE", "", addTo(work.files)},
                 {"--print", "", "print an index file, with the names of its table where one is given",
@@ -40,7 +40,8 @@ Tool toolFor(Work& work) {
                 {"--identity", "", "the file has the identity layout", layOut(Layout::Identity)},
                 {"--parameters", "", "the file has the parameter layout", layOut(Layout::Parameters)},
                 {"--catalogue", "CATALOGUE.tsv", "the parameters of the board", keepIn(work.catalogue)},
-            }};
+            },
+            {}};
 }
 
 /// The table of a file, or nothing after all that is wrong has been told.
@@ -87,9 +88,14 @@ void complete(Work& work) {
 
 }  // namespace
 
+ProgramText programText() {
+    Work none;
+    return textFor(none);
+}
+
 int run(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err) {
     Work work;
-    return runTool(toolFor(work), arguments, out, err, [&] {
+    return runTool(textFor(work), arguments, out, err, [&] {
         complete(work);
         return work.print ? show(work, out, err) : make(work, err);
     });

@@ -6,8 +6,12 @@
 #include <string>
 #include <vector>
 
+#include "command_line/program_text.h"
+
 namespace kestrel::mkindex {
 
+/// What is said of the program, without the option --help.
+ProgramText programText();
 int run(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err);
 
 }  // namespace kestrel::mkindex

@@ -11,8 +11,8 @@
 #include <utility>
 #include <vector>
 
-#include "command_line/command_line.h"
 #include "tools/mklang_format.h"
+#include "tools/mklang_glossary.h"
 
 namespace kestrel::mklang {
 
@@ -23,25 +23,30 @@ constexpr int badFile = 1;
 struct Work {
     std::vector<std::string> sources;
     std::string usedLines;
+    std::string glossary;
     std::string directory;
     std::string print;
 };
 
-Tool toolFor(Work& work) {
+ProgramText textFor(Work& work) {
     return {"mklang",
-            "usage: mklang SOURCE... [--check-used FILE] --out DIR\n"
-            "       mklang --print FILE.lng\n",
+            "makes the language files of an installation, or prints one as text",
+            {"SOURCE... [--check-used FILE] [--glossary FILE] --out DIR", "--print FILE.lng"},
+            "",
             {
                 {"", "SOURCE", "", addTo(work.sources)},
                 {"--out", "DIR", "make a file in DIR for each language of the sources", keepIn(work.directory)},
                 {"--check-used", "FILE", "demand a text of each line that FILE lists", keepIn(work.usedLines)},
+                {"--glossary", "FILE", "hold the texts to the words of the table in FILE", keepIn(work.glossary)},
                 {"--print", "FILE.lng", "print a language file with the numbers of its lines", keepIn(work.print)},
-            }};
+            },
+            {}};
 }
 
 void refuseHalfWork(const Work& work) {
     const bool makes = !work.sources.empty() && !work.directory.empty() && work.print.empty();
-    const bool prints = work.sources.empty() && work.directory.empty() && work.usedLines.empty() && !work.print.empty();
+    const bool prints = work.sources.empty() && work.directory.empty() && work.usedLines.empty() &&
+                        work.glossary.empty() && !work.print.empty();
     if (!makes && !prints) throw BadOption("sources and --out are needed, or --print alone (--help lists the options)");
 }
 
@@ -90,11 +95,14 @@ int make(const Work& work, std::ostream& err) {
         std::istringstream in(*bytes);
         readLanguageSource(in, name, texts, complaints);
     }
-    if (!work.usedLines.empty() && complaints.empty()) {
-        const auto bytes = readFile(work.usedLines);
-        if (!bytes) return fail(err, work.usedLines, "cannot be read");
+    const std::pair<const std::string&, decltype(&checkUsedLines)> checks[] = {{work.usedLines, checkUsedLines},
+                                                                               {work.glossary, checkGlossary}};
+    for (const auto& [name, check] : checks) {
+        if (name.empty() || !complaints.empty()) continue;
+        const auto bytes = readFile(name);
+        if (!bytes) return fail(err, name, "cannot be read");
         std::istringstream in(*bytes);
-        checkUsedLines(in, work.usedLines, texts, complaints);
+        check(in, name, texts, complaints);
     }
     for (const auto& complaint : complaints) err << describe(complaint) << '\n';
     if (!complaints.empty()) return badFile;
@@ -110,9 +118,14 @@ int make(const Work& work, std::ostream& err) {
 
 }  // namespace
 
+ProgramText programText() {
+    Work none;
+    return textFor(none);
+}
+
 int run(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err) {
     Work work;
-    return runTool(toolFor(work), arguments, out, err, [&] {
+    return runTool(textFor(work), arguments, out, err, [&] {
         refuseHalfWork(work);
         return work.print.empty() ? make(work, err) : print(work.print, out, err);
     });

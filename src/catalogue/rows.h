@@ -40,5 +40,10 @@ std::pair<const CatalogueRow*, int> FindParameter(Board board, int number);
 std::string ParameterName(Board board, int number);
 /// The name of one of a row's parameters.
 std::string ParameterName(const CatalogueRow& row, int index);
+/// The unit of the shown value; empty where it has none.
+inline std::string_view UnitOf(const Setting& setting) {
+    const CatalogueRow* const row = FindParameter(setting.board, setting.number).first;
+    return row ? row->unit : std::string_view();
+}
 
 }  // namespace kestrel

@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <set>
 
+#include "command_line/program_text.h"
+
 namespace kestrel {
 
 namespace {
@@ -72,19 +74,23 @@ std::string listOptions(const OptionTable& table) {
     return text;
 }
 
-int runTool(const Tool& tool, const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err,
+Option helpOption(bool& isWanted) {
+    return {"--help", "", "print this help and end", setTo(isWanted, true), Option::Times::Last};
+}
+
+int runTool(const ProgramText& tool, const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err,
             const std::function<int()>& work) {
     bool help = false;
-    OptionTable table = tool.options;
-    table.push_back({"--help", "", "print this help and end", setTo(help, true), Option::Times::Last});
+    ProgramText program = tool;
+    program.options.push_back(helpOption(help));
     try {
-        readCommandLine(table, arguments);
+        readCommandLine(program.options, arguments);
         if (!help) return work();
     } catch (const BadOption& wrong) {
         err << tool.name << ": " << wrong.what() << '\n';
         return EndedByBadOption;
     }
-    out << tool.usage << '\n' << listOptions(table);
+    out << helpText(program);
     return 0;
 }
 

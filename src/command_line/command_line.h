@@ -28,6 +28,7 @@ struct Option {
     /// Is given the value. Throws BadOption, or std::invalid_argument with what is wrong with the value.
     std::function<void(const std::string& value)> take;
     Times times = Times::Once;
+    std::vector<std::string> choices = {};  ///< what a shell may offer as its value
 };
 using OptionTable = std::vector<Option>;
 
@@ -36,15 +37,13 @@ void readCommandLine(const OptionTable& table, const std::vector<std::string>& a
 /// The options in two columns, a line or more each.
 std::string listOptions(const OptionTable& table);
 
-/// A program that does one piece of work and ends.
-struct Tool {
-    std::string name;
-    std::string usage;    ///< how it is called, and what it does: what stands in the help above the options
-    OptionTable options;  ///< without --help, which every tool has
-};
-/// Reads the command line and does the work, which may throw BadOption too. Gives the exit status.
-int runTool(const Tool& tool, const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err,
+struct ProgramText;
+/// A program that does one piece of work and ends: reads the command line, to which it adds --help, and does the work,
+/// which may throw BadOption too. Gives the exit status.
+int runTool(const ProgramText& tool, const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err,
             const std::function<int()>& work);
+/// The option that ends a program by its help.
+Option helpOption(bool& isWanted);
 
 /// What an option does that is a switch, or that keeps its value.
 inline auto setTo(bool& flag, bool on) {

@@ -5,6 +5,7 @@
 #include <map>
 
 #include "ctl/context.h"
+#include "ctl/words.h"
 #include "language/language_files.h"
 #include "platform/errors.h"
 #include "platform/platform.h"
@@ -32,8 +33,10 @@ std::string languageOfEnvironment() {
 /// Without its file the texts are the English ones that are built in; a language that was asked for must be there.
 void loadLanguage(const Options& options) {
     const bool isAskedFor = !options.language.empty();
+    const std::string language = isAskedFor ? options.language : languageOfEnvironment();
+    loadWords(language);
     try {
-        LoadLanguage((isAskedFor ? options.language : languageOfEnvironment()) + Ending);
+        LoadLanguage(language + Ending);
     } catch (const RunTimeError&) {
         if (isAskedFor) throw;
     }

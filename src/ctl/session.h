@@ -21,6 +21,10 @@ struct ChangeState;
 struct RecheckState;
 struct LeavingState;
 struct PageState;
+struct FirstValuesState;
+struct SilenceState;
+struct History;
+struct WordState;
 
 namespace ctl {
 
@@ -41,11 +45,16 @@ struct Session {
     Module<LinkState> link;
     Module<IdentityState> identification;
     Module<IndexState> indexFiles;
+    Module<History> history;
     Module<ParamState> mirror;
     Module<ChangeState> changes;
     Module<RecheckState> recheck;
     Module<LeavingState> leaving;
+    Module<FirstValuesState> firstValues;
+    Module<SilenceState> silence;
     Module<PageState> pages;
+    // ctl
+    Module<WordState> words;
 };
 
 }  // namespace ctl

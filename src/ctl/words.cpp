@@ -3,9 +3,18 @@
 
 #include <array>
 
-#include "language/window_texts.h"
+#include "language/language_files.h"
+#include "platform/errors.h"
+#include "platform/module_state.h"
 
-namespace kestrel::ctl {
+namespace kestrel {
+
+struct WordState {
+    std::vector<std::string> lines;
+};
+template class Module<WordState>;
+
+namespace ctl {
 
 namespace {
 
@@ -88,7 +97,7 @@ constexpr std::array English = {
     "counters",
     "alarms",
 };
-constexpr auto First = static_cast<int>(Word::IndexFileMissing);
+constexpr auto First = static_cast<std::size_t>(Word::IndexFileMissing);
 static_assert(English.size() == static_cast<std::size_t>(Word::GroupAlarms) - First + 1);
 
 /// In the order of their words.
@@ -99,9 +108,19 @@ static_assert(Groups.size() ==
 
 }  // namespace
 
+void loadWords(const std::string& language) {
+    try {
+        stateOf<WordState>().lines = LanguageFileLines("terminal/" + language + ".lng");
+    } catch (const RunTimeError&) {
+        stateOf<WordState>().lines.clear();
+    }
+}
+
 std::string say(Word which, const std::vector<std::string>& values) {
-    const auto line = static_cast<int>(which);
-    const std::string form = WindowText(line, English.at(static_cast<std::size_t>(line - First)));
+    const auto line = static_cast<std::size_t>(which) - First;
+    const std::vector<std::string>& lines = stateOf<WordState>().lines;
+    const bool isWhole = lines.size() == English.size();  // else the file is of another version
+    const std::string form = isWhole ? lines[line] : English.at(line);
     std::string text;
     for (std::size_t i = 0; i < form.size(); ++i) {
         const std::size_t place =
@@ -122,4 +141,5 @@ std::string groupName(const std::string& group) {
     return group;
 }
 
-}  // namespace kestrel::ctl
+}  // namespace ctl
+}  // namespace kestrel

@@ -1,5 +1,5 @@
-// The words that kestrelctl says to people; they stand in the language table, each on a line of its own.
-// Where the active language file has none of them, the English ones count that are built in.
+// The words that kestrelctl says to people; they have language files of their own, beside those of the table.
+// Where the active language has no such file, the English ones count that are built in.
 #pragma once
 
 #include <string>
@@ -7,9 +7,9 @@
 
 namespace kestrel::ctl {
 
-/// By their lines in the language files.
+/// By their lines in the files.
 enum class Word {
-    IndexFileMissing = 721,
+    IndexFileMissing = 1,
     NotCompatible,
     BoardIsNotThere,
     Identity,
@@ -86,6 +86,9 @@ enum class Word {
     GroupCounters,
     GroupAlarms
 };
+
+/// Takes the words of a language, such as "Deutsch".
+void loadWords(const std::string& language);
 
 /// The word in the active language, with the values in the places of %1 and so on.
 std::string say(Word which, const std::vector<std::string>& values = {});

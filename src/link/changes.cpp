@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "link/history.h"
 #include "link/param_table.h"
 #include "link/recheck.h"
 #include "platform/control.h"
@@ -26,7 +27,8 @@ auto find(int bank, int index) {
                         [=](const Change& each) { return each.bank == bank && each.index == index; });
 }
 
-void end(std::vector<Change>::iterator change) {
+void end(std::vector<Change>::iterator change, Fate fate) {
+    EndPast(change->bank, change->index, fate);
     state().open.erase(change);
     if (state().onEnded) state().onEnded();
 }
@@ -38,6 +40,25 @@ ParamValue asHeld(int bank, int index, std::uint32_t value) {
     return ValueOf(record.Value.data(), std::min(ValueNibble(record.Command), WrittenBytes - 1));
 }
 
+bool isDue(const Change& change) { return (ParamFlags(change.bank, change.index) & flag::WriteDue) != 0; }
+
+bool isSuspended(const Change& change) {
+    return isDue(change) && !(ParamFlags(change.bank, change.index) & flag::Pending);
+}
+
+template <class Choice>
+int leave(const Window& page, Choice choice) {
+    int left = 0;
+    for (Change& each : state().open) {
+        if (each.page != &page || !choice(each)) continue;
+        each.control = nullptr;
+        each.page = nullptr;
+        each.pageCaption = page.Caption;
+        ++left;
+    }
+    return left;
+}
+
 }  // namespace
 
 const std::vector<Change>& Changes() { return state().open; }
@@ -46,7 +67,10 @@ void NoteWrite(int bank, int index, std::uint32_t value) {
     Control* const control = Control::acting();
     if (!control || !control->window()) return;  // a menu or a window acts: the page writes by itself
     const auto older = find(bank, index);
-    if (older != state().open.end()) state().open.erase(older);
+    if (older != state().open.end()) {
+        EndPast(bank, index, Fate::Replaced);
+        state().open.erase(older);
+    }
     Change change;
     change.bank = bank;
     change.index = index;
@@ -58,19 +82,20 @@ void NoteWrite(int bank, int index, std::uint32_t value) {
         return each.control == control && each.value == value && !each.copy;
     });
     state().open.push_back(std::move(change));
+    NotePast(*control, bank, index);
 }
 
 void SettleChange(int bank, int index) {
     const auto found = find(bank, index);
     if (found == state().open.end() || (ParamFlags(bank, index) & flag::WriteDue) || IsHeld(bank, index)) return;
     const Change change = *found;
-    if (change.control && ParamRead(index, bank) != asHeld(bank, index, change.value))
-        change.control->tellNotTaken({change.wanted, change.copy});
-    end(find(bank, index));
+    const bool isTaken = ParamRead(index, bank) == asHeld(bank, index, change.value);
+    if (change.control && !isTaken) change.control->tellNotTaken({change.wanted, change.copy});
+    end(find(bank, index), isTaken ? Fate::Confirmed : Fate::NotTaken);
 }
 
 void ForgetChange(int bank, int index) {
-    if (const auto found = find(bank, index); found != state().open.end()) end(found);
+    if (const auto found = find(bank, index); found != state().open.end()) end(found, Fate::Withdrawn);
 }
 
 bool IsChange(int bank, int index) { return find(bank, index) != state().open.end(); }
@@ -81,20 +106,16 @@ bool HasChanges(const Window& page) {
 }
 
 int LeaveChanges(const Window& page) {
-    int left = 0;
-    for (Change& each : state().open) {
-        if (each.page != &page) continue;
-        each.control = nullptr;
-        each.page = nullptr;
-        each.pageCaption = page.Caption;
-        ++left;
-    }
+    const int left = leave(page, [](const Change&) { return true; });
     std::erase_if(state().open, [](const Change& each) {
-        const bool due = (ParamFlags(each.bank, each.index) & flag::WriteDue) != 0;
-        return !each.control && !due && !IsHeld(each.bank, each.index);
+        const bool ends = !each.control && !isDue(each) && !IsHeld(each.bank, each.index);
+        if (ends) EndPast(each.bank, each.index, Fate::Unknown);
+        return ends;
     });
     return left;
 }
+
+int LeaveSuspendedChanges(const Window& page) { return leave(page, isSuspended); }
 
 void OnChangeEnded(std::function<void()> handler) { state().onEnded = std::move(handler); }
 

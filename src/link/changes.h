@@ -41,6 +41,9 @@ bool HasChanges(const Window& page);
 /// The page goes: its changes keep its caption alone. Those that went out and had no answer end here. How many stay
 /// open or end so.
 int LeaveChanges(const Window& page);
+/// The same for those changes of a page that stays whose writes another page has suspended, since it gave up the last
+/// subscription to their records as it went.
+int LeaveSuspendedChanges(const Window& page);
 
 /// Runs whenever a change has ended.
 void OnChangeEnded(std::function<void()> handler);

@@ -26,13 +26,25 @@ bool takeLine(const std::string& text, std::size_t& from, std::string& line) {
     return true;
 }
 
+std::string ownName() { return platform().programName() + ".ini"; }
+std::filesystem::path ownFile() { return platform().configurationDirectory() / ownName(); }
+
 }  // namespace
 
-std::filesystem::path OwnConfigurationFile() {
-    return platform().programDirectory() / (platform().programName() + ".ini");
+ConfigurationLines ConfigurationLines::own() {
+    try {
+        return ConfigurationLines(ownFile());
+    } catch (const RunTimeError& error) {
+        if (error.number() != error_number::FileNotFound) throw;
+        return ConfigurationLines(platform().programDirectory() / ownName());
+    }
 }
 
-std::filesystem::path FamilyConfigurationFile() { return platform().programDirectory().parent_path() / FamilyFile; }
+ConfigurationLines ConfigurationLines::ofFamily() {
+    const auto family = platform().familyDirectory();
+    if (!family) throw RunTimeError(error_number::PathNotFound, "There is no family");
+    return ConfigurationLines(*family / FamilyFile);
+}
 
 ConfigurationLines::ConfigurationLines(const std::filesystem::path& file) {
     const std::string text = platform().readFile(file);
@@ -61,8 +73,7 @@ std::string ConfigurationLines::language() const {
 }
 
 void WriteConfigurationFile(int port, const std::string& language) {
-    platform().writeFile(OwnConfigurationFile(),
-                         PortPrefix + std::to_string(port) + LineEnd + LanguagePrefix + language + LineEnd);
+    platform().writeFile(ownFile(), PortPrefix + std::to_string(port) + LineEnd + LanguagePrefix + language + LineEnd);
 }
 
 }  // namespace kestrel

@@ -9,21 +9,21 @@ namespace kestrel {
 
 inline constexpr int FirstPort = 1;
 
-/// The program's own file, beside the program.
-std::filesystem::path OwnConfigurationFile();
-/// The family's file, one directory up.
-std::filesystem::path FamilyConfigurationFile();
-
 /// The two lines of a file, or those that it has. A file that cannot be read is a run-time error.
 class ConfigurationLines {
   public:
-    explicit ConfigurationLines(const std::filesystem::path& file);
+    /// The program's own file; until there is one, what the installation begins with.
+    static ConfigurationLines own();
+    /// The file of the family. Where there is no family it cannot be read.
+    static ConfigurationLines ofFamily();
+
     /// The last character of line 1 as a number; a missing line or another character is a run-time error.
     int port() const;
     /// What follows the first seven characters of line 2; a missing or shorter line is a run-time error.
     std::string language() const;
 
   private:
+    explicit ConfigurationLines(const std::filesystem::path& file);
     const std::string& line(int number) const;
     std::string first_;
     std::string second_;

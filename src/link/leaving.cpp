@@ -106,7 +106,7 @@ void settle_Timer() {
     state().settle.Enabled = false;
     std::vector<Page*> settled;
     for (const Leaving& each : state().pages)
-        if (!HasChanges(*each.page)) settled.push_back(each.page);
+        if (each.then ? !HasChanges(*each.page) : !anyChanges()) settled.push_back(each.page);
     for (Page* page : settled) goOnSoon(*page);
     if (state().then && !anyChanges()) FromOutside(&state(), end, Source::Program);
 }
@@ -114,6 +114,8 @@ void settle_Timer() {
 void tell_Timer() {
     if (MessageIsOpen()) return;  // after the box that stands
     state().tell.Enabled = false;
+    for (Page* page : LoadedPages())
+        if (const int count = LeaveSuspendedChanges(*page)) state().left.push_back({page->Caption, count});
     if (!state().left.empty()) Attendant().tellLeft(std::exchange(state().left, {}));
 }
 
@@ -137,7 +139,7 @@ void end() {
 
 void CloseWhenSettled(Page& page) {
     if (page.closing()) return;
-    if (!HasChanges(page)) return UnloadPage(page);
+    if (!anyChanges()) return UnloadPageLater(page);  // one of its own handlers may have asked for it
     await(page, nullptr);
 }
 
@@ -166,10 +168,8 @@ void EndWhenSettled(std::function<void()> then, bool tells) {
 
 void LeavePage(Page& page) {
     forget(page);
-    const int count = LeaveChanges(page);
-    if (count == 0) return;
-    state().left.push_back({page.Caption, count});
-    state().tell.Enabled = true;
+    if (const int count = LeaveChanges(page)) state().left.push_back({page.Caption, count});
+    state().tell.Enabled = true;  // it may suspend changes of other pages, too
 }
 
 }  // namespace kestrel

@@ -6,10 +6,12 @@
 #include <utility>
 
 #include "link/changes.h"
+#include "link/first_values.h"
 #include "link/loaded_pages.h"
 #include "link/observer.h"
 #include "link/param_table.h"
 #include "link/recheck.h"
+#include "link/silence.h"
 #include "platform/errors.h"
 #include "platform/module_state.h"
 #include "platform/outside.h"
@@ -212,6 +214,7 @@ void StopLink() {
                          &link.RestTimer, &link.LateTimer})
         timer->Enabled = false;
     CloseExchange();
+    StopListening();
     link.Comm1->PortOpen(false);
     for (const int off : {lamp::SendOff, lamp::ReceiveOff, lamp::ErrorOff}) SetLinkIndicator(off);
     showPortTrouble(platform().portTrouble(link.ComPort, PortTrouble::Closed));
@@ -246,6 +249,7 @@ void LinkSendFrame() {
         tell(&LinkObserver::exchangeOpened);
     }
     ExchangeOpened();
+    NoteAsked(CurrentBank);
     const Bytes frame = BuildFrame(link.RequestBytes, CurrentBank);
     restart(link.Timer2);  // a port lost during identification leaves it running
     try {
@@ -282,7 +286,7 @@ void Comm1_OnComm() {
     ClearPortTrouble();
     Judgement judgement = JudgeReply(link.RequestBytes, received);
     link.ReplyData = judgement.good ? std::move(judgement.data) : Bytes{};
-    if (!judgement.good) ++link.SpoiledArrivals;
+    judgement.good ? NoteHeard(link.RequestBank) : void(++link.SpoiledArrivals);
     tell(&LinkObserver::replyJudged, received, judgement.good);
     if (link.RetryCount != BadRepliesAllowed) {
         if (!judgement.good) {
@@ -324,6 +328,7 @@ void LinkAcceptReply() {
         for (std::size_t i = 0; i < padded; ++i) record.Value[i] = i < link.ReplyData.size() ? link.ReplyData[i] : 0;
         const int bank = CurrentBank;
         const int index = link.ScanIndex;
+        NoteArrived(bank, index);
         tell(&LinkObserver::recordStored, index);
         NotifyPages(index, link.ReplyData, link.RequestBytes.n);
         NoteRead(bank, index);

@@ -3,6 +3,8 @@
 
 #include <algorithm>
 
+#include "link/first_values.h"
+#include "link/history.h"
 #include "link/leaving.h"
 #include "link/observer.h"
 #include "platform/module_state.h"
@@ -39,6 +41,8 @@ std::unique_ptr<Page> takeOut(Page& page) {
     if (slot == state().loaded.end()) return nullptr;
     std::unique_ptr<Page> leaving = std::move(*slot);
     state().loaded.erase(slot);
+    EndActsOn(*leaving);
+    ForgetFirstValues(page);
     leaving->Form_Unload();
     LeavePage(*leaving);
     platform().closeWindow(*leaving);
@@ -66,7 +70,10 @@ Page& LoadPage(std::unique_ptr<Page> page) {
     settleLayout(layout);
     eachControl(layout, [&loaded](Control& control) { control.standOn(&loaded); });
     loaded.OnClose([&loaded] { CloseWhenSettled(loaded); });
-    loaded.Form_Load();
+    {
+        const AwaitingFirstValues awaiting(loaded);
+        loaded.Form_Load();
+    }
     if (!loaded.isSelector) eachControl(loaded.Arrange(), [](Control& control) { control.awaitValue(); });
     return loaded;
 }

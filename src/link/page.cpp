@@ -11,8 +11,8 @@ namespace kestrel {
 void Page::notify(int n, ParamValue value) {
     tell(&LinkObserver::tellingPage, *this, n, value);
     ++arrivals_;
-    const Speaking board(nullptr, true);
     const int bank = CurrentBank;
+    const Speaking board(nullptr, bank);
     keepsUpdating_ = false;
     try {
         {

@@ -22,6 +22,18 @@ class Page : public Window {
     /// The boards are known to be the same again.
     virtual void LineResumed() {}
 
+    /// Reads all that it shows once more, in the boards' own time: what stands there stays until it comes.
+    virtual void ReadAgain() {}
+    /// Gives the texts of the language to its controls, as when it comes to the front.
+    virtual void ShowTexts() {}
+    /// The user wants it read again.
+    void UserReadAgain() {
+        FinishGestures(this);
+        userAct([this] {
+            if (!closing()) ReadAgain();
+        });
+    }
+
     /// Values that this page has been told of since it was loaded.
     long arrivals() const { return arrivals_; }
     /// The notification of this one page: a run-time error ends it and, when it is news, leaves a line on standard

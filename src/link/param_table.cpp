@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "link/changes.h"
+#include "link/first_values.h"
 #include "link/observer.h"
 #include "link/recheck.h"
 #include "platform/errors.h"
@@ -128,6 +129,7 @@ bool ParamIsFresh(int index, int bank) { return (ParamFlags(bank, index) & flag:
 
 void ParamWatch(int index) {
     watch(index);
+    NoteSubscribed(CurrentBank, index);
     tell(&LinkObserver::recordWatched, index);
 }
 

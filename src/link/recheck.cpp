@@ -13,6 +13,7 @@
 #include "link/link_engine.h"
 #include "link/loaded_pages.h"
 #include "link/param_table.h"
+#include "link/silence.h"
 #include "platform/module_state.h"
 #include "platform/outside.h"
 #include "platform/platform.h"
@@ -247,7 +248,12 @@ void InterruptLine() {
     state().differentReadings = 0;
     beginAsking();
     if (isNews) giveUpOrders();
+    NoteInterruption();
 }
+
+const BoardIdentity& KnownIdentity(int bank) { return state().known.at(static_cast<std::size_t>(bank)); }
+
+bool IsOtherMachine() { return state().phase == Phase::Closed; }
 
 bool LineIsClosed() { return state().phase == Phase::Asking || state().phase == Phase::Closed; }
 
@@ -260,6 +266,8 @@ void RecheckTick() {
     std::erase_if(here.unread, [](const auto& each) { return ParamTable(each.first, each.second).Watchers == 0; });
     if (here.unread.empty()) readingEnds();
 }
+
+bool IsReadingAgain() { return state().phase == Phase::Reading; }
 
 bool WritesAreHeld() { return state().phase == Phase::Reading || state().phase == Phase::Holding; }
 

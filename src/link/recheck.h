@@ -13,11 +13,17 @@ void RememberIdentity(int bank, const BoardIdentity& identity);
 /// The port was lost, is another device, or another port was chosen: nothing goes out any more but questions who is
 /// there. Pages are told, so that they give up their orders.
 void InterruptLine();
+/// What the board of the bank said of itself.
+const BoardIdentity& KnownIdentity(int bank);
+/// Other boards than before answer.
+bool IsOtherMachine();
 /// Whether identities are being asked, or the line is closed to the pages: no record goes out.
 bool LineIsClosed();
 /// The tick of the scan, with no exchange open: the next question of a recheck.
 void RecheckTick();
 
+/// Whether all that is watched is being read again after an interruption.
+bool IsReadingAgain();
 /// Whether a write that is due is held back: its record is read in its place.
 bool WritesAreHeld();
 /// The write of the record that is due is held; its mark is taken away.

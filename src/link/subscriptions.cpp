@@ -17,6 +17,23 @@ void Watch(const ParamRun& run) { forEach(run, ParamWatch); }
 
 void Release(const ParamRun& run) { forEach(run, ParamRelease); }
 
+KeepSubscriptions::KeepSubscriptions() {
+    for (int bank = 0; bank < Banks; ++bank)
+        for (int index = 0; index < RecordCount(bank); ++index)
+            watchers_[static_cast<std::size_t>(bank)].push_back(ParamTable(bank, index).Watchers);
+}
+
+KeepSubscriptions::~KeepSubscriptions() {
+    const int before = CurrentBank;
+    for (CurrentBank = 0; CurrentBank < Banks; ++CurrentBank) {
+        const auto& watchers = watchers_[static_cast<std::size_t>(CurrentBank)];
+        for (std::size_t i = 1; i < watchers.size(); ++i)
+            while (ParamTable(CurrentBank, static_cast<int>(i)).Watchers > watchers[i] && BoardPresent(CurrentBank))
+                ParamRelease(static_cast<int>(i));
+    }
+    CurrentBank = before;
+}
+
 void WatchAll(std::span<const ParamRun> runs) {
     for (const ParamRun& run : runs) Watch(run);
 }

@@ -2,7 +2,10 @@
 // The bank is set before each run, and the last one stays set.
 #pragma once
 
+#include <array>
+#include <cstdint>
 #include <span>
+#include <vector>
 
 #include "link/settings.h"
 
@@ -25,5 +28,18 @@ void Watch(const ParamRun& run);
 void Release(const ParamRun& run);
 void WatchAll(std::span<const ParamRun> runs);
 void ReleaseAll(std::span<const ParamRun> runs);
+
+/// While one lives, subscriptions may be given back and taken anew: what has more of them at its end than before loses
+/// those again, such as what a page takes and never gives back.
+class KeepSubscriptions {
+  public:
+    KeepSubscriptions();
+    ~KeepSubscriptions();
+    KeepSubscriptions(const KeepSubscriptions&) = delete;
+    KeepSubscriptions& operator=(const KeepSubscriptions&) = delete;
+
+  private:
+    std::array<std::vector<std::uint8_t>, Banks> watchers_;
+};
 
 }  // namespace kestrel

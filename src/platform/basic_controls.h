@@ -2,11 +2,13 @@
 // Stepped switches and toggles stand in switches.h, lamps and gauges in displays.h.
 #pragma once
 
+#include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
 
-#include "platform/movable.h"
+#include "platform/scroll_bar.h"
 
 namespace kestrel {
 
@@ -16,13 +18,16 @@ class Label : public Control {
         Caption,  ///< names what stands beside it; as wide as its text
         Value,    ///< shows a value; of a fixed size, so that a new value lays nothing out anew
         Key,      ///< a click zone that looks like a key of a keypad
+        Heading,  ///< names what stands below it
         Unit,     ///< stands behind what it tells more of: two bars of one row are told apart by their units
     };
     Property<std::string> Caption{*this, {}};
     Property<int> ForeColor{*this, DefaultColor};  ///< red + 256 * green + 65536 * blue, or DefaultColor
     Property<bool> Chosen{*this, false};           ///< of a key: the one that is pressed
     Role role = Role::Caption;
-    std::string widest;  ///< of a value: the longest text that it will show
+    std::string widest;                     ///< of a value: the longest text that it will show
+    Property<std::string> Unit{*this, {}};  ///< of a value: what stands behind it, such as "°C"
+    std::string widestUnit;                 ///< the longest text of that; else that of the moment
 
     static constexpr int DefaultColor = -1;
 
@@ -38,11 +43,27 @@ class Label : public Control {
     bool isClickable() const { return static_cast<bool>(onClick_); }
     void UserClick();
 
+    /// The bar whose figure it is, or null.
+    ScrollBar* bar() const { return bar_; }
+    void figureOf(ScrollBar* bar);
+    void followBar() { show(); }
+    /// A figure stands where its bar does.
+    bool unread() const override { return Control::unread() || (bar_ && bar_->unread()); }
+    Standing standing() const override;
+    std::string boardsText() const override { return Caption; }
+    std::string wantedText() const override;
+    const std::optional<NotTaken>& notTaken() const override { return bar_ ? bar_->notTaken() : Control::notTaken(); }
+    const std::optional<std::string>& changedFrom() const override {
+        return bar_ ? bar_->changedFrom() : Control::changedFrom();
+    }
+    std::optional<EntryLimits> entryLimits() const override;
+
   protected:
     const void* valueProperty() const override { return role == Role::Value ? &Caption : nullptr; }
 
   private:
     Handler onClick_;
+    ScrollBar* bar_ = nullptr;
 };
 
 /// A titled group; its flags rule what stands in it without touching the flags of its contents.
@@ -51,46 +72,6 @@ class Frame : public Control {
     Property<std::string> Caption{*this, {}};
     Property<int> Height{*this, 0};  ///< twips; at least so high, or 0: as high as its contents
     std::string accessibleName() const override { return Caption; }
-};
-
-/// How a bar's value is written and typed in the page's own scale: (value + offset) / 10 to the power of decimals.
-struct BarScale {
-    int offset = 0;
-    int decimals = 0;  ///< 0 to 3
-};
-
-/// A horizontal bar. Value is kept inside Min..Max; a change raises the change event at once, whoever made it.
-class ScrollBar : public Movable {
-  public:
-    Property<int> Min{*this, 0};
-    Property<int> Max{*this, 255};
-    Property<int> LargeChange{*this, 1};
-    BoundedProperty Value{*this, Min, Max, 0};
-    BarScale scale;
-
-    /// A value in the page's scale, such as "12.5".
-    std::string textOf(int value) const;
-    /// The value that a typed text stands for, or nothing where it is no number of the scale or out of Min..Max.
-    std::optional<int> valueOf(const std::string& typed) const;
-
-    /// The range and large step given at design time.
-    void design(int lowest, int highest, int largeStep);
-    void OnChange(Handler handler) { onChange_ = std::move(handler); }
-    /// The page drops what was moved: this value stands there again, and no answer of a board is awaited.
-    void putBack(int value);
-    void assigned(const void* property, bool changed) override;
-    std::string text() const override { return textOf(Value); }
-
-  protected:
-    int value() const override { return Value; }
-    int bounded(long long value) const override;
-    bool moveTo(int value) override;
-    /// What the limits do to the value says nothing of the board.
-    const void* valueProperty() const override { return isClipping_ ? nullptr : &Value; }
-
-  private:
-    Handler onChange_;
-    bool isClipping_ = false;
 };
 
 class CommandButton : public Control {
@@ -111,6 +92,16 @@ class TextBox : public Control {
 
     Property<std::string> Text{*this, {}};
     int maxLength = 32;  ///< characters that can be typed
+    /// What stands in it is not shown, nor told in words: only how much there is.
+    Property<bool> Concealed{*this, false};
+
+    /// It stands for a whole number from 0 to `highest`, of which so many leading figures count.
+    void takesNumbers(std::size_t figures, std::uint32_t highest);
+    bool isNumeric() const { return figures_ > 0; }
+    Objection objectionTo(const std::string& typed) const;
+    std::optional<EntryLimits> entryLimits() const override;
+    /// What was entered is none of its numbers: it is told, and what the page puts there stays.
+    void tellRefused(const std::string& entered) { refuse(entered); }
 
     void OnKeyPress(std::function<void(int key)> handler) { onKeyPress_ = std::move(handler); }
     void OnLostFocus(Handler handler) { onLostFocus_ = std::move(handler); }
@@ -119,12 +110,23 @@ class TextBox : public Control {
     void UserType(const std::string& typed);
     void UserEnter();
     void UserLeave();
-    std::string text() const override { return Text; }
+    std::string text() const override;
+    /// Typing alone sets nothing.
+    std::string held() const override { return settled_; }
+    void UserRestore(const std::string& held) override;
+    void assigned(const void* property, bool changed) override;
 
   protected:
     const void* valueProperty() const override { return &Text; }
+    std::string settledText() const override { return settled_; }
 
   private:
+    void commit(const Handler& change);
+
+    std::string settled_;  ///< the text as the page has set it
+    bool isTyping_ = false;
+    std::size_t figures_ = 0;
+    std::uint32_t highest_ = 0;
     std::function<void(int)> onKeyPress_;
     Handler onLostFocus_;
 };
@@ -134,6 +136,8 @@ class ListView : public Control {
   public:
     Property<std::vector<std::string>> ColumnHeads{*this, {}};
     Property<std::vector<std::vector<std::string>>> Rows{*this, {}};
+    /// Heads and rows as other programs take a table: a line each, with tabs between.
+    std::string asTable() const;
 };
 
 class ProgressBar : public Control {

@@ -12,7 +12,7 @@ namespace kestrel {
 /// Who has the word.
 struct Speaker {
     Control* control = nullptr;
-    bool isBoard = false;
+    int board = Control::NoBoard;
 };
 template class Module<Speaker>;
 
@@ -21,9 +21,9 @@ Control::~Control() {
     if (Speaker* const here = stateInForce<Speaker>; here && here->control == this) here->control = nullptr;
 }
 
-Control::Speaking::Speaking(Control* control, bool boardSpeaks)
-    : speaker_(stateOf<Speaker>()), before_(speaker_.control), boardBefore_(speaker_.isBoard) {
-    speaker_ = {control, boardSpeaks};
+Control::Speaking::Speaking(Control* control, int board)
+    : speaker_(stateOf<Speaker>()), before_(speaker_.control), boardBefore_(speaker_.board) {
+    speaker_ = {control, board};
 }
 
 Control::Speaking::~Speaking() { speaker_ = {before_, boardBefore_}; }
@@ -45,7 +45,11 @@ void Control::userAct(Handler act, Source source) {
 }
 
 void Control::userChange(const Handler& change) {
-    notTaken_.reset();
+    forgetNotTaken();
+    heldBefore_ = held();
+    textBefore_ = settledText();
+    ++userChanges_;
+    if (!waiting_) before_ = textBefore_;
     waiting_ = !isSelector;
     userActing_ = true;
     const struct Reset {
@@ -58,14 +62,39 @@ void Control::userChange(const Handler& change) {
 
 void Control::settled() {
     if (userActing_) return;
+    const int board = stateOf<Speaker>().board;
+    if (board != NoBoard) {
+        board_ = board;
+        unread_ = false;
+        if (waiting_ && !changedFrom_) changedFrom_ = before_;
+        if (changedFrom_ == text()) changedFrom_.reset();
+    }
     waiting_ = false;
-    if (stateOf<Speaker>().isBoard) unread_ = false;
+}
+
+Standing Control::standing() const {
+    if (unread()) return Standing::Unread;
+    if (waiting_) return Standing::Waiting;
+    if (notTaken_) return Standing::NotTaken;
+    return window_ && !window_->oldSince(board_).empty() ? Standing::Old : Standing::Confirmed;
+}
+
+std::string Control::wantedText() const {
+    if (waiting_) return text();
+    return notTaken_ ? notTaken_->wanted : std::string();
+}
+
+void Control::refuse(const std::string& entered) {
+    notTaken_ = NotTaken{.wanted = entered, .isWrongEntry = true};
+    show();
 }
 
 bool Control::actWaits() const { return ActWaits(this); }
 
 void Control::awaitValue() {
-    unread_ = valueProperty() && !isSelector && !standsForNoValue;
+    unread_ = standsForValue();
+    changedFrom_.reset();
+    if (unread_) board_ = NoBoard;
     if (unread_) show();
 }
 
@@ -85,6 +114,15 @@ bool Control::usable() const {
 std::string Control::accessibleName() const {
     if (!caption_) return frame_ ? frame_->Caption.get() : std::string();
     return unit_ ? caption_->Caption.get() + " " + unit_->Caption.get() : caption_->Caption.get();
+}
+
+std::string Control::rowName() const { return caption_ ? caption_->Caption.get() : std::string(); }
+
+std::string Control::columnName() const {
+    std::string name;
+    for (const Label* head : heads_)
+        if (!head->Caption.get().empty()) name += (name.empty() ? "" : " ") + head->Caption.get();
+    return name;
 }
 
 void Control::assigned(const void* property, bool /*changed*/) {

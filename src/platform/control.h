@@ -7,10 +7,12 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "platform/errors.h"
 #include "platform/outside.h"
 #include "platform/property.h"
+#include "platform/standing.h"
 
 namespace kestrel {
 
@@ -25,12 +27,6 @@ class ControlView {
     virtual ~ControlView() = default;
     /// Something of the control was assigned, perhaps the same value again: show it as it now is.
     virtual void controlChanged() = 0;
-};
-
-/// What became of a change that the board did not take.
-struct NotTaken {
-    std::string wanted;     ///< what the user set, as the control shows it
-    bool copyOnly = false;  ///< the board took it, but not its second copy of it
 };
 
 class Control : public PropertyOwner {
@@ -50,18 +46,39 @@ class Control : public PropertyOwner {
     bool usable() const;
     /// It stands for a value of a board, and since its page was opened the page has not set it from one that came: it
     /// shows nothing that the board has, and refuses the user's acts.
-    bool unread() const { return unread_; }
+    virtual bool unread() const { return unread_; }
     /// The user changed it and its page has not set it since: the board's answer is still out.
     bool waiting() const { return waiting_; }
     /// The last change was lost on its way; until the user acts on the control again.
-    const std::optional<NotTaken>& notTaken() const { return notTaken_; }
+    virtual const std::optional<NotTaken>& notTaken() const { return notTaken_; }
+    /// All of this in one word; what is more urgent to know hides the rest.
+    virtual Standing standing() const;
+    /// What the board has, in words: of a control that waits, what stood there before the change.
+    virtual std::string boardsText() const { return waiting_ ? before_ : text(); }
+    /// What the user wants of a control that waits or whose change was not taken.
+    virtual std::string wantedText() const;
+    /// What stood there when the page was opened, where a change of the user's has been confirmed since.
+    virtual const std::optional<std::string>& changedFrom() const { return changedFrom_; }
     /// An act of the user on it waits for the end of an exchange.
     bool actWaits() const;
     /// What it shows, in words; empty where it has none.
     virtual std::string text() const { return {}; }
+    /// What may be entered into it; nothing where it is not typed into.
+    virtual std::optional<EntryLimits> entryLimits() const { return std::nullopt; }
     /// What a screen reader says of it: its own text, or the caption in its row and the unit behind it, or else the
     /// caption of its frame.
     virtual std::string accessibleName() const;
+
+    /// It stands for a value of a board.
+    bool standsForValue() const { return valueProperty() && !isSelector && !standsForNoValue; }
+    /// What the user has set it to, in a form that UserRestore takes; empty where he can set nothing.
+    virtual std::string held() const { return {}; }
+    /// The user sets it to that again, by the act that he would do for it.
+    virtual void UserRestore(const std::string& /*held*/) {}
+    /// What it held and showed when the user's last change of it began, and how many there have been.
+    const std::string& heldBefore() const { return heldBefore_; }
+    const std::string& textBefore() const { return textBefore_; }
+    int userChanges() const { return userChanges_; }
 
     /// A control whose position chooses what is shown, and is no setting of a board: it never waits for one.
     bool isSelector = false;
@@ -72,16 +89,27 @@ class Control : public PropertyOwner {
     /// Its page has been opened: where it stands for a value, that has yet to come.
     void awaitValue();
     void tellNotTaken(const NotTaken& what);
+    /// The board that last told its value has fallen silent or has been heard again.
+    void followBoard() { show(); }
+    /// The board that last told its value, or NoBoard.
+    int board() const { return board_; }
+    static constexpr int NoBoard = -1;
     /// What the user has asked for on this control and still has to be done, such as after a question.
     void carryOn(const Handler& act) { userAct(act, Source::Continued); }
     /// The control on which the user acts at this moment; null when the boards speak or a timer runs out.
     static Control* acting();
 
     void standIn(const Frame* frame) { frame_ = frame; }
-    void standOn(const Window* window) { window_ = window; }
+    void standOn(Window* window) { window_ = window; }
     const Window* window() const { return window_; }
     void namedBy(const Label* caption) { caption_ = caption; }
+    bool isNamed() const { return caption_ != nullptr; }
     void measuredIn(const Label* unit) { unit_ = unit; }
+    /// The captions above its column.
+    void headedBy(const std::vector<const Label*>& heads) { heads_ = heads; }
+    /// The caption of its row, and those above its column; empty where it has none.
+    std::string rowName() const;
+    std::string columnName() const;
     const Frame* frame() const { return frame_; }
     void bind(ControlView* view) { view_ = view; }
     void unbind(const ControlView* view) {
@@ -93,7 +121,7 @@ class Control : public PropertyOwner {
     /// In force while one speaks: the user on this control, or with null a board or a timer.
     class Speaking {
       public:
-        explicit Speaking(Control* control, bool boardSpeaks = false);
+        explicit Speaking(Control* control, int board = NoBoard);
         ~Speaking();
         Speaking(const Speaking&) = delete;
         Speaking& operator=(const Speaking&) = delete;
@@ -101,7 +129,7 @@ class Control : public PropertyOwner {
       private:
         Speaker& speaker_;
         Control* const before_;
-        const bool boardBefore_;
+        const int boardBefore_;
     };
 
   protected:
@@ -109,17 +137,23 @@ class Control : public PropertyOwner {
     virtual const void* valueProperty() const { return nullptr; }
     /// Takes an act of the user; it is carried out between exchanges.
     void userAct(Handler act, Source source = Source::User);
-    bool takesActs() const { return usable() && !unread_; }
+    bool takesActs() const { return usable() && !unread(); }
     /// Carries out a user's change. What its page sets in the change itself is no answer of the board: the mark stays.
     void userChange(const Handler& change);
+    /// What it showed before the user began to change it.
+    virtual std::string settledText() const { return text(); }
     /// To be called when what the user did goes to no board.
     void nothingSent() { waiting_ = false; }
     static void raise(const Handler& handler) {
         if (handler) handler();
     }
-    void show() {
+    virtual void show() {
         if (view_) view_->controlChanged();
     }
+    /// The user acts on it again.
+    void forgetNotTaken() { notTaken_.reset(); }
+    /// What the user entered is no value of the control: it is told, and the value stays.
+    void refuse(const std::string& entered);
     const Label* caption() const { return caption_; }
 
   private:
@@ -128,10 +162,17 @@ class Control : public PropertyOwner {
 
     ControlView* view_ = nullptr;
     const Frame* frame_ = nullptr;
-    const Window* window_ = nullptr;
+    Window* window_ = nullptr;
     const Label* caption_ = nullptr;
     const Label* unit_ = nullptr;
+    std::vector<const Label*> heads_;
     std::optional<NotTaken> notTaken_;
+    std::string heldBefore_;
+    std::string textBefore_;
+    int userChanges_ = 0;
+    std::string before_;  ///< the first of the changes that wait
+    std::optional<std::string> changedFrom_;
+    int board_ = NoBoard;
     bool unread_ = false;
     bool waiting_ = false;
     bool userActing_ = false;

@@ -78,6 +78,8 @@ class StripChart : public Control {
     explicit StripChart(std::size_t channelCount = 2) : channels_(channelCount) {}
 
     Property<std::string> Title{*this, {}};
+    Property<std::string> Unit{*this, {}};      ///< of all channels
+    Property<std::string> TimeAxis{*this, {}};  ///< what stands along it
     void setChannelName(std::size_t channel, const std::string& name);
     void beginUpdate() { updating_ = true; }
     /// Adds a point of the time axis, in days.

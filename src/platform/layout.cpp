@@ -27,18 +27,48 @@ void nameRow(const Layout& layout, std::size_t first, std::size_t last, const La
         } else if (cell.kind != Layout::Kind::Control) {
             nameCells(cell, caption);
         } else if (caption) {
-            cell.control->namedBy(caption);
+            if (!cell.control->isNamed()) cell.control->namedBy(caption);
             withoutUnit.push_back(cell.control);
         }
     }
 }
 
+/// The captions of a cell that holds nothing else; nothing of a cell that does.
+std::vector<const Label*> headsIn(const Layout& cell) {
+    std::vector<const Label*> heads;
+    bool onlyHeads = cell.kind != Layout::Kind::Group && cell.kind != Layout::Kind::Canvas;
+    eachControl(cell, [&](Control& control) {
+        const auto* label = dynamic_cast<const Label*>(&control);
+        if (label && label->role == Label::Role::Caption && !label->isClickable())
+            heads.push_back(label);
+        else
+            onlyHeads = false;
+    });
+    return onlyHeads ? heads : std::vector<const Label*>();
+}
+
+/// A first row of captions heads the columns below; a column without one belongs to that before it.
+void headColumns(const Layout& grid, std::size_t columns) {
+    std::vector<std::vector<const Label*>> heads;
+    for (std::size_t column = 0; column < std::min(columns, grid.children.size()); ++column) {
+        const Layout& cell = grid.children[column];
+        heads.push_back(headsIn(cell));
+        if (heads.back().empty() && cell.kind != Layout::Kind::Gap) return;
+        if (heads.back().empty() && column > 0) heads.back() = heads[column - 1];
+    }
+    for (std::size_t i = columns; i < grid.children.size(); ++i)
+        eachControl(grid.children[i], [&](Control& control) { control.headedBy(heads[i % columns]); });
+}
+
 void nameCells(const Layout& layout, const Label* caption) {
     if (layout.kind == Layout::Kind::Group) nameCells(layout.children.front(), nullptr);
-    if (layout.kind == Layout::Kind::Row || layout.kind == Layout::Kind::Column)
+    if (layout.kind == Layout::Kind::Folding)
+        for (const Layout& child : layout.children) nameCells(child, nullptr);
+    if (layout.kind == Layout::Kind::Row || layout.kind == Layout::Kind::Column || layout.kind == Layout::Kind::Target)
         nameRow(layout, 0, layout.children.size(), caption);
     if (layout.kind == Layout::Kind::Grid && layout.columns > 0) {
         const auto columns = static_cast<std::size_t>(layout.columns);
+        headColumns(layout, columns);
         for (std::size_t row = 0; row < layout.children.size(); row += columns)
             nameRow(layout, row, std::min(row + columns, layout.children.size()), caption);
     }
@@ -48,6 +78,23 @@ void standAll(const Layout& layout, const Frame* frame) {
     if (layout.control) layout.control->standIn(frame);
     const Frame* inner = layout.kind == Layout::Kind::Group ? static_cast<const Frame*>(layout.control) : frame;
     for (const Layout& child : layout.children) standAll(child, inner);
+}
+
+void giveFigures(const Layout& layout) {
+    std::vector<Control*> all;
+    eachControl(layout, [&all](Control& control) { all.push_back(&control); });
+    const auto figureAt = [&all](std::size_t at) {
+        auto* const label = at < all.size() ? dynamic_cast<Label*>(all[at]) : nullptr;
+        return label && label->role == Label::Role::Value && !label->bar() ? label : nullptr;
+    };
+    for (std::size_t i = 0; i < all.size(); ++i) {
+        auto* const bar = dynamic_cast<ScrollBar*>(all[i]);
+        if (!bar || bar->figure()) continue;
+        if (Label* const behind = figureAt(i + 1))
+            behind->figureOf(bar);
+        else if (Label* const before = figureAt(i - 1))
+            before->figureOf(bar);
+    }
 }
 
 }  // namespace
@@ -71,6 +118,7 @@ Layout Canvas(Picture& picture, const std::vector<std::pair<Control*, std::strin
 void settleLayout(const Layout& layout) {
     standAll(layout, nullptr);
     nameCells(layout, nullptr);
+    giveFigures(layout);
 }
 
 void eachControl(const Layout& layout, const std::function<void(Control&)>& visit) {

@@ -14,7 +14,7 @@ namespace kestrel {
 
 class Layout {
   public:
-    enum class Kind { Control, Row, Column, Grid, Group, Canvas, Gap };
+    enum class Kind { Control, Row, Column, Grid, Group, Target, Folding, Canvas, Gap };
 
     Layout(Control& single) : kind(Kind::Control), control(&single) {}  // NOLINT: a control is a layout
     explicit Layout(Kind layoutKind) : kind(layoutKind) {}
@@ -33,6 +33,16 @@ struct Row : Layout {
 
 struct Column : Layout {
     Column(std::initializer_list<Layout> contents) : Layout(Kind::Column, contents) {}
+};
+
+/// A row that is pressed as a whole: a click anywhere in it is one on the switch that stands in it.
+struct Target : Layout {
+    Target(std::initializer_list<Layout> contents) : Layout(Kind::Target, contents) {}
+};
+
+/// Groups of folding frames below one another, those in use first.
+struct Folding : Layout {
+    Folding(std::initializer_list<Layout> contents) : Layout(Kind::Folding, contents) {}
 };
 
 /// A titled frame round what stands in it.
@@ -65,8 +75,10 @@ std::vector<int> Indexes(int first, int last);
 /// Controls on named places of a picture.
 Layout Canvas(Picture& picture, const std::vector<std::pair<Control*, std::string>>& placed);
 
-/// Tells every control of the tree which frame stands round it and which caption names it: the caption label before it
-/// in its row, or before that row, with the unit label behind it where there is one.
+/// Tells every control of the tree which frame stands round it and which caption names it, unless the page has named it
+/// already: the caption label before it in its row, or before that row, with the unit label behind it where there is
+/// one; and which captions stand above its column, in a grid whose first row is nothing but captions. The value label
+/// right behind a bar is its figure, or else the one right before it.
 void settleLayout(const Layout& layout);
 /// Calls `visit` with every control of the tree.
 void eachControl(const Layout& layout, const std::function<void(Control&)>& visit);

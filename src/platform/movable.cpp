@@ -2,6 +2,7 @@
 #include "platform/movable.h"
 
 #include <algorithm>
+#include <charconv>
 #include <functional>
 #include <vector>
 
@@ -48,15 +49,27 @@ void Movable::UserMove(int value) {
     });
 }
 
+void Movable::UserRestore(const std::string& held) {
+    int value = 0;
+    const auto [end, trouble] = std::from_chars(held.data(), held.data() + held.size(), value);
+    if (trouble == std::errc() && end == held.data() + held.size()) UserMove(value);
+}
+
 void Movable::preview(long long value) {
     if (!takesActs()) return;
-    if (!isMoving()) stateOf<OpenGestures>().all.push_back(this);
+    open();
     preview_ = bounded(value);
     show();
 }
 
+void Movable::open() {
+    std::vector<Movable*>& all = stateOf<OpenGestures>().all;
+    if (std::find(all.begin(), all.end(), this) == all.end()) all.push_back(this);
+}
+
 void Movable::end() {
     settle_.Enabled = false;
+    stepsOn_ = 0;
     preview_.reset();
     if (stateInForce<OpenGestures>) std::erase(stateOf<OpenGestures>().all, this);
 }
@@ -73,7 +86,15 @@ void Movable::UserStepTo(long long value) {
 
 void Movable::UserStepBy(int amount) { UserStepTo(static_cast<long long>(shownValue()) + amount); }
 
-void Movable::UserSettle() { settle_.Enabled = isMoving(); }
+void Movable::UserStepOn(int amount) {
+    const int times = pace(stepsOn_++);
+    UserHold(static_cast<long long>(shownValue()) + static_cast<long long>(amount) * times);
+}
+
+void Movable::UserSettle() {
+    stepsOn_ = 0;
+    settle_.Enabled = isMoving();
+}
 
 void Movable::UserCommit() {
     if (!isMoving() || MessageIsOpen()) return UserSettle();

@@ -31,13 +31,17 @@ class Movable : public Control {
     /// It ends when no other step follows within SettleMs.
     void UserStepTo(long long value);
     void UserStepBy(int amount);
+    /// A key or an arrow is held: the gesture goes on by this, faster the longer it is held where the range is wide.
+    void UserStepOn(int amount);
     /// What was held ends as a step does.
     void UserSettle();
     /// The end: the value goes out, after the message box where one stands.
     void UserCommit();
-    void UserDrop();
+    virtual void UserDrop();
     /// The user turns away: steps that were made count, what is still held does not.
     void UserFinish();
+    std::string held() const override { return std::to_string(value()); }
+    void UserRestore(const std::string& held) override;
     bool isHeld() const { return isMoving() && !settle_.Enabled; }
 
   protected:
@@ -45,13 +49,18 @@ class Movable : public Control {
     virtual int bounded(long long value) const = 0;
     /// The user's change. False where it is none.
     virtual bool moveTo(int value) = 0;
+    /// How many steps are made at once after so many without a rest.
+    virtual int pace(int /*stepsBefore*/) const { return 1; }
+    /// From here to end() it is open: a lock drops it.
+    void open();
+    void end();
 
   private:
     void preview(long long value);
-    void end();
 
     std::optional<int> preview_;
     std::optional<int> handedOver_;
+    int stepsOn_ = 0;  ///< without a rest
     Timer settle_{SettleMs};
 };
 

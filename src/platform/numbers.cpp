@@ -21,7 +21,7 @@ bool hasPattern(int decimals) { return decimals >= 0 && decimals < static_cast<i
 }  // namespace
 
 std::string formatScaled(std::int64_t raw, int decimals) {
-    return formatScaled(raw, decimals, platform().decimalSeparator());
+    return formatScaled(raw, decimals, decimals > 0 ? platform().decimalSeparator() : std::string());
 }
 
 std::string formatScaled(std::int64_t raw, int decimals, const std::string& separator) {

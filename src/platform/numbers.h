@@ -8,6 +8,8 @@
 
 namespace kestrel {
 
+inline constexpr int MostDecimals = 3;
+
 /// "12.5" of 125 with 1 decimal, with the system's decimal separator; 0 to 3 decimals, any other number of them gives
 /// no text.
 std::string formatScaled(std::int64_t raw, int decimals);

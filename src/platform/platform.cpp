@@ -2,6 +2,7 @@
 #include "platform/platform.h"
 
 #include <cstdlib>
+#include <ctime>
 
 #include "platform/errors.h"
 #include "platform/module_state.h"
@@ -41,6 +42,17 @@ bool MessageIsOpen() { return stateOf<OpenBoxes>().count > 0; }
 void EndProcess(int status) {
     platform().endProcess(status);
     std::abort();
+}
+
+LocalTime Platform::localTime() const {
+    const std::time_t now = std::time(nullptr);
+    const std::tm parts = *std::localtime(&now);  // there is one thread
+    return {parts.tm_year + 1900, parts.tm_mon + 1, parts.tm_mday, parts.tm_hour, parts.tm_min};
+}
+
+std::string TimeOfDayText(const LocalTime& time) {
+    const auto twoFigures = [](int number) { return std::string(number < 10 ? "0" : "") + std::to_string(number); };
+    return twoFigures(time.hour) + ":" + twoFigures(time.minute);
 }
 
 void setPlatform(Platform* instance) { present = instance; }

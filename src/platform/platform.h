@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -41,6 +42,17 @@ struct Extent {
     int height = 0;
 };
 
+/// What the clock on the wall says.
+struct LocalTime {
+    int year = 0;
+    int month = 1;  ///< 1 to 12
+    int day = 1;
+    int hour = 0;
+    int minute = 0;
+};
+/// "10:32".
+std::string TimeOfDayText(const LocalTime& time);
+
 /// The machine under the program; abstract so that the whole program runs in virtual time without a toolkit.
 class Platform {
   public:
@@ -53,6 +65,8 @@ class Platform {
     virtual void PumpEvents() = 0;
     /// Waits without delivering any event.
     virtual void BusyWait(int milliseconds) = 0;
+    /// For people: no rule of the program counts by it.
+    virtual LocalTime localTime() const;
 
     // The line.
     virtual std::unique_ptr<SerialControl> makeSerialControl() = 0;
@@ -76,12 +90,20 @@ class Platform {
     virtual bool isMinimized(Window& /*window*/) { return false; }
     /// The child window in front, or null.
     virtual Window* activeWindow() = 0;
+    /// Puts a text where other programs can take it from.
+    virtual void copyText(const std::string& /*text*/) {}
 
     // Files. Failures are run-time errors with the number of their kind and the system's reason as text.
     /// Where configuration, index and language files lie.
     virtual std::filesystem::path programDirectory() const = 0;
+    /// Name and version of the toolkit that shows the windows; empty where there is none.
+    virtual std::string toolkit() const { return {}; }
     /// The program's file name without extension.
     virtual std::string programName() const = 0;
+    /// Where the configuration is written: the program's directory, or the user's own place where that one is closed.
+    virtual std::filesystem::path configurationDirectory() const { return programDirectory(); }
+    /// The directory above, with the family's launcher and configuration; a program of the system has none.
+    virtual std::optional<std::filesystem::path> familyDirectory() const { return programDirectory().parent_path(); }
     virtual void changeDirectory(const std::filesystem::path& directory) = 0;
     /// Names of the files of a directory that end so, in order of name.
     virtual std::vector<std::string> listFiles(const std::filesystem::path& directory, const std::string& ending) = 0;

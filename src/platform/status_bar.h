@@ -24,6 +24,14 @@ class StatusPanel : public Control {
     std::string accessibleName() const override { return ToolTip; }
 };
 
+/// What is on the line, and what is wrong with it.
+class LineStatus : public Control {
+  public:
+    Property<std::string> Text{*this, {}};
+    Property<std::string> Alarm{*this, {}};  ///< empty while all is well
+    std::string text() const override { return Alarm.get().empty() ? Text : Alarm; }
+};
+
 class StatusBar : public Control {
   public:
     StatusBar() { addPanel(); }

@@ -2,6 +2,7 @@
 // A stepped switch keeps the position it was given even when no label stands for it.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -19,6 +20,9 @@ class SteppedSwitch : public Movable {
     std::vector<std::string> labels() const;
     /// The highest position that a label stands for.
     int top() const;
+
+    /// The highest position that the user is offered, where that is not the top.
+    std::optional<int> highestOffered;
 
     /// Raised by every change of the position, whoever made it.
     void OnPositionChange(Handler handler) { onPositionChange_ = std::move(handler); }
@@ -53,12 +57,24 @@ class ToggleSwitch : public Control {
     void UserClick();
     /// "1" or "0"; the view has words for them.
     std::string text() const override { return Active ? "1" : "0"; }
+    std::string held() const override { return text(); }
+    void UserRestore(const std::string& held) override {
+        if (held != text()) UserClick();
+    }
 
   protected:
     const void* valueProperty() const override { return &Active; }
 
   private:
     Handler onClick_;
+};
+
+/// An eye: while it is on, what stands concealed beside it is shown.
+class RevealSwitch : public ToggleSwitch {
+  public:
+    RevealSwitch() { isSelector = true; }
+    /// What it does and of what, since there is one beside every box.
+    std::string accessibleName() const override { return ToolTip.get() + ": " + ToggleSwitch::accessibleName(); }
 };
 
 /// A toggle with a lamp in it.

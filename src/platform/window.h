@@ -3,6 +3,7 @@
 #pragma once
 
 #include <functional>
+#include <map>
 #include <string>
 
 #include "platform/layout.h"
@@ -21,9 +22,22 @@ class Window : public Control {
     Property<int> Left{*this, 0};  ///< twips, inside the frame window
     Property<int> Top{*this, 0};   ///< twips, inside the frame window
 
+    /// Its fields are a sheet: Enter goes on to the next one.
+    bool isSheet = false;
+
     /// Class name of the page, such as "FrmTempi".
     const std::string& name() const { return name_; }
     std::string accessibleName() const override { return Caption; }
+
+    /// How much of the page's first values has come, in hundredths.
+    Property<int> FirstValues{*this, AllCame};
+    static constexpr int AllCame = 100;
+
+    /// The values that this board told are old since that time of day; with an empty text they are no longer.
+    void setOldSince(int board, const std::string& time);
+    const std::string& oldSince(int board) const;
+    /// Since when values that stand on the page are old; empty where none is.
+    const std::string& oldSince() const { return oldHere_; }
 
     /// Where the controls stand.
     virtual Layout Arrange() = 0;
@@ -53,13 +67,11 @@ class Window : public Control {
     void endClosing() { setClosing(false); }
 
   private:
-    void setClosing(bool closing) {
-        closing_ = closing;
-        DropLockedGestures();
-        show();
-    }
+    void setClosing(bool closing);
 
     std::string name_;
+    std::map<int, std::string> oldSince_;  ///< by board
+    std::string oldHere_;
     Handler onClose_;
     bool closing_ = false;
 };

@@ -24,9 +24,9 @@ struct Settings {
 
 /// The settings of a file, or the defaults as soon as anything of it is not right.
 template <class Use>
-Settings settingsOf(const std::filesystem::path& file, const std::string& defaultLanguage, const Use& usePort) {
+Settings settingsOf(ConfigurationLines (*read)(), const std::string& defaultLanguage, const Use& usePort) {
     try {
-        const ConfigurationLines lines(file);
+        const ConfigurationLines lines = read();
         const int port = lines.port();
         usePort(port);
         return {port, lines.language()};
@@ -80,8 +80,8 @@ void ReadConfig() {
     MainWindow& window = MDIForm1();
     const std::string firstCaption = window.smnuLingue(0).Caption;
     const Settings own =
-        settingsOf(OwnConfigurationFile(), firstCaption, [&](int port) { window.mnuCox(port).Checked = true; });
-    const Settings family = settingsOf(FamilyConfigurationFile(), firstCaption, [](int) {});
+        settingsOf(ConfigurationLines::own, firstCaption, [&](int port) { window.mnuCox(port).Checked = true; });
+    const Settings family = settingsOf(ConfigurationLines::ofFamily, firstCaption, [](int) {});
     Link().ComPort = own.port;
     ActiveLanguage() = own.language;
     settlePort(family.port);

@@ -7,6 +7,7 @@
 #include "link/loaded_pages.h"
 #include "platform/platform.h"
 #include "shell/configuration.h"
+#include "shell/line_status.h"
 #include "shell/main_window.h"
 
 namespace kestrel {
@@ -112,6 +113,7 @@ void smnuLingue_Click(int index) {
     else
         refuseLanguage(oldFile, old);
     MDIForm1().SetMenuCaptions();
+    ShowLineStatus();
     saveChoice();
     showWindowsAgain();
 }

@@ -102,6 +102,11 @@ void MainWindow::SetMenuCaptions() {
     for (int i = 1; i <= PortEntries; ++i) mnuCox(i).Caption = LanguageTable(PortCaptionLine) + std::to_string(i);
 }
 
+void ChooseEntryOf(const std::string& page) {
+    for (const MenuRow& row : MenuTree())
+        if (row.page && row.page == page) return MDIForm1().entry(row.name).UserClick();
+}
+
 MainWindow& MDIForm1() { return stateOf<MainWindow>(); }
 
 }  // namespace kestrel

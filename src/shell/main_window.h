@@ -19,6 +19,7 @@ class MainWindow : public Control {
 
     Property<std::string> Caption{*this, {}};
     StatusBar StatusBar1;
+    LineStatus Line;
 
     /// The entries of the menu bar are its items.
     MenuItem& menuBar() { return menuBar_; }
@@ -45,6 +46,10 @@ struct MenuRow {
     const char* caption;  ///< at design time
     const char* page;     ///< class name of the page that it opens, or null
 };
+
+/// The user chooses the entry of the menu that opens the page of this class name: nothing happens where it is disabled,
+/// such as before the boards are known.
+void ChooseEntryOf(const std::string& page);
 
 /// The menu tree in its order, without the entries of languages and ports.
 const std::vector<MenuRow>& MenuTree();

@@ -4,6 +4,7 @@
 #include <system_error>
 
 #include "link/link_engine.h"
+#include "shell/main_window.h"
 
 namespace kestrel {
 
@@ -43,10 +44,17 @@ void takeDevice(Options& options, const std::string& value) {
 
 void takeTheme(Options& options, const std::string& value) {
     static const std::map<std::string, Theme> themes = {
-        {"light", Theme::Light}, {"dark", Theme::Dark}, {"system", Theme::System}};
+        {"light", Theme::Light}, {"dark", Theme::Dark}, {"contrast", Theme::Contrast}, {"system", Theme::System}};
     const auto found = themes.find(value);
-    if (found == themes.end()) throw BadOption("--theme: \"" + value + "\" is not light, dark or system");
+    if (found == themes.end()) throw BadOption("--theme: \"" + value + "\" is not light, dark, contrast or system");
     options.theme = found->second;
+}
+
+std::vector<std::string> pageNames() {
+    std::vector<std::string> names;
+    for (const MenuRow& row : MenuTree())
+        if (row.page) names.emplace_back(row.page);
+    return names;
 }
 
 OptionTable tableFor(Options& options) {
@@ -54,23 +62,29 @@ OptionTable tableFor(Options& options) {
     return {
         {"--demo", "", "work on a simulated machine instead of a serial port", setTo(options.demo, true)},
         {"--directory", "DIR",
-         "directory of the configuration, index and language files\n(default: where the program lies)",
+         "directory of the configuration, index and language files\n(default: the installed ones, or where the program "
+         "lies)",
          [&options](const std::string& value) { takeDirectory(options, value); }},
         {"--com", "N=DEVICE",
          "device behind port N, 1 to 4 (default: the serial devices\nof this computer, USB adapters first)",
          [&options](const std::string& value) { takeDevice(options, value); }, Often},
-        {"--open", "PAGE", "open this page at start, by its class name, such as FrmTempi", addTo(options.pages), Often},
+        {"--open", "PAGE", "open this page at start, by its class name, such as FrmTempi", addTo(options.pages), Often,
+         pageNames()},
         {"--tour", "DIR", "open every page in turn, save a picture of each in DIR, print\nwhat came in, and end",
          [&options](const std::string& value) {
              options.tour = std::filesystem::weakly_canonical(absolutePath(value));
          }},
-        {"--theme", "NAME", "light, dark or system (default: system)",
-         [&options](const std::string& value) { takeTheme(options, value); }},
+        {"--theme",
+         "NAME",
+         "light, dark, contrast or system (default: system)",
+         [&options](const std::string& value) { takeTheme(options, value); },
+         Once,
+         {"light", "dark", "contrast", "system"}},
         {"--fault", "LIST",
          "faults of the simulated machine, such as drop=0.01,flip=0.02\n(with --demo; kestrel-board --help lists them)",
          keepIn(options.faults)},
         {"--version", "", "print the version and end", setTo(options.version, true), Last},
-        {"--help", "", "print this help and end", setTo(options.help, true), Last},
+        helpOption(options.help),
     };
 }
 
@@ -91,11 +105,17 @@ Options parseOptions(const std::vector<std::string>& arguments) {
     return options;
 }
 
-std::string usage(const std::string& program) {
+ProgramText programText() {
     Options none;
-    return "Usage: " + program +
-           " [OPTION]...\nService tool for vending-machine controller boards on a serial line.\n\n" +
-           listOptions(tableFor(none));
+    return {"kestrel",
+            "service tool for vending-machine controller boards on a serial line",
+            {"[OPTION]..."},
+            "",
+            tableFor(none),
+            {{"Files",
+              "  kestrel.ini   port and language: in the program's directory where that\n"
+              "                can be written, else in $XDG_CONFIG_HOME/kestrel or ~/.config/kestrel\n"
+              "  *.inx, *.lng  what the boards hold, and the texts of each language\n"}}};
 }
 
 }  // namespace kestrel

@@ -7,11 +7,11 @@
 #include <string>
 #include <vector>
 
-#include "command_line/command_line.h"
+#include "command_line/program_text.h"
 
 namespace kestrel {
 
-enum class Theme { System, Light, Dark };
+enum class Theme { System, Light, Dark, Contrast };
 
 struct Options {
     bool demo = false;                   ///< work on the simulated machine
@@ -29,7 +29,7 @@ struct Options {
 /// looked at.
 Options parseOptions(const std::vector<std::string>& arguments);
 
-/// The text of --help, of the program of this name.
-std::string usage(const std::string& program = "kestrel");
+/// What is said of the program.
+ProgramText programText();
 
 }  // namespace kestrel

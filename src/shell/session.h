@@ -22,8 +22,12 @@ struct ChangeState;
 struct RecheckState;
 struct LeavingState;
 struct PageState;
+struct FirstValuesState;
+struct SilenceState;
+struct History;
 struct ConfigurationState;
 struct RegistryState;
+struct PuttingBack;
 struct ModelState;
 
 /// What is known of the boards on the line, and what is on its way to them: with other boards all of it begins anew.
@@ -54,11 +58,15 @@ struct Session {
     Module<LinkState> link;
     Module<IdentityState> identification;
     Module<IndexState> indexFiles;
+    Module<History> history;
     Module<BoardsOnTheLine> boards;
+    Module<FirstValuesState> firstValues;
+    Module<SilenceState> silence;
     Module<PageState> pages;
     // shell
     Module<ConfigurationState> configuration;
     Module<RegistryState> registry;
+    Module<PuttingBack> puttingBack;
     Module<ModelState> models;
     Module<MainWindow> mainWindow;
 };

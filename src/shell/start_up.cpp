@@ -2,6 +2,7 @@
 #include "shell/start_up.h"
 
 #include "language/language_files.h"
+#include "link/history.h"
 #include "link/identification.h"
 #include "link/index_files.h"
 #include "link/leaving.h"
@@ -17,6 +18,7 @@
 #include "shell/frm_ser.h"
 #include "shell/language_menu.h"
 #include "shell/line_attendant.h"
+#include "shell/line_status.h"
 #include "shell/main_window.h"
 #include "shell/session.h"
 #include "shell/windows.h"
@@ -102,6 +104,7 @@ void MDIForm_Load(const std::string& title) {
     FrmSer_Load();
     enableEntries(true);
     MDIForm1().Caption = title;
+    FollowLine();
 }
 
 namespace {
@@ -110,9 +113,10 @@ void leave() {
     // The start's wait for a board goes on, should there be no launcher: nothing else would end it.
     if (!Link().LinkSetup || LineIsClosed()) FrmSer_Unload();
     try {
-        const auto family = platform().programDirectory().parent_path();
-        platform().changeDirectory(family);
-        platform().startProgram(family / FamilyLauncher);
+        if (const auto family = platform().familyDirectory()) {
+            platform().changeDirectory(*family);
+            platform().startProgram(*family / FamilyLauncher);
+        }
     } catch (const RunTimeError&) {
         return;  // without a launcher the program does not end by this path
     }
@@ -133,10 +137,12 @@ void MDIForm_Unload() {
 
 void StartAnew() {
     ClosePages();
+    EndHistoryOfBoards();
     enableEntries(false);
     Module<BoardsOnTheLine>::renew();
     FrmSer_Identify();
     enableEntries(true);
+    FollowLine();
     tell(&LinkObserver::startedAnew);
 }
 

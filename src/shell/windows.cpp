@@ -22,14 +22,16 @@ void RegisterPages(PageRegistry registry) { registered() = std::move(registry); 
 
 bool PageIsRegistered(const std::string& name) { return registered().contains(name); }
 
+std::unique_ptr<Page> MakePage(const std::string& name) {
+    const auto factory = registered().find(name);
+    if (factory == registered().end())
+        throw RunTimeError(error_number::NoSuchElement, "There is no page \"" + name + "\"");
+    return factory->second();
+}
+
 Page& ShowPage(const std::string& name) {
     Page* page = FindLoadedPage(name);
-    if (!page) {
-        const auto factory = registered().find(name);
-        if (factory == registered().end())
-            throw RunTimeError(error_number::NoSuchElement, "There is no page \"" + name + "\"");
-        page = &LoadPage(factory->second());
-    }
+    if (!page) page = &LoadPage(MakePage(name));
     StayOpen(*page);
     platform().showWindow(*page);
     return *page;

@@ -21,7 +21,8 @@ OptionTable tableFor(BoardOptions& options) {
     using enum Option::Times;
     MachineOptions& machine = options.machine;
     return {
-        {"--directory", "DIR", "where the index files *.inx are (default: where kestrel-board is)",
+        {"--directory", "DIR",
+         "where the index files *.inx are\n(default: the installed ones, or where kestrel-board lies)",
          keepIn(machine.directory)},
         {"--link", "PATH", "keep a symbolic link to the pseudo-terminal at PATH", keepIn(options.link)},
         {"--seed", "N", "seed of everything that is left to chance (default: 1)",
@@ -40,7 +41,7 @@ OptionTable tableFor(BoardOptions& options) {
         {"--still", "", "no sales, alarms or drifting readings", setTo(machine.moving, false)},
         {"--quiet", "", "do not print the exchanges", setTo(options.quiet, true)},
         {"--version", "", "print the version and end", setTo(options.version, true), Last},
-        {"--help", "", "print this help and end", setTo(options.help, true), Last},
+        helpOption(options.help),
     };
 }
 
@@ -52,20 +53,21 @@ BoardOptions parseBoardOptions(const std::vector<std::string>& arguments) {
     return options;
 }
 
-std::string boardHelp() {
+ProgramText boardText() {
     BoardOptions none;
-    return "kestrel-board: a simulated vending machine on a pseudo-terminal\n\n" + listOptions(tableFor(none)) +
-           "\n"
-           "The first line printed is the path of the pseudo-terminal, then a line an exchange.\n"
-           "Commands, a line each on standard input (BOARD is 0 master, 1 hot-drink, 2 sector):\n"
-           "  set BOARD PARAM VALUE   get BOARD PARAM   silent BOARD on|off\n"
-           "  unplug   plug   fault LIST   strike FAULT   quit\n"
-           "strike lets one of noise, reset, lost, port, busy, stream, change and swap happen at once.\n"
-           "The program ends at quit, at SIGTERM or SIGINT, and when a pipe or terminal on its\n"
-           "standard input is closed.\n"
-           "\n"
-           "Faults:\n" +
-           faultHelp();
+    return {"kestrel-board",
+            "simulated vending machine on a pseudo-terminal",
+            {"[OPTION]..."},
+            "The first line printed is the path of the pseudo-terminal, then a line an exchange.\n",
+            tableFor(none),
+            {{"Commands",
+              "  A line each on standard input (BOARD is 0 master, 1 hot-drink, 2 sector):\n"
+              "  set BOARD PARAM VALUE   get BOARD PARAM   silent BOARD on|off\n"
+              "  unplug   plug   fault LIST   strike FAULT   quit\n"
+              "  strike lets one of noise, reset, lost, port, busy, stream, change and swap happen at once.\n"
+              "  The program ends at quit, at SIGTERM or SIGINT, and when a pipe or terminal on its\n"
+              "  standard input is closed.\n"},
+             {"Faults", faultHelp()}}};
 }
 
 }  // namespace kestrel::simulator

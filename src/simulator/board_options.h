@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "command_line/command_line.h"
+#include "command_line/program_text.h"
 #include "simulator/machine.h"
 
 namespace kestrel::simulator {
@@ -21,6 +21,7 @@ struct BoardOptions {
 // The arguments without the program's name. Throws BadOption.
 BoardOptions parseBoardOptions(const std::vector<std::string>& arguments);
 
-std::string boardHelp();
+// What is said of the program.
+ProgramText boardText();
 
 }  // namespace kestrel::simulator

@@ -47,8 +47,9 @@ std::map<std::string, std::string> everythingBelow(const std::filesystem::path& 
 
 class Exit : public ::testing::Test {
   protected:
-    void startDriven(const char* act, BoardProcess& board) {
-        program.start(QCoreApplication::applicationFilePath(),
+    void startDriven(const char* act, BoardProcess& board,
+                     const QString& executable = QCoreApplication::applicationFilePath()) {
+        program.start(executable,
                       {QLatin1String(DrivenArgument), QLatin1String(act),
                        QString::fromStdString(installation.program()), QString::fromStdString(board.device())});
     }
@@ -116,31 +117,58 @@ TEST_F(Exit, BySignalWhileAMessageBoxIsOpen) {
     EXPECT_FALSE(launcherRuns());
 }
 
-class Traces : public Exit, public ::testing::WithParamInterface<bool> {};
+/// What a program leaves, by whatever name a toolkit looks for a place for a settings store, a cache or a window's
+/// state.
+class Traces : public Exit, public ::testing::WithParamInterface<bool> {
+  protected:
+    Traces() {
+        QProcessEnvironment surroundings = QProcessEnvironment::systemEnvironment();
+        // Where a session names no run-time directory the toolkit makes one in the temporary directory.
+        for (const char* name : {"HOME", "TMPDIR", "XDG_RUNTIME_DIR"})
+            surroundings.insert(QLatin1String(name), home.path());
+        for (const char* name : {"XDG_CONFIG_HOME", "XDG_CACHE_HOME", "XDG_DATA_HOME", "XDG_STATE_HOME"})
+            if (GetParam())
+                surroundings.insert(QLatin1String(name), home.path());
+            else
+                surroundings.remove(QLatin1String(name));
+        program.setProcessEnvironment(surroundings);
+    }
+    auto everythingAtHome() const { return everythingBelow(home.path().toStdString()); }
 
-/// No settings store, no cache, no window state, by whatever name a toolkit looks for a place for them.
+    const QTemporaryDir home;
+    const std::string saved = "Com=4\r\nLingua=English\r\n";
+};
+
 TEST_P(Traces, AreTheConfigurationFileAlone) {
     BoardProcess board(installation.program());
-    const QTemporaryDir home;
-    QProcessEnvironment surroundings = QProcessEnvironment::systemEnvironment();
-    // Where a session names no run-time directory the toolkit makes one in the temporary directory.
-    for (const char* name : {"HOME", "TMPDIR", "XDG_RUNTIME_DIR"})
-        surroundings.insert(QLatin1String(name), home.path());
-    for (const char* name : {"XDG_CONFIG_HOME", "XDG_CACHE_HOME", "XDG_DATA_HOME", "XDG_STATE_HOME"})
-        if (GetParam())
-            surroundings.insert(QLatin1String(name), home.path());
-        else
-            surroundings.remove(QLatin1String(name));
     auto before = everythingBelow(installation.family());
-    program.setProcessEnvironment(surroundings);
     startDriven("work", board);
     EXPECT_EQ(status(StartWithin), 0) << program.readAllStandardError().toStdString();
     EXPECT_TRUE(launcherRuns(EndWithin));
-    EXPECT_TRUE(everythingBelow(home.path().toStdString()).empty());
+    EXPECT_TRUE(everythingAtHome().empty());
     auto after = everythingBelow(installation.family());
     after.erase(installation.launcherMark());
-    before["kestrel/kestrel_endtoend_tests.ini"] = "Com=4\r\nLingua=English\r\n";
+    before["kestrel/kestrel_endtoend_tests.ini"] = saved;
     EXPECT_EQ(after, before);
+}
+
+/// Who may write in the directories of the system does not do so by choosing a language.
+TEST_P(Traces, OfAnInstalledProgramAreTheUsersFileAlone) {
+    for (const char* directory : {"bin", "share"}) std::filesystem::create_directory(installation.family() / directory);
+    std::filesystem::create_directory_symlink("../kestrel", installation.family() / "share/kestrel");
+    const auto command = installation.family() / "bin/command";
+    std::filesystem::copy(QCoreApplication::applicationFilePath().toStdString(), command);
+    BoardProcess board(installation.program());
+    const auto before = everythingBelow(installation.family());
+    startDriven("work", board, QString::fromStdString(command.string()));
+    EXPECT_EQ(status(StartWithin), 0) << program.readAllStandardError().toStdString();
+    EXPECT_FALSE(launcherRuns());
+    EXPECT_TRUE(everythingBelow(installation.family()) == before) << "nothing is written there";
+    auto left = everythingAtHome();
+    const std::string place = GetParam() ? "kestrel" : ".config/kestrel";
+    EXPECT_EQ(left[place + "/command.ini"], saved);
+    std::erase_if(left, [&](const auto& entry) { return (place + "/command.ini").starts_with(entry.first); });
+    EXPECT_TRUE(left.empty()) << left.begin()->first;
 }
 
 INSTANTIATE_TEST_SUITE_P(Exit, Traces, ::testing::Bool(),

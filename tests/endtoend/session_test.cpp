@@ -47,7 +47,7 @@ TEST_F(Session, PaintsTheMenuInTheChosenLanguageAndTheLampsBeforeItWaitsForAPort
     const FirstPaint seen;
     start();
     ASSERT_EQ(ActiveLanguage(), "Deutsch");
-    EXPECT_TRUE(seen.menus.contains(QStringLiteral("Zeiten/Dosen"))) << seen.menus.join(u' ').toStdString();
+    EXPECT_TRUE(seen.menus.contains(QStringLiteral("Zeiten/Dosierung"))) << seen.menus.join(u' ').toStdString();
     EXPECT_EQ(seen.lamps.size(), 3U);
 }
 
@@ -59,6 +59,8 @@ TEST_F(Session, ClosingAPageWithTheFocusInABoxSendsNothing) {
         choose(MDIForm1().entry("smnuPassword"));
         const Page& page = *FindLoadedPage("FrmPassword");
         ASSERT_TRUE(eventually([&] { return page.arrivals() >= FrmPassword::Codes; }));
+        EXPECT_EQ(qobject_cast<QLineEdit*>(QApplication::focusWidget()), nullptr) << "nothing waits for keys yet";
+        QTest::keyClick(&keyboard, Qt::Key_Tab);
         auto* box = qobject_cast<QLineEdit*>(QApplication::focusWidget());
         ASSERT_NE(box, nullptr);
         box->selectAll();

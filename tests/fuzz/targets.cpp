@@ -154,7 +154,7 @@ void options(const std::uint8_t* data, std::size_t size) {
 
 /// What is taken is printed and read again as it was.
 void settings(const std::uint8_t* data, std::size_t size) {
-    const Module<LanguageState> texts;
+    const ctl::Session session;
     const std::string text(data, data + size);
     for (const bool edited : {false, true}) {
         try {

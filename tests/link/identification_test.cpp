@@ -20,21 +20,6 @@ Strings askedOf(const LinkBench& bench, char bank) {
     return asked;
 }
 
-TEST(Identification, AsksEachBoardInOrderForOneByteEachAndTheMasterForItsRevision) {
-    LinkBench bench;
-    bench.identity[{0, 18}] = 200;
-    bench.putIdentityFile(0, 3);
-    LinkBench::load();
-    EXPECT_EQ(bench.sent(), (Strings{"probe",  "i0.1?",  "i0.17?", "i0.11?", "i0.12?", "i0.13?", "i0.14?",
-                                     "i0.18?", "i1.1?",  "i1.17?", "i1.11?", "i1.12?", "i1.13?", "i1.14?",
-                                     "i2.1?",  "i2.17?", "i2.11?", "i2.12?", "i2.13?", "i2.14?"}));
-    EXPECT_EQ(bench.line.sent[1].frame[0], 3) << "the command goes out as the file has it, whatever its width";
-    EXPECT_EQ(BoardRevision(), 200);
-    EXPECT_EQ(Link().ScanIndex + ParamFlags(0, 0), 0) << "no reply is taken for a parameter";
-    EXPECT_TRUE(Link().LinkIdle);
-    EXPECT_TRUE(bench.platform.messages.empty());
-}
-
 TEST(Identification, ASlaveThatIsSilentAtAnyExchangeIsAbsentAndASpoiledAnswerIsReadAgain) {
     struct Row {
         const char* exchange;
@@ -137,6 +122,24 @@ TEST(Identification, AMasterThatNeverSaysTheSameTwiceIsNotReady) {
     EXPECT_EQ(answers, 5);
     ASSERT_EQ(bench.platform.messages.size(), 1U);
     EXPECT_EQ(bench.platform.messages.front().text, "Board Not Ready\nCheck serial !");
+}
+
+TEST(Identification, APortLostDuringIdentificationIsAskedForAndTakenUpAgain) {
+    LinkBench bench;
+    bool pulled = false;
+    bench.line.answer = [&](const Bytes& frame) {
+        if (LinkBench::tell(frame) != "i0.12?" || pulled) return bench.answer(frame);
+        pulled = true;
+        bench.line.there = false;
+        return Pieces{{1000, {}}};
+    };
+    bench.platform.whileMessageIsOpen = [&] { bench.plug(); };
+    bench.platform.answers = {Message::Answer::Retry};
+    LinkBench::load();
+    ASSERT_EQ(bench.platform.messages.size(), 1U) << "one Retry is enough once the cable is back";
+    EXPECT_EQ(bench.platform.messages[0].text, "Board Not Ready\nCheck serial !");
+    EXPECT_NE(bench.platform.messages[0].detail.find("/dev/port1"), std::string::npos) << "the reason is told";
+    EXPECT_TRUE(BoardPresent(0) && BoardPresent(1) && BoardPresent(2));
 }
 
 /// What a start has made of a machine.

@@ -2,7 +2,6 @@
 #include "link_bench.h"
 
 #include <numeric>
-#include <sstream>
 
 #include "link/index_files.h"
 #include "link/link_engine.h"
@@ -125,19 +124,10 @@ Strings LinkBench::sent() const {
     return told;
 }
 
-std::string LinkBench::traffic() const {
-    std::ostringstream told;
-    for (const auto& frame : line.sent)
-        told << (told.tellp() > 0 ? ", " : "") << static_cast<double>(frame.when - base_) / 1000 << " "
-             << tell(frame.frame);
-    return told.str();
-}
-
 void LinkBench::start() {
     putFiles();
     load();
     line.sent.clear();
-    base_ = platform.now();
 }
 
 void LinkBench::load() { FrmSer_Load(); }
@@ -174,13 +164,6 @@ void Watch(int bank, int number) {
 void Write(int bank, int number, std::uint32_t value) {
     CurrentBank = bank;
     ParamWrite(number, value);
-}
-
-void Use(bool byWrite) {
-    if (byWrite)
-        Write(0, 1, 9);
-    else
-        Watch(0, 1);
 }
 
 }  // namespace kestrel::testing

@@ -50,9 +50,8 @@ class LinkBench {
 
     /// "probe", "i1.17?" for identity record 17 of bank 1, "0.3?" for a read, "2.1=500" for a write.
     static std::string tell(const Bytes& frame);
-    /// All frames since the start; and the same with the milliseconds from then before each, parted by commas.
+    /// All frames since the start.
     Strings sent() const;
-    std::string traffic() const;
 
     /// Writes the index files, loads the link as the program does, and forgets its frames.
     void start();
@@ -67,15 +66,10 @@ class LinkBench {
     /// The device is pulled out, or put back.
     void unplug();
     void plug() { line.there = true; }
-
-  private:
-    Micros base_ = 0;
 };
 
 /// As pages do: the bank first.
 void Watch(int bank, int number);
 void Write(int bank, int number, std::uint32_t value);
-/// Writes 9 to parameter 1 of bank 0, or watches it.
-void Use(bool byWrite);
 
 }  // namespace kestrel::testing

@@ -5,7 +5,6 @@
 #include <gtest/gtest.h>
 
 #include "link/link_engine.h"
-#include "link/param_table.h"
 #include "link_bench.h"
 #include "platform/errors.h"
 
@@ -125,39 +124,6 @@ TEST(PortSearch, NothingGoesIntoThePortTriedLastWhileTheBoxStands) {
     };
     EXPECT_THROW(bench.search(2), ProcessEnded);
     EXPECT_EQ(bench.probed.size(), 7U) << "and no other frame";
-}
-
-TEST(PortSearch, WhatIsNoTroubleOfAPortEndsTheSearch) {
-    {
-        SearchBench bench;
-        bench.platform.openFailures[2] = {8022, "no trouble of a port"};
-        EXPECT_THROW(bench.search(2), RunTimeError);
-    }
-    for (const int port : {0, 5, 9}) {
-        LinkBench bench;
-        Link().ComPort = port;
-        EXPECT_THROW(bench.start(), RunTimeError) << port;
-        EXPECT_TRUE(bench.line.sent.empty()) << port;
-    }
-}
-
-TEST(PortSearch, APortChosenInTheMiddleOfAnExchangeGetsTheRestOfTheWork) {
-    LinkBench bench;
-    ScriptedLine other;
-    other.answer = [&bench](const Bytes& frame) { return bench.answer(frame); };
-    bench.platform.lines[2] = &other;
-    bench.board[{0, 1}] = 77;
-    bench.start();
-    Watch(0, 1);
-    bench.run(42);
-    OpenPort(2);
-    bench.run(3000);
-    EXPECT_EQ(bench.sent(), (Strings{"0.1?"})) << "the reply of the old port answers nothing";
-    constexpr std::size_t ProbeAndIdentities = 1 + 7 + 6 + 6;
-    ASSERT_EQ(other.sent.size(), ProbeAndIdentities + 1);
-    EXPECT_EQ(LinkBench::tell(other.sent.back().frame), "0.1?");
-    EXPECT_EQ(ParamRead(1, 0), 77);
-    EXPECT_TRUE(Link().LinkIdle);
 }
 
 }  // namespace

@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "language/language_files.h"
 #include "support/bare_mirror.h"
 #include "support/world.h"
@@ -22,6 +24,7 @@ struct Alarms : ::testing::Test {
     BareMirror mirror;
     FrmAllarmi& page = mirror.load<FrmAllarmi>();
 
+    Alarms() { mirror.platform.wallClock = {2024, 11, 12, 10, 32}; }
     void put(int slot, const Record& record) {
         const int values[] = {record.minute, record.hour, record.day, record.month, record.year, record.code};
         for (int field = 0; field < 6; ++field)
@@ -61,7 +64,8 @@ TEST_F(Alarms, FromEveryPointerTheNewestComesFirstAndTheRingTurnsBackwards) {
         for (int k = 0; k < 10; ++k) {
             const int slot = (pointer - k + 10) % 10;
             const ListRow expected = {std::to_string(k + 1), std::to_string(1 + slot) + "/11/2024",
-                                      "07:0" + std::to_string(slot), LanguageTable(AlarmTexts + 10 + slot)};
+                                      "07:0" + std::to_string(slot), LanguageTable(AlarmTexts + 10 + slot),
+                                      std::to_string(11 - slot) + " days ago"};
             EXPECT_EQ(rows()[static_cast<std::size_t>(k)], expected);
         }
     }
@@ -104,16 +108,24 @@ TEST_F(Alarms, DatesThatNoCalendarHasAreZerosAndTimesThatNoClockHasStand) {
     point(0);
     struct {
         Record record;
-        std::string date, time;
-    } const cases[] = {{{5, 9, 31, 12, 24, 1}, "31/12/2024", "09:05"}, {{9, 23, 1, 1, 0, 1}, "1/1/2000", "23:09"},
-                       {{0, 0, 29, 2, 24, 1}, "29/2/2024", "00:00"},   {{0, 0, 29, 2, 23, 1}, "00/00/00", "00:00"},
-                       {{0, 0, 32, 1, 24, 1}, "00/00/00", "00:00"},    {{0, 0, 1, 13, 24, 1}, "00/00/00", "00:00"},
-                       {{0, 0, 0, 1, 24, 1}, "00/00/00", "00:00"},     {{0, 0, 1, 0, 24, 1}, "00/00/00", "00:00"},
-                       {{60, 9, 1, 1, 255, 1}, "1/1/2255", "9:60"},    {{7, 24, 1, 1, 24, 1}, "1/1/2024", "24:7"}};
+        std::string date, time, age;
+    } const cases[] = {{{5, 9, 31, 12, 24, 1}, "31/12/2024", "09:05", ""},
+                       {{9, 23, 1, 1, 0, 1}, "1/1/2000", "23:09", "24 years ago"},
+                       {{0, 0, 29, 2, 24, 1}, "29/2/2024", "00:00", "8 months ago"},
+                       {{0, 0, 29, 2, 23, 1}, "00/00/00", "00:00", ""},
+                       {{0, 0, 32, 1, 24, 1}, "00/00/00", "00:00", ""},
+                       {{0, 0, 1, 13, 24, 1}, "00/00/00", "00:00", ""},
+                       {{0, 0, 0, 1, 24, 1}, "00/00/00", "00:00", ""},
+                       {{0, 0, 1, 0, 24, 1}, "00/00/00", "00:00", ""},
+                       {{60, 9, 1, 1, 255, 1}, "1/1/2255", "9:60", ""},
+                       {{7, 24, 14, 10, 24, 1}, "14/10/2024", "24:7", "4 weeks ago"},
+                       {{0, 23, 11, 11, 24, 1}, "11/11/2024", "23:00", "yesterday"},
+                       {{0, 0, 12, 11, 24, 1}, "12/11/2024", "00:00", "today"}};
     for (const auto& each : cases) {
         put(0, each.record);
         EXPECT_EQ(rows()[0][1], each.date);
         EXPECT_EQ(rows()[0][2], each.time);
+        EXPECT_EQ(rows()[0][4], each.age) << each.date;
     }
     CurrentBank = 0;
     page.notify(254, -1);
@@ -121,15 +133,20 @@ TEST_F(Alarms, DatesThatNoCalendarHasAreZerosAndTimesThatNoClockHasStand) {
 }
 
 TEST_F(Alarms, HasHeadsInEveryLanguageAndHearsOfTheMasterAlone) {
-    EXPECT_EQ(page.ListView1.ColumnHeads.get(), (ListRow{"No.", "Date", "Time", "Description"}));
+    EXPECT_EQ(page.ListView1.ColumnHeads.get(), (ListRow{"No.", "Date", "Time", "Description", "when"}));
     EXPECT_EQ(page.ListView1.accessibleName(), "Last 10 alarms detected");
     LoadLanguage("Italiano.lng");
     page.Form_Activate();
-    EXPECT_EQ(page.ListView1.ColumnHeads.get(), (ListRow{"nr.", "data", "ora", "descrizione"}));
+    EXPECT_EQ(page.ListView1.ColumnHeads.get(), (ListRow{"nr.", "data", "ora", "descrizione", "quando"}));
+    EXPECT_FALSE(page.copyList.usable());
     fill();
     point(4);
     mirror.arrive(1, 251, 10);
     mirror.arrive(2, 257, 200);
+    page.copyList.UserClick();
+    const std::string table = mirror.platform.clipboard;
+    EXPECT_TRUE(table.starts_with("nr.\tdata\tora\tdescrizione\tquando\n1\t5/11/2024\t07:04\t")) << table;
+    EXPECT_EQ(std::count(table.begin(), table.end(), '\n'), 11);
     EXPECT_EQ(rows().size(), 10U) << "other boards have other parameters there";
 }
 

@@ -13,7 +13,7 @@ namespace {
 
 using enum Message::Answer;
 
-constexpr const char* Done = "Cancellazione terminata";
+constexpr const char* Done = "Comando di cancellazione inviato";
 
 struct Clearing : ::testing::Test {
     StartedWorld world;
@@ -42,10 +42,13 @@ TEST_F(Clearing, DoesNothingWithoutYes) {
     for (const auto answer : {No, Cancel, Ok}) {
         world.platform.messages.clear();
         world.platform.answers = {answer};
-        EXPECT_EQ(writesOf(world, [&] { page.cmdCancella[0].UserClick(); }), Writes{});
+        const int button = answer == No ? 1 : 0;
+        EXPECT_EQ(writesOf(world, [&] { page.cmdCancella[button].UserClick(); }), Writes{});
         ASSERT_EQ(world.platform.messages.size(), 1U);
         EXPECT_EQ(world.platform.messages[0].text, "I dati saranno cancellati definitivamente. Continuare?");
         EXPECT_EQ(world.platform.messages[0].title, "Cancella i dati");
+        EXPECT_EQ(world.platform.messages[0].detail,
+                  button == 1 ? "Scelto: cancella dati non azzerabili" : "Scelto: Cancella dati");
         world.run(5'000);
         EXPECT_FALSE(page.lbrInfo.Visible);
         EXPECT_TRUE(page.cmdCancella[0].Enabled);
@@ -91,6 +94,16 @@ TEST_F(Clearing, ThePageClosesFromItsOwnButtonAlsoInTheMiddleOfARun) {
     world.run(10);
     EXPECT_NE(FindLoadedPage("FrmTotali"), nullptr);
     world.run(5'000);
+}
+
+TEST_F(Clearing, ItsOwnButtonLetsTheCommandGoOutFirst) {
+    WriteLog log(world);
+    click(0);
+    page.mnuClose.UserClick();
+    EXPECT_EQ(FindLoadedPage("FrmCancella"), &page);
+    world.run(500);
+    EXPECT_EQ(FindLoadedPage("FrmCancella"), nullptr);
+    EXPECT_EQ(log.take(), (Writes{{0, 4, 1}}));
 }
 
 TEST_F(Clearing, APageThatWasClosedOtherwiseTakesNoOtherWithIt) {

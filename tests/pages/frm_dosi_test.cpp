@@ -51,6 +51,28 @@ TEST(FrmDosi, WhatIsStillUnderTheFingerGoesOutBeforeAnotherSelectionIsShown) {
     EXPECT_TRUE(doses.world.platform.messages.empty());
 }
 
+TEST(FrmDosi, TheTimeLinesShowWhatRunsWhenOnOneScaleAndNothingThatDoesNotRun) {
+    Doses doses;
+    auto& page = doses.openAt(0);
+    EXPECT_EQ(page.timeLines[0].text(),
+              "EV 2.4 - 3.6 s, mixer 4.8 - 8.4 s, sol. 1 9.6 - 15.6 s, sol. 2 10.8 - 18.0 s, sol. 3 12.0 - 20.4 s");
+    EXPECT_TRUE(page.timeLines[2].text().ends_with("sol. 3 12.8 - 22.0 s")) << page.timeLines[2].text();
+    for (const TimeLine& line : page.timeLines) EXPECT_EQ(line.End, 250) << "one scale, up to whole five seconds";
+    page.HScroll1[1].UserMove(240);
+    ASSERT_TRUE(doses.world.settle());
+    EXPECT_TRUE(page.timeLines[0].text().starts_with("EV 2.4 - 26.4 s,"));
+    EXPECT_EQ(page.timeLines[2].End, 300);
+    page.HScroll2[0].UserMove(0);
+    ASSERT_TRUE(doses.world.settle());
+    EXPECT_EQ(page.timeLines[1].text() + page.timeLines[2].text(), "") << "a step without a valve ends the recipe";
+    page.HScroll1[0].UserMove(FirstBrewerCode);
+    ASSERT_TRUE(doses.world.settle());
+    EXPECT_EQ(page.timeLines[0].text(), "EV 0.0 - 24.0 s") << "of a brewer the valve's time alone counts";
+    EXPECT_EQ(page.Label1[0].ToolTip.get(), "FB1: gruppo FB1. Conta solo il tempo EV.");
+    page.Label11[4].UserClick();
+    EXPECT_EQ(page.timeLines[0].text(), "") << "the next selection has not come";
+}
+
 TEST(FrmDosi, EverySelectionIsReachedByKeyAndByBar) {
     for (const bool byKey : {true, false}) {
         Doses doses;

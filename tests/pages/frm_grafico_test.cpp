@@ -22,7 +22,7 @@ struct Graph : ::testing::Test {
 
 TEST_F(Graph, GetsASampleEveryFourSecondsFromTimeZeroOfTheChannelsWhoseBoardsAreThere) {
     EXPECT_EQ(boiler.name, "Boiler");
-    EXPECT_EQ(tank.name, "Tank");
+    EXPECT_EQ(tank.name, "Cedar tank");
     mirror.arrive(0, 1, 4);
     mirror.arrive(0, 2, 0xFB);
     mirror.arrive(1, 1288, 91);

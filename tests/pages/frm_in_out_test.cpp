@@ -16,7 +16,7 @@ TEST_F(InOut, OpensIdleAndLocked) {
     EXPECT_EQ(mirror.due(), (Writes{{0, 368, 255}}));
     mirror.run(10'000);
     EXPECT_EQ(live(), "") << "nobody may unlock a test that never began";
-    EXPECT_EQ(page.Label7.Caption.get(), "Normal");
+    EXPECT_EQ(page.Label7.Caption.get(), "Normal operation");
     EXPECT_EQ(page.Label7.ForeColor, Red);
     EXPECT_EQ(page.SwitchLed4.accessibleName(), page.Label2.Caption.get());
     EXPECT_EQ(page.SwitchLed3[9].accessibleName(), "Sector 22");
@@ -72,9 +72,9 @@ TEST_F(InOut, TheTestBeginsWithTheLastPresentBoardAndEndsWithTheFirst) {
         if (step.sectorThere) mirror.arrive(2, 290, step.sectorInTest ? 1 : 2);
         EXPECT_EQ(page.Command1.Enabled, step.running != wasRunning) << "a report that changes nothing offers nothing";
         wasRunning = step.running;
-        EXPECT_EQ(page.Label7.Caption.get(), step.running ? "TEST running" : "Normal");
+        EXPECT_EQ(page.Label7.Caption.get(), step.running ? "Test running" : "Normal operation");
         EXPECT_EQ(page.Label7.ForeColor, step.running ? Green : Red);
-        EXPECT_EQ(page.Command1.Caption.get(), step.running ? "Stop TEST" : "Start TEST");
+        EXPECT_EQ(page.Command1.Caption.get(), step.running ? "Stop test" : "Start test");
         EXPECT_EQ(live(), std::string(step.running && step.hotDrinkThere ? "HotDrink " : "") +
                               (step.running && step.sectorThere ? "Sector" : ""));
     }

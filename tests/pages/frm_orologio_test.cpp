@@ -134,10 +134,12 @@ TEST_F(Clock, TheDateWaitsUntilAllThreeOfItsPartsAreFreshAndTold) {
 }
 
 TEST_F(Clock, WithoutAClockTheBandsAloneAreLive) {
-    constexpr int OfTheClock = 3 + 5 * 3;  // its frame, two displays, and five settings of three controls each
+    // Its frame, two displays, five settings of three controls each, the time over two of them with its caption, and
+    // the button.
+    constexpr int OfTheClock = 3 + 5 * 3 + 3 + 1;
     world.setBoards({{0, 7, 0xFB}, {0, 239, 5}});
     FrmOrologio& page = open();
-    EXPECT_EQ(usableInputs(page.Arrange()), FrmOrologio::BandBars);
+    EXPECT_EQ(usableInputs(page.Arrange()), FrmOrologio::BandBars + FrmOrologio::BandCount);
     EXPECT_EQ(page.iSevenSegmentClockX1.Minutes, ClockDisplay::NoTime);
     EXPECT_EQ(page.Label6.Caption.get() + page.Label4[0].Caption.get(), "");
     const int live = liveControls(page.Arrange());
@@ -145,6 +147,39 @@ TEST_F(Clock, WithoutAClockTheBandsAloneAreLive) {
     world.run(3000);
     EXPECT_EQ(liveControls(page.Arrange()), live + OfTheClock);
     EXPECT_NE(page.Label6.Caption.get(), "");
+}
+
+TEST_F(Clock, ATimeIsEnteredWholeAndWritesThosePartsThatDiffer) {
+    world.setBoards({{0, 200, 6}, {0, 199, 30}});
+    FrmOrologio& page = open();
+    TimeBar& time = page.BandTimes[0];
+    EXPECT_EQ(time.Figure.Caption.get(), "06:30");
+    const std::pair<const char*, Writes> rows[] = {
+        {"7:15", {{0, 199, 15}, {0, 200, 7}, {0, 219, 15}, {0, 220, 7}}},
+        {"0745", {{0, 199, 45}, {0, 219, 45}}},
+        {"8.45", {{0, 200, 8}, {0, 220, 8}}},
+        {"9", {{0, 199, 0}, {0, 200, 9}, {0, 219, 0}, {0, 220, 9}}},
+        {"23:60", {}},
+        {"24:00", {}},
+        {"7:", {}},
+        {"7:5:1", {}},
+    };
+    for (const auto& [typed, writes] : rows) {
+        time.Bar.UserType(typed);
+        EXPECT_EQ(writesOf(world, [&time] { time.Bar.UserLeave(); }), writes) << typed;
+        EXPECT_EQ(time.Bar.standing(), writes.empty() ? Standing::NotTaken : Standing::Confirmed) << typed;
+    }
+    EXPECT_EQ(time.Figure.Caption.get(), "09:00") << "as the board has it";
+}
+
+TEST_F(Clock, IsSetToThisComputersTimeInAllItsParts) {
+    FrmOrologio& page = open();
+    for (int again = 0; again < 2; ++again)
+        EXPECT_EQ(writesOf(world, [&page] { page.SetToComputer.UserClick(); }),
+                  (Writes{{0, 239, 10}, {0, 240, 0}, {0, 241, 2}, {0, 242, 3}, {0, 243, 26}}))
+            << "though the bars stand there already, the clock may have gone on";
+    EXPECT_EQ(world.board(0, 245), 10U);
+    EXPECT_EQ(page.ClockTime.Figure.Caption.get(), "10:00");
 }
 
 }  // namespace

@@ -18,9 +18,9 @@ TEST(FrmPagamento, FramesFollowThePaymentSystem) {
         std::uint32_t parameter85;
         int usable, live;  ///< controls that a user can work, and all that is not greyed
         int executive;     ///< position of SliderX5
-    } cases[] = {{0, 1, 4, 0},       {1, 8, 25, 0},  {2, 2, 4, 0},        {3, 2, 4, 0},        {4, 15, 40, 0},
-                 {5, 15, 40, 0},     {6, 15, 40, 0}, {7, 15, 40, 0},      {2 + 64, 3, 7, 1},   {2 + 128, 3, 7, 2},
-                 {2 + 192, 3, 7, 1}, {64, 1, 4, 1},  {1 + 128, 8, 25, 2}, {4 + 64, 15, 40, 1}, {2, 2, 4, 0}};
+    } cases[] = {{0, 1, 5, 0},       {1, 8, 26, 0},  {2, 2, 5, 0},        {3, 2, 5, 0},        {4, 15, 41, 0},
+                 {5, 15, 41, 0},     {6, 15, 41, 0}, {7, 15, 41, 0},      {2 + 64, 3, 8, 1},   {2 + 128, 3, 8, 2},
+                 {2 + 192, 3, 8, 1}, {64, 1, 5, 1},  {1 + 128, 8, 26, 2}, {4 + 64, 15, 41, 1}, {2, 2, 5, 0}};
     BareMirror mirror;
     SetBoardRevision(24);
     auto& page = mirror.load<FrmPagamento>();
@@ -30,6 +30,16 @@ TEST(FrmPagamento, FramesFollowThePaymentSystem) {
         EXPECT_EQ(usableInputs(page.Arrange()), c.usable) << c.parameter85;
         EXPECT_EQ(liveControls(page.Arrange()), c.live) << c.parameter85;
         EXPECT_EQ(page.SliderX5.Position, c.executive) << c.parameter85;
+        const FoldingFrame& inUse = (c.parameter85 & 4) != 0   ? page.Frame2
+                                    : (c.parameter85 & 2) != 0 ? page.Frame4
+                                                               : page.Frame1;
+        for (FoldingFrame* frame : {&page.Frame1, &page.Frame2, &page.Frame4}) {
+            EXPECT_EQ(frame->Folded, frame != &inUse) << c.parameter85;
+            frame->UserFold();
+            mirror.arrive(0, 85, c.parameter85);
+            EXPECT_EQ(frame->Folded, frame == &inUse) << "the user's choice stands until the system changes";
+            frame->UserFold();
+        }
         EXPECT_EQ(page.HScroll10[6].usable(), c.usable == 1 || c.usable == 8) << "coin 7 needs no system";
     }
     mirror.arrive(1, 85, 4);

@@ -38,6 +38,10 @@ TEST(FrmTotali, ShowsEveryTotalInItsRowAndMoneyInTheBoardsDecimalsWhenTheyCome) 
         EXPECT_EQ(page.Label4[0].Caption.get(), written(5, decimals % 4));
         mirror.arrive(0, 163, 163'000);
     }
+    mirror.arrive(0, 3, 2);
+    auto& second = mirror.load<FrmTotali>();
+    mirror.arrive(0, 164, 1234);
+    EXPECT_EQ(second.Label3[0].Caption.get(), "12.34") << "known to the mirror before this page was told of them";
 }
 
 }  // namespace

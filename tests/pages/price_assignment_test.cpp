@@ -73,6 +73,22 @@ TEST_P(PriceAssignmentTest, AllAtPriceOneShutsTheRowsAndANewWordOfTheGateOpensTh
     EXPECT_EQ(usableBars(), 0) << "the gate is shut";
 }
 
+TEST_P(PriceAssignmentTest, ARowShowsTheAmountOfItsPriceWhereThePriceListIsKnown) {
+    mirror.arrive(kind.bank, kind.first, 18);
+    const Property<std::string>& amount = kind.rows > 18 ? page.Label1[0].ToolTip : page.Label1[0].Unit;
+    EXPECT_EQ(page.Label1[0].Caption.get() + amount.get(), "19");
+    mirror.arrive(0, 16 + 18, 80);
+    EXPECT_EQ(amount.get(), "") << "no amount without its decimals";
+    mirror.arrive(0, 3, 2);
+    EXPECT_EQ(amount.get(), "– 0.80");
+    mirror.arrive(0, 16 + 18, 95);
+    EXPECT_EQ(amount.get(), "– 0.95");
+    mirror.arrive(kind.bank, kind.first, 17);
+    EXPECT_EQ(amount.get(), "") << "another price, which has not been read";
+    mirror.arrive(kind.bank, kind.first, 40);
+    EXPECT_EQ(page.Label1[0].Caption.get() + amount.get(), "41") << "a price that there is not";
+}
+
 INSTANTIATE_TEST_SUITE_P(Pages, PriceAssignmentTest, ::testing::ValuesIn(Kinds),
                          [](const auto& each) { return std::string(each.param.name); });
 

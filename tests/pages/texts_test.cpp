@@ -3,10 +3,17 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <map>
+#include <regex>
 #include <sstream>
 
 #include "language/language_files.h"
+#include "pages/payment/frm_prezzi.h"
+#include "platform/displays.h"
+#include "platform/names_on_page.h"
 #include "program_version.h"
+#include "shell/main_window.h"
+#include "shell/search.h"
 #include "support/layouts.h"
 #include "support/world.h"
 
@@ -16,37 +23,39 @@ namespace {
 /// The title, then texts in reading order with others between them.
 const std::pair<const char*, std::string> Texts[] = {
     {"FrmConMac",
-     "Machine configuration|Number of valves|Number of mixers|Number of powders|Sugar box number|0,1,2,3,4,5|"
-     "Mixer of valve 1|0,1,2,3|Mixer of valve 4|1st powder of the valve|2nd powder of the valve|"
-     "3rd powder of the valve|Valve drip time|Double product powder|abbinamento ev. freddo 1 elettrovalvola|"
-     "abbinamento ev. freddo 3 elettrovalvola|abbinamento ev. freddo 4 elettrovalvola"},
+     "Machine configuration|Number of valves|Number of mixers|Number of powders|Sugar canister number|0,1,2,3,4,5|"
+     "Pairing of cold valves|abbinamento ev. freddo 1 elettrovalvola|abbinamento ev. freddo 3 elettrovalvola|"
+     "abbinamento ev. freddo 4 elettrovalvola|Valves|1st powder\nfor valve|2nd powder\nfor valve|3rd powder\nfor valve|"
+     "Valve drip\ntime (s)|Mixer for valve 1|0,1,2,3|Mixer for valve 4|Double-product powder"},
     {"FrmInter",
-     "Intermittent dosing|Powder|Enable|intermittence|On time|intermittence|Off time|intermittence|1|Off,On|5|Off,On"},
+     "Intermittent dosing|Powder|Enable|intermittent dosing|On time (s)|intermittent dosing|Off time (s)|"
+     "intermittent dosing|1|Off,On|5|Off,On"},
     {"FrmProUni",
-     "Unique products|Unique product 1 |0,1,2,3,4,5|Time, unique product 1 (s)|Delay, unique product 1 (s)|"
-     "Unique product 3 |Time, unique product 3 (s)|Delay, unique product 3 (s)|Enable delay|Off,On"},
-    {"FrmPresel", "Preselections|Preselection|Product|Type|Time|1|2|3|4|Preselection|Time|1 Plus|4 Plus"},
+     "Single products|Single product 1 |0,1,2,3,4,5|Time, single product 1 (s)|Delay, single product 1 (s)|"
+     "Single product 3 |Time, single product 3 (s)|Delay, single product 3 (s)|Enable delay|Off,On"},
+    {"FrmPresel", "Preselections|Preselection|Product|Type|Time (s)|1|2|3|4|Preselection|Time (s)|1 Plus|4 Plus"},
     {"FrmTempi",
-     "Times|Alder times|Coffee infusion water|Tea infusion water|Coffee infusion|Tea infusion|No-sugar compensation|"
-     "Pump on time|Water top-up|Cedar times|Motor time-out"},
+     "Times|Alder times (s)|Coffee brew water|Tea brew water|Coffee brew time|Tea brew time|No-sugar compensation|"
+     "Pump run time|Water top-up|Cedar times (s)|Motor timeout"},
     {"FrmDosi",
-     "Doses|+9|9|Selection 1|Test, water only|Complete test|1st valve|Valve|Valve time|Valve delay|Mixer time|"
-     "Mixer delay|Powder 1 time|Powder 1 delay|Test|Powder 2 time|Test|Powder 3 time|Powder 3 delay|Test|2nd valve|"
-     "3rd valve|Powder 3 delay|Test|Selection included?|Off,On|bevanda gratis ?|Cup included?|Cold beverage?|"
-     "Jug included?|Jug count"},
+     "Doses|+9|9|Selection 1|Test running|Water-only test|Full test|Step 1 (times in s)|Valve|Valve delay|Valve time|"
+     "Mixer delay|Mixer time|1st powder delay|1st powder time|Test|2nd powder time|Test|3rd powder delay|"
+     "3rd powder time|Test|Step 2 (times in s)|Step 3 (times in s)|3rd powder time|Test|Include selection|Off,On|"
+     "bevanda gratis ?|Include cup|Cold beverage|Include jug|Jug count"},
     {"FrmPagamento",
-     "Payment system|G13|Coin 1|Coin 8|Executive|Normal,Differentiated ECS,Price holding|Price time-out|"
-     "Change at once|No, Si|MDB|Coins|Maximum change|Coin changer|Off,On|Ignore exact change|Coin selected|"
-     "Coin accepted|Off,On|Banknotes|Banknote selected|Banknote accepted|Tokens|Token 1|Token 3|Change for tokens|"
-     "Key top-up with tokens|Exact change and tokens|Off,On|Maximum key credit|Maximum coin credit"},
+     "Payment system|MDB|Coin management|Maximum change|Coin changer|Off,On|Ignore exact change|No, Si|Select coin|"
+     "Coin enabled|Off,On|Banknote management|Select banknote|Banknote enabled|Tokens|Token 1|Token 3|"
+     "Give change on tokens|Key top-up with tokens|Exact change and tokens|Off,On|G13|Coin 1|Coin 8|Executive|"
+     "Normal,Differentiated ECS,Price holding|Price timeout (s)|Change at once|No, Si|Credit limits|"
+     "Maximum key credit|Maximum coin credit"},
     {"FrmPrezzi",
-     "Set prices|Price 1|Price 30|Preselection 1|Presel. + 1|Preselection 4|Presel. + 4|All at price 1|Off, On"},
-    {"FrmSconti", "Set discounts|Discount 1|Discount 30|Discount presel. 1|Discount own cup"},
-    {"FrmAssSel", "Prices of selections|Price sel. 1|Price sel. 18"},
-    {"FrmAssSet", "Prices of sectors|Price sect. 11|Price sect. 18|Price sect. 21|Price sect. 68"},
+     "Set prices|Price 1|Price 30|Preselection 1|Presel. 1 Plus|Preselection 4|Presel. 4 Plus|All at price 1|Off, On"},
+    {"FrmSconti", "Set discounts|Discount 1|Discount 30|Presel. 1 discount|Own-cup discount"},
+    {"FrmAssSel", "Price number per selection|Selection 1|Selection 18"},
+    {"FrmAssSet", "Price number per sector|Sector 11|Sector 21|Sector 18|Sector 68"},
     {"FrmTotali",
      "Totals|Totals|Takings|Discounts|Overpay|Paid vends|Free vends|Jug vends|Test vends|Presel. 1|Presel. 2|"
-     "Permanent totals|Takings|Paid vends"},
+     "Non-resettable totals|Takings|Paid vends"},
     {"FrmBattute",
      "Paid vends|Beverages|Bev. 18|Counters|Preselection 1|Preselection 4|Sectors|Sect. 11|Sect. 21|Sect. 12|Sect. 68"},
     {"FrmGratis", "Gratis|Bevande|Bev. 18|Settori|Set. 68|Set. 68"},
@@ -56,28 +65,30 @@ const std::pair<const char*, std::string> Texts[] = {
     {"FrmMDBaudit",
      "MDB audit|Amount paid into the tubes|Amount put into the tubes by hand|Amount paid out of the tubes|"
      "Amount taken out of the tubes by hand|Amount loaded onto keys|Amount taken from keys|Clear MDB data"},
-    {"FrmCancella", "Clear data|Clear data|Clear permanent data|Close"},
+    {"FrmCancella", "Clear data|Clear data|Clear non-resettable data|Close"},
     {"FrmOpzioni",
      "Opzioni|Master|Off|On|Permanent credit|Multivend|Enable cup sensor|Rinsing|Language|Decimal point|"
      "00000, 0000.0, 000.00, 00.000|Coin mechanism|Token,G13,Executive,MDB,|Machine type|0,1|Machine number|"
      "Location|Telephone code|Customer number|Rev. master|Alder|Double FreshBrew coffee|Rinse cycle|FreshBrew tea|"
-     "Power NTC from master|Arm at delivery|Always a cup|Cold NTC|Overpay time-out|Rinse dose|"
-     "Min. probe sensitivity|Max. probe sensitivity|Rev. potenza|Cedar|Credit time-out|Cedar NTC from master|"
-     "Enable Cedar sensor|Cedar sensor on master|Rev. cedar"},
-    {"FrmAzione", "Preventive maintenance|Valves|Water softener|Boiler|HCCP sanitising|Filter FB1|Filter FB2"},
-    {"FrmPassword", "Passwords|Password|Sales code|Clearing code"},
+     "Power board NTC via Master|Cup arm at delivery|Always dispense cup|Cooling unit NTC|Overpay timeout|Rinse dose|"
+     "Min. probe sensitivity|Max. probe sensitivity|Rev. potenza|Cedar|Credit timeout|Cedar NTC via Master|"
+     "Enable Cedar sensor|Cedar sensor on Master|Rev. cedar"},
+    {"FrmAzione",
+     "Preventive maintenance|Valves (cycles)|Water softener (cycles)|HACCP sanitising (cycles)|Filter FB2 (cycles)"},
+    {"FrmPassword", "Passwords|Password|Sales data code|Clear data code"},
     {"FrmTemperatura",
-     "Temperature|Power board|Boiler temperature|Refrigerator temperature|Cedar|Tank temperature|Temperature delta|"
-     "Defrost after|Defrost for|Temperature offset"},
-    {"FrmGrafico", "Graph|Temperatures over time"},
+     "Temperature|Power board|Boiler temperature (°C)|Refrigerator temperature (°C)|Cedar|Tank temperature (°C)|"
+     "Temperature delta (°C)|Defrost after|Defrost for|Temperature offset (°C)"},
+    {"FrmGrafico", "Graph|Temperatures over time (°C)"},
     {"FrmOrologio",
-     "Clock|Set time and date|ore|minuti|giorno|mese|anno|Rinses|Rinse 1|Rinse 1 ore|Rinse 2 minuti|Switch on|"
-     "Start 1|End 1|Start 2|End 2|Discount|Start 1|End 2"},
+     "Clock|Set time and date|ore|minuti|giorno|mese|anno|Rinses|Rinse 1|Rinse 1 ore|Rinse 2 minuti|Switch-on times|"
+     "Start 1|End 1|Start 2|End 2|Discount times|Start 1|End 2"},
     {"FrmInOut",
-     "In/Out|Start TEST|Normal|Master|Door open|Mains present|Boiler temperature|Alder|Grounds tray|"
-     "Paper FB2 present|Boiler minimum level|Safety thermostat|Water valve 1|Spare output|Cedar|Sector 11|Sector 21|"
-     "Sector 68|Compressor|Tank temperature"},
-    {"FrmTestCedar", "Cedar|1|6|Selection under test|Motors to zero"},
+     "In/Out test|Start test|Normal operation|Master|Inputs|Door open|Mains present|Boiler temperature (°C)|Alder|"
+     "Grounds tray full|Paper FB2 present|Boiler minimum level|Safety thermostat|Outputs: locked until the test "
+     "runs|Water valve 1|Spare output|Cedar|"
+     "Sector 11|Sector 21|Sector 68|Compressor|Tank temperature (°C)"},
+    {"FrmTestCedar", "Cedar test|1|6|Selection under test|Zero the motors"},
     {"FrmSchema",
      "Hydraulic diagram|Water valve 1|Drain pump|Boiler minimum level|Waste bucket full|Boiler|Boiler|Water inlet|"
      "Boiler|Boiler heater|Waste bucket"},
@@ -99,6 +110,72 @@ TEST(Texts, StandOnTheirPagesInReadingOrder) {
             EXPECT_NE(from, texts.end()) << name << ": " << text;
         }
     }
+}
+
+/// What a screen reader, the search and the list of changes say.
+TEST(Texts, CallEachControlOfAPageByANameOfItsOwnInEveryLanguage) {
+    const std::regex numbered(" \\([0-9]+\\)$");
+    StartedWorld world;
+    for (const auto& [name, make] : AllPages()) ShowPage(name);
+    world.settle();
+    for (const char* language : {"Italiano", "English", "Deutsch", "Francais", "Espanol"}) {
+        LoadLanguage(std::string(language) + ".lng");
+        for (Page* page : LoadedPages()) {
+            page->ShowTexts();
+            const std::string& name = page->name();
+            std::map<std::string, int> times;
+            for (const NamedControl& each : NamedControls(*page)) {
+                ++times[each.name];
+                const bool isNumbered = std::regex_search(each.name, numbered);
+                // A bar that shows how a page is filled, a gauge's figure, and what no eye can tell apart either.
+                const bool mayBe = dynamic_cast<ProgressBar*>(each.control) || dynamic_cast<LedBar*>(each.control) ||
+                                   dynamic_cast<SevenSegment*>(each.control) ||
+                                   dynamic_cast<ClockDisplay*>(each.control) || each.name.starts_with("Set. 68");
+                EXPECT_TRUE(!isNumbered || mayBe) << language << " " << name << ": " << each.name;
+            }
+            for (const auto& [text, count] : times) {
+                EXPECT_EQ(count, 1) << language << " " << name << ": " << text;
+                EXPECT_FALSE(text.empty()) << language << " " << name;
+            }
+        }
+    }
+}
+
+TEST(Texts, AreFoundByAnyPartOfTheNameOfAPageOrASetting) {
+    StartedWorld world;
+    LoadLanguage("English.lng");
+    const std::vector<Findable> all = AllFindable();
+    EXPECT_EQ(LoadedPages().size(), 0U) << "no page is opened for it";
+    EXPECT_EQ(Matching(all, "").size(), AllPages().size());
+    struct Row {
+        const char *typed, *page, *control;
+    };
+    for (const auto& [typed, page, control] :
+         {Row{"set pr", "FrmPrezzi", ""}, Row{"PRICE 12", "FrmPrezzi", "Price 12"},
+          Row{"2nd powder delay step 3", "FrmDosi", "Step 3 (times in s), 2nd powder delay"},
+          Row{"enable int", "FrmInter", "Enable intermittent dosing, 1"}, Row{"doses", "FrmDosi", ""},
+          Row{"boiler temperature", "FrmTemperatura", "Boiler temperature (\u00B0C)"}}) {
+        const std::vector<Findable> found = Matching(all, typed);
+        ASSERT_FALSE(found.empty()) << typed;
+        EXPECT_EQ(found.front().page + "|" + found.front().control, std::string(page) + "|" + control) << typed;
+    }
+    EXPECT_TRUE(Matching(all, "price xyz").empty());
+    LoadLanguage("Francais.lng");
+    EXPECT_FALSE(Matching(AllFindable(), "temperature chaudiere").empty()) << "typed without its accents";
+
+    const std::vector<Findable> price = Matching(all, "price 12");
+    Control* opened = nullptr;
+    OpenFound(price.front(), [&opened](Control* control) { opened = control; });
+    world.settle();
+    EXPECT_EQ(opened, &dynamic_cast<FrmPrezzi&>(*FindLoadedPage("FrmPrezzi")).HScroll1[11]);
+
+    LoadLanguage("English.lng");
+    MDIForm1().entry("smnuTempi").Enabled = false;
+    OpenFound(Matching(AllFindable(), "times").front(), [](Control*) {});
+    OpenFound(Matching(AllFindable(), "clear data").front(), [](Control*) {});
+    world.settle();
+    ASSERT_EQ(LoadedPages().size(), 1U) << "as the menu opens it";
+    EXPECT_EQ(LoadedPages().front()->name(), "FrmCancella");
 }
 
 }  // namespace

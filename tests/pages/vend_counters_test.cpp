@@ -14,7 +14,7 @@
 namespace kestrel::testing {
 namespace {
 
-using Labels = ControlArray<Label, 48>;
+using Labels = ControlArray<Tally, 48>;
 
 struct Block {
     const char* page;
@@ -76,6 +76,25 @@ TEST(SalesPages, EachReadsAgainEveryFifteenSeconds) {
         EXPECT_TRUE(showsValue(page, "4711")) << name;
         EXPECT_EQ(ParamTable(bank, parameter).Watchers, 1);
     }
+}
+
+TEST(VendCounters, AFrameIsAddedUpWhenItsLastCounterHasComeAndMeasuredByItsHighest) {
+    BareMirror mirror;
+    VendCounters& page = mirror.load<VendCounters>(FrmProva);
+    const auto sum = [&] { return page.sum(CounterBlock::Kind::Selection).Caption.get(); };
+    for (int i = 0; i < 18; ++i) {
+        EXPECT_EQ(sum(), "") << "of some of them alone it would be taken for that of all";
+        mirror.arrive(1, 1270 + i, 0);
+        mirror.arrive(2, 167 + i, 4'000'000'000);
+    }
+    EXPECT_EQ(sum(), "0");
+    EXPECT_EQ(page.Label3[3].Share, 0);
+    mirror.arrive(1, 1273, 3'000'000'000);
+    mirror.arrive(1, 1274, 4'000'000'000);
+    EXPECT_EQ(sum(), "7000000000");
+    EXPECT_EQ(page.Label3[3].Share, 0.75);
+    EXPECT_EQ(page.Label3[4].Share, 1);
+    EXPECT_EQ(page.sum(CounterBlock::Kind::Sector).Caption.get(), "");
 }
 
 TEST(VendCounters, BoardsThatAreNotThereLeaveTheirRowsBlank) {

@@ -130,6 +130,33 @@ const Case cases[] = {
          bar.UserStepBy(1), ExchangeOpened(), hand.pass(260), bar.UserStepBy(1), ExchangeEnded();
      },
      {{102, 510}}},
+    {"a held key", [](Hand&, ScrollBar& bar) { bar.UserStepOn(1), bar.UserStepOn(1), bar.UserSettle(); }, {{102, 250}}},
+    {"what is typed and entered",
+     [](Hand& hand, ScrollBar& bar) { bar.UserType("7"), bar.UserType("70"), hand.pass(900), bar.UserEnter(); },
+     {{70, 900}}},
+    {"what is typed and left", [](Hand&, ScrollBar& bar) { bar.UserType("7"), bar.UserLeave(); }, {{7, 0}}},
+    {"what is no value stays for another try",
+     [](Hand&, ScrollBar& bar) { bar.UserType("256"), bar.UserEnter(), bar.UserType("25"), bar.UserEnter(); },
+     {{25, 0}}},
+    {"what is no value and left", [](Hand&, ScrollBar& bar) { bar.UserType("256"), bar.UserLeave(); }, {}},
+    {"typing takes the place of steps",
+     [](Hand&, ScrollBar& bar) { bar.UserStepBy(1), bar.UserType("9"), bar.UserEnter(); },
+     {{9, 0}}},
+    {"typing that is given up", [](Hand&, ScrollBar& bar) { bar.UserType("9"), bar.UserDrop(), bar.UserLeave(); }, {}},
+    {"a lock while one types",
+     [](Hand& hand, ScrollBar& bar) { bar.UserType("9"), hand.lockAndUnlock(hand.frame.Enabled), bar.UserLeave(); },
+     {}},
+    {"typing into what is not read",
+     [](Hand&, ScrollBar& bar) { bar.awaitValue(), bar.UserType("9"), bar.UserLeave(); },
+     {}},
+    {"a value that comes while one types",
+     [](Hand&, ScrollBar& bar) {
+         bar.UserType("9");
+         const Control::Speaking board(nullptr, 0);
+         bar.Value = 50;
+         bar.UserEnter();
+     },
+     {{9, 0}}},
 };
 
 TEST(Gestures, WriteOnceAtTheirEndAndNothingByAccident) {
@@ -160,6 +187,21 @@ TEST(Gestures, ShowTheValueUnderTheFingerAndThenWhatIsOnItsWay) {
     bar.awaitValue();
     bar.UserHold(150);
     EXPECT_FALSE(bar.isMoving()) << "there is nothing yet to be moved";
+}
+
+TEST(Gestures, OfAHeldKeySpeedUpOnAWideRangeAloneAndBeginAnewAfterARest) {
+    Hand hand;
+    ScrollBar& bar = hand.bar;
+    const auto heldFor = [&bar](int steps) {
+        const int from = bar.shownValue();
+        for (int i = 0; i < steps; ++i) bar.UserStepOn(1);
+        bar.UserSettle();
+        return bar.shownValue() - from;
+    };
+    EXPECT_EQ(heldFor(40), 40);
+    bar.design(-32768, 32767, 100);
+    for (int again = 0; again < 2; ++again) EXPECT_EQ(heldFor(40), 10 + 20 * 10 + 10 * 100);
+    EXPECT_EQ(heldFor(10), 10);
 }
 
 TEST(Gestures, OfASwitchStayAmongItsLabelsAndGoWithIt) {

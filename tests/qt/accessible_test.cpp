@@ -37,16 +37,16 @@ TEST_F(Accessibility, FollowsTheCaptionsOfTheLanguage) {
 TEST_F(Accessibility, SaysWhatWaitsForTheBoard) {
     for (Control* control : std::initializer_list<Control*>{&controls.Bar[2], &controls.Slider[4], &controls.Toggle[4],
                                                             &controls.Switch[4], &controls.Text[2]})
-        EXPECT_EQ(of(*control).text(QAccessible::Description), word(Word::WaitingForTheBoard));
+        EXPECT_TRUE(of(*control).text(QAccessible::Description).contains(word(Word::WaitingForTheBoard)));
     controls.Bar[2].Value = 96;
-    EXPECT_TRUE(of(controls.Bar[2]).text(QAccessible::Description).isEmpty());
+    EXPECT_FALSE(of(controls.Bar[2]).text(QAccessible::Description).contains(word(Word::WaitingForTheBoard)));
 }
 
 TEST_F(Accessibility, OperatesTheControls) {
     auto* value = of(controls.Bar[0]).valueInterface();
     ASSERT_NE(value, nullptr);
-    EXPECT_EQ(value->maximumValue().toInt(), 255);
-    value->setCurrentValue(33);
+    EXPECT_DOUBLE_EQ(value->maximumValue().toDouble(), 25.5) << "as it is shown";
+    value->setCurrentValue(3.3);
     controls.Bar[0].UserFinish();
     EXPECT_EQ(controls.Bar[0].Value.get(), 33);
 

@@ -1,6 +1,8 @@
-// Bars under the user's hand: what keys, wheel, mouse and typing do, told to the model as gestures.
-#include "qt/views/bar_view.h"
-
+// Bars and their fields under the user's hand: what keys, wheel, mouse and typing do, told to the model as gestures.
+#include <QAbstractSpinBox>
+#include <QLineEdit>
+#include <QStyleOptionSpinBox>
+#include <QToolTip>
 #include <QWheelEvent>
 
 #include "view_fixture.h"
@@ -16,34 +18,45 @@ class Bar : public ViewTest {
         value.showsValue("25.5");
         value.Caption = "10.0";
         bar.OnChange([this] { changes.push_back(bar.Value); });
-        show([this] { return Row{caption, bar, value, other}; });
-        widgetOf(bar).setFocus();
+        value.Unit = "s";
+        price.design(-32768, 32767, 100);
+        price.scale = {32768, 2};
+        amount.showsValue("655.35");
+        price.OnChange([this] { prices.push_back(price.text()); });
+        settleLayout(page.Arrange());
+        show(page);
+        widgetOf(value).setFocus();
     }
     QWidget& view() const { return widgetOf(bar); }
-    BarView& barView() const { return dynamic_cast<BarView&>(viewOf(bar)); }
+    QWidget& field() const { return widgetOf(value); }
+    std::string shown(const Label& label) const { return viewOf(label).spokenValue().toStdString(); }
     QPoint at(double part) const { return {static_cast<int>(view().width() * part), view().height() / 2}; }
     QPoint leftEnd() const { return {6, view().height() / 2}; }
     QPoint rightEnd() const { return {view().width() - 6, view().height() / 2}; }
-    void wheel(int eighths) const {
-        QWheelEvent event(at(0.5), view().mapToGlobal(at(0.5)), {}, {0, eighths}, Qt::NoButton, Qt::NoModifier,
+    void wheel(QWidget& over, int eighths) const {
+        QWheelEvent event(at(0.5), over.mapToGlobal(at(0.5)), {}, {0, eighths}, Qt::NoButton, Qt::NoModifier,
                           Qt::NoScrollPhase, false);
-        QApplication::sendEvent(&view(), &event);
+        QApplication::sendEvent(&over, &event);
     }
-    void press(const std::vector<Qt::Key>& keys) const { ViewTest::press(view(), keys); }
+    void press(const std::vector<Qt::Key>& keys) const { ViewTest::press(field(), keys); }
     void click(QPoint place, int times) const {
         for (int i = 0; i < times; ++i) QTest::mouseClick(&view(), Qt::LeftButton, {}, place);
     }
     /// The bar has the focus and the board's value, and nothing has changed.
     void startFrom(int confirmed) {
+        const Control::Speaking board(nullptr, 0);
         bar.Value = confirmed;
+        value.Caption = bar.text();
         changes.clear();
-        view().setFocus();
+        field().setFocus();
     }
 
-    Label caption, value;
-    ScrollBar bar;
+    Label caption, value, amount;
+    ScrollBar bar, price;
     CommandButton other;
+    TestPage page{[this] { return Grid(6, {caption, bar, value, price, amount, other}); }};
     std::vector<int> changes;
+    std::vector<std::string> prices;
 };
 
 using Values = std::vector<int>;
@@ -53,8 +66,7 @@ TEST_F(Bar, IsWrittenOnceForADragHoweverFarItWent) {
     QTest::mousePress(&view(), Qt::LeftButton, {}, handle);
     for (int x = 0; x < 40; x += 4) QTest::mouseMove(&view(), handle + QPoint(x, 0));
     EXPECT_EQ(changes, Values()) << "the board hears of it at the end";
-    EXPECT_EQ(value.Caption.get(), "10.0") << "the label shows what the board has confirmed";
-    EXPECT_NE(barView().spokenValue(), QStringLiteral("100")) << "the preview is shown in the bar";
+    EXPECT_TRUE(shown(value).starts_with("10.0 → 1")) << shown(value) << ": what the board has, and what is to come";
     QTest::mouseRelease(&view(), Qt::LeftButton, {}, handle + QPoint(40, 0));
     ASSERT_EQ(changes.size(), 1u);
     EXPECT_GT(changes[0], 120);
@@ -65,7 +77,7 @@ TEST_F(Bar, CollectsStepsThatFollowEachOtherQuickly) {
         startFrom(100);
         act();
         EXPECT_EQ(changes, Values()) << "on the way to " << end;
-        leave(view());
+        leave(field());
         EXPECT_EQ(changes, Values{end});
     };
     expectOneWrite(103, [this] { click(rightEnd(), 3); });
@@ -73,8 +85,9 @@ TEST_F(Bar, CollectsStepsThatFollowEachOtherQuickly) {
     expectOneWrite(110, [this] { click(at(0.75), 1); });
     expectOneWrite(90, [this] { click(at(0.25), 1); });
     expectOneWrite(102, [this] {
-        for (const int eighths : {120, 60, 60}) wheel(eighths);
+        for (const int eighths : {120, 60, 60}) wheel(view(), eighths);
     });
+    expectOneWrite(99, [this] { wheel(field(), -120); });
     const std::pair<int, std::vector<Qt::Key>> ends[] = {
         {120, {Qt::Key_Right, Qt::Key_PageUp, Qt::Key_PageUp, Qt::Key_Left}},
         {79, {Qt::Key_PageDown, Qt::Key_PageDown, Qt::Key_Down}},
@@ -100,67 +113,111 @@ TEST_F(Bar, StepsOnWhileAnEndIsHeldUntilItIsLetGoOrDropped) {
 }
 
 TEST_F(Bar, HandsStepsOverWhenItIsHiddenAndLeavesTheWheelToThePageWithoutTheFocus) {
-    leave(view());
-    wheel(120);
+    leave(field());
+    for (QWidget* over : {&view(), &field()}) wheel(*over, 120);
     EXPECT_FALSE(bar.isMoving());
     press({Qt::Key_Right});
     view().window()->hide();
     EXPECT_EQ(changes, Values{101});
 }
 
-TEST_F(Bar, TakesTypedValuesInTheScaleOfThePageAndNoCharacterThatIsACommand) {
+TEST_F(Bar, TakesTypedValuesInTheScaleOfThePageAndExplainsWhatIsNone) {
     struct Case {
         const char* typed;
         Qt::Key end;
         Values written;
+        const char* shown;
+        const char* said = "";
     };
     bar.scale = {0, 1};
+    startFrom(100);
     for (const Qt::KeyboardModifier modifier : {Qt::AltModifier, Qt::ControlModifier})
-        for (const char key : {'-', '7'}) QTest::keyClick(&view(), key, modifier);
-    EXPECT_EQ(barView().spokenValue().toStdString(), bar.textOf(100));
-    for (const Case& c :
-         {Case{"12,5", Qt::Key_Return, {125}}, Case{"7", Qt::Key_Enter, {70}}, Case{"7.5", Qt::Key_Tab, {75}},
-          Case{"8.5", Qt::Key_Escape, {}}, Case{"25.6", Qt::Key_Return, {}}, Case{"-1", Qt::Key_Tab, {}},
-          Case{"1.-2", Qt::Key_Return, {}}}) {
+        for (const char key : {'-', '7'}) QTest::keyClick(&field(), key, modifier);
+    EXPECT_EQ(shown(value), "10.0 s") << "no character that is a command";
+    for (const Case& c : {Case{"12,5", Qt::Key_Return, {125}, "10.0 → 12.5", "waiting for the board: 10.0 → 12.5"},
+                          Case{"7", Qt::Key_Enter, {70}, "10.0 → 7.0", "waiting for the board: 10.0 → 7.0"},
+                          Case{"x7.5", Qt::Key_Tab, {75}, "10.0 → 7.5", "waiting for the board: 10.0 → 7.5"},
+                          Case{"8.5", Qt::Key_Escape, {}, "10.0 s"}, Case{"25.6", Qt::Key_Return, {}, "25.6"},
+                          Case{"-1", Qt::Key_Tab, {}, "10.0 ≠ -1", "-1 cannot be set here"},
+                          Case{"7.25", Qt::Key_Tab, {}, "10.0 ≠ 7.25", "7.25 cannot be set here"},
+                          Case{"1.-2", Qt::Key_Return, {}, "1.-2"}}) {
+        SCOPED_TRACE(c.typed);
         startFrom(100);
-        QTest::keyClicks(&view(), QString::fromLatin1(c.typed));
-        EXPECT_EQ(changes, Values()) << c.typed;
-        EXPECT_EQ(barView().spokenValue(), QString::fromLatin1(c.typed));
+        bar.UserDrop();
+        QTest::keyClicks(&field(), QString::fromLatin1(c.typed));
+        EXPECT_EQ(changes, Values());
+        QToolTip::showText({}, QStringLiteral("before"), &field());
         press({c.end});
-        leave(view());
-        EXPECT_EQ(changes, c.written) << c.typed;
-        EXPECT_EQ(barView().spokenValue().toStdString(), bar.textOf(bar.Value)) << "no typing is left over";
+        EXPECT_EQ(shown(value), c.shown);
+        const std::string stays = c.shown;
+        const bool isExplained = stays == c.typed;
+        EXPECT_EQ(QToolTip::text().contains(QStringLiteral("0.0 to 25.5")), isExplained);
+        EXPECT_EQ(viewOf(value).tip().toStdString(), std::string(c.said) + (*c.said ? "\n" : "") + "0.0 to 25.5");
+        leave(field());
+        EXPECT_EQ(changes, c.written);
+        EXPECT_EQ(bar.standing() == kestrel::Standing::NotTaken, isExplained || stays.find("≠") != std::string::npos);
     }
 }
 
-TEST_F(Bar, OpensItsFieldOnEnterAndOnADoubleClickOnItsValue) {
+TEST_F(Bar, OpensItsFieldOnOneClickAndOnEnterAndLosesNothingThatTheBoardSays) {
     bar.scale = {0, 1};
-    const std::function<void()> openers[] = {
-        [this] { press({Qt::Key_Return}); },
-        [this] { QTest::mouseDClick(&widgetOf(value), Qt::LeftButton); },
-    };
-    for (const auto& open : openers) {
-        leave(view());
+    auto& line = *field().findChild<QLineEdit*>();
+    for (const std::function<void()>& open :
+         {std::function<void()>([this] { field().setFocus(), press({Qt::Key_Return}); }),
+          std::function<void()>([&line] { QTest::mouseClick(&line, Qt::LeftButton); })}) {
         startFrom(100);
+        leave(field());
+        changes.clear();
         open();
-        EXPECT_EQ(barView().spokenValue(), QStringLiteral("10.0"));
-        QTest::keyClicks(&view(), QStringLiteral("12.5"));
-        EXPECT_EQ(barView().spokenValue(), QStringLiteral("12.5")) << "the first figure replaces what stood there";
-        press({Qt::Key_Return});
-        EXPECT_EQ(changes, Values{125});
-        open();
+        QTest::keyClicks(&field(), QStringLiteral("12.5"));
+        EXPECT_EQ(shown(value), "12.5") << "the first figure replaces what stood there";
         press({Qt::Key_Escape});
-        open();
-        bar.Value = 50;
-        leave(view());
-        EXPECT_EQ(changes, (Values{125, 50}))
-            << "a field that was only looked at writes nothing over the board's value";
+        EXPECT_EQ(shown(value), "10.0 s");
+        startFrom(50);
+        leave(field());
+        EXPECT_EQ(changes, Values()) << "a field that was only looked at writes nothing over the board's value";
     }
     bar.Enabled = false;
-    QTest::mouseDClick(&widgetOf(value), Qt::LeftButton);
-    EXPECT_EQ(barView().spokenValue(), QStringLiteral("5.0"));
-    QTest::keyClicks(&view(), QStringLiteral("7"));
+    QTest::mouseClick(&line, Qt::LeftButton);
+    QTest::keyClicks(&field(), QStringLiteral("7"));
     EXPECT_EQ(bar.Value.get(), 50);
+    EXPECT_EQ(shown(value), "5.0 s");
+}
+
+TEST_F(Bar, IsAFieldAloneWhereItsRangeIsTooWideForATrough) {
+    closeAll();
+    page.isSheet = true;
+    show(page);
+    EXPECT_THROW(viewOf(price), std::logic_error) << "no trough to slip on";
+    QWidget& sheet = widgetOf(amount);
+    const auto part = [&sheet](QStyle::SubControl which) {
+        QStyleOptionSpinBox option;
+        option.initFrom(&sheet);
+        option.buttonSymbols = QAbstractSpinBox::PlusMinus;
+        return sheet.style()->subControlRect(QStyle::CC_SpinBox, &option, which, &sheet).center();
+    };
+    EXPECT_LT(part(QStyle::SC_SpinBoxDown).x(), part(QStyle::SC_SpinBoxUp).x());
+    sheet.setFocus();
+    for (const Qt::Key key : {Qt::Key_Home, Qt::Key_End}) QTest::keyClick(&sheet, key);
+    EXPECT_FALSE(price.isMoving()) << "one key sets no end of such a range";
+    for (int i = 0; i < 3; ++i) QTest::mouseClick(&sheet, Qt::LeftButton, {}, part(QStyle::SC_SpinBoxUp));
+    QTest::mouseClick(&sheet, Qt::LeftButton, {}, part(QStyle::SC_SpinBoxDown));
+    price.UserFinish();
+    EXPECT_EQ(prices, std::vector<std::string>{"327.70"}) << "one write for the gesture";
+    QTest::keyClicks(&sheet, QStringLiteral("1.5"));
+    QTest::keyClick(&sheet, Qt::Key_Return);
+    EXPECT_EQ(prices.back(), "1.50");
+    EXPECT_EQ(QApplication::focusWidget(), &widgetOf(other)) << "Enter goes on in a sheet";
+}
+
+TEST_F(Bar, OfAPageThatOpensHasNotTheFocus) {
+    closeAll();
+    show(page);
+    for (const Control* each :
+         {static_cast<Control*>(&bar), static_cast<Control*>(&value), static_cast<Control*>(&other)})
+        EXPECT_FALSE(widgetOf(*each).hasFocus());
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    EXPECT_TRUE(field().hasFocus()) << "and is the first that Tab reaches";
 }
 
 }  // namespace

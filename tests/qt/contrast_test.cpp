@@ -1,4 +1,4 @@
-// Both palettes, and what is drawn with them, can be read and told apart, disabled and on grey paper too.
+// The palettes, and what is drawn with them, can be read and told apart, disabled and on grey paper too.
 #include <QPixmap>
 #include <algorithm>
 #include <map>
@@ -18,7 +18,9 @@ struct Look {
     const Colors& colors;
 };
 
-const Look Looks[] = {{"light", Theme::Light, lightColors}, {"dark", Theme::Dark, darkColors}};
+const Look Looks[] = {{"light", Theme::Light, lightColors},
+                      {"dark", Theme::Dark, darkColors},
+                      {"contrast", Theme::Contrast, contrastColors}};
 
 TEST(Contrast, IsMeasuredAsTheGuidelinesSay) {
     EXPECT_NEAR(contrast(Qt::black, Qt::white), 21, 0.01);
@@ -26,7 +28,7 @@ TEST(Contrast, IsMeasuredAsTheGuidelinesSay) {
     EXPECT_DOUBLE_EQ(contrast(Qt::red, Qt::red), 1);
 }
 
-TEST(Contrast, OfTextsAndShapesIsEnoughInBothPalettes) {
+TEST(Contrast, OfTextsAndShapesIsEnoughInEveryPalette) {
     const auto expectContrast = [](const QColor& ink, const QColor& ground, double least, const char* look) {
         EXPECT_GE(contrast(ink, ground), least)
             << look << ink.name().toStdString() << " on " << ground.name().toStdString();

@@ -76,7 +76,9 @@ TEST_F(Files, ThatCannotBeUsedSayWhy) {
     EXPECT_EQ(numberOf([&] { readWholeFile(directory / "none" / "x"); }), error_number::FileNotFound);
     EXPECT_EQ(numberOf([&] { readWholeFile(directory / "folder"); }), error_number::FileAccess);
     EXPECT_EQ(numberOf([&] { writeWholeFile(directory / "folder", "x"); }), error_number::FileAccess);
-    EXPECT_EQ(numberOf([&] { writeWholeFile(directory / "none" / "x", "x"); }), error_number::FileAccess);
+    writeWholeFile(file, "x");
+    EXPECT_EQ(numberOf([&] { writeWholeFile(file / "x", "x"); }), error_number::FileAccess);
+    EXPECT_EQ(numberOf([&] { writeWholeFile(file / "x" / "y", "x"); }), error_number::FileAccess);
     EXPECT_EQ(numberOf([&] { listFilesEnding(directory / "none", ".lng"); }), error_number::PathNotFound);
     EXPECT_EQ(numberOf([&] { enterDirectory(directory / "none"); }), error_number::PathNotFound);
 }
@@ -94,6 +96,7 @@ TEST_F(Files, AreWrittenWherePermissionsLetThemAndElseStayAsTheyAre) {
         fs::permissions(file, fs::perms(row.file));
         fs::permissions(directory, fs::perms(row.directory));
         EXPECT_EQ(asOrdinaryUser([&] { return numberOf([&] { readWholeFile(file); }); }), row.reading);
+        EXPECT_EQ(asOrdinaryUser([&] { return canBeWritten(file) ? 1 : 0; }), row.writing ? 0 : 1);
         EXPECT_EQ(asOrdinaryUser([&] { return numberOf([&] { writeWholeFile(file, "new"); }); }), row.writing);
         fs::permissions(directory, fs::perms::all);
         fs::permissions(file, fs::perms::all);

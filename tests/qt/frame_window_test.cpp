@@ -13,6 +13,7 @@
 #include <memory>
 
 #include "qt/io/qt_platform.h"
+#include "qt/style/palette.h"
 #include "qt/window/child_window.h"
 #include "qt/window/main_window_view.h"
 #include "shell/main_window.h"
@@ -221,11 +222,20 @@ TEST_F(FrameWindow, ShowsPanelsThatAreAddedAndWhatTheySay) {
     QCoreApplication::processEvents();
     bar.Panels(1).Text = "Check serial interface ";
     bar.Panels(1).ToolTip = "gone";
-    const QList<QLabel*> labels = view().statusBar()->findChildren<QLabel*>();
-    ASSERT_EQ(labels.size(), 2);
+    QList<QLabel*> labels = view().statusBar()->findChildren<QLabel*>();
+    ASSERT_EQ(labels.size(), 3);
+    LineStatus& status = MDIForm1().Line;
+    const QLabel& line = *labels.takeFirst();
+    for (const char* alarm : {"", "no answer for 4 s", ""}) {
+        status.Text = "ttyS0";
+        status.Alarm = alarm;
+        EXPECT_TRUE(line.text().endsWith(QString::fromLatin1(*alarm ? alarm : "ttyS0")));
+        const bool isRed = view().statusBar()->grab().toImage().pixelColor(1, 8) == colors().alarm;
+        EXPECT_EQ(isRed, *alarm != 0) << "over the whole width";
+    }
     EXPECT_EQ(labels[0]->text(), QStringLiteral("Check serial interface "));
     EXPECT_EQ(labels[0]->toolTip(), QStringLiteral("gone"));
-    EXPECT_GT(labels[0]->width(), labels[1]->width() * 5);
+    EXPECT_GT(labels[0]->width(), labels[1]->width() * 2);
     const QString unlit = labels[1]->accessibleDescription();
     bar.Panels(2).Picture = 4;
     EXPECT_NE(labels[1]->accessibleDescription(), unlit) << "a lamp must speak too";

@@ -143,5 +143,24 @@ TEST_F(Chart, TellsThePresentValues) {
     EXPECT_FALSE(view().spokenValue().contains(QStringLiteral("2.0"))) << "no sample came with the newest time";
 }
 
+TEST_F(Chart, IsReadUnderThePointerAndByKeysAndFollowsWhenTheReadingEnds) {
+    chart.Unit = "°C";
+    add(3);
+    for (int back = 0; back < 5; ++back) QTest::keyClick(&view(), Qt::Key_Left, Qt::ShiftModifier);
+    EXPECT_TRUE(view().spokenValue().startsWith(QStringLiteral("0:00:00, boiler 0.0 °C")));
+    QTest::keyClick(&view(), Qt::Key_Right, Qt::ShiftModifier);
+    EXPECT_TRUE(view().spokenValue().startsWith(QStringLiteral("0:01:00, boiler 1.0 °C")));
+    add(30);
+    EXPECT_TRUE(view().spokenValue().startsWith(QStringLiteral("0:01:00"))) << "it stays where the user reads";
+    QTest::keyClick(&view(), Qt::Key_Left, Qt::ShiftModifier);
+    EXPECT_LE(view().timeWindow().from(), 0) << "what is read is in sight";
+    QTest::keyClick(&view(), Qt::Key_End);
+    QTest::mouseMove(&view(), QPoint(view().width() - 12, view().height() / 2));
+    EXPECT_TRUE(view().spokenValue().startsWith(QStringLiteral("0:32:00, boiler 32.0")))
+        << view().spokenValue().toStdString();
+    QTest::mouseMove(&view(), QPoint(view().width() / 2, 4));
+    EXPECT_TRUE(view().spokenValue().startsWith(QStringLiteral("boiler 32.0"))) << "beside the plot: the newest";
+}
+
 }  // namespace
 }  // namespace kestrel::qt::testing

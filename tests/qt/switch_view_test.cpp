@@ -1,9 +1,10 @@
 // Switches, buttons and click zones: each user's action reaches the model once, and what the page then sets is shown.
+#include <QAbstractButton>
+#include <QAbstractItemView>
+#include <QComboBox>
 #include <QKeyEvent>
-#include <QMenu>
 
 #include "platform/switches.h"
-#include "qt/views/slider_view.h"
 #include "view_fixture.h"
 
 namespace kestrel::qt::testing {
@@ -30,7 +31,7 @@ class Switches : public ViewTest {
     }
     void click(Control& control, double part = 0.5) const {
         QWidget& widget = widgetOf(control);
-        QTest::mouseClick(&widget, Qt::LeftButton, {}, {static_cast<int>(widget.width() * part), widget.height() / 2});
+        clickIn(widget, {static_cast<int>(widget.width() * part), widget.height() / 2});
     }
 
     void press(Control& control, const std::vector<Qt::Key>& keys) const {
@@ -66,32 +67,34 @@ TEST_F(Switches, StepByKeysAndArrowsAsOneGesture) {
         EXPECT_EQ(positions, (Positions{each->top(), 0}));
         positions.clear();
     }
-    widgetOf(many).setFocus();
-    for (const double part : {0.95, 0.95, 0.05}) click(many, part);
-    leave(widgetOf(many));
-    EXPECT_EQ(positions, Positions{1});
 }
 
-TEST_F(Switches, OfferAllPositionsInAMenu) {
-    click(many, 0.5);
-    auto* menu = widgetOf(many).findChild<QMenu*>();
-    ASSERT_NE(menu, nullptr);
-    ASSERT_EQ(menu->actions().size(), 16);
-    EXPECT_TRUE(menu->actions()[1]->isChecked());
-    menu->actions()[11]->trigger();
-    menu->close();
-    EXPECT_EQ(positions, Positions{11});
+TEST_F(Switches, OfferTheirPositionsInAListWhereTheyAreManyOrWordsInAnyLanguage) {
+    auto* list = widgetOf(many).findChild<QComboBox*>();
+    ASSERT_NE(list, nullptr);
+    EXPECT_EQ(list->count(), 16);
+    EXPECT_EQ(list->currentIndex(), 1);
+    list->showPopup();
+    QTest::keyClick(list->view(), Qt::Key_End);
+    QTest::keyClick(list->view(), Qt::Key_Return);
+    EXPECT_EQ(positions, Positions{15});
+    for (const auto& [labels, isList] :
+         {std::pair{"no, 1, 2, 3, 4, 5", false}, {"none, add, more, less", false}, {"ja, ab, zu, am, um", true}}) {
+        slider.PositionLabels = labels;
+        QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        EXPECT_EQ(widgetOf(slider).findChild<QAbstractButton*>() == nullptr, isList) << labels;
+    }
 }
 
-TEST_F(Switches, TurnTheKnobAndWriteOnce) {
-    QWidget& knob = widgetOf(rotary);
-    const QPoint centre(knob.height() / 2, knob.height() / 2);
-    QTest::mousePress(&knob, Qt::LeftButton, {}, centre + QPoint(-8, 0));
-    QTest::mouseMove(&knob, centre + QPoint(0, -8));
-    QTest::mouseMove(&knob, centre + QPoint(8, 8));
-    EXPECT_EQ(positions, Positions());
-    QTest::mouseRelease(&knob, Qt::LeftButton, {}, centre + QPoint(8, 8));
-    EXPECT_EQ(positions, Positions{4});
+TEST_F(Switches, OfferNoPositionBeyondTheHighestThatIsOffered) {
+    rotary.highestOffered = 2;
+    rotary.PositionLabels = "0, 1, 2, 3, 4";
+    settle();
+    press(rotary, {Qt::Key_Right, Qt::Key_Up, Qt::Key_End});
+    leave(widgetOf(rotary));
+    EXPECT_EQ(positions, Positions{2});
+    rotary.Position = 4;
+    EXPECT_TRUE(viewOf(rotary).spokenValue().contains(u'4')) << "what the board has is shown all the same";
 }
 
 TEST_F(Switches, ShowAPositionThatNoLabelStandsForAndComeBackFromIt) {
@@ -131,6 +134,28 @@ TEST_F(Switches, ShowWhatThePageMakesOfTheClick) {
     EXPECT_EQ(viewOf(led).checked(), false);
     led.Active = true;
     EXPECT_EQ(viewOf(led).checked(), true);
+}
+
+TEST_F(Switches, AreReachedByAClickAnywhereInTheirRowUnlessTheyAreLocked) {
+    Label number, name;
+    LedSwitch output;
+    name.Caption = "Water valve 1";
+    output.OnClick([this] { ++clicks; });
+    QWidget& page = show([&] { return Column{Target{number, output, name}, other}; });
+    page.resize(page.width() + 200, page.height());
+    settle();
+    QWidget& row = *widgetOf(output).parentWidget();
+    EXPECT_GE(row.height(), 32);
+    for (const int x : {2, widgetOf(name).geometry().center().x(), row.width() - 3})
+        QTest::mouseClick(&row, Qt::LeftButton, {}, {x, row.height() / 2});
+    QTest::mouseClick(&widgetOf(name), Qt::LeftButton);
+    click(output);
+    EXPECT_EQ(clicks, 5);
+    EXPECT_TRUE(widgetOf(output).hasFocus());
+    output.Enabled = false;
+    QTest::mouseClick(&widgetOf(name), Qt::LeftButton);
+    EXPECT_EQ(clicks, 5);
+    closeAll();
 }
 
 }  // namespace

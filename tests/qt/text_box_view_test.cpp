@@ -1,6 +1,7 @@
 // Text boxes: what is typed reaches the page when it is committed, once, and never when it is given up.
 #include "qt/views/text_box_view.h"
 
+#include "platform/switches.h"
 #include "view_fixture.h"
 
 namespace kestrel::qt::testing {
@@ -89,6 +90,24 @@ TEST_F(Box, TakesNoMoreLettersThanItHoldsAndNoneThatIsACommand) {
     EXPECT_EQ(shown(), "123");
     type("1234567");
     EXPECT_EQ(shown(), "12345");
+}
+
+TEST_F(Box, TellsNobodyWhatItConcealsUntilTheEyeIsPressed) {
+    RevealSwitch eye;
+    TextBox code;
+    code.Text = "12345";
+    code.Concealed = true;
+    eye.OnClick([&] { code.Concealed = !eye.Active; });
+    show([&] { return Row{code, eye}; });
+    auto* spoken = QAccessible::queryAccessibleInterface(&widgetOf(code));
+    const auto heard = [&] {
+        return spoken->text(QAccessible::Value) + spoken->textInterface()->text(0, 9) + viewOf(code).spokenValue() +
+               dynamic_cast<QLineEdit&>(widgetOf(code)).displayText() + QString::fromStdString(code.text());
+    };
+    EXPECT_FALSE(heard().contains(u'1')) << heard().toStdString();
+    QTest::mouseClick(&widgetOf(eye), Qt::LeftButton);
+    EXPECT_EQ(heard(), QStringLiteral("12345").repeated(5));
+    closeAll();
 }
 
 }  // namespace

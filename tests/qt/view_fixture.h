@@ -84,6 +84,12 @@ class ViewTest : public ::testing::Test {
     static void press(QWidget& widget, const std::vector<Qt::Key>& keys) {
         for (const Qt::Key key : keys) QTest::keyClick(&widget, key);
     }
+    /// On what stands there in the widget.
+    static void clickIn(QWidget& widget, QPoint at) {
+        QWidget* child = widget.childAt(at);
+        QWidget& target = child ? *child : widget;
+        QTest::mouseClick(&target, Qt::LeftButton, {}, target.mapFrom(&widget, at));
+    }
     /// The user presses Tab or clicks elsewhere.
     static void leave(QWidget& widget) { widget.clearFocus(); }
 

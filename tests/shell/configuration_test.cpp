@@ -54,8 +54,8 @@ TEST(ConfigurationFile, SettlesPortAndLanguageAlsoWhereItCannotBeSaved) {
             for (int port = 1; port <= 4; ++port) world.platform.lines[port] = &world.line;
             if (the.own) world.platform.put("kestrel.ini", the.own);
             if (the.family) world.platform.files[Family] = the.family;
-            const std::string own = (world.platform.directory / "kestrel.ini").string();
-            if (!canBeSaved) world.platform.unwritable = {world.platform.directory.string(), own};
+            const std::string own = (world.platform.directory / "kestrel.ini").generic_string();
+            if (!canBeSaved) world.platform.unwritable = {world.platform.directory.generic_string(), own};
             MDIForm_Load("Kestrel");
             EXPECT_EQ(Link().ComPort, the.port);
             EXPECT_TRUE(MDIForm1().mnuCox(the.port).Checked);
@@ -85,6 +85,28 @@ TEST(ConfigurationFile, ChosenPortIsNotSavedByItself) {
     EXPECT_TRUE(world.platform.written.empty());
     MDIForm1().smnuLingue(1).UserClick();
     EXPECT_EQ(world.platform.file("kestrel.ini"), "Com=2\r\nLingua=English\r\n");
+}
+
+/// Until the user has one of his own, what was installed for all holds; a file that lies above is nobody's family.
+TEST(ConfigurationFile, OfAnInstalledProgramIsTheUsers) {
+    const std::string users = "/home/user/.config/kestrel/kestrel.ini";
+    for (const bool hasOwn : {false, true}) {
+        World world;
+        world.platform.usersDirectory = "/home/user/.config/kestrel";
+        world.platform.put("kestrel.ini", "Com=2\r\nLingua=English\r\n");
+        world.platform.files[Family] = "Com=4\r\nLingua=Deutsch\r\n";
+        if (hasOwn) world.platform.files[users] = "Com=3\r\nLingua=Italiano\r\n";
+        for (int port = 1; port <= 4; ++port) world.platform.lines[port] = &world.line;
+        MDIForm_Load("Kestrel");
+        EXPECT_EQ(Link().ComPort, hasOwn ? 3 : 2);
+        EXPECT_EQ(ActiveLanguage(), hasOwn ? "Italiano" : "English");
+        EXPECT_TRUE(world.platform.written.empty());
+        MDIForm1().smnuLingue(2).UserClick();
+        EXPECT_EQ(world.platform.written, std::vector{users});
+        EXPECT_EQ(world.platform.files[users], hasOwn ? "Com=3\r\nLingua=Espanol\r\n" : "Com=2\r\nLingua=Espanol\r\n");
+        EXPECT_THROW(smnuExit_Click(), testing::ProcessEnded);
+        EXPECT_TRUE(world.platform.started.empty());
+    }
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include "link/leaving.h"
 #include "link/link_engine.h"
 #include "pages/diagnostics/frm_in_out.h"
+#include "pages/machine/frm_opzioni.h"
 #include "pages/payment/frm_prezzi.h"
 #include "platform/outside.h"
 #include "shell/windows.h"
@@ -211,6 +212,24 @@ TEST_F(Intents, AChangeThatCannotGoOutBeforeItsPageIsGoneIsTold) {
         silence(false);
         world.run(5'000);
     }
+}
+
+TEST_F(Intents, WhatAPageSuspendsOfAnothersChangesAsItGoesWentOutBeforeOrIsTold) {
+    auto& options = world.open<FrmOpzioni>("FrmOpzioni");
+    log.take();
+    for (const bool goesOut : {true, false}) {
+        auto& prices = world.open<FrmPrezzi>("FrmPrezzi");  // alone subscribes to the copy of what the other writes
+        silence(!goesOut);
+        options.SwitchX1[9].UserClick();
+        prices.UserClose();
+        EXPECT_EQ(FindLoadedPage("FrmPrezzi"), &prices);
+        world.run(LeavingMs + 110 + PatienceMs);
+        EXPECT_EQ(FindLoadedPage("FrmPrezzi"), nullptr);
+        EXPECT_EQ(boxes().size(), goesOut ? 0U : 1U);
+        EXPECT_EQ(log.take().size(), goesOut ? 2U : 1U) << "the copy stays behind";
+    }
+    ASSERT_FALSE(boxes().empty());
+    EXPECT_NE(boxes().back().text.find(options.Caption.get() + ": 1"), std::string::npos);
 }
 
 TEST_F(Intents, TheEndOfTheProgramWaitsForWhatIsDue) {

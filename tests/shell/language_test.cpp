@@ -147,7 +147,7 @@ TEST(LanguageChange, ARefusedFileLeavesTheOldLanguageWhole) {
 TEST(LanguageChange, HoldsForTheRunWhereItCannotBeSaved) {
     World world;
     world.start();
-    world.platform.unwritable.insert((world.platform.directory / "kestrel.ini").string());
+    world.platform.unwritable.insert((world.platform.directory / "kestrel.ini").generic_string());
     MDIForm1().smnuLingue(1).UserClick();
     EXPECT_EQ(ActiveLanguage(), "English");
     EXPECT_EQ(world.platform.messages.size(), 1U);

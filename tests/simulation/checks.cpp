@@ -149,12 +149,15 @@ void Checks::withdrawingRecord(int index) {
     ledger.withdrawn({CurrentBank, index});
 }
 
+void Checks::storedOverAnEdit(int bank, int index, ParamValue value) {
+    if (!(ParamFlags(bank, index) & flag::WriteDue)) return;
+    ++counts[OverwrittenEdits];
+    require(!isShort(), "an exchange of 150 ms overwrites no edit", Place{bank, index});
+    ledger.overwrittenBySlowReply({bank, index}, static_cast<std::uint32_t>(value));
+}
+
 void Checks::tellingPage(const Page& page, int index, ParamValue value) {
-    if (told_.empty() && (ParamFlags(CurrentBank, index) & flag::WriteDue)) {
-        ++counts[OverwrittenEdits];
-        require(!isShort(), "an exchange of 150 ms overwrites no edit", Place{CurrentBank, index});
-        ledger.overwrittenBySlowReply({CurrentBank, index}, static_cast<std::uint32_t>(value));
-    }
+    if (told_.empty()) storedOverAnEdit(CurrentBank, index, value);
     ledger.telling(page, {CurrentBank, index});
     told_.push_back({&page, index, value});
 }
@@ -202,6 +205,7 @@ void Checks::checkTold() {
     const auto& expected = model_.outputs.told;
     if (!expected) return require(told_.empty(), "only an accepted reply is told");
     const std::vector<Page*> loaded = LoadedPages();
+    if (loaded.empty()) storedOverAnEdit(expected->bank, expected->index, model_.outputs.toldValue);
     require(told_.size() >= loaded.size() || told_.empty() == loaded.empty(), "every loaded page is told");
     for (std::size_t i = 0; i < told_.size(); ++i) {
         same("pages are told of the record that came", told_[i].index, expected->index);

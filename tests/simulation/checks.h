@@ -85,6 +85,7 @@ class Checks : public LinkObserver {
     void checkExchange() const;
     void checkClocks() const;
     void checkTold();
+    void storedOverAnEdit(int bank, int index, ParamValue value);
     void explain(int bank, int index, ParamValue value);
     void compareState() const;
     void compareFrames();

@@ -18,8 +18,9 @@ namespace {
 using Record = Ledger::Record;
 
 constexpr Micros Second = 1'000'000;
-constexpr Micros Grace = Second / 5;      ///< for what waits for the end of an exchange
-constexpr Micros GraceOfTeller = Second;  ///< for a box
+constexpr Micros Grace = Second / 5;            ///< for what waits for the end of an exchange
+constexpr Micros GraceOfTeller = Second;        ///< for a box
+constexpr Micros LongestCounted = Second / 20;  ///< between two events; beyond it the program stood still
 constexpr Micros InOutGivesUp = 5 * Second + Grace;
 constexpr std::size_t FramesUnderWay = 8;  ///< while boards are slow to hear
 
@@ -117,7 +118,10 @@ void Ledger::written(Record record, std::uint32_t value) {
 /// Of a setting that the board keeps twice the page is told the first; the copy is written right after it.
 void Ledger::wantedByUser(Wish& wish) {
     require(wish.page, "only what somebody chose is written", nameOf(wish));
-    require(!held_.contains(wish.control), "what is under the finger, or dropped, is not written", nameOf(wish));
+    // A key may set what the finger was on, such as the clock by the computer's.
+    const bool byAnother = lastAct_.first != wish.control && lastAct_.second == platform_.now();
+    require(byAnother || !held_.contains(wish.control), "what is under the finger, or dropped, is not written",
+            nameOf(wish));
     wish.opening = openings_[wish.page].number;
     const bool isOrder = isCommand(wish.record) || Mailboxes.contains(wish.record);
     if (isOrder && wish.page->name() != ClearingPage) return takeForOrder(wish);
@@ -276,8 +280,11 @@ bool Ledger::isStillOrdered(const Order& order) const {
     if (const auto* doses = dynamic_cast<const FrmDosi*>(order.page)) return doses->TestLamp.Active;
     if (const auto* model = dynamic_cast<const FrmTestCedar*>(order.page))
         return order.mailbox.empty() || model->Label2[1].Caption.get() != "_ _";
-    const bool outputs = order.page->name() == "FrmInOut" && order.code == Run;
-    return !outputs || platform_.now() < order.clicked + InOutGivesUp;
+    if (order.page->name() != "FrmInOut" || order.code != Run) return true;
+    // Its five seconds begin anew with every output that is clicked.
+    return std::ranges::any_of(orders_, [&](const auto& each) {
+        return each.second->page == order.page && platform_.now() < each.second->clicked + InOutGivesUp;
+    });
 }
 
 void Ledger::look(Wish& wish) {
@@ -297,9 +304,9 @@ void Ledger::look(Wish& wish) {
             due ? "" : ", not due", ", mirror ", held);
     if (!wish.isSetting() || wish.state == State::Suspended) return;
     // A page that turns to other records leaves a change behind as one does that closes.
-    const bool left = std::ranges::any_of(
-        Changes(), [&](const Change& change) { return !change.page && change.bank == bank && change.index == index; });
-    const bool open = !left && isOpen(wish.page, wish.opening);
+    const bool left = std::ranges::none_of(
+        Changes(), [&](const Change& change) { return change.page && change.bank == bank && change.index == index; });
+    const bool open = isOpen(wish.page, wish.opening) && (wish.state == State::Refused || !left);
     const bool boxTold = boxes_ > wish.boxes;
     if (open && wish.state != State::Refused) {
         if (!boxIsOpen_) wish.boxes = boxes_;  // the box that stands may be the one that tells
@@ -309,7 +316,7 @@ void Ledger::look(Wish& wish) {
         end(wish.record, told ? ToldNotTaken : LostKeys);
     } else if (!boxTold) {
         // Time in which the program stood still or another box stands does not count.
-        wish.untold = boxIsOpen_ ? 0 : wish.untold + std::min(platform_.now() - last_, Grace);
+        wish.untold = boxIsOpen_ ? 0 : wish.untold + std::min(platform_.now() - last_, LongestCounted);
         require(wish.untold < GraceOfTeller, "what a closed page leaves behind is told", nameOf(wish));
     } else if (due) {
         wish.state = State::Suspended;

@@ -35,10 +35,13 @@ class Ledger {
     void holds(const Control& control) { held_[&control] = boxes_; }
     /// The end of that, unless a message box has come between.
     void commits(const Control& control) {
-        if (held_[&control] == boxes_) held_.erase(&control);
+        if (const auto held = held_.find(&control); held != held_.end() && held->second == boxes_) held_.erase(held);
     }
     /// The user acts on it in earnest.
-    void letsGo(const Control& control) { held_.erase(&control); }
+    void letsGo(const Control& control) {
+        held_.erase(&control);
+        lastAct_ = {&control, platform_.now()};
+    }
     void boxOpens();
     void answered(const Message& message, Message::Answer answer);
     /// All tables are loaded anew, for the boards that are there now.
@@ -106,9 +109,10 @@ class Ledger {
     const FaultLine& line_;
     Counts& counts_;
     std::map<const Page*, Opening> openings_;
-    const Page* told_ = nullptr;                ///< of a value at this moment
-    std::pair<const Control*, Micros> readBy_;  ///< the act that has just written what its page has read
-    std::map<const Control*, long> held_;       ///< and the boxes shown before
+    const Page* told_ = nullptr;                 ///< of a value at this moment
+    std::pair<const Control*, Micros> readBy_;   ///< the act that has just written what its page has read
+    std::pair<const Control*, Micros> lastAct_;  ///< in earnest
+    std::map<const Control*, long> held_;        ///< and the boxes shown before
     std::map<std::pair<const Page*, int>, std::shared_ptr<Order>> orders_;  ///< the newest of a page to a board
     std::vector<Wish> wishes_;
     std::list<Sending> sent_;                                ///< the newest writes that went out, the newest first

@@ -11,6 +11,7 @@
 #include <string>
 
 #include "command_line/command_line.h"
+#include "command_line/program_text.h"
 #include "simulation/play.h"
 #include "simulation/small_worlds.h"
 #include "simulation/terminal.h"
@@ -104,9 +105,10 @@ std::uint64_t number(const std::string& text, std::uint64_t highest = std::numer
     return *found;
 }
 
-Tool toolFor(Work& work) {
+ProgramText programFor(Work& work) {
     return {"kestrel_simulation",
-            "Usage: kestrel_simulation [OPTION]...\n"
+            "the whole program against every fault of the line, in virtual time",
+            {"[OPTION]..."},
             "A long run can be stopped by SIGINT or SIGTERM, and tells then what was played.\n",
             {
                 {"--seeds", "FIRST-LAST", "the plans of these seeds (default: 1-200)",
@@ -124,7 +126,8 @@ Tool toolFor(Work& work) {
                 {"--plan", "LINE", "this plan alone, as a failure tells it",
                  [&work](const std::string& text) { work.plan = Plan::parse(text); }},
                 {"--shorten", "", "look for a shorter plan with the same failure", setTo(work.shortens, true)},
-            }};
+            },
+            {}};
 }
 
 void playPlan(const Work& work, Report& report) {
@@ -165,7 +168,7 @@ int main(int count, char** arguments) {
     std::setvbuf(stdout, nullptr, _IOLBF, BUFSIZ);
     for (const int signal : {SIGINT, SIGTERM}) std::signal(signal, [](int) { stopped = 1; });
     Work work;
-    return kestrel::runTool(toolFor(work), {arguments + 1, arguments + count}, std::cout, std::cerr, [&] {
+    return kestrel::runTool(programFor(work), {arguments + 1, arguments + count}, std::cout, std::cerr, [&] {
         Report report;
         work.plan ? playPlan(work, report) : playSeeds(work, report);
         report.print();

@@ -3,14 +3,12 @@
 // nothing with the program, so that an error on one side shows as a difference.
 #pragma once
 
-#include <algorithm>
 #include <array>
-#include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <functional>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "simulation/reference_parts.h"
@@ -20,12 +18,9 @@ namespace kestrel::testing::reference {
 
 /// A model of one run of the program. Whoever drives it calls one input a time, in the order in which the program meets
 /// them, and compares state and outputs after each event. An input is carried out at once and completely, but for
-/// arrived(); nothing happens by itself, timers included. Times are microseconds and never go back. None of many
-/// millions of events allocates memory once the lists have grown.
-///
+/// arrived(); nothing happens by itself, timers included. Times are microseconds and never go back.
 /// What the model stands for begins when the port has been opened and the first identity question is asked, with all
 /// records empty, no board present, the lamps off, no timer running, and the port open and there.
-///
 /// The house has four rules of its own beside those of the link:
 /// - Sending drops what stands unread. Bytes that arrive while no exchange is open are dropped; the bytes of an arrival
 ///   add to those that came before in the same exchange. At most 1024 stand unread, later ones are lost.
@@ -57,50 +52,17 @@ class Model {
     // ---- Events of the link.
 
     /// The program asks identity record `number` of the bank: one byte, whatever width its command names (n = 0).
-    void askIdentity(Micros now, int number) {
-        const IndexRecord& record = at(at(identities, currentBank), number - 1);
-        asked_ = {currentBank, number};
-        replyData_.clear();
-        request_ = Request{record, {record.addr0}, 1, 0, 0, request_.bank};
-        send(now);
-    }
+    void askIdentity(Micros now, int number);
     /// The program begins anew with the boards that are there now: the tick stops until startScan().
-    void startAnew() {
-        stop(Tick);
-        recheck.forget();
-        holding = false;
-    }
+    void startAnew();
     /// The question is over, and what it has brought is known.
-    void closeExchange() {
-        if (asked_.first >= 0 && !replyData_.empty()) recheck.learn(asked_.first, asked_.second, replyData_.front());
-        asked_.first = -1;
-        stop(Reply);
-        idle = true;
-    }
+    void closeExchange();
     /// The start is over: the link is idle, the reply timer off, the error lamp off, and the tick timer begins.
-    void startScan(Micros now) {
-        stop(Reply);
-        currentBank = 0;
-        light(pictures, ErrorOff);
-        idle = true;
-        restart(Tick, now);
-    }
+    void startScan(Micros now);
     /// A timer that runs out and is not switched off runs again from that moment; switching on one that runs leaves it
     /// as it is; off and on starts it anew. `now` may be later than due.
     enum Clock { Tick, Reply, SendLamp, ReceiveLamp, Reopen, ClockCount };
-    void runOut(Clock clock, Micros now) {
-        if (clock == Reply) return replyTimeout(now);
-        if (clock == Reopen) return reopenTimeout(now);
-        if (clock == Tick) {
-            if (idle && !actsWait && !portOpen && !due[Reopen]) restart(Reopen, now);
-            tickGoesOn_ = idle && !actsWait && portOpen;
-            if (tickGoesOn_) recheckTick(now);
-            return restart(Tick, now);
-        }
-        light(pictures, clock == SendLamp ? SendOff : ReceiveOff);
-        if (clock == ReceiveLamp) light(pictures, ErrorOff);
-        stop(clock);
-    }
+    void runOut(Clock clock, Micros now);
     /// Behind the end of a recheck, where the program may write again what it has held, a tick goes on to the scan.
     void endTick(Micros now) {
         if (std::exchange(tickGoesOn_, false) && !recheck.isClosed()) scan(now);
@@ -108,44 +70,15 @@ class Model {
     /// These bytes came in and the serial event was raised. If a reply is accepted, the work stops where the pages
     /// are told: the driver then passes on what they do (watch, release, write, currentBank) and calls
     /// pagesTold(), which finishes the event. pagesTold() after an arrival that told nobody does nothing.
-    void arrived(Micros now, const std::uint8_t* bytes, std::size_t count) {
-        if (idle || !portOpen) return;
-        unread.insert(unread.end(), bytes, bytes + std::min(count, unreadLimit - unread.size()));
-        if (unread.size() <= (request_.isRead() ? request_.n + 1 : 0)) return;
-
-        stop(Reply);
-        restart(ReceiveLamp, now);
-        light(pictures, ReceiveOn);
-        light(pictures, ErrorOff);
-        panelText.clear();
-        const bool passes = judge();
-        if (retryCount == repeats || !passes) replyData_.clear();
-        if (retryCount != repeats && !passes) {
-            light(pictures, ErrorOn);
-            ++retryCount;
-            return repeat(now);
-        }
-        retryCount = 0;
-        if (!setup && recheck.phase != Recheck::Asking) return accept();
-        idle = true;
-    }
+    void arrived(Micros now, const std::uint8_t* bytes, std::size_t count);
     void pagesTold() {
         if (telling_) finishReply();
     }
     /// The device went away under an open port, which is closed now; unread bytes are gone, and panel 1 says so.
-    void portLost() {
-        closePort();
-        panelText = checkSerial;
-        interrupt();
-    }
+    void portLost();
     /// The user chose a port and the search found a board: the port is open with nothing unread, unless it has gone
     /// away since, and what was said of a loss goes. An exchange that was open stays open and its time-out goes on.
-    void portSearched(bool stillOpen) {
-        portOpen = stillOpen;
-        unread.clear();
-        panelText.clear();
-        if (due[Tick]) recheck.interrupt();
-    }
+    void portSearched(bool stillOpen);
 
     // ---- What pages do, in currentBank. Never with index 0.
 
@@ -199,47 +132,12 @@ class Model {
     void restart(Clock clock, Micros now) { due[clock] = now + intervals[clock]; }
     void stop(Clock clock) { due[clock].reset(); }
 
-    void closePort() {
-        portOpen = false;
-        unread.clear();
-    }
-
-    bool tryToOpenPort() {
-        portOpen = portThere;
-        if (portOpen) ++outputs.opened;
-        if (!portOpen) panelText = checkSerial;
-        return portOpen;
-    }
-
-    bool reopenPort() {
-        if (!tryToOpenPort()) interrupt();
-        return portOpen;
-    }
-
+    void closePort();
+    bool tryToOpenPort();
+    bool reopenPort();
     /// While the boards are asked for the first time a lost port is a silent one.
-    void interrupt() {
-        if (due[Tick] || recheck.phase != Recheck::Open || holding) recheck.interrupt();
-    }
-
-    void recheckTick(Micros now) {
-        if (recheck.phase == Recheck::Asking) {
-            recheck.take(replyData_.empty() ? -1 : replyData_.front(),
-                         {banks[0].present, banks[1].present, banks[2].present});
-            scanIndex = currentBank = 0;
-            if (recheck.phase == Recheck::Reading) wantAllWatched();
-        }
-        if (recheck.phase == Recheck::Asking) {
-            const auto [bank, number] = recheck.ask();
-            currentBank = bank;
-            askIdentity(now, number);
-            asked_.first = -1;
-        }
-        if (recheck.phase != Recheck::Reading) return;
-        std::erase_if(recheck.unread, [this](const auto& place) {
-            return at(at(banks, place.first).records, place.second).watchers == 0;
-        });
-        if (recheck.unread.empty()) endReading();
-    }
+    void interrupt();
+    void recheckTick(Micros now);
 
     template <class Visit>
     void eachRecord(Visit&& visit) {
@@ -249,156 +147,34 @@ class Model {
         currentBank = before;
     }
 
-    void wantAllWatched() {
-        recheck.unread.clear();
-        eachRecord([this](int index) {
-            if (record(index).watchers == 0) return;
-            recheck.unread.emplace(currentBank, index);
-            flags(index) = low8(flags(index) | Pending | Watched);
-            touch(index);
-        });
-    }
-
+    void wantAllWatched();
     /// What users changed and is still due is held as well.
-    void endReading() {
-        eachRecord([this](int index) {
-            if ((flags(index) & WriteDue) && isUsers(currentBank, index)) hold(index);
-        });
-        recheck.phase = Recheck::Open;
-    }
-
-    void hold(int index) {
-        flags(index) = low8(flags(index) & ~WriteDue);
-        touch(index);
-    }
-
+    void endReading();
+    void hold(int index);
     /// The place where the scan stands is visited even when it lies at or beyond the end of the bank. A bank whose
     /// board is not there has nothing to visit.
-    void scan(Micros now) {
-        if (!bank().present) return nextBank();
-        const int end = std::max(bank().recordCount, scanIndex + 1);
-        for (;; ++scanIndex) {
-            scanIndex = nextPending(bank().flags.data(), scanIndex, end);
-            if (scanIndex >= end) return nextBank();
-            if (gateOpens(scanIndex)) return ask(scanIndex, now);
-        }
-    }
-
-    void nextBank() {
-        scanIndex = 0;
-        currentBank = (currentBank + 1) % BankCount;
-    }
-
+    void scan(Micros now);
+    void nextBank();
     /// Period holds the reload value in its low nibble and the countdown in its high one.
-    bool gateOpens(int index) {
-        const unsigned period = record(index).period;
-        if (period == 0) return true;
-        touch(index);
-        const bool opens = period < 16;
-        record(index).period = low8(opens ? period * 17 : period - 16);
-        return opens;
-    }
-
-    void ask(int index, Micros now) {
-        request_.record = at(bank().file, index);
-        request_.data = record(index).value;
-        const bool holds = holding || recheck.phase == Recheck::Reading;
-        if (holds && (flags(index) & WriteDue) != 0 && isUsers(currentBank, index)) hold(index);
-        request_.dataCount = request_.data.size();
-        if ((flags(index) & WriteDue) != 0) request_.record.command = low8(request_.record.command | writeBit);
-        flags(index) = low8(flags(index) & ~WriteDue);
-        request_.n = request_.record.command & 15U;
-        touch(index);
-        send(now);
-    }
-
-    void send(Micros now) {
-        restart(SendLamp, now);
-        light(pictures, SendOn);
-        if (idle) request_.bank = currentBank;
-        idle = false;
-        const Frame out = request_.frame(now, currentBank);
-        unread.clear();
-        restart(Reply, now);
-        if (!portOpen) tryToOpenPort();
-        if (portThere) outputs.frames.push_back(out);
-        if (!portThere) closePort();  // found out by the sending; the news of it comes by itself
-    }
-
+    bool gateOpens(int index);
+    void ask(int index, Micros now);
+    void send(Micros now);
     /// To the board that the frame was built for, and to no other.
-    void repeat(Micros now) {
-        if (currentBank == request_.bank) return send(now);
-        retryCount = 0;
-        idle = true;
-    }
-
+    void repeat(Micros now);
     /// A silent board ends the exchange and leaves the retry count as it is; with the bit in Period the frame goes
     /// again.
-    void replyTimeout(Micros now) {
-        light(pictures, ErrorOn);
-        light(pictures, ReceiveOff);
-        stop(Reply);
-        closePort();
-        if (!reopenPort()) return restart(Reply, now);
-        panelText.clear();
-        if (!recheck.isClosed() && (record(scanIndex).period & silentRepeatPeriodBit) != 0) return repeat(now);
-        idle = true;
-    }
-
-    void reopenTimeout(Micros now) {
-        restart(Reopen, now);
-        if (!idle) return stop(Reopen);
-        if (!portOpen && !reopenPort()) return;
-        stop(Reopen);
-        panelText.clear();
-    }
-
+    void replyTimeout(Micros now);
+    void reopenTimeout(Micros now);
     /// Takes what stands unread as the reply, sets the reply data and says whether they pass.
-    bool judge() {
-        const bool single = unread.size() == 1;
-        const std::uint8_t last = unread.back();
-        const std::uint8_t* value = request_.isRead() ? unread.data() : request_.data.data();
-        replyData_.assign(value, value + (request_.isRead() ? request_.n + 1 : request_.dataCount));
-        unread.clear();
-        if (request_.isRead()) return last == sum(replyData_.data(), replyData_.size());
-        return single && last == low8(request_.checksum * 2);
-    }
-
+    bool judge();
     /// Files the reply under the bank and place of this moment, or drops it if nothing is pending there.
-    void accept() {
-        const int index = scanIndex;
-        unsigned flag = flags(index);
-        if ((flag & Pending) == 0 || replyData_.empty()) return finishReply();
-        if ((flag & WriteDue) != 0 && request_.isRead()) return finishReply();  // what the user did since stands
-        if ((flag & Watched) == 0) std::abort();
-        flag |= Valid;
-        if ((flag & AlsoOneShot) != 0 || record(index).period == 0) flag &= ~unsigned{Pending};
-        flags(index) = low8(flag);
-
-        if (replyData_.size() < 4) replyData_.resize(4);
-        std::copy_n(replyData_.begin(), 4, record(index).value.begin());
-        touch(index);
-        std::uint64_t value = 0;
-        const std::size_t width = std::min<std::size_t>({request_.n + 1, replyData_.size(), sizeof value});
-        for (std::size_t i = width; i > 0; --i) value = value * 256 + replyData_[i - 1];
-        outputs.told = {currentBank, index};
-        outputs.toldValue = static_cast<std::int64_t>(value);
-        recheck.unread.erase({currentBank, index});
-        telling_ = true;
-    }
-
+    void accept();
     /// Only the very end of the bank wraps here; a place beyond it is left to the scan.
-    void finishReply() {
-        telling_ = false;
-        ++scanIndex;
-        if (scanIndex == bank().recordCount) nextBank();
-        idle = true;
-    }
+    void finishReply();
 
     Request request_;
     std::vector<std::uint8_t> replyData_;
-    bool telling_ = false;
-    bool tickGoesOn_ = false;
+    bool telling_ = false, tickGoesOn_ = false;
     std::pair<int, int> asked_{-1, 0};  ///< bank and number of the identity record, at the start
 };
 

@@ -30,6 +30,7 @@ constexpr int LongestGate = 16;                 ///< passes, where the index fil
 
 /// The payment page releases these twice, and so takes them from other pages.
 constexpr std::array<int, 3> TwiceReleased = {84, 85, 330};
+const std::set<std::string> ShowTheTwiceReleased = {"FrmOpzioni", "FrmPagamento", "FrmPrezzi"};
 
 using Records = std::set<std::pair<int, int>>;
 
@@ -195,7 +196,7 @@ void Rest::compareWithBoards() const {
 void Rest::nothingWaits() const {
     const bool takenAway = watchedOfTheTwiceReleased() < std::ssize(TwiceReleased);
     for (Page* page : LoadedPages()) {
-        if (takenAway && page->name() == "FrmOpzioni") continue;  // it hears of its options no more
+        if (takenAway && ShowTheTwiceReleased.contains(page->name())) continue;  // it hears of them no more
         for (const Control* control : controlsOf(*page))
             require(!control->waiting() || !control->usable(), "no control waits at rest", page->name(), " ",
                     control->accessibleName());

@@ -71,9 +71,9 @@ bool Stage::begin(const std::string& incident, Dice& random) {
         if (!openFailures.erase(Link().ComPort)) openFailures = {{Link().ComPort, {reason, "denied"}}};
     } else if (incident == DiskTrouble) {
         diskIsSpoiled_ = true;
-        unwritable = {directory.string(), (directory / "kestrel.ini").string()};
+        unwritable = {directory.generic_string(), (directory / "kestrel.ini").generic_string()};
         if (random.chance(0.5)) put("English.lng", "a\r\n");
-        if (random.chance(0.2)) unreadable.insert((directory / "Deutsch.lng").string());
+        if (random.chance(0.2)) unreadable.insert((directory / "Deutsch.lng").generic_string());
     }
     return incident == PortDenied || incident == DiskTrouble;
 }

@@ -37,7 +37,8 @@ inline std::vector<std::pair<ScrollBar*, Label*>> barsOf(const Layout& layout) {
         for (Control* beside : {controls[i + 1], controls[i - 1]}) {
             auto* bar = dynamic_cast<ScrollBar*>(controls[i]);
             auto* label = dynamic_cast<Label*>(beside);
-            if (!bar || !label || label->role != Label::Role::Value) continue;
+            const bool standsOverOthers = bar && bar->scale.parse;
+            if (!bar || standsOverOthers || !label || label->role != Label::Role::Value) continue;
             pairs.emplace_back(bar, label);
             break;
         }

@@ -198,10 +198,10 @@ void VirtualPlatform::runUntil(Micros until) {
 
 void VirtualPlatform::install(const std::filesystem::path& realDirectory) {
     for (const auto& entry : std::filesystem::directory_iterator(realDirectory)) {
-        const std::string ending = entry.path().extension().string();
+        const std::string ending = entry.path().extension().generic_string();
         if (ending != ".inx" && ending != ".lng") continue;
         std::ifstream in(entry.path(), std::ios::binary);
-        put(entry.path().filename().string(), std::string(std::istreambuf_iterator<char>(in), {}));
+        put(entry.path().filename().generic_string(), std::string(std::istreambuf_iterator<char>(in), {}));
     }
 }
 
@@ -211,6 +211,13 @@ std::unique_ptr<TimerBackend> VirtualPlatform::makeTimer(std::function<void()> o
 
 void VirtualPlatform::PumpEvents() {
     if (!step()) throw std::logic_error("The program waits, and nothing will ever happen");
+}
+
+LocalTime VirtualPlatform::localTime() const {
+    if (wallClock) return *wallClock;
+    constexpr Micros Minute = 60'000'000;
+    const auto minutes = static_cast<int>(10 * 60 + now_ / Minute);
+    return {2026, 3, 2, minutes / 60 % 24, minutes % 60};
 }
 
 void VirtualPlatform::BusyWait(int milliseconds) {
@@ -252,32 +259,32 @@ std::vector<std::string> VirtualPlatform::listFiles(const std::filesystem::path&
     std::vector<std::string> names;
     for (const auto& [path, content] : files) {
         const std::filesystem::path file(path);
-        if (file.parent_path() == in && file.filename().string().ends_with(ending))
-            names.push_back(file.filename().string());
+        if (file.parent_path() == in && file.filename().generic_string().ends_with(ending))
+            names.push_back(file.filename().generic_string());
     }
     return names;
 }
 
 std::string VirtualPlatform::readFile(const std::filesystem::path& file) {
-    if (unreadable.contains(file.string()))
-        throw RunTimeError(error_number::FileAccess, file.string() + ": no permission");
-    const auto found = files.find(file.string());
-    if (found == files.end()) throw RunTimeError(error_number::FileNotFound, file.string() + ": not there");
+    if (unreadable.contains(file.generic_string()))
+        throw RunTimeError(error_number::FileAccess, file.generic_string() + ": no permission");
+    const auto found = files.find(file.generic_string());
+    if (found == files.end()) throw RunTimeError(error_number::FileNotFound, file.generic_string() + ": not there");
     return found->second;
 }
 
 void VirtualPlatform::writeFile(const std::filesystem::path& file, const std::string& content) {
     const bool isNewInAClosedDirectory =
-        unwritable.contains(file.parent_path().string()) && !files.contains(file.string());
-    if (unwritable.contains(file.string()) || isNewInAClosedDirectory)
-        throw RunTimeError(error_number::FileAccess, file.string() + ": no permission");
-    files[file.string()] = content;
-    written.push_back(file.string());
+        unwritable.contains(file.parent_path().generic_string()) && !files.contains(file.generic_string());
+    if (unwritable.contains(file.generic_string()) || isNewInAClosedDirectory)
+        throw RunTimeError(error_number::FileAccess, file.generic_string() + ": no permission");
+    files[file.generic_string()] = content;
+    written.push_back(file.generic_string());
 }
 
 void VirtualPlatform::startProgram(const std::filesystem::path& program) {
-    if (!launcherIsThere) throw RunTimeError(error_number::FileNotFound, program.string() + ": not there");
-    started.push_back(program.string());
+    if (!launcherIsThere) throw RunTimeError(error_number::FileNotFound, program.generic_string() + ": not there");
+    started.push_back(program.generic_string());
 }
 
 std::string VirtualPlatform::shortDate(int day, int month, int year) const {

@@ -5,6 +5,7 @@
 #include <deque>
 #include <map>
 #include <memory>
+#include <optional>
 #include <set>
 #include <string>
 #include <vector>
@@ -65,18 +66,24 @@ class VirtualPlatform : public Platform {
     std::set<std::string> unreadable;
     std::vector<std::string> written;  ///< every file that was written, in order
     std::filesystem::path directory = "/family/kestrel";
+    std::filesystem::path usersDirectory;  ///< of an installed program, for its configuration; empty: it is portable
     /// Brings in the index and language files of a real directory.
     void install(const std::filesystem::path& realDirectory);
-    void put(const std::string& name, const std::string& content) { files[(directory / name).string()] = content; }
-    const std::string& file(const std::string& name) const { return files.at((directory / name).string()); }
+    void put(const std::string& name, const std::string& content) {
+        files[(directory / name).generic_string()] = content;
+    }
+    const std::string& file(const std::string& name) const { return files.at((directory / name).generic_string()); }
 
     std::vector<std::string> started;  ///< programs that were started
     bool launcherIsThere = true;
     std::string separator = ".";
+    std::optional<LocalTime> wallClock;  ///< else a run begins at 10:00
+    std::string clipboard;
 
     std::unique_ptr<TimerBackend> makeTimer(std::function<void()> onExpiry) override;
     void PumpEvents() override;
     void BusyWait(int milliseconds) override;
+    LocalTime localTime() const override;
     std::unique_ptr<SerialControl> makeSerialControl() override;
     std::string portDevice(int port) override { return "/dev/port" + std::to_string(port); }
     std::string portTrouble(int port, PortTrouble trouble) override;
@@ -87,8 +94,15 @@ class VirtualPlatform : public Platform {
     void showWindow(Window& window) override;
     void closeWindow(Window& window) override;
     Window* activeWindow() override { return active_; }
+    void copyText(const std::string& text) override { clipboard = text; }
     std::filesystem::path programDirectory() const override { return directory; }
     std::string programName() const override { return "kestrel"; }
+    std::filesystem::path configurationDirectory() const override {
+        return usersDirectory.empty() ? directory : usersDirectory;
+    }
+    std::optional<std::filesystem::path> familyDirectory() const override {
+        return usersDirectory.empty() ? Platform::familyDirectory() : std::nullopt;
+    }
     void changeDirectory(const std::filesystem::path&) override {}
     std::vector<std::string> listFiles(const std::filesystem::path& in, const std::string& ending) override;
     std::string readFile(const std::filesystem::path& file) override;

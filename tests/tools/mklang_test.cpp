@@ -9,6 +9,7 @@
 #include "platform/code_page.h"
 #include "tool_test.h"
 #include "tools/mklang_command.h"
+#include "tools/mklang_glossary.h"
 
 namespace kestrel::mklang {
 namespace {
@@ -114,6 +115,36 @@ TEST(MklangUsedLines, EveryLineThatIsReadMustHaveAText) {
     }
 }
 
+TEST(MklangGlossary, ATermHasOneWordInEveryLanguage) {
+    const std::string glossary =
+        "Words | and texts.\n\n| Term | Uno | Due | Meaning |\n|---|---|---|---|\n"
+        "| price number | prezzi sel. | Preisnummer (never Preis) | |\n"
+        "| selection | selezione, sel. | Auswahl | 1 to 18 |\n| state | stàto | État | |\n| vend | (prova) | Verkauf | "
+        "|\n";
+    const std::string state = "1\tSTÀTO 1\tétat\t\n4\t;-- sel.\t;-- sel.\t\n";
+    const auto lacks = [](const char* text, const char* term, int line) {
+        return std::string("a.tsv:4: \"") + text + "\" lacks the word for " + term +
+               " in Due (g:" + std::to_string(line) + ")";
+    };
+    const std::pair<const char*, Strings> rows[] = {
+        {"Prezzi sel.\tPreisnummern", {"g:6: no text has the term selection"}},
+        {"prezzi sel. selezione\tPreisnummer je auswahl", {}},
+        {"prezzi sel. 1 sel.\tPreis je Auswahl", {lacks("Preis je Auswahl", "price number", 5)}},
+        {"prezzi sel. e selezione\tPreisnummer", {lacks("Preisnummer", "selection", 6)}},
+        {"preselezione, selezioni, prova\tVorwahl",
+         {"g:5: no text has the term price number", "g:6: no text has the term selection"}}};
+    for (const auto& [row, expected] : rows) {
+        std::istringstream in(glossary);
+        std::vector<Complaint> complaints;
+        checkGlossary(in, "g", read({header + state + "2\t" + row + "\t\n"}).texts, complaints);
+        EXPECT_EQ(described(complaints), expected) << row;
+    }
+    std::istringstream in("|||\n|||\n| a | b | c |\n");
+    std::vector<Complaint> complaints;
+    checkGlossary(in, "g", read({header}).texts, complaints);
+    EXPECT_EQ(described(complaints), Strings{"g:3: the row must have a term, each language and the meaning"});
+}
+
 class MklangCommand : public kestrel::testing::ToolTest {
   protected:
     MklangCommand() : ToolTest(mklang::run) {}
@@ -137,11 +168,14 @@ TEST_F(MklangCommand, BadSourcesLeaveTheOldFilesAloneAndFilesThatCannotBeUsedAre
     ASSERT_EQ(run({path("old.tsv"), "--out", path("")}), 0);
     write("half.tsv", header + "1\tnew\t\t\n");
     write("used", "2\n");
+    write("terms", "||\n||\n|new|new|neu||\n");
     const std::pair<Arguments, std::string> rows[] = {
         {{path("half.tsv"), "--out", path("")}, path("half.tsv") + ":2: no text in Due\n"},
         {{path("old.tsv"), "--check-used", path("used"), "--out", path("")}, path("used") + ":1: line 2 has no text\n"},
         {{path("none"), "--out", path("")}, path("none") + ": cannot be read\n"},
         {{path("old.tsv"), "--check-used", path("none"), "--out", path("")}, path("none") + ": cannot be read\n"},
+        {{path("old.tsv"), "--glossary", path("terms"), "--out", path("")},
+         path("terms") + ":3: no text has the term new\n"},
         {{"--print", path("")}, path("") + ": cannot be read\n"},
         {{path("old.tsv"), "--out", path("old.tsv")}, path("old.tsv") + "/Uno.lng: cannot be written\n"}};
     for (const auto& [arguments, said] : rows) {
@@ -150,7 +184,8 @@ TEST_F(MklangCommand, BadSourcesLeaveTheOldFilesAloneAndFilesThatCannotBeUsedAre
     }
     EXPECT_EQ(content("Uno.lng"), "old\r\n");
     expectBadUsage({"", "a.tsv", "--out d", "a.tsv --out d --out e", "a.tsv --out d --colour red", "--print",
-                    "--print x.lng a.tsv", "--print x.lng --out d", "--print x.lng --check-used u"});
+                    "--print x.lng a.tsv", "--print x.lng --out d", "--print x.lng --check-used u",
+                    "--print x.lng --glossary g"});
 }
 
 constexpr const char* installed[] = {"Italiano", "English", "Deutsch", "Francais", "Espanol"};

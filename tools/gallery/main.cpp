@@ -18,7 +18,9 @@ int main(int argc, char** argv) {
     Options options;
     try {
         options = parseOptions({argv + 1, argv + argc});
-        if (options.help) return std::printf("%s", usage("kestrel-gallery").c_str()) < 0;
+        ProgramText text = programText();
+        text.name = "kestrel-gallery";
+        if (options.help) return std::printf("%s", helpText(text).c_str()) < 0;
     } catch (const BadOption& error) {
         std::fprintf(stderr, "kestrel-gallery: %s\n", error.what());
         return EndedByBadOption;

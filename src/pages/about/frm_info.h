@@ -13,6 +13,7 @@ class FrmInfo : public Page {
     Picture Picture1{"kestrel"};  ///< the program's icon
     Frame Frame1;
     ControlArray<Label, 2> Label1;  ///< title and version
+    Label Toolkit, Licence;
 
     Layout Arrange() override;
     void Form_Load() override;

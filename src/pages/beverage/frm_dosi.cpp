@@ -5,6 +5,7 @@
 #include "language/language_files.h"
 #include "link/leaving.h"
 #include "link/value_helpers.h"
+#include "pages/common/own_words.h"
 #include "pages/common/position_labels.h"
 
 namespace kestrel {
@@ -26,6 +27,7 @@ constexpr int ColdLine = 129;
 constexpr int PreselectionLine = 130;
 constexpr int OnLine = 70;
 constexpr int OffLine = 71;
+constexpr int TestRunningLine = 402;
 
 /// Indexes of Label5 that are not those of a switch's caption.
 constexpr int JugCountCaption = 3;
@@ -37,6 +39,12 @@ constexpr int ValveLargeStep = 3;
 constexpr int FirstValveDesignMax = 12;
 constexpr int LaterValveDesignMax = 8;
 
+std::string valveText(std::int64_t valve) {
+    if (valve == FirstBrewerCode || valve == SecondBrewerCode)
+        return valve == FirstBrewerCode ? FrmDosi::FirstBrewerText : FrmDosi::SecondBrewerText;
+    return valve == 0 ? FrmDosi::OffText : std::to_string(valve);
+}
+
 void designStep(ControlArray<ScrollBar, RecipeFields>& bars, ControlArray<Label, RecipeFields>& values,
                 int highestValve) {
     bars[ValveField].design(0, highestValve, ValveLargeStep);
@@ -44,6 +52,7 @@ void designStep(ControlArray<ScrollBar, RecipeFields>& bars, ControlArray<Label,
     for (int field = ValveTimeField; field < RecipeFields; ++field) {
         bars[field].design(0, 255, TimeLargeStep);
         bars[field].scale.decimals = 1;
+        bars[field].scale.unit = "s";
         values[field].showsValue("25.5");
     }
 }
@@ -57,8 +66,10 @@ FrmDosi::FrmDosi() : TablePage("FrmDosi", TitleLine, {}) {
     }
     lblPres.Caption = "+" + std::to_string(SelectionKeys);
     lblPres.role = Label::Role::Key;
+    lblVPres.role = Label::Role::Unit;  // of the number of the selection
     HScroll7.design(0, RecipeSelections - 1, 3);
     HScroll7.isSelector = true;
+    HScroll1[ValveField].scale.words = valveText;
     HScroll5.design(1, 99, 10);
     Label5[JugCountValue].showsValue("99");
     Label5[FreeCaption].Caption = "bevanda gratis ?";
@@ -70,6 +81,8 @@ FrmDosi::FrmDosi() : TablePage("FrmDosi", TitleLine, {}) {
         Step& each = step(i);
         designStep(each.bars, each.values, i == 0 ? FirstValveDesignMax : LaterValveDesignMax);
         for (int field = 0; field < RecipeFields; ++field) each.bars[field].namedBy(&each.captions[field]);
+        for (int powder = 0; powder < PowderSolenoids; ++powder)
+            each.tests[powder].namedBy(&each.captions[FirstPowderField + 2 * powder]);
         each.bars.OnChange([this, i](int Index) { HScroll_Change(i, Index); });
         each.tests.OnClick([this, i](int Index) { Command_Click(i, Index); });
     }
@@ -83,20 +96,21 @@ FrmDosi::FrmDosi() : TablePage("FrmDosi", TitleLine, {}) {
     Timer3.OnTimer([this] { Timer3_Timer(); });
 }
 
-/// A field is its caption and value with the bar below; time and delay of one device stand side by side.
+/// A field is its caption with the bar and value below; delay and time of one device stand side by side, in the order
+/// in which they pass.
 Layout FrmDosi::arrangeStep(int number) {
     Step& shown = step(number);
     const auto fieldCell = [&shown](int field) {
-        return Grid(1, {Row{shown.captions[field], Gap(), shown.values[field]}, shown.bars[field]});
+        return Grid(1, {shown.captions[field], Row{shown.bars[field], shown.values[field]}});
     };
     std::vector<Layout> cells = {fieldCell(ValveField), Gap(), Gap()};
     for (int field = ValveTimeField; field < RecipeFields; field += 2) {
-        cells.push_back(fieldCell(field));
         cells.push_back(fieldCell(field + 1));
+        cells.push_back(fieldCell(field));
         const bool powder = field >= FirstPowderField;
         cells.push_back(powder ? Layout(shown.tests[(field - FirstPowderField) / 2]) : Gap());
     }
-    return Group(shown.frame, Grid(3, std::move(cells)));
+    return Group(shown.frame, Column{timeLines[number], Grid(3, std::move(cells))});
 }
 
 Layout FrmDosi::arrangeProperties() {
@@ -109,16 +123,24 @@ Layout FrmDosi::arrangeProperties() {
 }
 
 Layout FrmDosi::Arrange() {
-    std::vector<Layout> keys = {lblVPres, lblPres};
+    std::vector<Layout> keys = {lblPres};
     for (Label& key : Label11) keys.emplace_back(key);
     return Row{
         Group(Keypad, Grid(1, std::move(keys))),
         Column{
-            Row{Label7, HScroll7, LoadingBar, Gap(), TestLamp, TestLampName, Command4[0], Command4[1]},
+            Row{Label7, HScroll7, lblVPres, LoadingBar, Gap(), TestLamp, TestLampName, Command4[0], Command4[1]},
             Row{arrangeStep(0), arrangeStep(1), arrangeStep(2)},
             arrangeProperties(),
         },
     };
+}
+
+/// The recipe alone: the echo of an argument, which comes with the rest, would release a command.
+void FrmDosi::ReadAgain() {
+    const KeepSubscriptions kept;
+    ReleaseSelection();
+    WatchSelection();
+    Form_Activate();
 }
 
 void FrmDosi::PageSubscribe() {
@@ -156,10 +178,12 @@ void FrmDosi::PageCaptions() {
     for (int i = 0; i <= JugCountCaption; ++i) Label5[i].Caption = LanguageTable(FirstPropertyLine + i);
     Label5[ColdCaption].Caption = LanguageTable(ColdLine);
     for (SliderSwitch& slider : SwitchX5) slider.PositionLabels = TwoPositions(OffLine, OnLine);
-    lblPres.ToolTip = LanguageTable(PreselectionLine);
-    TestLampName.Caption = LanguageTable(PowderTestLine);
+    lblPres.ToolTip = OwnWord(Own::PlusNine);
+    Label5[FreeCaption].ToolTip = OwnWord(Own::FreeBeverage);
+    TestLampName.Caption = LanguageTable(TestRunningLine);
     showPreselection();
     showSelectionNumber();
+    drawTimeLines();
 }
 
 void FrmDosi::showSelectionNumber() {
@@ -197,6 +221,7 @@ void FrmDosi::awaitSelection() {
             each.bars[field].awaitValue();
             each.values[field].awaitValue();
         }
+    drawTimeLines();
     for (SliderSwitch& slider : SwitchX5) slider.awaitValue();
     HScroll5.awaitValue();
     Label5[JugCountValue].awaitValue();
@@ -221,6 +246,7 @@ void FrmDosi::HScroll_Change(int number, int Index) {
     if (Updating) return;
     if (Index == ValveField) EventEdited = true;
     ParamWrite(field, static_cast<unsigned>(bar.Value.get()));
+    drawTimeLines();
 }
 
 void FrmDosi::HScroll5_Change() {

@@ -10,6 +10,7 @@
 #include "pages/common/table_page.h"
 #include "platform/displays.h"
 #include "platform/switches.h"
+#include "platform/time_line.h"
 
 namespace kestrel {
 
@@ -25,8 +26,9 @@ class FrmDosi : public TablePage {
     Label Label7;                                ///< number of the selection on show
     ProgressBar LoadingBar;                      ///< how many values of the selection have come
 
-    ControlArray<Label, RecipeFields> Label1s;  ///< captions of the fields
-    Frame Frame1, Frame2, Frame3;               ///< steps 1, 2, 3
+    ControlArray<TimeLine, RecipeSteps> timeLines;  ///< what each step lets run when, on one scale
+    ControlArray<Label, RecipeFields> Label1s;      ///< captions of the fields
+    Frame Frame1, Frame2, Frame3;                   ///< steps 1, 2, 3
     ControlArray<ScrollBar, RecipeFields> HScroll1, HScroll2, HScroll3;
     ControlArray<Label, RecipeFields> Label1, Label2, Label3;  ///< the valve's is also the page's memory of it
     ControlArray<CommandButton, PowderSolenoids> Command1, Command2, Command3;
@@ -41,19 +43,21 @@ class FrmDosi : public TablePage {
     Timer Timer1{2000};  ///< milliseconds; ends the wait for a dispense that never starts
     Timer Timer3;        ///< the time of a powder test
 
-    Layout Arrange() override;
-    void Form_Load() override;
-    void Form_Unload() override;
-    void SLabel_Change(int n, ParamValue value) override;
-    void LineInterrupted() override { order_.withdraw(); }
-
-  private:
-    static constexpr Setting FirstArgument = master::CommandArgument[0];
     /// How the valves are written in their labels, from which the locks read them back.
     static constexpr const char* OffText = "OFF";
     static constexpr const char* NoValveText = "0";
     static constexpr const char* FirstBrewerText = "FB1";
     static constexpr const char* SecondBrewerText = "FB2";
+
+    Layout Arrange() override;
+    void Form_Load() override;
+    void Form_Unload() override;
+    void SLabel_Change(int n, ParamValue value) override;
+    void ReadAgain() override;
+    void LineInterrupted() override { order_.withdraw(); }
+
+  private:
+    static constexpr Setting FirstArgument = master::CommandArgument[0];
     static constexpr int JugCountValue = 9;  ///< of Label5
 
     struct Step {
@@ -76,6 +80,10 @@ class FrmDosi : public TablePage {
     void showSelectionNumber();
     void showPreselection();
 
+    // The time lines (frm_dosi_time_lines.cpp).
+    void drawTimeLines();
+    std::vector<TimeLine::Lane> lanesOf(int number);
+
     // Choosing and editing (frm_dosi.cpp).
     void WatchSelection() { EachParameterOfSelection(SelectionIndex, Watch); }
     void ReleaseSelection() { EachParameterOfSelection(SelectionIndex, Release); }
@@ -96,6 +104,7 @@ class FrmDosi : public TablePage {
     void coldModeArrived(ParamValue value);
     void eventMaxArrived(ParamValue value);
     void valveConfirmed();
+    void explainBrewer(ParamValue valve);
     void count();
     void startLoading();
     void endLoading();

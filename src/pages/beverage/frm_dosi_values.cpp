@@ -4,6 +4,7 @@
 
 #include "link/value_helpers.h"
 #include "pages/beverage/frm_dosi.h"
+#include "pages/common/own_words.h"
 
 namespace kestrel {
 
@@ -26,6 +27,7 @@ void FrmDosi::SLabel_Change(int n, ParamValue value) {
     // A brewer's code ends the notification at once: nothing that the user moves is written before the next value.
     dropsMoves_ = IsCurrent(Board::HotDrink) && !recipeArrived(n, value);
     if (dropsMoves_) keepUpdating();
+    if (IsCurrent(Board::HotDrink)) drawTimeLines();
 }
 
 void FrmDosi::valueShown() {
@@ -78,8 +80,9 @@ bool FrmDosi::recipeArrived(int n, ParamValue value) {
 bool FrmDosi::firstValveArrived(ParamValue value) {
     const int shown = clamped(HScroll1[ValveField], value);
     HScroll1[ValveField].Value = shown;
+    explainBrewer(value);
     if (value == FirstBrewerCode || value == SecondBrewerCode) {
-        Label1[ValveField].Caption = value == FirstBrewerCode ? FirstBrewerText : SecondBrewerText;
+        Label1[ValveField].Caption = HScroll1[ValveField].textOf(static_cast<int>(value));
         // Moved here from none in one go, it opens what the valves between would have opened.
         if (EventEdited && !LoadingBar.Visible) UnlockPage();
         LockFirstPowders();
@@ -91,6 +94,14 @@ bool FrmDosi::firstValveArrived(ParamValue value) {
     else
         valveConfirmed();
     return true;
+}
+
+void FrmDosi::explainBrewer(ParamValue valve) {
+    std::string words;
+    if (valve == FirstBrewerCode) words = OwnWord(Own::FirstBrewer);
+    if (valve == SecondBrewerCode) words = OwnWord(Own::SecondBrewer);
+    Label1[ValveField].ToolTip = words;
+    HScroll1[ValveField].ToolTip = words;
 }
 
 void FrmDosi::laterValveArrived(int number, ParamValue value) {

@@ -75,6 +75,7 @@ FrmProUni::FrmProUni() : TablePage("FrmProUni", TitleLine, {}), Arrivals(Expecte
         for (ScrollBar& bar : product.bars) {
             bar.design(0, 255, LargeStep);
             bar.scale.decimals = 1;
+            bar.scale.unit = "s";
         }
         product.channel.PositionLabels = NumberedPositions("0", DesignProducts);
         for (Label& label : product.values) label.showsValue("25.5");

@@ -8,6 +8,7 @@
 #include "link/presence.h"
 #include "link/subscriptions.h"
 #include "link/value_helpers.h"
+#include "pages/common/own_words.h"
 #include "platform/errors.h"
 
 namespace kestrel {
@@ -62,6 +63,9 @@ void FrmGrafico::Form_Unload() {
 void FrmGrafico::PageCaptions() {
     TablePage::PageCaptions();
     iStripChartX1.Title = LanguageTable(ChartTitleLine);
+    iStripChartX1.Unit = "°C";
+    iStripChartX1.TimeAxis = OwnWord(Own::TimeAxis);
+    iStripChartX1.ToolTip = OwnWord(Own::ChartReading);
     iStripChartX1.setChannelName(BoilerChannel, LanguageTable(BoilerLine));
     iStripChartX1.setChannelName(TankChannel, LanguageTable(TankLine));
 }

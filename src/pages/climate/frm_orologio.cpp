@@ -4,9 +4,12 @@
 #include <array>
 
 #include "language/language_files.h"
+#include "language/window_texts.h"
 #include "link/dates.h"
 #include "link/subscriptions.h"
 #include "link/value_helpers.h"
+#include "pages/common/own_words.h"
+#include "platform/platform.h"
 
 namespace kestrel {
 
@@ -68,6 +71,7 @@ constexpr int Frame1Line = 323;
 constexpr int Frame2Line = 324;
 constexpr int Frame3Line = 325;
 constexpr int Frame4Line = 326;
+constexpr int SetToComputerLine = 718;
 
 template <std::size_t N>
 const SettingRow& rowOf(const std::array<SettingRow, N>& rows, int index) {
@@ -103,7 +107,12 @@ FrmOrologio::FrmOrologio() : TablePage("FrmOrologio", TitleLine, {Subscriptions}
         Label1[i].showsValue("255");
         Label3[i].role = Label::Role::Unit;
         Label3[i].Caption = kind.caption;
+        HScroll1[i].isTypedAlone = true;
     }
+    for (int band = 0; band < BandCount; ++band) bandTime(band).stand(HScroll1[2 * band], HScroll1[2 * band + 1]);
+    ClockTime.stand(HScroll2[0], HScroll2[1]);
+    ClockTimeCaption.Caption = "hh:mm";
+    SetToComputer.OnClick([this] { SetToComputer_Click(); });
     HScroll1.OnChange([this](int Index) { HScroll1_Change(Index); });
     HScroll2.OnChange([this](int Index) { HScroll2_Change(Index); });
     HScroll5.OnChange([this](int Index) { HScroll5_Change(Index); });
@@ -113,20 +122,22 @@ Layout FrmOrologio::bandRows(int first, int last) {
     std::vector<Layout> cells;
     for (int band = first; band <= last; ++band) {
         cells.emplace_back(Label2[band]);
+        cells.push_back(Row{bandTime(band).Bar, bandTime(band).Figure});  // apart, as the unit behind is not its own
         for (const int bar : {2 * band, 2 * band + 1})
             for (Control* control : {static_cast<Control*>(&HScroll1[bar]), static_cast<Control*>(&Label1[bar]),
                                      static_cast<Control*>(&Label3[bar])})
                 cells.emplace_back(*control);
     }
-    return Grid(7, std::move(cells));
+    return Grid(8, std::move(cells));
 }
 
 Layout FrmOrologio::Arrange() {
     const Layout clock = Column{
-        Row{iSevenSegmentClockX1, Label6},
+        Row{iSevenSegmentClockX1, Label6, Gap(), ClockTimeCaption, ClockTime.Bar, ClockTime.Figure},
         Grid(3, {Label41[0], HScroll2[0], Label4[0], Label41[1], HScroll2[1], Label4[1],  //
                  Label5s[0], HScroll5[0], Label5[0], Label5s[1], HScroll5[1], Label5[1],  //
                  Label5s[2], HScroll5[2], Label5[2]}),
+        Row{SetToComputer, Gap()},
     };
     return Row{
         Column{Group(Frame1, clock), Group(Frame3, bandRows(4, 5))},
@@ -137,6 +148,8 @@ Layout FrmOrologio::Arrange() {
 void FrmOrologio::PageCaptions() {
     TablePage::PageCaptions();
     iSevenSegmentClockX1.ToolTip = Caption;
+    SetToComputer.Caption = WindowText(SetToComputerLine, "Set to this computer's time");
+    explainCaptions();
     Frame1.Caption = LanguageTable(Frame1Line);
     Frame2.Caption = LanguageTable(Frame2Line);
     Frame3.Caption = LanguageTable(Frame3Line);
@@ -145,6 +158,14 @@ void FrmOrologio::PageCaptions() {
         const BandRow& band = BandRows[static_cast<std::size_t>(i)];
         Label2[i].Caption = LanguageTable(band.line) + " " + std::to_string(band.number);
     }
+}
+
+/// These captions are Italian in every language.
+void FrmOrologio::explainCaptions() {
+    for (int i = 0; i < Label41.size(); ++i) Label41[i].ToolTip = OwnWord(i == 0 ? Own::Hours : Own::Minutes);
+    constexpr std::array<Own, 3> dateParts = {Own::DayOfMonth, Own::Month, Own::Year};
+    for (int i = 0; i < Label5s.size(); ++i) Label5s[i].ToolTip = OwnWord(dateParts[static_cast<std::size_t>(i)]);
+    for (int i = 0; i < BandBars; ++i) Label3[i].ToolTip = OwnWord(i % 2 == 0 ? Own::Hours : Own::Minutes);
 }
 
 void FrmOrologio::HScroll1_Change(int Index) {
@@ -164,8 +185,28 @@ void FrmOrologio::HScroll5_Change(int Index) {
     Editing = true;
 }
 
+void FrmOrologio::SetToComputer_Click() {
+    const LocalTime now = platform().localTime();
+    setPart(HScroll2[0], TimeRows[0].setting, now.hour);
+    setPart(HScroll2[1], TimeRows[1].setting, now.minute);
+    setPart(HScroll5[0], DateRows[0].setting, now.day);
+    setPart(HScroll5[1], DateRows[1].setting, now.month);
+    setPart(HScroll5[2], DateRows[2].setting, now.year - Century);
+}
+
+void FrmOrologio::setPart(ScrollBar& bar, const Setting& setting, int value) {
+    if (bar.unread()) return;
+    if (bar.Value != value) return bar.UserMove(value);
+    ParamWrite(setting, static_cast<unsigned>(value));
+    Editing = true;
+}
+
 void FrmOrologio::enableClock(bool live) {
     Frame1.Enabled = live;
+    SetToComputer.Enabled = live;
+    ClockTime.Bar.Enabled = live;
+    ClockTime.Figure.Enabled = live;
+    ClockTimeCaption.Enabled = live;
     iSevenSegmentClockX1.Enabled = live;
     Label6.Enabled = live;
     for (int i = 0; i < HScroll2.size(); ++i) {
@@ -185,6 +226,7 @@ void FrmOrologio::showSetting(int n, ParamValue value) {
         if (Arrived(n, rowOf(TimeRows, i).setting)) SetBar(Label4[i], HScroll2[i], value);
     for (int i = 0; i < HScroll5.size(); ++i)
         if (Arrived(n, rowOf(DateRows, i).setting)) SetBar(Label5[i], HScroll5[i], value);
+    ClockTime.follow();
     Editing = false;
 }
 
@@ -194,6 +236,7 @@ void FrmOrologio::showTime() {
     if (!FirstTime) return;
     SetBar(Label4[0], HScroll2[0], ClockHours);
     SetBar(Label4[1], HScroll2[1], ClockMinutes);
+    ClockTime.follow();
     FirstTime = false;
 }
 
@@ -236,7 +279,10 @@ void FrmOrologio::takeClock(int n, ParamValue value) {
 void FrmOrologio::SLabel_Change(int n, ParamValue value) {
     if (!IsCurrent(Board::Master)) return;
     for (int i = 0; i < BandBars; ++i)
-        if (Arrived(n, bandSetting(i))) SetBar(Label1[i], HScroll1[i], value);
+        if (Arrived(n, bandSetting(i))) {
+            SetBar(Label1[i], HScroll1[i], value);
+            bandTime(i / 2).follow();
+        }
     if (Arrived(n, master::MachineState)) {
         Features = value;
         enableClock((Features & HasClock) != 0);

@@ -2,7 +2,10 @@
 // discounts. Everything lies on the master; a machine without a clock has the bands alone.
 #pragma once
 
+#include <array>
+
 #include "pages/common/table_page.h"
+#include "pages/common/time_bar.h"
 #include "platform/displays.h"
 
 namespace kestrel {
@@ -32,6 +35,11 @@ class FrmOrologio : public TablePage {
     ControlArray<Label, BandBars> Label1;        ///< values
     ControlArray<Label, BandBars> Label3;        ///< units
 
+    std::array<TimeBar, BandCount> BandTimes;  ///< each over the two bars of its band
+    TimeBar ClockTime;                         ///< over those that set the clock
+    Label ClockTimeCaption;
+    CommandButton SetToComputer;  ///< sets the clock and the calendar to those of this computer
+
     /// The user moved a bar that sets the clock, and no such value has come back since.
     bool Editing = false;
 
@@ -40,10 +48,15 @@ class FrmOrologio : public TablePage {
 
   private:
     void PageCaptions() override;
+    void explainCaptions();
     void HScroll1_Change(int Index);
     void HScroll2_Change(int Index);
     void HScroll5_Change(int Index);
+    TimeBar& bandTime(int band) { return BandTimes[static_cast<std::size_t>(band)]; }
     Layout bandRows(int first, int last);
+    void SetToComputer_Click();
+    /// Sets one part of the clock, also to what its bar shows: the clock has gone on since.
+    void setPart(ScrollBar& bar, const Setting& setting, int value);
     void enableClock(bool live);
     void showSetting(int n, ParamValue value);
     void takeClock(int n, ParamValue value);

@@ -2,6 +2,7 @@
 #include "pages/common/confirmation.h"
 
 #include "language/language_files.h"
+#include "pages/common/own_words.h"
 #include "platform/platform.h"
 
 namespace kestrel {
@@ -19,6 +20,7 @@ void ConfirmClearing(Control& asker, const std::function<void()>& clear) {
     question.title = LanguageTable(TitleLine);
     question.icon = Message::Icon::Exclamation;
     question.buttons = Message::Buttons::YesNo;
+    question.detail = OwnWord(Own::Chosen) + " " + asker.accessibleName();
     if (ShowMessage(question) == Message::Answer::Yes) asker.carryOn(clear);
 }
 

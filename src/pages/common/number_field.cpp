@@ -39,18 +39,25 @@ std::optional<double> numberIn(const std::string& text) {
 
 }  // namespace
 
+void DesignNumber(TextBox& box, const NumberField& field, int typedAtMost) {
+    box.maxLength = typedAtMost;
+    box.takesNumbers(field.taken, field.highest);
+}
+
 std::optional<std::uint32_t> CommitNumber(TextBox& box, const NumberField& field) {
     const std::string typed = box.Text;
     const auto boardsOwn = static_cast<std::uint32_t>(ParamRead(field.setting));
     const std::optional<double> number = numberIn(typed.substr(0, field.taken));
     if (!numberIn(typed) || !number) {
         box.putBack(std::to_string(boardsOwn));
+        box.tellRefused(typed);
         return std::nullopt;
     }
     const double whole = std::nearbyint(*number);
     const bool taken = whole >= 0 && whole <= field.highest;
     const std::uint32_t value = taken ? static_cast<std::uint32_t>(whole) : boardsOwn;
     box.Text = std::to_string(value);
+    if (!taken) box.tellRefused(typed);
     return value;
 }
 

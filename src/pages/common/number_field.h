@@ -16,6 +16,9 @@ struct NumberField {
     std::uint32_t highest;  ///< a number above, or below 0, gives the board's own value
 };
 
+/// The box takes the field's numbers alone, and up to so many characters.
+void DesignNumber(TextBox& box, const NumberField& field, int typedAtMost);
+
 /// Reads the box and puts into it what it now stands for. The value to be written; nothing where the text is no number.
 /// A fraction is rounded, halves to the even number.
 std::optional<std::uint32_t> CommitNumber(TextBox& box, const NumberField& field);

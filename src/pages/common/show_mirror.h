@@ -10,12 +10,13 @@ namespace kestrel {
 
 class ShowMirror : private Control::Speaking {
   public:
-    explicit ShowMirror(const Setting& setting) : Speaking(nullptr, hasCome(setting)) {}
+    explicit ShowMirror(const Setting& setting) : Speaking(nullptr, boardOf(setting)) {}
 
   private:
-    static bool hasCome(const Setting& setting) {
-        const bool isAwaited = (ParamFlags(BankOf(setting.board), setting.number) & flag::Pending) != 0;
-        return ParamIsFresh(setting) && !isAwaited;
+    static int boardOf(const Setting& setting) {
+        const int board = BankOf(setting.board);
+        const bool isAwaited = (ParamFlags(board, setting.number) & flag::Pending) != 0;
+        return ParamIsFresh(setting) && !isAwaited ? board : Control::NoBoard;
     }
 };
 

@@ -7,6 +7,7 @@
 #include "link/presence.h"
 #include "link/value_helpers.h"
 #include "pages/common/offset_bar.h"
+#include "pages/common/units.h"
 
 namespace kestrel {
 
@@ -38,6 +39,13 @@ void TablePage::Form_Unload() {
     if (timer_) timer_->Enabled = false;
 }
 
+void TablePage::ReadAgain() {
+    const KeepSubscriptions kept;
+    PageRelease();
+    PageSubscribe();
+    Form_Activate();
+}
+
 void TablePage::PageSubscribe() { WatchAll(lists_.subscriptions); }
 
 void TablePage::PageRelease() { ReleaseAll(lists_.releases); }
@@ -60,6 +68,8 @@ void TablePage::whenComes(const Setting& setting, std::function<void(ParamValue)
 void TablePage::bar(const BarRow& row, Label& caption, ScrollBar& bar, Label& value) {
     bar.design(row.min, row.max, row.largeStep);
     bar.scale.decimals = row.decimals;
+    bar.scale.words = row.text;
+    Measure(bar, value, row.setting);
     value.showsValue(row.longest ? row.longest : textOf(row, WidestByte));
     if (row.line != 0) this->caption(caption.Caption, row.line);
     whenComes(row.setting, [&bar, &value, row](ParamValue came) {

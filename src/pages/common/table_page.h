@@ -37,6 +37,8 @@ class TablePage : public Page {
     void Form_Activate() override;
     void Form_Unload() override;
     void SLabel_Change(int n, ParamValue value) override;
+    void ReadAgain() override;
+    void ShowTexts() override { PageCaptions(); }
 
   protected:
     /// A title line of 0 leaves the caption to the page. The lists stay the page's own.

@@ -15,6 +15,7 @@ class FrmAllarmi : public TablePage {
 
     Label Label1;
     ListView ListView1;
+    CommandButton copyList;    ///< gives the list to other programs
     ProgressBar ProgressBar1;  ///< fills while the ring is being read for the first time
 
     Layout Arrange() override;

@@ -48,7 +48,7 @@ constexpr std::array<ParamRun, 10> Releases = {{
     sector::TankOffset,
 }};
 
-constexpr int TitleLine = 31;  ///< that of the menu
+constexpr int TitleLine = 32;
 
 }  // namespace
 

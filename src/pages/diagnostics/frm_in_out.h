@@ -133,6 +133,8 @@ class FrmInOut : public TablePage {
     ControlArray<Label, MasterInputs> masterNumbers_;  ///< of the rows, for people who talk about them
     ControlArray<Label, HotDrinkInputs> inputNumbers_;
     ControlArray<Label, HotDrinkOutputs> outputNumbers_;
+    ControlArray<Label, 2> inputHeads_;   ///< of the master and of the hot-drink board
+    ControlArray<Label, 2> outputHeads_;  ///< of the hot-drink and of the sector board
 };
 
 }  // namespace kestrel

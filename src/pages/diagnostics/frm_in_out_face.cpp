@@ -3,6 +3,7 @@
 #include <array>
 
 #include "language/language_files.h"
+#include "pages/common/own_words.h"
 #include "pages/diagnostics/frm_in_out.h"
 
 namespace kestrel {
@@ -33,33 +34,34 @@ constexpr int Red = 255;
 constexpr std::array<int, FrmInOut::HotDrinkInputs> InputLamp = {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 14, 17};
 
 constexpr int OutputColumns = 4;
-constexpr const char* Number = "00";             // the longest
-constexpr const char* NumberWithRoom = "   00";  // the room keeps blocks side by side apart
+constexpr const char* LongestNumber = "00";
 
 }  // namespace
 
 /// Captions stand behind their lamps and switches, so that blocks side by side stay apart.
 void FrmInOut::nameRows() {
-    const auto number = [](Label& label, int i, const char* longest) {
-        label.showsValue(longest);
+    const auto number = [](Label& label, int i) {
+        label.showsValue(LongestNumber);
         label.standsForNoValue = true;
         label.Caption = std::to_string(i + 1);
     };
     for (int i = 0; i < MasterInputs; ++i) {
-        number(masterNumbers_[i], i, Number);
+        number(masterNumbers_[i], i);
         LedX1[i].namedBy(&Label1[i]);
     }
     for (int i = 0; i < HotDrinkInputs; ++i) {
-        number(inputNumbers_[i], i, Number);
+        number(inputNumbers_[i], i);
         iLedRectangleX1[InputLamp[static_cast<std::size_t>(i)]].namedBy(&Label3[i]);
     }
     for (int i = 0; i < HotDrinkOutputs; ++i) {
-        number(outputNumbers_[i], i, NumberWithRoom);
+        number(outputNumbers_[i], i);
         SwitchLed1[i].namedBy(&Label4[i]);
     }
     for (int i = 0; i < SectorOutputs; ++i) SwitchLed3[i].namedBy(&Label5[i]);
     SwitchLed4.namedBy(&Label2);
     iAnalogX1.digits = 3;
+    for (Label& head : inputHeads_) head.role = Label::Role::Heading;
+    for (Label& head : outputHeads_) head.role = Label::Role::Heading;
 }
 
 Layout FrmInOut::Arrange() {
@@ -70,30 +72,35 @@ Layout FrmInOut::Arrange() {
         inputs.emplace_back(Label3[i]);
     }
 
-    Layout hotDrink(Layout::Kind::Row, {Grid(3, inputs)});
+    Layout outputs(Layout::Kind::Row);
     constexpr int OutputRows = HotDrinkOutputs / OutputColumns;
-    for (int first = 0; first < HotDrinkOutputs; first += OutputRows)
-        hotDrink.children.push_back(Rows(Indexes(first, first + OutputRows - 1), outputNumbers_, SwitchLed1, Label4));
-
-    Layout sector(Layout::Kind::Row, {});
-    for (int bit = 0; bit < OutputsPerByte; ++bit) {
-        std::vector<int> column;
-        for (int i = bit; i < SectorOutputs; i += OutputsPerByte) column.push_back(i);
-        sector.children.push_back(Rows(column, SwitchLed3, Label5));
+    for (int first = 0; first < HotDrinkOutputs; first += OutputRows) {
+        std::vector<Layout> column;
+        for (int i = first; i < first + OutputRows; ++i)
+            column.push_back(Target{outputNumbers_[i], SwitchLed1[i], Label4[i]});
+        outputs.children.push_back(Grid(1, std::move(column)));
     }
-    sector.children.push_back(Column{Row{SwitchLed4, Label2}, Row{Label8, iAnalogX2}});
+
+    Layout sectors(Layout::Kind::Row);
+    for (int bit = 0; bit < OutputsPerByte; ++bit) {
+        std::vector<Layout> column;
+        for (int i = bit; i < SectorOutputs; i += OutputsPerByte) column.push_back(Target{SwitchLed3[i], Label5[i]});
+        sectors.children.push_back(Grid(1, std::move(column)));
+    }
+    sectors.children.push_back(Column{Target{SwitchLed4, Label2}, Row{Label8, iAnalogX2}});
 
     return Column{
         Row{
             Column{
                 Row{Command1, Label7},
-                Group(Frame1, Rows(Indexes(0, MasterInputs - 1), masterNumbers_, LedX1, Label1)),
+                Group(Frame1,
+                      Column{inputHeads_[0], Rows(Indexes(0, MasterInputs - 1), masterNumbers_, LedX1, Label1)}),
                 Row{Label6, iAnalogX1},
                 Gap(),
             },
-            Group(Frame2, hotDrink),
+            Group(Frame2, Row{Column{inputHeads_[1], Grid(3, inputs)}, Column{outputHeads_[0], outputs}}),
         },
-        Group(Frame3, sector),
+        Group(Frame3, Column{outputHeads_[1], sectors}),
     };
 }
 
@@ -122,6 +129,8 @@ void FrmInOut::ShowTestState() {
     Command1.Caption = LanguageTable(TestActive ? StopLine : StartLine);
     Label7.Caption = LanguageTable(TestActive ? RunningLine : NormalLine);
     Label7.ForeColor = TestActive ? Green : Red;
+    for (Label& head : inputHeads_) head.Caption = OwnWord(Own::Inputs);
+    for (Label& head : outputHeads_) head.Caption = OwnWord(TestActive ? Own::Outputs : Own::LockedOutputs);
 }
 
 }  // namespace kestrel

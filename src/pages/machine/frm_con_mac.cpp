@@ -8,6 +8,8 @@
 #include "link/presence.h"
 #include "link/subscriptions.h"
 #include "link/value_helpers.h"
+#include "pages/common/own_words.h"
+#include "pages/common/units.h"
 #include "pages/machine/frm_con_mac_tables.h"
 
 namespace kestrel {
@@ -62,9 +64,24 @@ void forAllSubscriptions(void (*act)(const ParamRun&)) {
     for (const ParamRun& run : LastSubscriptions) act(run);
 }
 
+/// Of the valves that a cold one can be paired with.
+constexpr std::array<const char*, FrmConMac::ColdRows> ColdNumbers = {"1", "3", "4"};
+
+/// Broken at the blank that is nearest to its middle, so that a column of the table need not be as wide.
+std::string inTwoLines(std::string text) {
+    const std::size_t before = text.rfind(' ', text.size() / 2);
+    const std::size_t behind = text.find(' ', text.size() / 2);
+    const std::size_t middle = text.size() / 2;
+    std::size_t blank = behind;
+    if (before != std::string::npos && (behind == std::string::npos || middle - before < behind - middle))
+        blank = before;
+    if (blank != std::string::npos) text[blank] = '\n';
+    return text;
+}
+
 void writeBoth(const Setting& setting, int value) { WriteTwice(setting, static_cast<unsigned>(value)); }
 
-/// What the largest machine of all may have; the machine at hand refuses what is above its own limit.
+/// What the largest machine of all may have.
 int highestPosition(int slider) {
     int highest = 0;
     for (const MoveLimit& limit : MoveLimits)
@@ -76,6 +93,7 @@ int highestPosition(int slider) {
 
 FrmConMac::FrmConMac() : TablePage("FrmConMac", TitleLine, {}) {
     for (int i = 0; i < Counts; ++i) iSwSliderX1[i].PositionLabels = numberLabels(1, highestPosition(i) + 1);
+    offerCounts();
     iSwSliderX2.PositionLabels = numberLabels(0, HighestSugarBox);
     for (RotarySwitch& mixer : iSwRotaryX3) mixer.PositionLabels = numberLabels(0, countRow(MixerSlider).highestShown);
     for (RotarySwitch& pairing : isrAbb) pairing.PositionLabels = numberLabels(0, HighestColdPairing);
@@ -85,10 +103,9 @@ FrmConMac::FrmConMac() : TablePage("FrmConMac", TitleLine, {}) {
         HScroll8[i].design(0, 9, 1);
         Label8s[i].showsValue("255");
     }
-    constexpr std::array<const char*, ColdRows> numbers = {"1", "3", "4"};
     for (int i = 0; i < ColdRows; ++i)
         lblAbb[i].Caption =
-            std::string("abbinamento ev. freddo ") + numbers[static_cast<std::size_t>(i)] + " elettrovalvola";
+            std::string("abbinamento ev. freddo ") + ColdNumbers[static_cast<std::size_t>(i)] + " elettrovalvola";
     iSwSliderX1.OnPositionChange([this](int Index) { iSwSliderX1_PositionChange(Index); });
     iSwSliderX2.OnPositionChange([this] { iSwSliderX2_PositionChange(); });
     iSwRotaryX3.OnPositionChange([this](int Index) { iSwRotaryX3_PositionChange(Index); });
@@ -103,23 +120,30 @@ void FrmConMac::designValveGroup(std::size_t g) {
         group.captions[i].Caption = std::to_string(i + 1);
         group.bars[i].design(0, row.max, row.tenths ? 10 : 1);
         group.bars[i].scale.decimals = row.tenths ? 1 : 0;
+        Measure(group.bars[i], group.values[i], row.settings[i]);
         group.values[i].showsValue(row.tenths ? "25.5" : "255");
     }
     group.bars.OnChange([this, g](int Index) { ValveBar_Change(g, Index); });
 }
 
+/// What belongs to a valve stands in its row: its mixer, its powders, its drip time.
+Layout FrmConMac::arrangeValves() {
+    std::vector<Layout> cells = {Gap(), Gap(), Gap()};
+    for (Label& head : valveHeads_) cells.insert(cells.end(), {head, Gap()});
+    for (int i = 0; i < Valves; ++i) {
+        cells.insert(cells.end(), {Labelx3[i], iSwRotaryX3[i], Label4[i]});
+        for (const ValveGroup& group : valveGroups_) cells.insert(cells.end(), {group.bars[i], group.values[i]});
+    }
+    return Group(valves_, Grid(3 + 2 * static_cast<int>(ValveGroups), std::move(cells)));
+}
+
 Layout FrmConMac::Arrange() {
-    const auto rowsOf = [this](std::size_t g) {
-        const ValveGroup& group = valveGroups_[g];
-        return Group(group.frame, Rows(Indexes(0, Valves - 1), group.captions, group.bars, group.values));
-    };
     const Layout counts = Grid(
         2, {Labelx1[0], iSwSliderX1[0], Labelx1[1], iSwSliderX1[1], Labelx1[2], iSwSliderX1[2], Labelx2, iSwSliderX2});
     return Column{
-        Row{counts, Rows(Indexes(0, Valves - 1), Labelx3, iSwRotaryX3)},
-        Row{rowsOf(0), rowsOf(1), rowsOf(2), rowsOf(3)},
-        Row{Group(Frame8, Rows(Indexes(0, Powders - 1), Label8, HScroll8, Label8s)),
-            Group(frAbb, Rows(Indexes(0, ColdRows - 1), lblAbb, isrAbb))},
+        Row{Group(counts_, counts), Group(frAbb, Rows(Indexes(0, ColdRows - 1), lblAbb, isrAbb))},
+        arrangeValves(),
+        Group(Frame8, Rows(Indexes(0, Powders - 1), Label8, HScroll8, Label8s)),
     };
 }
 
@@ -137,8 +161,14 @@ void FrmConMac::PageCaptions() {
     for (int i = 0; i < Counts; ++i) Labelx1[i].Caption = LanguageTable(countRow(i).line);
     Labelx2.Caption = LanguageTable(SugarBoxLine);
     for (int i = 0; i < Valves; ++i) Labelx3[i].Caption = LanguageTable(MixerLine) + " " + std::to_string(i + 1);
-    for (std::size_t g = 0; g < valveGroups_.size(); ++g)
+    for (std::size_t g = 0; g < valveGroups_.size(); ++g) {
         valveGroups_[g].frame.Caption = LanguageTable(ValveGroupRows[g].line);
+        valveHeads_[static_cast<int>(g)].Caption = inTwoLines(valveGroups_[g].frame.Caption);
+    }
+    valves_.Caption = OwnWord(Own::Valves);
+    frAbb.Caption = OwnWord(Own::ColdPairing);
+    for (int i = 0; i < ColdRows; ++i)
+        lblAbb[i].ToolTip = OwnWord(Own::ColdPairingOf) + " " + ColdNumbers[static_cast<std::size_t>(i)];
     Frame8.Caption = LanguageTable(DoubleProductLine);
 }
 
@@ -163,6 +193,15 @@ void FrmConMac::isrAbb_PositionChange(int Index) {
 
 void FrmConMac::iSwSliderX2_PositionChange() {
     if (!Updating) writeBoth(hot_drink::MachineSugarBox, iSwSliderX2.Position);
+}
+
+/// What the machine at hand would refuse is not offered.
+void FrmConMac::offerCounts() {
+    for (int i = 0; i < Counts; ++i) {
+        int highest = highestPosition(i);
+        while (refuses(i, highest)) --highest;
+        iSwSliderX1[i].highestOffered = highest;
+    }
 }
 
 bool FrmConMac::refuses(int slider, int position) const {

@@ -64,6 +64,8 @@ class FrmConMac : public TablePage {
     void isrAbb_PositionChange(int Index);
     void ValveBar_Change(std::size_t g, int Index);  ///< HScroll4 to HScroll7
     void HScroll8_Change(int Index);
+    Layout arrangeValves();
+    void offerCounts();
     bool refuses(int slider, int position) const;
 
     void takePresence(ParamValue value);
@@ -82,6 +84,8 @@ class FrmConMac : public TablePage {
     void setPowderLive(int powder, bool live);
     void setColdPairingLive(bool live);
 
+    Frame counts_, valves_;
+    ControlArray<Label, static_cast<int>(ValveGroups)> valveHeads_;  ///< captions of Frame4 to Frame7
     const std::array<ValveGroup, ValveGroups> valveGroups_ = {{{Frame4, Label4, HScroll4, Label4s},
                                                                {Frame5, Label5, HScroll5, Label5s},
                                                                {Frame6, Label6, HScroll6, Label6s},

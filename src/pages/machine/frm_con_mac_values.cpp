@@ -91,6 +91,7 @@ bool FrmConMac::takeBar(int n, ParamValue value) {
 
 bool FrmConMac::takeColdMode(int value) {
     ColdMode = value;
+    offerCounts();
     if (FirstLoad) return true;
     if (value == WithColdPairing)
         EnableColdPairing();

@@ -8,6 +8,7 @@
 #include "link/presence.h"
 #include "link/subscriptions.h"
 #include "link/value_helpers.h"
+#include "pages/common/own_words.h"
 #include "pages/machine/frm_opzioni_tables.h"
 
 namespace kestrel {
@@ -16,6 +17,7 @@ using namespace opzioni;
 
 namespace {
 
+constexpr int MenuLine = 23;
 constexpr int LargeStep = 10;
 constexpr int TypedAtMost = 10;
 
@@ -85,7 +87,7 @@ FrmOpzioni::FrmOpzioni() : TablePage("FrmOpzioni", 0, {Subscriptions}) {
         HScroll1[i].design(0, BarRows[static_cast<std::size_t>(i)].max, LargeStep);
         Label10[i].showsValue("255");
     }
-    for (TextBox& box : Text1) box.maxLength = TypedAtMost;
+    for (int i = 0; i < Fields; ++i) DesignNumber(Text1[i], FieldRows[static_cast<std::size_t>(i)].field, TypedAtMost);
     constexpr std::array<const char*, Boards> boardNames = {"Master", "Alder", "Cedar"};
     for (int board = 0; board < Boards; ++board) {
         Label2[2 * board].Caption = "On";
@@ -145,6 +147,8 @@ void FrmOpzioni::PageRelease() {
 }
 
 void FrmOpzioni::PageCaptions() {
+    ToolTip = LanguageTable(MenuLine);
+    Label7s[PowerBoard].ToolTip = OwnWord(Own::PowerBoardRevision);
     for (const ToggleRow& row : ToggleRows) Label1[row.index].Caption = LanguageTable(row.line);
     for (int i = 0; i < Bars; ++i) Label6[i].Caption = LanguageTable(BarRows[static_cast<std::size_t>(i)].line);
     for (const FieldRow& row : FieldRows) Label6[row.caption].Caption = LanguageTable(row.line);

@@ -43,7 +43,7 @@ bool FrmOpzioni::takeOptionByte(int n, ParamValue value) {
             if (row.byte == byte) {
                 // Where the master has the credit time-out, its own byte is the one that is written.
                 const bool ofOtherByte = row.index == CreditTimeout && BoardRevision() == RevisionWithCreditTimeout;
-                const Speaking board(nullptr, !ofOtherByte);
+                const Speaking board(nullptr, ofOtherByte ? NoBoard : int{CurrentBank});
                 SwitchX1[row.index].Active = (latest_[byte] >> row.bit & 1) != 0;
             }
         if (byte == PaymentByte) showPaymentSystem();

@@ -4,6 +4,7 @@
 #include <array>
 
 #include "pages/common/number_field.h"
+#include "pages/common/own_words.h"
 
 namespace kestrel {
 
@@ -31,14 +32,22 @@ FrmPassword::FrmPassword() : TablePage("FrmPassword", TitleLine, {Subscriptions}
     for (int i = 0; i < Codes; ++i) {
         const CodeRow& row = CodeRows[static_cast<std::size_t>(i)];
         caption(Label1[i].Caption, row.line);
-        Text1[i].maxLength = TypedAtMost;
+        DesignNumber(Text1[i], row.field, TypedAtMost);
+        Text1[i].Concealed = true;
+        reveal[i].standsForNoValue = true;
         whenComes(row.field.setting, [&box = Text1[i]](ParamValue value) { box.Text = std::to_string(value); });
     }
+    reveal.OnClick([this](int Index) { Text1[Index].Concealed = !reveal[Index].Active; });
     Text1.OnKeyPress([this](int Index, int KeyAscii) { Text1_KeyPress(Index, KeyAscii); });
     Text1.OnLostFocus([this](int Index) { Text1_LostFocus(Index); });
 }
 
-Layout FrmPassword::Arrange() { return Rows(Indexes(0, Codes - 1), Label1, Text1); }
+Layout FrmPassword::Arrange() { return Rows(Indexes(0, Codes - 1), Label1, Text1, reveal); }
+
+void FrmPassword::PageCaptions() {
+    TablePage::PageCaptions();
+    for (RevealSwitch& eye : reveal) eye.ToolTip = OwnWord(Own::ShowCode);
+}
 
 void FrmPassword::Text1_KeyPress(int Index, int KeyAscii) {
     if (Updating || KeyAscii != TextBox::EnterKey) return;

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "pages/common/table_page.h"
+#include "platform/switches.h"
 
 namespace kestrel {
 
@@ -12,12 +13,14 @@ class FrmPassword : public TablePage {
 
     FrmPassword();
 
-    ControlArray<Label, Codes> Label1;   ///< captions
-    ControlArray<TextBox, Codes> Text1;  ///< service, sales data, clearing of data
+    ControlArray<Label, Codes> Label1;         ///< captions
+    ControlArray<TextBox, Codes> Text1;        ///< service, sales data, clearing of data
+    ControlArray<RevealSwitch, Codes> reveal;  ///< customers can see the screen too: a code is shown on demand
 
     Layout Arrange() override;
 
   private:
+    void PageCaptions() override;
     void Text1_KeyPress(int Index, int KeyAscii);
     void Text1_LostFocus(int Index);
 };

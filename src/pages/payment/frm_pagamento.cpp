@@ -249,22 +249,30 @@ void FrmPagamento::openFramesOfSystem() {
         DisableCoinFrame();
         DisableCoinSeven();
         EnableMdbFrame();
+        showSystem(Frame2);
     } else if ((paymentOptions_ & ExecutiveSystem) != 0) {
         DisableMdbFrame();
         DisableCoinFrame();
         DisableCoinSeven();
         EnableExecutiveFrame();
+        showSystem(Frame4);
     } else if ((paymentOptions_ & G13System) != 0) {
         DisableMdbFrame();
         DisableExecutiveFrame();
         DisableCoinSeven();
         EnableCoinFrame();
+        showSystem(Frame1);
     } else {
         DisableMdbFrame();
         DisableExecutiveFrame();
         DisableCoinFrame();
         EnableCoinSeven();
+        showSystem(Frame1);
     }
+}
+
+void FrmPagamento::showSystem(const FoldingFrame& inUse) {
+    for (FoldingFrame* frame : {&Frame1, &Frame2, &Frame4}) frame->setInUse(frame == &inUse);
 }
 
 void FrmPagamento::showSaleOptions(unsigned options) {

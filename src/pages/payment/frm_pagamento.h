@@ -6,6 +6,7 @@
 
 #include "pages/common/table_page.h"
 #include "pages/payment/amount_rows.h"
+#include "platform/folding_frame.h"
 #include "platform/switches.h"
 
 namespace kestrel {
@@ -17,18 +18,18 @@ class FrmPagamento : public TablePage {
 
     FrmPagamento();
 
-    Frame Frame1;                              ///< G13: values of the coins; the token system uses the seventh alone
+    FoldingFrame Frame1;                       ///< G13: values of the coins; the token system uses the seventh alone
     ControlArray<Label, Coins> Label1;         ///< captions
     ControlArray<ScrollBar, Coins> HScroll10;  ///< raw amounts, less 32768
     ControlArray<Label, Coins> Label10;        ///< amounts as the board holds them
 
-    Frame Frame4;                  ///< Executive
+    FoldingFrame Frame4;           ///< Executive
     SliderSwitch SliderX5;         ///< normal, differentiated ECS, price holding
     Label Label8;                  ///< caption of scrTP
     ScrollBar scrTP;               ///< price time-out, tenths
     Label Label8v;                 ///< its value
     Label Label13;                 ///< caption of SwitchX5(0)
-    Frame Frame2;                  ///< MDB
+    FoldingFrame Frame2;           ///< MDB
     Frame Frame3;                  ///< coins
     Frame Frame6;                  ///< banknotes
     Frame Frame5;                  ///< tokens
@@ -81,6 +82,7 @@ class FrmPagamento : public TablePage {
     void showDecimals(int decimals);
     void showPaymentOptions(unsigned options);
     void openFramesOfSystem();
+    void showSystem(const FoldingFrame& inUse);
     void showSaleOptions(unsigned options);
     void showCoinBit();
     void showBanknoteBit();
@@ -94,6 +96,7 @@ class FrmPagamento : public TablePage {
     void SliderX6_Change();
     void SwitchX5_Change(int Index);
 
+    Frame creditLimits_;
     AmountRows coins_;
     AmountRows tokens_;
     AmountRows credits_;

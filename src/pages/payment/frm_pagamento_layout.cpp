@@ -1,5 +1,6 @@
 // Payment system: ranges, captions and layout of the page.
 #include "language/language_files.h"
+#include "pages/common/own_words.h"
 #include "pages/common/position_labels.h"
 #include "pages/payment/frm_pagamento.h"
 
@@ -49,10 +50,15 @@ Layout FrmPagamento::Arrange() {
         tokens.children.emplace_back(iSwSliderX3[i]);
         tokens.children.push_back(Gap());
     }
-    return Row{
-        Column{Group(Frame1, Rows(Indexes(0, Coins - 1), Label1, HScroll10, Label10)), Group(Frame4, executive)},
-        Column{Group(Frame2, Row{Column{Group(Frame3, coins), Group(Frame6, banknotes)}, Group(Frame5, tokens)}),
-               Rows({2, 3}, Label4, HScroll11, Label11)},
+    const Layout coinValues = Row{Rows(Indexes(0, Coins / 2 - 1), Label1, HScroll10, Label10),
+                                  Rows(Indexes(Coins / 2, Coins - 1), Label1, HScroll10, Label10)};
+    return Column{
+        Folding{
+            Group(Frame2, Row{Column{Group(Frame3, coins), Group(Frame6, banknotes)}, Group(Frame5, tokens)}),
+            Group(Frame1, coinValues),
+            Group(Frame4, executive),
+        },
+        Group(creditLimits_, Rows({2, 3}, Label4, HScroll11, Label11)),
     };
 }
 
@@ -71,6 +77,9 @@ void FrmPagamento::PageCaptions() {
     for (const auto& text : texts) text.caption = LanguageTable(text.line);
     for (int i = 0; i < Coins; ++i) Label1[i].Caption = numbered(CoinLine, i + 1);
     for (int i = 0; i < Tokens; ++i) Label6[i].Caption = numbered(TokenLine, i + 1);
+
+    creditLimits_.Caption = OwnWord(Own::CreditLimits);
+    for (SliderSwitch& yesNo : SwitchX5) yesNo.ToolTip = OwnWord(Own::NoYes);
 
     const std::string offOn = TwoPositions(OffLine, OnLine);
     for (SliderSwitch* control : {&SliderX4, &SliderX6, &iSwitchSliderX2}) control->PositionLabels = offOn;

@@ -38,6 +38,7 @@ constexpr int PreselectionLine = 176;  ///< of row 30; the other rows follow
 
 FrmPrezzi::FrmPrezzi() : TablePage("FrmPrezzi", TitleLine, {Subscriptions}), amounts_(Runs, HScroll1, Label1) {
     Switch1.PositionLabels = "Off, On";
+    isSheet = true;
     HScroll1.OnChange([this](int Index) { HScroll1_Change(Index); });
     Switch1.OnPositionChange([this] { Switch1_Change(); });
 }

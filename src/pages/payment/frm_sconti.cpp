@@ -34,6 +34,7 @@ constexpr int PreselectionLine = 186;  ///< of row 30; the other rows follow
 }  // namespace
 
 FrmSconti::FrmSconti() : TablePage("FrmSconti", TitleLine, {Subscriptions}), amounts_(Runs, HScroll1, Label1) {
+    isSheet = true;
     HScroll1.OnChange([this](int Index) { HScroll1_Change(Index); });
 }
 

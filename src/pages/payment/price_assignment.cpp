@@ -4,6 +4,7 @@
 #include <array>
 
 #include "language/language_files.h"
+#include "link/money.h"
 #include "link/presence.h"
 #include "link/value_helpers.h"
 #include "pages/common/sector_names.h"
@@ -58,8 +59,10 @@ PriceAssignment::PriceAssignment(const AssignmentDesign& design)
     : TablePage(design.name, design.titleLine, {design.subscriptions}), design_(design) {
     for (int k = 0; k < design_.rows.size(); ++k) {
         HScroll1[k].design(LowestPrice, HighestPrice, LargeStep);
-        Label1[k].showsValue("256");
+        Label1[k].showsValue("30");
+        if (!isDense()) Label1[k].widestUnit = "– 0.00";
     }
+    isSheet = true;
     HScroll1.OnChange([this](int Index) { HScroll1_Change(Index); });
 }
 
@@ -71,11 +74,16 @@ Layout PriceAssignment::Arrange() {
             lists.children.push_back(Rows(Indexes(first, first + length - 1), Label11, HScroll1, Label1));
         return lists;
     }
-    // As the sectors lie in the machine: narrow cells, each with its caption above its bar.
-    std::vector<Layout> cells;
-    cells.reserve(static_cast<std::size_t>(design_.rows.size()));
-    for (int k = 0; k < design_.rows.size(); ++k) cells.push_back(Column{Label11[k], Row{HScroll1[k], Label1[k]}});
-    return Grid(design_.columns, std::move(cells));
+    // As the sectors lie in the machine: narrow cells, each with its caption above its bar, in columns that stand
+    // below one another where there is no room for all of them side by side.
+    Layout columns(Layout::Kind::Row);
+    for (int column = 0; column < design_.columns; ++column) {
+        std::vector<Layout> cells;
+        for (int k = column; k < design_.rows.size(); k += design_.columns)
+            cells.push_back(Column{Label11[k], Row{HScroll1[k], Label1[k]}});
+        columns.children.push_back(Grid(1, std::move(cells)));
+    }
+    return columns;
 }
 
 void PriceAssignment::PageSubscribe() {
@@ -138,6 +146,20 @@ void PriceAssignment::valueCame(int n, ParamValue value) {
     }
     const int k = ArrivedAt(n, design_.rows);
     if (k >= 0) SetBar(Label1[k], HScroll1[k], value + LowestPrice);
+    if (k >= 0) showAmount(k);
+    if (Arrived(n, master::MoneyDecimals) || ArrivedAt(n, master::Price) >= 0)
+        for (int row = 0; row < design_.rows.size(); ++row) showAmount(row);
+}
+
+/// Where the price list is known: this page asks for no price. Narrow cells have no room for it but in their tips.
+void PriceAssignment::showAmount(int row) {
+    const auto price = ParamRead(design_.rows[row]);
+    const bool isKnown = price < master::Price.size() && ParamIsFresh(design_.rows[row]) &&
+                         ParamIsFresh(master::MoneyDecimals) && ParamIsFresh(master::Price[static_cast<int>(price)]);
+    auto& told = isDense() ? Label1[row].ToolTip : Label1[row].Unit;
+    told = isKnown ? "– " + FormatAmount(ParamRead(master::Price[static_cast<int>(price)]),
+                                         DecimalsOf(ParamRead(master::MoneyDecimals)))
+                   : std::string();
 }
 
 void PriceAssignment::followGate() {

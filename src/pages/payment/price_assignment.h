@@ -50,6 +50,9 @@ class PriceAssignment : public TablePage {
     void DisableBars();
     void setBars(bool open);
     void followGate();
+    void showAmount(int row);
+    /// Its cells have room for a number alone.
+    bool isDense() const { return design_.columns > 2; }
     void valueCame(int n, ParamValue value) override;
     void valueShown() override;
     bool enoughRowsAreFresh() const;

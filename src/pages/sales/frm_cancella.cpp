@@ -3,10 +3,10 @@
 
 #include "language/language_files.h"
 #include "link/identification.h"
-#include "link/loaded_pages.h"
 #include "link/settings.h"
 #include "link/value_helpers.h"
 #include "pages/common/confirmation.h"
+#include "pages/common/own_words.h"
 
 namespace kestrel {
 
@@ -27,6 +27,7 @@ constexpr int Steps = 20;
 
 constexpr int TitleLine = 21;
 constexpr int DoneLine = 258;
+constexpr int TotalsLine = 15;
 
 bool hasSecondButton() { return BoardRevision() >= FirstRevisionOfSecond; }
 
@@ -38,7 +39,7 @@ FrmCancella::FrmCancella() : TablePage("FrmCancella", TitleLine, {}) {
     for (CommandButton& command : cmdCancella) command.standsForNoValue = true;
     mnuClose.Caption = "Close";
     cmdCancella.OnClick([this](int Index) { cmdCancella_Click(Index); });
-    mnuClose.OnClick([this] { UnloadPageLater(*this); });
+    mnuClose.OnClick([this] { UserClose(); });
     Timer1.OnTimer([this] { Timer1_Timer(); });
 }
 
@@ -46,7 +47,7 @@ Layout FrmCancella::Arrange() {
     Layout commands = Column{cmdCancella[0]};
     if (hasSecondButton()) commands.children.emplace_back(cmdCancella[1]);
     return Column{
-        Group(Frame1, Column{commands, lbrInfo, lblInfo}),
+        Group(Frame1, Column{commands, checkHint, Gap(), Row{lbrInfo, lblInfo}}),
         Row{Gap(), mnuClose},
     };
 }
@@ -66,6 +67,8 @@ void FrmCancella::PageCaptions() {
     for (int i = 0; i < cmdCancella.size(); ++i)
         cmdCancella[i].Caption = LanguageTable(Clearings[static_cast<std::size_t>(i)].line);
     lblInfo.Caption = "";
+    mnuClose.ToolTip = OwnWord(Own::ClosePage);
+    checkHint.Caption = OwnWord(Own::CheckAfterwards) + " " + LanguageTable(TotalsLine);
 }
 
 void FrmCancella::cmdCancella_Click(int Index) {

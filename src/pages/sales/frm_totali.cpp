@@ -1,6 +1,7 @@
 // Totals: the machine's sales totals.
 #include "pages/sales/frm_totali.h"
 
+#include <algorithm>
 #include <array>
 
 #include "link/money.h"
@@ -55,11 +56,14 @@ FrmTotali::FrmTotali() : TablePage("FrmTotali", TitleLine, {Subscriptions}) {
         Label& label = valueLabel(row.clearable, row.index);
         label.showsValue(LongestTotal);
         caption((row.clearable ? Label2[row.index] : Label1[row.index]).Caption, row.line);
-        whenComes(row.total, [this, &label, kind = row.kind](ParamValue value) {
-            if (kind == Kind::Count)
+        whenComes(row.total, [this, &label, &row](ParamValue value) {
+            if (row.kind == Kind::Count) {
                 label.Caption = std::to_string(value);
-            else if (ParamIsFresh(master::MoneyDecimals))
-                label.Caption = FormatAmount(value, decimals_);
+                if (row.clearable) tally(row.index, value);
+            } else if (ParamIsFresh(master::MoneyDecimals)) {
+                // Known from another page perhaps, and not told to this one yet.
+                label.Caption = FormatAmount(value, DecimalsOf(ParamRead(master::MoneyDecimals)));
+            }
         });
     }
     readsAgain(Timer1);
@@ -73,6 +77,14 @@ Layout FrmTotali::Arrange() {
 }
 
 Label& FrmTotali::valueLabel(bool clearable, int index) { return clearable ? Label3[index] : Label4[index]; }
+
+/// Counts are measured by the highest of them; money is no count and has no bar.
+void FrmTotali::tally(int index, ParamValue count) {
+    counts_[index] = count;
+    double highest = 1;
+    for (const auto& [row, each] : counts_) highest = std::max(highest, static_cast<double>(each));
+    for (const auto& [row, each] : counts_) Label3[row].Share = static_cast<double>(each) / highest;
+}
 
 void FrmTotali::showDecimals(int decimals) {
     decimals_ = decimals;

@@ -64,9 +64,9 @@ constexpr std::array CoinBlocks = {Coins};
 }  // namespace
 
 constexpr CounterDesign FrmBattute = {"FrmBattute", "", 16, PaidBlocks};
-constexpr CounterDesign FrmGratis = {"FrmGratis", "Gratis", 0, FreeBlocks};
-constexpr CounterDesign FrmBricco = {"FrmBricco", "Bricco", 0, JugBlocks};
-constexpr CounterDesign FrmProva = {"FrmProva", "Prova", 0, TestBlocks};
+constexpr CounterDesign FrmGratis = {"FrmGratis", "Gratis", 0, FreeBlocks, 17};
+constexpr CounterDesign FrmBricco = {"FrmBricco", "Bricco", 0, JugBlocks, 18};
+constexpr CounterDesign FrmProva = {"FrmProva", "Prova", 0, TestBlocks, 19};
 constexpr CounterDesign FrmMonete = {"FrmMonete", "", 20, CoinBlocks};
 
 }  // namespace kestrel

@@ -2,10 +2,12 @@
 // One page on five tables: paid, free, jug and test vends, and coins. It only reads, and scales nothing.
 #pragma once
 
+#include <map>
 #include <span>
 
 #include "link/subscriptions.h"
 #include "pages/common/table_page.h"
+#include "platform/tally.h"
 
 namespace kestrel {
 
@@ -26,7 +28,7 @@ struct CounterTexts {
 struct CounterBlock {
     enum class Kind { Selection, Sector, Preselection, Coin };
     static constexpr int MostRows = 48;
-    using Labels = ControlArray<Label, MostRows> VendCounters::*;
+    using Labels = ControlArray<Tally, MostRows> VendCounters::*;
 
     Kind kind;
     SettingRange shown;  ///< counters that reach a label
@@ -46,6 +48,7 @@ struct CounterDesign {
     const char* title;
     int titleLine;  ///< or 0: it keeps its design text
     std::span<const CounterBlock> blocks;
+    int menuLine = 0;  ///< of its name in the menu, where its title is no text of the language
 };
 
 extern const CounterDesign FrmBattute;  ///< paid vends
@@ -62,12 +65,15 @@ class VendCounters : public TablePage {
     ControlArray<Frame, 1> Frame2;  ///< sectors
     Frame Frame3;                   ///< preselections
     // Which labels are in use, and what for, is the page's table's matter.
-    ControlArray<Label, CounterBlock::MostRows> Label1;
-    ControlArray<Label, CounterBlock::MostRows> Label2;
-    ControlArray<Label, CounterBlock::MostRows> Label3;
-    ControlArray<Label, CounterBlock::MostRows> Label4;
-    ControlArray<Label, CounterBlock::MostRows> Label11;
+    ControlArray<Tally, CounterBlock::MostRows> Label1;
+    ControlArray<Tally, CounterBlock::MostRows> Label2;
+    ControlArray<Tally, CounterBlock::MostRows> Label3;
+    ControlArray<Tally, CounterBlock::MostRows> Label4;
+    ControlArray<Tally, CounterBlock::MostRows> Label11;
     Timer Timer1{15000};  ///< milliseconds; has the counters read again
+
+    /// The sum of a block's counters, once all of them have come.
+    const Label& sum(CounterBlock::Kind kind) const { return sums_.at(kind).figure; }
 
     Layout Arrange() override;
     void SLabel_Change(int n, ParamValue value) override;
@@ -77,12 +83,22 @@ class VendCounters : public TablePage {
     void PageRelease() override;
     void PageCaptions() override;
     Frame* frameOf(CounterBlock::Kind kind);
-    Label& value(const CounterBlock& block, int row) { return (this->*block.values)[block.firstLabel + row]; }
+    Tally& value(const CounterBlock& block, int row) { return (this->*block.values)[block.firstLabel + row]; }
     Label& caption(const CounterBlock& block, int row) { return (this->*block.captions)[block.firstLabel + row]; }
     Layout arrangeBlock(const CounterBlock& block);
+    Layout sumOf(const CounterBlock& block);
+    void tally(const CounterBlock& block, int row, ParamValue number);
     void captionBlock(const CounterBlock& block);
+    void explainBlock(const CounterBlock& block);
+
+    struct Sum {
+        Label caption;
+        Label figure;
+        std::map<int, ParamValue> counts;  ///< by row, as far as they have come
+    };
 
     const CounterDesign& design_;
+    std::map<CounterBlock::Kind, Sum> sums_;
 };
 
 }  // namespace kestrel

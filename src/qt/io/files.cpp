@@ -4,6 +4,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QSaveFile>
+#include <QStandardPaths>
 #include <algorithm>
 #include <system_error>
 
@@ -39,6 +40,15 @@ void writeOver(const fs::path& file, const QByteArray& content) {
     fail(error_number::FileAccess, file, reason);
 }
 
+/// Only the user may look into a new one.
+void makeDirectory(const fs::path& directory) {
+    std::error_code trouble;
+    if (fs::exists(directory, trouble)) return;
+    if (directory.has_relative_path()) makeDirectory(directory.parent_path());
+    if (!fs::create_directory(directory, trouble)) fail(error_number::FileAccess, directory, trouble.message());
+    fs::permissions(directory, fs::perms::owner_all, trouble);
+}
+
 }  // namespace
 
 std::string readWholeFile(const fs::path& file) {
@@ -50,7 +60,17 @@ std::string readWholeFile(const fs::path& file) {
     return content.toStdString();
 }
 
+bool canBeWritten(const fs::path& file) {
+    const QFileInfo present(pathToQt(file));
+    return present.exists() ? present.isWritable() : QFileInfo(present.path()).isWritable();
+}
+
+fs::path userDirectory() {
+    return toPath(QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation)) / "kestrel";
+}
+
 void writeWholeFile(const fs::path& file, const std::string& content) {
+    makeDirectory(file.parent_path());
     QSaveFile target(pathToQt(file));
     const bool takesNewFiles = QFileInfo(pathToQt(file.parent_path())).isWritable();
     if (!takesNewFiles && QFile::exists(target.fileName())) return writeOver(file, QByteArray::fromStdString(content));

@@ -9,9 +9,13 @@
 namespace kestrel::qt {
 
 std::string readWholeFile(const std::filesystem::path& file);
+/// Whether the file, or a new one in its directory, can be written by this user.
+bool canBeWritten(const std::filesystem::path& file);
+/// Where the user's own configuration of this program belongs; it need not be there.
+std::filesystem::path userDirectory();
 /// The new text is written aside, brought to the disk and put in place of the old one, with its permissions. On a
 /// failure the old file stands and nothing else is left. Where the directory takes no new file the old one is written
-/// over, and put back on a failure.
+/// over, and put back on a failure. A directory that is missing is made.
 void writeWholeFile(const std::filesystem::path& file, const std::string& content);
 /// Names, in order of name, of the plain files whose name ends so; those that are no text are passed over.
 std::vector<std::string> listFilesEnding(const std::filesystem::path& directory, const std::string& ending);

@@ -1,10 +1,12 @@
 // The machine under the program, for people.
 #include "qt/io/qt_platform.h"
 
+#include <QClipboard>
 #include <QCoreApplication>
 #include <QDate>
 #include <QDeadlineTimer>
 #include <QFileInfo>
+#include <QGuiApplication>
 #include <QLocale>
 #include <QProcess>
 #include <QThread>
@@ -97,8 +99,19 @@ void QtPlatform::closeWindow(Window& window) { mainWindow().closeWindow(window);
 bool QtPlatform::isMinimized(Window& window) { return mainWindow().isMinimized(window); }
 Window* QtPlatform::activeWindow() { return mainWindow().activeWindow(); }
 
+void QtPlatform::copyText(const std::string& text) { QGuiApplication::clipboard()->setText(toQt(text)); }
+
 std::string QtPlatform::programName() const {
     return QFileInfo(QCoreApplication::applicationFilePath()).completeBaseName().toStdString();
+}
+
+std::filesystem::path QtPlatform::configurationDirectory() const {
+    const auto& beside = setup_.directory;
+    return !setup_.isOfTheSystem && canBeWritten(beside / (programName() + ".ini")) ? beside : userDirectory();
+}
+
+std::optional<std::filesystem::path> QtPlatform::familyDirectory() const {
+    return setup_.isOfTheSystem ? std::nullopt : Platform::familyDirectory();
 }
 
 void QtPlatform::changeDirectory(const std::filesystem::path& directory) { enterDirectory(directory); }

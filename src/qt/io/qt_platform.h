@@ -25,6 +25,7 @@ class QtPlatform : public Platform {
         /// A line to use in place of real ports, or null.
         std::function<std::unique_ptr<SerialControl>()> simulated{};
         std::string simulatedName{};  ///< what the port menu shows for it
+        bool isOfTheSystem = false;   ///< installed in bin and share: nothing is written there, and no family is above
         /// Nobody is there to answer: messages go to standard error, and the answer is the one that changes nothing.
         bool isUnattended = false;
         /// The program and its arguments that open the demo; empty where it is not offered.
@@ -50,9 +51,13 @@ class QtPlatform : public Platform {
     void closeWindow(Window& window) override;
     bool isMinimized(Window& window) override;
     Window* activeWindow() override;
+    void copyText(const std::string& text) override;
 
     std::filesystem::path programDirectory() const override { return setup_.directory; }
     std::string programName() const override;
+    std::filesystem::path configurationDirectory() const override;
+    std::optional<std::filesystem::path> familyDirectory() const override;
+    std::string toolkit() const override { return std::string("Qt ") + qVersion(); }
     void changeDirectory(const std::filesystem::path& directory) override;
     std::vector<std::string> listFiles(const std::filesystem::path& directory, const std::string& ending) override;
     std::string readFile(const std::filesystem::path& file) override;

@@ -57,13 +57,53 @@ void drawWarning(QPainter& painter, const QPointF& centre) {
     painter.fillRect(QRectF(centre.x() - 0.75, centre.y() + 2, 1.5, 1.5), colors().panel);
 }
 
+/// A filled corner for what was changed and confirmed since the page was opened.
+void drawChanged(QPainter& painter, const QPointF& corner) {
+    constexpr double Side = 8;
+    const QPointF triangle[] = {corner + QPointF(1, 1), corner + QPointF(Side, 1), corner + QPointF(1, Side)};
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(colors().accent);
+    painter.drawPolygon(triangle, 3);
+}
+
 }  // namespace
 
 void drawStanding(QPainter& painter, const ViewBase& view, const QRectF& shape, double radius) {
-    if (!view.waiting() && !view.lost()) return;
-    drawShape(painter, shape, radius, Qt::transparent, view.lost() ? colors().alarm : colors().waiting, 2.0);
-    view.lost() ? drawWarning(painter, shape.topRight() + QPointF(-4, 3))
-                : drawDisc(painter, shape.topRight() + QPointF(-2, 2));
+    switch (view.standing()) {
+        case Standing::Waiting:
+            drawShape(painter, shape, radius, Qt::transparent, colors().waiting, 2.0);
+            return drawDisc(painter, shape.topRight() + QPointF(-2, 2));
+        case Standing::NotTaken:
+            drawShape(painter, shape, radius, Qt::transparent, colors().alarm, 2.0);
+            return drawWarning(painter, shape.topRight() + QPointF(-4, 3));
+        case Standing::Old:
+            drawUnread(painter, shape, radius);
+            break;
+        default:
+            break;
+    }
+    if (view.changed()) drawChanged(painter, shape.topLeft());
+}
+
+QColor standingColor(const ViewBase& view) {
+    switch (view.standing()) {
+        case Standing::Waiting:
+            return readableText(colors().waiting);
+        case Standing::NotTaken:
+            return readableText(colors().alarm);
+        case Standing::Unread:
+        case Standing::Old:
+            return colors().quietText;
+        case Standing::Confirmed:
+            break;
+    }
+    return textColor(view.widget());
+}
+
+QFont oldFont(const QFont& font) {
+    QFont italic = font;
+    italic.setItalic(true);
+    return italic;
 }
 
 void drawMarks(QPainter& painter, const ViewBase& view, const QRectF& shape, double radius) {

@@ -33,10 +33,15 @@ QString dash();
 void drawUnread(QPainter& painter, const QRectF& shape, double radius = CornerRadius);
 void drawUnread(QPainter& painter, const QPainterPath& shape);
 
-/// The mark of a change that waits for the board, or of one that the board did not take.
+/// The mark of where a control stands: its change waits, or was not taken, or its value is old; or was changed here.
 void drawStanding(QPainter& painter, const ViewBase& view, const QRectF& shape, double radius = CornerRadius);
-/// The same and the focus ring of a view, round the shape that it draws.
+/// Colour of a figure by where it stands.
+QColor standingColor(const ViewBase& view);
+/// The mark and the focus ring of a view, round the shape that it draws.
 void drawMarks(QPainter& painter, const ViewBase& view, const QRectF& shape, double radius = CornerRadius);
+
+/// In which a figure is written that is old.
+QFont oldFont(const QFont& font);
 
 enum class Arrow { Left, Right, Up, Down };
 void drawArrow(QPainter& painter, const QRectF& place, Arrow direction, const QColor& color);

@@ -6,7 +6,9 @@
 #include <algorithm>
 
 #include "qt/style/drawing.h"
+#include "qt/style/group_box_style.h"
 #include "qt/style/scroll_bar_style.h"
+#include "qt/style/spin_box_style.h"
 #include "qt/window/message_signs.h"
 #include "qt/window/title_bar_style.h"
 
@@ -16,17 +18,30 @@ namespace {
 
 /// Least height of what can be pressed, chosen or typed in.
 constexpr int TargetHeight = 32;
+constexpr int ListArrow = 28;
+constexpr int FirstRepeatMs = 400;  ///< that an end is held before it steps on
+constexpr int NextRepeatMs = 40;
 
 /// The shape of a button or box stands a little inside its target, so that neighbours do not touch.
 QRectF shapeIn(const QStyleOption& option) { return QRectF(option.rect).adjusted(3, 3, -3, -3); }
 
+/// One of several buttons side by side in a box: the one that is down is filled.
+void drawPosition(const QStyleOption& option, QPainter& painter) {
+    if (!(option.state & (QStyle::State_On | QStyle::State_Sunken))) return;
+    const bool enabled = option.state & QStyle::State_Enabled;
+    const QColor edge = enabled ? colors().accent : colors().disabledText;
+    drawShape(painter, QRectF(option.rect).adjusted(0, 3, 0, -3), CornerRadius, enabled ? edge : colors().panel, edge,
+              2);
+}
+
 void drawButton(const QStyleOption& option, QPainter& painter) {
     const bool enabled = option.state & QStyle::State_Enabled;
-    const bool down = option.state & (QStyle::State_Sunken | QStyle::State_On);
+    const bool down = option.state & QStyle::State_Sunken;
     const bool hover = enabled && (option.state & QStyle::State_MouseOver);
     QColor face = enabled ? colors().button : colors().panel;
     if (down) face = colors().line;
     const auto* button = qstyleoption_cast<const QStyleOptionButton*>(&option);
+    if (button && (button->features & QStyleOptionButton::Flat)) return drawPosition(option, painter);
     const bool byEnter = enabled && button && (button->features & QStyleOptionButton::DefaultButton);
     drawShape(painter, shapeIn(option), CornerRadius, face, hover || byEnter ? colors().text : colors().outline,
               byEnter ? 2 : 1);
@@ -37,6 +52,26 @@ void drawBox(const QStyleOption& option, QPainter& painter) {
     drawShape(painter, shapeIn(option), CornerRadius, enabled ? colors().field : colors().panel, colors().outline);
     if (option.state & QStyle::State_HasFocus)
         drawShape(painter, option.rect, CornerRadius + 3, Qt::transparent, colors().accent, 2.0);
+}
+
+/// A list that opens: a button with an arrow.
+void drawList(const QStyleOptionComboBox& list, QPainter& painter) {
+    drawButton(list, painter);
+    const bool enabled = list.state & QStyle::State_Enabled;
+    drawArrow(painter, QRectF(list.rect).adjusted(list.rect.width() - ListArrow, 0, -4, 0), Arrow::Down,
+              enabled ? colors().text : colors().line);
+}
+
+void drawProgress(const QStyleOption& option, QPainter& painter) {
+    const auto* bar = qstyleoption_cast<const QStyleOptionProgressBar*>(&option);
+    if (!bar) return;
+    constexpr int Thick = 8;
+    const QRectF track(bar->rect.left() + 2, bar->rect.center().y() - Thick / 2.0, bar->rect.width() - 4, Thick);
+    const QColor strength = bar->state & QStyle::State_Enabled ? colors().accent : colors().disabledText;
+    drawShape(painter, track, Thick / 2.0, colors().field, colors().outline);
+    if (bar->progress <= 0 || bar->maximum <= 0) return;
+    const double filled = std::max<double>(Thick, track.width() * bar->progress / bar->maximum);
+    drawShape(painter, {track.left(), track.top(), filled, track.height()}, Thick / 2.0, strength, strength);
 }
 
 void drawListFrame(const QStyleOption& option, QPainter& painter, const QWidget* widget) {
@@ -64,7 +99,8 @@ void LookStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opti
             drawButton(*option, *painter);
             break;
         case PE_PanelLineEdit:
-            drawBox(*option, *painter);
+            // The one in a field has the field's own box round it.
+            if (!widget || !qobject_cast<const QAbstractSpinBox*>(widget->parentWidget())) drawBox(*option, *painter);
             break;
         case PE_FrameLineEdit:
             break;
@@ -86,6 +122,14 @@ void LookStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opti
 
 void LookStyle::drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
                             const QWidget* widget) const {
+    if (const auto* button = qstyleoption_cast<const QStyleOptionButton*>(option);
+        element == CE_PushButtonLabel && button && (button->state & State_Enabled) &&
+        (button->state & (State_On | State_Sunken)) && (button->features & QStyleOptionButton::Flat)) {
+        QStyleOptionButton chosen(*button);
+        chosen.palette.setColor(QPalette::ButtonText, colors().onAccent);
+        return QProxyStyle::drawControl(element, &chosen, painter, widget);
+    }
+    if (element == CE_ProgressBar) return drawProgress(*option, *painter);
     if (element != CE_HeaderSection && element != CE_HeaderEmptyArea)
         return QProxyStyle::drawControl(element, option, painter, widget);
     painter->fillRect(option->rect, colors().panel);
@@ -94,21 +138,38 @@ void LookStyle::drawControl(ControlElement element, const QStyleOption* option, 
 
 void LookStyle::drawComplexControl(ComplexControl control, const QStyleOptionComplex* option, QPainter* painter,
                                    const QWidget* widget) const {
-    const auto* bar = qstyleoption_cast<const QStyleOptionSlider*>(option);
-    const auto* title = qstyleoption_cast<const QStyleOptionTitleBar*>(option);
-    if ((control != CC_ScrollBar || !bar) && (control != CC_TitleBar || !title))
-        return QProxyStyle::drawComplexControl(control, option, painter, widget);
     painter->save();
     painter->setRenderHint(QPainter::Antialiasing);
-    if (bar) drawScrollBar(*bar, *painter);
-    if (title) drawTitleBar(*title, *painter, *this, widget);
+    bool isDrawn = true;
+    if (const auto* bar = qstyleoption_cast<const QStyleOptionSlider*>(option); control == CC_ScrollBar && bar)
+        drawScrollBar(*bar, *painter);
+    else if (const auto* title = qstyleoption_cast<const QStyleOptionTitleBar*>(option);
+             control == CC_TitleBar && title)
+        drawTitleBar(*title, *painter, *this, widget);
+    else if (const auto* field = qstyleoption_cast<const QStyleOptionSpinBox*>(option); control == CC_SpinBox && field)
+        drawSpinBox(*field, *painter, widget);
+    else if (const auto* list = qstyleoption_cast<const QStyleOptionComboBox*>(option); control == CC_ComboBox && list)
+        drawList(*list, *painter);
+    else if (const auto* group = qstyleoption_cast<const QStyleOptionGroupBox*>(option);
+             control == CC_GroupBox && group)
+        drawGroupBox(*group, *painter);
+    else
+        isDrawn = false;
     painter->restore();
+    if (!isDrawn) QProxyStyle::drawComplexControl(control, option, painter, widget);
 }
 
 QRect LookStyle::subControlRect(ComplexControl control, const QStyleOptionComplex* option, SubControl part,
                                 const QWidget* widget) const {
     const auto* bar = qstyleoption_cast<const QStyleOptionSlider*>(option);
-    if (control == CC_ScrollBar && bar) return scrollBarPart(*bar, part);
+    const bool setsValue = widget && widget->objectName() == QLatin1String(BarWithEnds);
+    if (control == CC_ScrollBar && bar) return setsValue ? barPart(*bar, part, *widget) : scrollBarPart(*bar, part);
+    if (const auto* field = qstyleoption_cast<const QStyleOptionSpinBox*>(option); control == CC_SpinBox && field)
+        return spinBoxPart(*field, part, widget);
+    if (const auto* group = qstyleoption_cast<const QStyleOptionGroupBox*>(option); control == CC_GroupBox && group)
+        return groupBoxPart(*group, part);
+    if (control == CC_ComboBox && part == SC_ComboBoxEditField)
+        return option->rect.adjusted(GridStep, 0, -ListArrow, 0);
     return QProxyStyle::subControlRect(control, option, part, widget);
 }
 
@@ -145,7 +206,8 @@ QSize LookStyle::sizeFromContents(ContentsType type, const QStyleOption* option,
         const auto* item = qstyleoption_cast<const QStyleOptionMenuItem*>(option);
         if (item && item->menuItemType == QStyleOptionMenuItem::Separator) return result;
     }
-    if (type == CT_MenuItem || type == CT_MenuBarItem || type == CT_PushButton || type == CT_LineEdit)
+    if (type == CT_MenuItem || type == CT_MenuBarItem || type == CT_PushButton || type == CT_LineEdit ||
+        type == CT_ComboBox)
         result.setHeight(std::max(result.height(), TargetHeight));
     return result;
 }
@@ -160,9 +222,16 @@ int LookStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidg
                          QStyleHintReturn* returned) const {
     switch (hint) {
         case SH_EtchDisabledText:
+        case SH_WindowFrame_Mask:  // its rounded corners show stairs
             return 0;
         case SH_UnderlineShortcut:
             return 1;
+        case SH_DialogButtonBox_ButtonsHaveIcons:
+            return 0;
+        case SH_SpinBox_ClickAutoRepeatThreshold:
+            return FirstRepeatMs;
+        case SH_SpinBox_ClickAutoRepeatRate:
+            return NextRepeatMs;
         default:
             return QProxyStyle::styleHint(hint, option, widget, returned);
     }

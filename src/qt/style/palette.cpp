@@ -48,6 +48,27 @@ const Colors darkColors{
     .channels = {QColor(0x7db4e0), QColor(0xe6a36a)},
 };
 
+const Colors contrastColors{
+    .window = QColor(Qt::black),
+    .panel = QColor(Qt::black),
+    .field = QColor(Qt::black),
+    .button = QColor(Qt::black),
+    .text = QColor(0xffffff),
+    .quietText = QColor(0xffffff),
+    .disabledText = QColor(0xb8b8b8),
+    .line = QColor(0x5c5c5c),
+    .outline = QColor(0xffffff),
+    .accent = QColor(0xffff00),
+    .onAccent = QColor(Qt::black),
+    .title = QColor(0xffff00),
+    .onTitle = QColor(Qt::black),
+    .lit = QColor(0x00ff66),
+    .onLit = QColor(Qt::black),
+    .alarm = QColor(0xff8080),
+    .waiting = QColor(0xffb000),
+    .channels = {QColor(0x66ccff), QColor(0xffb066)},
+};
+
 namespace {
 
 const Colors* chosenColors = &lightColors;

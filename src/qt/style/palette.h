@@ -1,4 +1,4 @@
-// The colours of the program, light and dark, and how far two colours stand apart.
+// The colours of the program, light, dark and of high contrast, and how far two colours stand apart.
 // Greys carry everything; colour is kept for what is lit, alarmed or not yet confirmed.
 #pragma once
 
@@ -30,6 +30,7 @@ struct Colors {
 
 extern const Colors lightColors;
 extern const Colors darkColors;
+extern const Colors contrastColors;
 
 /// The colours of the look that is in force.
 const Colors& colors();

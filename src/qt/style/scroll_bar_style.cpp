@@ -10,6 +10,9 @@ namespace kestrel::qt {
 namespace {
 
 constexpr int ShortestHandle = 32;
+constexpr int NarrowestEnd = 22;
+constexpr int BarHandle = 12;
+constexpr int TallestHandle = 20;
 
 }  // namespace
 
@@ -37,6 +40,30 @@ QRect scrollBarPart(const QStyleOptionSlider& bar, QStyle::SubControl part) {
             return stretch(0, from);
         case QStyle::SC_ScrollBarAddPage:
             return stretch(from + handle, length - from - handle);
+        default:
+            return {};
+    }
+}
+
+QRect barPart(const QStyleOptionSlider& bar, QStyle::SubControl part, const QWidget& widget) {
+    const int end = std::max(NarrowestEnd, widget.fontMetrics().height() * 7 / 5);
+    const QRect groove = bar.rect.adjusted(end, 0, -end, 0);
+    const int at = groove.left() + QStyle::sliderPositionFromValue(bar.minimum, bar.maximum, bar.sliderPosition,
+                                                                   groove.width() - BarHandle, bar.upsideDown);
+    const int tall = std::min(TallestHandle, groove.height() - 10);
+    switch (part) {
+        case QStyle::SC_ScrollBarGroove:
+            return groove;
+        case QStyle::SC_ScrollBarSlider:
+            return {at, groove.top() + (groove.height() - tall) / 2, BarHandle, tall};
+        case QStyle::SC_ScrollBarSubPage:
+            return {groove.left(), groove.top(), at - groove.left(), groove.height()};
+        case QStyle::SC_ScrollBarAddPage:
+            return {at + BarHandle, groove.top(), groove.right() + 1 - at - BarHandle, groove.height()};
+        case QStyle::SC_ScrollBarSubLine:
+            return {bar.rect.left(), bar.rect.top(), end, bar.rect.height()};
+        case QStyle::SC_ScrollBarAddLine:
+            return {groove.right() + 1, bar.rect.top(), end, bar.rect.height()};
         default:
             return {};
     }

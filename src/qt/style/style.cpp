@@ -48,7 +48,7 @@ QPalette paletteOf(const Colors& c) {
 
 void applyLook(QApplication& application, Theme theme) {
     const bool dark = theme == Theme::Dark || (theme == Theme::System && desktopIsDark());
-    setColors(dark ? darkColors : lightColors);
+    setColors(theme == Theme::Contrast ? contrastColors : dark ? darkColors : lightColors);
     installAccessibility();
     application.setStyle(new LookStyle);
     application.setPalette(paletteOf(colors()));

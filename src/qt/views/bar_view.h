@@ -1,75 +1,48 @@
-// Shows a scroll bar: arrow ends for single steps, a trough for large ones, a handle to drag.
-// While the user acts, the handle carries the value to come. A value can be typed too, in a field that a figure or
-// Enter opens: Enter or leaving the bar hands it over, Escape or closing the page drops it.
+// Shows a bar: arrow ends for single steps, a trough for large ones, a handle to drag.
+// Its figure stands in a field beside it, which takes the keys; a bar without one takes them itself.
 #pragma once
 
-#include <QTimer>
+#include <QScrollBar>
+#include <QStyle>
 
 #include "platform/basic_controls.h"
-#include "qt/views/view.h"
+#include "qt/views/field_view.h"
 
 namespace kestrel::qt {
 
-class BarView : public View<ScrollBar> {
+class BarView : public View<ScrollBar, QScrollBar> {
   public:
     explicit BarView(ScrollBar& bar);
 
-    void dropTyping() override { setTyped({}); }
-    /// Opens the field with the present value in it, all of it chosen: the first figure takes its place.
-    void beginTyping();
+    bool isBarOf(const FieldView& field) const { return bound() && field.isOf(model()); }
     QAccessible::Role spokenRole() const override { return QAccessible::Slider; }
-    QString valueInWords() const override;
+    QString valueInWords() const override { return toQt(model().textOf(value())); }
     std::optional<Span> span() const override;
     void moveTo(int value) override;
 
-    QSize sizeHint() const override;
-    QSize minimumSizeHint() const override;
+    QSize sizeHint() const override { return {rowHeight(*this) * 5, rowHeight(*this)}; }
+    QSize minimumSizeHint() const override { return {rowHeight(*this) * 2, rowHeight(*this)}; }
 
   protected:
     void showState() override;
     void paintEvent(QPaintEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
-    void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override { event->ignore(); }
     void wheelEvent(QWheelEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void keyReleaseEvent(QKeyEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
     void hideEvent(QHideEvent* event) override;
-    void changeEvent(QEvent* event) override;
 
   private:
-    enum class Part { None, Less, LargeLess, Handle, LargeMore, More };
-
-    double ratio() const;
-    QRectF trough() const;
-    QRectF handle() const;
-    Part partAt(const QPointF& point) const;
-    int valueAt(double handleLeft) const;
-    void stepBy(int amount);
-    void turnAway();
-    void step();
-    void repeatPressed();
+    /// The toolkit has moved its handle.
+    void moved();
+    QRectF partOf(QStyle::SubControl part) const;
     void drawEnds(class Brush& brush) const;
-    void paintHandle(class Brush& brush) const;
-    void paintField(class Brush& brush, const QRectF& knob) const;
-    /// What the handle carries: the typed text, the preview in the page's scale, or nothing.
-    QString handleText() const;
-    bool typed(const QKeyEvent& event);
-    void setTyped(const QString& text, bool chosen = false);
-    void leave();
-    /// Hands a typed value over. False, and nothing is done, when it is none of the bar's.
-    bool commitTyped();
 
-    QTimer repeat_;
-    QString typed_;
-    bool chosen_ = false;  ///< the typed text is still the value that the field was opened with
-    int value_ = 0;        ///< as the model shows it
-    bool isMoving_ = false;
-    int lowest_ = 0;
-    int highest_ = 0;
-    Part pressed_ = Part::None;
-    QPointF pointer_;
-    double grip_ = 0;
+    bool isPressed_ = false;
+    bool hasBegun_ = false;  ///< the gesture of this press; what the model drops does not begin again
     int wheelRest_ = 0;
 };
 

@@ -3,7 +3,10 @@
 
 #include <QEvent>
 #include <QPainter>
+#include <algorithm>
 
+#include "qt/style/palette.h"
+#include "qt/views/lamp_view.h"
 #include "qt/views/pictures.h"
 
 namespace kestrel::qt {
@@ -13,16 +16,38 @@ namespace {
 /// Height of a text line for which the drawings are made, in their own units.
 constexpr double LineOfDrawing = 16.0;
 constexpr double Smallest = 0.6;  // of the natural size
+/// Size of the lamps' names in the drawings' own units.
+constexpr double NameSize = 12.5;
+
+const QByteArray Hidden = QByteArrayLiteral(" display=\"none\"");
+
+/// How the part begins that a drawing shows while the lamp on that element is lit.
+QByteArray litPart(const QString& element) { return "id=\"lit." + element.toUtf8() + '"'; }
 
 }  // namespace
 
-CanvasView::CanvasView(Picture& picture) : View(picture), drawing_(loadPicture(toQt(picture.drawing()))) {
+CanvasView::CanvasView(Picture& picture)
+    : View(picture), source_(pictureSource(toQt(picture.drawing()))), drawing_(loadPicture(toQt(picture.drawing()))) {
     setPolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
 }
 
 void CanvasView::place(QWidget* widget, const QString& element) {
     widget->setParent(this);
     placed_.push_back({widget, element});
+    auto* lamp = dynamic_cast<LampView*>(widget);
+    if (lamp && source_.contains(litPart(element))) lamp->whenSwitched([this] { drawLit(); });
+}
+
+void CanvasView::drawLit() {
+    if (!drawing_) return;
+    QByteArray source = source_;
+    for (const Placed& each : placed_) {
+        const auto* lamp = dynamic_cast<const LampView*>(each.widget);
+        if (lamp && lamp->lit()) source.replace(litPart(each.element) + Hidden, litPart(each.element));
+    }
+    drawing_->load(source);
+    rendered_ = QPixmap();
+    update();
 }
 
 QSize CanvasView::sizeHint() const {
@@ -85,7 +110,28 @@ void CanvasView::paintEvent(QPaintEvent* /*event*/) {
         QPainter painter(&rendered_);
         drawing_->render(&painter, QRectF(QPointF(0, 0), drawn().size()));
     }
-    QPainter(this).drawPixmap(drawn().topLeft(), rendered_);
+    QPainter painter(this);
+    painter.drawPixmap(drawn().topLeft(), rendered_);
+    paintNames(painter);
+}
+
+/// A name stands on the side of its lamp on which the drawing has room for it.
+void CanvasView::paintNames(QPainter& painter) const {
+    QFont small = font();
+    small.setPixelSize(std::max(8, static_cast<int>(NameSize * drawn().width() / drawing_->viewBoxF().width())));
+    painter.setFont(small);
+    painter.setPen(colors().text);
+    for (const Placed& each : placed_) {
+        const QString element = QStringLiteral("name.") + each.element;
+        const auto* view = dynamic_cast<const ViewBase*>(each.widget);
+        if (!view || !view->bound() || !drawing_->elementExists(element)) continue;
+        const QRectF place = placeOf(element);
+        const double lamp = placeOf(each.element).center().x();
+        const auto side = place.left() > lamp    ? Qt::AlignLeft
+                          : place.right() < lamp ? Qt::AlignRight
+                                                 : Qt::AlignHCenter;
+        painter.drawText(place, static_cast<int>(side | Qt::AlignVCenter) | Qt::TextWordWrap, view->spokenName());
+    }
 }
 
 }  // namespace kestrel::qt

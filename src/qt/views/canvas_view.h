@@ -1,5 +1,7 @@
 // Shows a drawing, and controls that stand on the places of its named elements and are scaled with it.
-// Controls whose place is not in the drawing stand below one another at its left edge, so that none is lost.
+// A lamp whose place has a name in the drawing carries its own there; while it is lit, what the drawing has for that is
+// shown: its path, its device. Controls whose place is not in the drawing stand below one another at its left edge, so
+// that none is lost.
 #pragma once
 
 #include <QPixmap>
@@ -22,6 +24,7 @@ class CanvasView : public View<Picture> {
     QAccessible::Role spokenRole() const override { return QAccessible::Graphic; }
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
+    void renamed() override { update(); }
 
   protected:
     void showState() override {}
@@ -38,7 +41,11 @@ class CanvasView : public View<Picture> {
     QRectF drawn() const;
     QRectF placeOf(const QString& element) const;
     void arrange();
+    /// The drawing with what belongs to the lamps that are lit.
+    void drawLit();
+    void paintNames(QPainter& painter) const;
 
+    QByteArray source_;
     std::unique_ptr<QSvgRenderer> drawing_;
     std::vector<Placed> placed_;
     QPixmap rendered_;

@@ -2,16 +2,18 @@
 // Its flags rule the contents through the widget tree.
 #pragma once
 
+#include <QGroupBox>
+
 #include "platform/basic_controls.h"
 #include "qt/views/view.h"
 
 namespace kestrel::qt {
 
-class GroupView : public View<Frame> {
+class GroupView : public View<Frame, QGroupBox> {
   public:
-    explicit GroupView(Frame& frame);
+    using View::View;
 
-    QString spokenName() const override;
+    QString spokenName() const override { return toQt(model().Caption); }
     QAccessible::Role spokenRole() const override { return QAccessible::Grouping; }
     QSize minimumSizeHint() const override;
 
@@ -20,13 +22,6 @@ class GroupView : public View<Frame> {
 
   protected:
     void showState() override;
-    void paintEvent(QPaintEvent* event) override;
-
-  private:
-    QFont titleFont() const;
-    int titleHeight() const;
-
-    QString title_;
 };
 
 }  // namespace kestrel::qt

@@ -27,6 +27,10 @@ LabelView::LabelView(Label& label) : View(label) {
     } else {
         setPolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     }
+    if (label.role != Label::Role::Heading) return;
+    QFont strong;
+    strong.setWeight(QFont::DemiBold);
+    setFont(strong);
 }
 
 void LabelView::showState() {
@@ -50,9 +54,9 @@ void LabelView::showState() {
 }
 
 /// A value that no board should have may be too long for its place, where it is drawn cut off.
-QString LabelView::ownToolTip() const {
+QString LabelView::ownTip() const {
     const bool isCutOff = isFigure() && !unread() && figuresWidth(fontMetrics(), text_) > widestFigures();
-    return isCutOff ? text_ : ViewBase::ownToolTip();
+    return isCutOff ? text_ : ViewBase::ownTip();
 }
 
 int LabelView::widestFigures() const {
@@ -72,7 +76,7 @@ QSize LabelView::sizeHint() const {
 }
 
 QColor LabelView::ink() const {
-    if (unread()) return colors().quietText;
+    if (isFigure() && standing() != Standing::Confirmed) return standingColor(*this);
     if (chosen_ && isEnabled()) return colors().onAccent;
     if (!isEnabled() || foreColor_ == Label::DefaultColor) return textColor(*this);
     // The pure colours of lamps and warnings are the look's own ones.
@@ -105,6 +109,7 @@ void LabelView::paintEvent(QPaintEvent* /*event*/) {
         brush.setFont(underlined);
     }
     if (isFigure()) {
+        if (old()) brush.setFont(oldFont(font()));
         drawFigures(brush, rect(), unread() ? dash() : fontMetrics().elidedText(text_, Qt::ElideLeft, width()));
     } else {
         brush.drawText(rect(), static_cast<int>(canPress() ? Qt::AlignCenter : Qt::AlignLeft | Qt::AlignVCenter),
@@ -133,6 +138,7 @@ void LabelView::mousePressEvent(QMouseEvent* event) {
 
 void LabelView::mouseReleaseEvent(QMouseEvent* event) {
     const bool clicked = pressed_ && event->button() == Qt::LeftButton && rect().contains(event->pos());
+    event->setAccepted(pressed_);
     pressed_ = false;
     if (clicked) press();
 }

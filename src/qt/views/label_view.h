@@ -28,7 +28,7 @@ class LabelView : public View<Label> {
     bool isFigure() const { return model().role == Label::Role::Value; }
 
   protected:
-    QString ownToolTip() const override;
+    QString ownTip() const override;
     void showState() override;
     void paintEvent(QPaintEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;

@@ -13,6 +13,7 @@ void LampView::showState() {
     if (lit_ == model().Active) return;
     lit_ = model().Active;
     valueShown();
+    if (switched_) switched_();
 }
 
 QSize LampView::sizeHint() const {

@@ -2,6 +2,8 @@
 // On a drawing it is as large as the element that it stands on.
 #pragma once
 
+#include <functional>
+
 #include "platform/displays.h"
 #include "qt/views/view.h"
 
@@ -14,6 +16,9 @@ class LampView : public View<Led> {
     QAccessible::Role spokenRole() const override { return QAccessible::Indicator; }
     QString valueInWords() const override;
     QSize sizeHint() const override;
+    bool lit() const { return lit_; }
+    /// To be called when it is lit or put out.
+    void whenSwitched(const std::function<void()>& switched) { switched_ = switched; }
 
   protected:
     void showState() override;
@@ -21,6 +26,7 @@ class LampView : public View<Led> {
 
   private:
     bool lit_ = false;
+    std::function<void()> switched_;
 };
 
 }  // namespace kestrel::qt

@@ -74,7 +74,7 @@ void ListTableView::renamed() {
 
 QSize ListTableView::sizeHint() const {
     const int line = textHeight(*this);
-    return {line * 22, line * (RowsShown + 1) + GridStep};
+    return {line * 30, line * (RowsShown + 1) + GridStep};
 }
 
 QSize ListTableView::minimumSizeHint() const { return {textHeight(*this) * 12, textHeight(*this) * 5}; }

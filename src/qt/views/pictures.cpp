@@ -21,8 +21,9 @@ QString& folderSet() {
 QByteArray inLook(QByteArray drawing) {
     constexpr int Length = 7;  // of a colour such as #1b2127
     QHash<QByteArray, QByteArray> looks;
-    for (QColor Colors::*const role : {&Colors::window, &Colors::panel, &Colors::field, &Colors::text,
-                                       &Colors::quietText, &Colors::line, &Colors::outline, &Colors::accent})
+    for (QColor Colors::*const role :
+         {&Colors::window, &Colors::panel, &Colors::field, &Colors::text, &Colors::quietText, &Colors::line,
+          &Colors::outline, &Colors::accent, &Colors::lit})
         looks.insert((lightColors.*role).name().toLatin1(), (colors().*role).name().toLatin1());
     for (auto at = drawing.indexOf('#'); at >= 0; at = drawing.indexOf('#', at + 1)) {
         const auto look = looks.constFind(drawing.mid(at, Length));
@@ -47,10 +48,13 @@ QString pictureFile(const QString& stem) {
     return folder + u'/' + stem + QStringLiteral(".svg");
 }
 
-std::unique_ptr<QSvgRenderer> loadPicture(const QString& stem) {
+QByteArray pictureSource(const QString& stem) {
     QFile file(pictureFile(stem));
-    if (!file.open(QIODevice::ReadOnly)) return nullptr;
-    auto renderer = std::make_unique<QSvgRenderer>(inLook(file.readAll()));
+    return file.open(QIODevice::ReadOnly) ? inLook(file.readAll()) : QByteArray();
+}
+
+std::unique_ptr<QSvgRenderer> loadPicture(const QString& stem) {
+    auto renderer = std::make_unique<QSvgRenderer>(pictureSource(stem));
     if (!renderer->isValid()) return nullptr;
     return renderer;
 }

@@ -2,6 +2,7 @@
 // They are SVG files in the colours of the light palette, which are put into those of the look when they are loaded.
 #pragma once
 
+#include <QByteArray>
 #include <QString>
 #include <QSvgRenderer>
 #include <filesystem>
@@ -15,6 +16,8 @@ void setPictureFolder(const QString& folder);
 void usePicturesOf(const std::filesystem::path& directory);
 QString pictureFile(const QString& stem);
 
+/// The drawing's source in the colours of the look; empty when it cannot be read.
+QByteArray pictureSource(const QString& stem);
 /// The drawing with this stem, or null when it cannot be read.
 std::unique_ptr<QSvgRenderer> loadPicture(const QString& stem);
 

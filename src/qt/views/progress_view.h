@@ -1,29 +1,23 @@
 // Shows a progress bar.
-// A value beyond its range fills the bar.
 #pragma once
+
+#include <QProgressBar>
 
 #include "platform/basic_controls.h"
 #include "qt/views/view.h"
 
 namespace kestrel::qt {
 
-class ProgressView : public View<ProgressBar> {
+class ProgressView : public View<ProgressBar, QProgressBar> {
   public:
     explicit ProgressView(ProgressBar& bar);
 
     QAccessible::Role spokenRole() const override { return QAccessible::ProgressBar; }
     QString valueInWords() const override;
-    QSize sizeHint() const override;
+    QSize sizeHint() const override { return {rowHeight(*this) * 5, textHeight(*this)}; }
 
   protected:
     void showState() override;
-    void paintEvent(QPaintEvent* event) override;
-
-  private:
-    double part() const;
-
-    int value_ = 0;
-    int highest_ = 0;
 };
 
 }  // namespace kestrel::qt

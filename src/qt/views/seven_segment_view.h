@@ -1,13 +1,15 @@
 // Shows numbers and times in figures of seven segments.
-// A number that has no room, and a time that is not known, are shown as dashes.
+// What has no room, or is no number, is shown as dashes.
 #pragma once
+
+#include <QLCDNumber>
 
 #include "platform/displays.h"
 #include "qt/views/view.h"
 
 namespace kestrel::qt {
 
-class SevenSegmentView : public View<SevenSegment> {
+class SevenSegmentView : public View<SevenSegment, QLCDNumber> {
   public:
     explicit SevenSegmentView(SevenSegment& display);
 
@@ -17,14 +19,13 @@ class SevenSegmentView : public View<SevenSegment> {
 
   protected:
     void showState() override;
-    void paintEvent(QPaintEvent* event) override;
 
   private:
     QString text_;
     bool overflow_ = false;
 };
 
-class ClockView : public View<ClockDisplay> {
+class ClockView : public View<ClockDisplay, QLCDNumber> {
   public:
     explicit ClockView(ClockDisplay& clock);
 
@@ -34,12 +35,9 @@ class ClockView : public View<ClockDisplay> {
 
   protected:
     void showState() override;
-    void paintEvent(QPaintEvent* event) override;
 
   private:
-    bool known() const;
-
-    int minutes_ = ClockDisplay::NoTime;
+    QString text_;
 };
 
 }  // namespace kestrel::qt

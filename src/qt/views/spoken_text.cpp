@@ -4,6 +4,8 @@
 #include <QTextBoundaryFinder>
 #include <algorithm>
 
+#include "qt/views/spoken_view.h"
+
 namespace kestrel::qt {
 
 namespace {
@@ -17,7 +19,10 @@ constexpr int AtTheEnd = -2;
 int SpokenText::within(int offset) const { return std::clamp(offset, 0, characterCount()); }
 
 QString SpokenText::text(QAccessible::Text kind) const {
-    return kind == QAccessible::Value ? line_.text() : QAccessibleWidget::text(kind);
+    if (kind == QAccessible::Value) return line_.displayText();
+    const auto* view = dynamic_cast<const ViewBase*>(&line_);
+    const QString name = view && kind == QAccessible::Name ? nameOnPage(*view) : QString();
+    return name.isEmpty() ? QAccessibleWidget::text(kind) : name;
 }
 
 QAccessible::State SpokenText::state() const {
@@ -38,7 +43,9 @@ void* SpokenText::interface_cast(QAccessible::InterfaceType type) {
 
 int SpokenText::characterCount() const { return static_cast<int>(line_.text().size()); }
 
-QString SpokenText::text(int from, int to) const { return line_.text().mid(within(from), within(to) - within(from)); }
+QString SpokenText::text(int from, int to) const {
+    return line_.displayText().mid(within(from), within(to) - within(from));
+}
 
 QString SpokenText::textAtOffset(int offset, QAccessible::TextBoundaryType kind, int* from, int* to) const {
     const int count = characterCount();
@@ -54,7 +61,7 @@ QString SpokenText::textAtOffset(int offset, QAccessible::TextBoundaryType kind,
     } else if (kind == QAccessible::WordBoundary || kind == QAccessible::SentenceBoundary) {
         const auto pieces =
             kind == QAccessible::WordBoundary ? QTextBoundaryFinder::Word : QTextBoundaryFinder::Sentence;
-        QTextBoundaryFinder finder(pieces, line_.text());
+        QTextBoundaryFinder finder(pieces, line_.displayText());
         finder.setPosition(offset);
         if (const auto end = finder.toNextBoundary(); end >= 0) *to = static_cast<int>(end);
         finder.setPosition(*to);

@@ -1,7 +1,9 @@
-// What the views of slider and rotary switches share: a position among labelled ones, moved by keys, wheel or a menu.
+// Shows a stepped switch: its positions as buttons side by side, or in a list that opens, where they are many or words.
 // A position that no label stands for is shown as its number, marked as out of range.
 #pragma once
 
+#include <QButtonGroup>
+#include <QComboBox>
 #include <QStringList>
 
 #include "platform/switches.h"
@@ -13,35 +15,37 @@ class SteppedView : public View<SteppedSwitch> {
   public:
     explicit SteppedView(SteppedSwitch& stepped);
 
+    QAccessible::Role spokenRole() const override { return QAccessible::Slider; }
     QString valueInWords() const override;
     std::optional<Span> span() const override;
     void moveTo(int value) override;
+    QSize sizeHint() const override;
     QSize minimumSizeHint() const override { return sizeHint(); }
 
   protected:
     void showState() override;
+    void paintEvent(QPaintEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
     void hideEvent(QHideEvent* event) override;
 
-    const QStringList& labels() const { return labels_; }
+  private:
     int top() const { return static_cast<int>(labels_.size()) - 1; }
-    /// As the model shows it.
-    int position() const { return position_; }
-    bool isChosen(int position) const { return !unread() && position == this->position(); }
-    bool outOfRange() const { return !unread() && (position() < 0 || position() > top()); }
+    bool outOfRange() const { return !unread() && (position_ < 0 || position_ > top()); }
     /// The label of the position on show, or its number when it has none.
     QString positionText() const;
-    int widestLabel() const;
-
+    void relabel();
+    void rebuild();
+    void addButtons();
+    void addList();
+    void showPosition();
     void stepBy(int amount);
     /// The user chose this one: a whole gesture by itself.
     void choose(int position);
-    /// A menu of the labels, under the widget.
-    void openMenu();
 
-  private:
+    QButtonGroup* buttons_ = nullptr;
+    QComboBox* list_ = nullptr;
     QStringList labels_;
     int position_ = 0;
     int wheelRest_ = 0;

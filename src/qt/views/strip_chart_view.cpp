@@ -20,7 +20,7 @@ namespace {
 constexpr double LeastRange = 10;  // of values, so that a steady value is no noise
 constexpr double ZoomStep = 1.25;
 constexpr int MarkSize = 9;
-const QString WidestValue = QStringLiteral("-000.0");
+const QString WidestNumber = QStringLiteral("-000.0 ");
 
 /// The marks of the channels differ in shape as well as in colour.
 void drawMark(QPainter& painter, std::size_t channel, const QPointF& centre) {
@@ -35,6 +35,13 @@ QString timeText(double days) {
     return QStringLiteral("%1:%2").arg(minutes / 60).arg(minutes % 60, 2, 10, QChar(u'0'));
 }
 
+/// With its seconds.
+QString exactTimeText(double days) {
+    const auto seconds = static_cast<int>(std::lround(days / ChartWindow::Minute * 60));
+    const int minutes = seconds / 60;
+    return timeText(minutes * ChartWindow::Minute) + QStringLiteral(":%1").arg(seconds % 60, 2, 10, QChar(u'0'));
+}
+
 }  // namespace
 
 StripChartView::StripChartView(StripChart& chart)
@@ -43,6 +50,7 @@ StripChartView::StripChartView(StripChart& chart)
       fit_(new ChartButton(ChartButton::Sign::Fit, Word::Fit, this)),
       follow_(new ChartButton(ChartButton::Sign::Follow, Word::Follow, this)) {
     setFocusPolicy(Qt::StrongFocus);
+    setMouseTracking(true);
     setPolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
     connect(pause_, &QToolButton::clicked, this, [this](bool on) { setPaused(on); });
     connect(fit_, &QToolButton::clicked, this, [this] {
@@ -81,11 +89,15 @@ void StripChartView::windowMoved() {
     update();
 }
 
+QString StripChartView::valueText(std::size_t channel, std::size_t point) const {
+    const std::optional<double> value = valueAt(model().channels()[channel], point);
+    if (!value) return dash();
+    const QString number = toQt(FormatDecimals(*value, 1));
+    return model().Unit.get().empty() ? number : number + u' ' + toQt(model().Unit);
+}
+
 QString StripChartView::presentValue(std::size_t channel) const {
-    const auto& samples = model().channels()[channel].samples;
-    const auto newest = static_cast<int>(model().times().size()) - 1;
-    if (samples.empty() || samples.back().index < newest) return QStringLiteral("–");
-    return toQt(FormatDecimals(samples.back().value, 1));
+    return model().times().empty() ? dash() : valueText(channel, model().times().size() - 1);
 }
 
 QSize StripChartView::sizeHint() const { return {fontMetrics().height() * 34, fontMetrics().height() * 20}; }
@@ -105,7 +117,8 @@ void StripChartView::resizeEvent(QResizeEvent* event) {
 QRectF StripChartView::plot() const {
     const double line = fontMetrics().height();
     const double left = figuresWidth(fontMetrics(), QStringLiteral("-000")) + GridStep;
-    return QRectF(rect()).adjusted(left, rowHeight(*this) + line + GridStep, -MarkSize, -(1.5 * line + 2));
+    return QRectF(rect()).adjusted(left, rowHeight(*this) + line + GridStep, -MarkSize,
+                                   -((model().TimeAxis.get().empty() ? 1.5 : 2.5) * line + 2));
 }
 
 ChartScale StripChartView::scale() const {
@@ -136,6 +149,7 @@ void StripChartView::paintEvent(QPaintEvent* /*event*/) {
     paintHead(brush);
     paintAxes(brush, scale);
     paintChannels(brush, scale);
+    paintReading(brush, scale);
 }
 
 void StripChartView::paintHead(Brush& brush) const {
@@ -158,7 +172,7 @@ void StripChartView::paintHead(Brush& brush) const {
         const int nameWidth = fontMetrics().horizontalAdvance(name);
         brush.drawText(QRectF(x, head.bottom(), nameWidth + 1, line), static_cast<int>(Qt::AlignVCenter), name);
         x += nameWidth;
-        const int valueWidth = figuresWidth(fontMetrics(), WidestValue);
+        const int valueWidth = figuresWidth(fontMetrics(), WidestNumber + toQt(model().Unit));
         drawFigures(brush, QRectF(x, head.bottom(), valueWidth + 2, line), presentValue(i));
         x += valueWidth + 4 * GridStep;
     }
@@ -177,6 +191,13 @@ void StripChartView::paintAxes(Brush& brush, const ChartScale& scale) const {
         brush.fillRect(QRectF(place.left(), y, place.width(), 1), colors().line);
         drawFigures(brush, QRectF(0, y - line / 2, place.left() - GridStep, line), toQt(formatShort(value)));
     }
+    drawFigures(brush, QRectF(0, place.top() - line - GridStep, place.left() - GridStep, line), toQt(model().Unit));
+    paintTimes(brush, scale);
+}
+
+void StripChartView::paintTimes(Brush& brush, const ChartScale& scale) const {
+    const QRectF place = scale.place;
+    const double line = fontMetrics().height();
     const double timeWidth = fontMetrics().horizontalAdvance(QStringLiteral("000:00")) + 2.0 * GridStep;
     const double timeStep = roundTimeStep(window_.span(), static_cast<int>(place.width() / timeWidth));
     const auto first = static_cast<int>(std::ceil(scale.from / timeStep - 1e-9));
@@ -187,6 +208,8 @@ void StripChartView::paintAxes(Brush& brush, const ChartScale& scale) const {
         brush.drawText(QRectF(left, place.bottom() + line / 2 + 1, timeWidth, line), static_cast<int>(Qt::AlignCenter),
                        timeText(i * timeStep));
     }
+    brush.drawText(QRectF(0, place.bottom() + 1.5 * line + 1, width(), line), static_cast<int>(Qt::AlignCenter),
+                   toQt(model().TimeAxis));
 }
 
 void StripChartView::paintChannels(Brush& brush, const ChartScale& scale) const {
@@ -217,12 +240,75 @@ void StripChartView::paintChannels(Brush& brush, const ChartScale& scale) const 
     brush.drawText(scale.place, static_cast<int>(Qt::AlignCenter), word(Word::NoSamples));
 }
 
+QStringList StripChartView::readingInWords() const {
+    const std::size_t point = *reading_.at();
+    QStringList lines{exactTimeText(model().times()[point])};
+    for (std::size_t i = 0; i < model().channels().size(); ++i)
+        lines << toQt(model().channels()[i].name) + u' ' + valueText(i, point);
+    return lines;
+}
+
+/// A line through the point and a box beside it with what the channels have there.
+void StripChartView::paintReading(Brush& brush, const ChartScale& scale) const {
+    if (!reading_.at()) return;
+    const double x = std::round(scale.x(model().times()[*reading_.at()]));
+    if (x < scale.place.left() || x > scale.place.right()) return;
+    brush.fillRect(QRectF(x, scale.place.top(), 1, scale.place.height()), colors().outline);
+    for (std::size_t i = 0; i < model().channels().size(); ++i)
+        if (const auto value = valueAt(model().channels()[i], *reading_.at()))
+            drawMark(brush, i, QPointF(x, scale.y(*value)));
+    const QStringList lines = readingInWords();
+    double width = 0;
+    for (const QString& each : lines) width = std::max<double>(width, fontMetrics().horizontalAdvance(each));
+    const double line = fontMetrics().height();
+    QRectF box(x + GridStep, scale.place.top() + GridStep, width + 2 * GridStep,
+               line * static_cast<double>(lines.size()) + GridStep);
+    if (box.right() > scale.place.right()) box.moveRight(x - GridStep);
+    drawShape(brush, box, CornerRadius, colors().panel, colors().outline);
+    brush.setPen(textColor(*this));
+    brush.drawText(box.adjusted(GridStep, GridStep / 2.0, 0, 0), static_cast<int>(Qt::AlignLeft | Qt::AlignTop),
+                   lines.join(u'\n'));
+}
+
+void StripChartView::readingMoved(const std::optional<std::size_t>& before) {
+    if (before != reading_.at()) valueShown();
+}
+
+void StripChartView::readAt(const QPointF& place) {
+    const std::optional<std::size_t> before = reading_.at();
+    const ChartScale scale = this->scale();
+    if (scale.place.contains(place)) {
+        const double time =
+            scale.from + (place.x() - scale.place.left()) / scale.place.width() * (scale.to - scale.from);
+        reading_.pointTo(time, model().times(), timesShown());
+    } else {
+        reading_.drop();
+    }
+    readingMoved(before);
+}
+
+void StripChartView::readByKeys(int points) {
+    const std::optional<std::size_t> before = reading_.at();
+    reading_.step(points, timesShown());
+    if (reading_.at()) window_.bringIntoSight(model().times()[*reading_.at()]);
+    windowMoved();
+    readingMoved(before);
+}
+
+void StripChartView::leaveEvent(QEvent* event) {
+    const std::optional<std::size_t> before = reading_.at();
+    reading_.drop();
+    readingMoved(before);
+    View::leaveEvent(event);
+}
+
 void StripChartView::mousePressEvent(QMouseEvent* event) {
     if (event->button() != Qt::LeftButton) return event->ignore();
     dragFrom_ = event->position().x();
 }
 
 void StripChartView::mouseMoveEvent(QMouseEvent* event) {
+    if (bound() && dragFrom_ < 0) readAt(event->position());
     if (dragFrom_ < 0) return;
     window_.pan((dragFrom_ - event->position().x()) / plot().width());
     dragFrom_ = event->position().x();
@@ -240,6 +326,9 @@ void StripChartView::wheelEvent(QWheelEvent* event) {
 }
 
 void StripChartView::keyPressEvent(QKeyEvent* event) {
+    const bool reads = event->modifiers() & Qt::ShiftModifier;
+    if (reads && event->key() == Qt::Key_Left) return readByKeys(-1);
+    if (reads && event->key() == Qt::Key_Right) return readByKeys(1);
     switch (event->key()) {
         case Qt::Key_Left:
             window_.pan(-0.1);
@@ -283,6 +372,7 @@ QString StripChartView::spokenName() const {
 }
 
 QString StripChartView::valueInWords() const {
+    if (reading_.at()) return readingInWords().join(QStringLiteral(", "));
     QStringList values;
     for (std::size_t i = 0; i < model().channels().size(); ++i)
         values << toQt(model().channels()[i].name) + u' ' + presentValue(i);

@@ -4,6 +4,7 @@
 
 #include "platform/displays.h"
 #include "qt/views/chart_line.h"
+#include "qt/views/chart_reading.h"
 #include "qt/views/view.h"
 #include "qt/window/chart_window.h"
 
@@ -31,6 +32,7 @@ class StripChartView : public View<StripChart> {
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
+    void leaveEvent(QEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
 
@@ -39,15 +41,24 @@ class StripChartView : public View<StripChart> {
     std::size_t timesShown() const;
     QRectF plot() const;
     ChartScale scale() const;
-    /// What the channel shows now, or a dash when its newest sample is missing.
+    /// What the channel shows at a point of the time axis, or a dash when it has no sample there.
+    QString valueText(std::size_t channel, std::size_t point) const;
+    /// The same at the newest point.
     QString presentValue(std::size_t channel) const;
+    QStringList readingInWords() const;
+    void readAt(const QPointF& place);
+    void readByKeys(int points);
+    void readingMoved(const std::optional<std::size_t>& before);
     void paintHead(class Brush& brush) const;
     void paintAxes(class Brush& brush, const ChartScale& scale) const;
+    void paintTimes(class Brush& brush, const ChartScale& scale) const;
     void paintChannels(class Brush& brush, const ChartScale& scale) const;
+    void paintReading(class Brush& brush, const ChartScale& scale) const;
     void setPaused(bool paused);
     void windowMoved();
 
     ChartWindow window_;
+    ChartReading reading_;
     ChartButton* pause_;
     ChartButton* fit_;
     ChartButton* follow_;

@@ -2,9 +2,12 @@
 #include "qt/views/text_box_view.h"
 
 #include <QKeyEvent>
+#include <QRegularExpressionValidator>
+#include <QToolTip>
 #include <algorithm>
 
 #include "qt/style/drawing.h"
+#include "qt/window/words.h"
 
 namespace kestrel::qt {
 
@@ -12,18 +15,55 @@ TextBoxView::TextBoxView(TextBox& box) : View(box) {
     setMaxLength(box.maxLength);
     setPolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     setTextMargins(GridStep - 2, 0, GridStep - 2, 0);
-    connect(this, &QLineEdit::textEdited, this, [this] { edited_ = true; });
+    connect(this, &QLineEdit::textEdited, this, [this](const QString& text) { typed(text); });
+    connect(this, &QLineEdit::inputRejected, this,
+            [this] { explain(text().size() >= maxLength() ? Objection::TooLong : Objection::NoNumber); });
+    if (box.isNumeric()) {
+        static const QRegularExpression figures(QStringLiteral("[0-9]*"));
+        setValidator(new QRegularExpressionValidator(figures, this));
+    }
 }
 
 void TextBoxView::showState() {
     setReadOnly(unread());
+    setEchoMode(model().Concealed ? Password : Normal);
     // What the user types, or has entered and the model has not taken yet, is not taken away by a value of the board.
     if (!edited_ && !model().actWaits()) showModel();
 }
 
+QString TextBoxView::shownText() const {
+    if (unread()) return {};
+    const QString has = toQt(model().boardsText());
+    const QString wanted = toQt(model().wantedText());
+    if (!hasFocus() && standing() == Standing::Waiting && has != wanted) return changing(has, wanted);
+    if (!hasFocus() && standing() == Standing::NotTaken && has != wanted) return unlike(has, wanted);
+    return toQt(model().Text);
+}
+
 void TextBoxView::showModel() {
-    const QString text = unread() ? QString() : toQt(model().Text);
-    if (text != this->text()) setText(text);
+    if (const QString text = shownText(); text != this->text()) setText(text);
+    showColor(standingColor(*this));
+}
+
+void TextBoxView::showColor(const QColor& ink) {
+    if (ink == palette().color(QPalette::Text)) return;
+    QPalette own = palette();
+    own.setColor(QPalette::Text, ink);
+    setPalette(own);
+}
+
+void TextBoxView::typed(const QString& text) {
+    edited_ = true;
+    if (!bound()) return;
+    const Objection objection = model().objectionTo(text.toStdString());
+    showColor(objection == Objection::None ? colors().text : readableText(colors().alarm));
+    if (objection == Objection::TooLong || objection == Objection::OutOfRange) explain(objection);
+}
+
+void TextBoxView::explain(Objection objection) {
+    if (!bound() || objection == Objection::None) return;
+    if (const auto limits = model().entryLimits())
+        QToolTip::showText(mapToGlobal(QPoint(0, height())), objectionInWords(objection, *limits), this);
 }
 
 void TextBoxView::renamed() {
@@ -39,6 +79,7 @@ QSize TextBoxView::sizeHint() const {
 void TextBoxView::commit(void (TextBox::*action)()) {
     const std::string typed = text().toStdString();
     const bool changed = edited_;
+    if (changed && bound()) explain(model().objectionTo(typed));
     edited_ = false;
     const bool isDone = act([&](TextBox& box) {
         if (changed) box.UserType(typed);
@@ -75,11 +116,13 @@ void TextBoxView::keyPressEvent(QKeyEvent* event) {
 void TextBoxView::focusInEvent(QFocusEvent* event) {
     entered_ = true;
     View::focusInEvent(event);
+    if (!edited_ && bound()) showModel();
 }
 
 void TextBoxView::focusOutEvent(QFocusEvent* event) {
     View::focusOutEvent(event);
     if (isLeaving(*this, *event)) leave();
+    if (!edited_ && bound()) showModel();
 }
 
 void TextBoxView::paintEvent(QPaintEvent* event) {

@@ -17,7 +17,8 @@ class TextBoxView : public View<TextBox, QLineEdit> {
     void dropTyping() override;
     void renamed() override;
     QAccessible::Role spokenRole() const override { return QAccessible::EditableText; }
-    QString valueInWords() const override { return text(); }
+    /// As it is shown: a concealed one tells only how long it is.
+    QString valueInWords() const override { return displayText(); }
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override { return sizeHint(); }
 
@@ -30,6 +31,11 @@ class TextBoxView : public View<TextBox, QLineEdit> {
 
   private:
     void showModel();
+    /// As the model stands, or with both figures of a change that has no answer or came to nothing.
+    QString shownText() const;
+    void typed(const QString& text);
+    void showColor(const QColor& ink);
+    void explain(Objection objection);
     /// Tells the page, once, that the user has left the box.
     void leave();
     /// Hands the typed text over, then tells the page what the user did.

@@ -2,7 +2,6 @@
 #include "qt/views/two_state_view.h"
 
 #include <QKeyEvent>
-#include <QMouseEvent>
 
 #include "qt/style/drawing.h"
 #include "qt/views/lamp.h"
@@ -13,6 +12,7 @@ namespace kestrel::qt {
 TwoStateView::TwoStateView(ToggleSwitch& toggle) : View(toggle) {
     setFocusPolicy(Qt::StrongFocus);
     setPolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    connect(this, &QAbstractButton::clicked, this, [this] { press(); });
 }
 
 void TwoStateView::showState() {
@@ -34,24 +34,10 @@ void TwoStateView::press() {
     act([](ToggleSwitch& toggle) { toggle.UserClick(); });
 }
 
-void TwoStateView::mousePressEvent(QMouseEvent* event) {
-    if (event->button() != Qt::LeftButton) return event->ignore();
-    pressed_ = true;
-    update();
-}
-
-void TwoStateView::mouseReleaseEvent(QMouseEvent* event) {
-    if (event->button() != Qt::LeftButton || !pressed_) return event->ignore();
-    pressed_ = false;
-    update();
-    if (rect().contains(event->pos())) press();
-}
-
 void TwoStateView::keyPressEvent(QKeyEvent* event) {
-    const bool presses =
-        event->key() == Qt::Key_Space || event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-    if (!presses || event->isAutoRepeat()) return View::keyPressEvent(event);
-    press();
+    const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (!enter || event->isAutoRepeat()) return View::keyPressEvent(event);
+    click();
 }
 
 QSize ToggleView::sizeHint() const { return {rowHeight(*this) * 3 / 2, rowHeight(*this)}; }
@@ -79,15 +65,58 @@ void ToggleView::paintEvent(QPaintEvent* /*event*/) {
     drawMarks(brush, *this, track, tall / 2);
 }
 
+namespace {
+
+void drawEye(QPainter& painter, const QPointF& centre, bool open, const QColor& color) {
+    QPainterPath lids(centre + QPointF(-8, 0));
+    lids.quadTo(centre + QPointF(0, -9), centre + QPointF(8, 0));
+    lids.quadTo(centre + QPointF(0, 9), centre + QPointF(-8, 0));
+    painter.setBrush(Qt::NoBrush);
+    painter.setPen(QPen(color, 1.5, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    painter.drawPath(lids);
+    if (!open) painter.drawLine(centre + QPointF(-7, 7), centre + QPointF(7, -7));
+    painter.setBrush(color);
+    painter.setPen(Qt::NoPen);
+    painter.drawEllipse(centre, 2.5, 2.5);
+}
+
+void drawLock(QPainter& painter, const QPointF& centre) {
+    const QColor color = colors().disabledText;
+    painter.setBrush(Qt::NoBrush);
+    painter.setPen(QPen(color, 1.5));
+    painter.drawArc(QRectF(centre.x() - 3, centre.y() - 6, 6, 8), 0, 180 * 16);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(color);
+    painter.drawRoundedRect(QRectF(centre.x() - 5, centre.y() - 2, 10, 7.5), 1.5, 1.5);
+}
+
+}  // namespace
+
 QSize LedSwitchView::sizeHint() const { return {rowHeight(*this) * 5 / 4, rowHeight(*this)}; }
 
 void LedSwitchView::paintEvent(QPaintEvent* /*event*/) {
     Brush brush(*this);
     const QRectF shape = QRectF(rect()).adjusted(3, 4, -3, -4);
-    const QColor face = pressed() ? colors().line : (isEnabled() ? colors().button : colors().panel);
     const QRectF lamp = shape.adjusted(7, 5, -7, -5);
-    drawShape(brush, shape, CornerRadius, face, isEnabled() && !unread() ? colors().outline : colors().line);
-    unread() ? drawUnreadLamp(brush, lamp, false) : drawLamp(brush, lamp, false, active(), isEnabled());
+    // What is locked is no key: only its lamp stands there, and a lock in it that one cannot take for an unlit lamp.
+    if (isEnabled())
+        drawShape(brush, shape, CornerRadius, isDown() ? colors().line : colors().button, colors().outline);
+    if (unread())
+        drawUnreadLamp(brush, lamp, false);
+    else if (isEnabled() || active())
+        drawLamp(brush, lamp, false, active(), isEnabled());
+    else
+        drawLock(brush, lamp.center());
+    drawMarks(brush, *this, shape);
+}
+
+QSize RevealView::sizeHint() const { return {rowHeight(*this), rowHeight(*this)}; }
+
+void RevealView::paintEvent(QPaintEvent* /*event*/) {
+    Brush brush(*this);
+    const QRectF shape = QRectF(rect()).adjusted(3, 3, -3, -3);
+    drawShape(brush, shape, CornerRadius, isDown() ? colors().line : colors().button, colors().outline);
+    drawEye(brush, shape.center(), active(), textColor(*this));
     drawMarks(brush, *this, shape);
 }
 

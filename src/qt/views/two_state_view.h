@@ -2,12 +2,14 @@
 // A click or a key turns the model over; the view shows what the model then holds.
 #pragma once
 
+#include <QAbstractButton>
+
 #include "platform/switches.h"
 #include "qt/views/view.h"
 
 namespace kestrel::qt {
 
-class TwoStateView : public View<ToggleSwitch> {
+class TwoStateView : public View<ToggleSwitch, QAbstractButton> {
   public:
     explicit TwoStateView(ToggleSwitch& toggle);
 
@@ -21,19 +23,25 @@ class TwoStateView : public View<ToggleSwitch> {
 
   protected:
     void showState() override;
-    void mousePressEvent(QMouseEvent* event) override;
-    void mouseReleaseEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
 
     bool active() const { return active_; }
-    bool pressed() const { return pressed_; }
 
   private:
     bool active_ = false;
-    bool pressed_ = false;
 };
 
 class ToggleView : public TwoStateView {
+  public:
+    using TwoStateView::TwoStateView;
+    QSize sizeHint() const override;
+
+  protected:
+    void paintEvent(QPaintEvent* event) override;
+};
+
+/// Drawn as an eye, crossed out while it conceals.
+class RevealView : public TwoStateView {
   public:
     using TwoStateView::TwoStateView;
     QSize sizeHint() const override;

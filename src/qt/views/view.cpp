@@ -1,9 +1,12 @@
 // What every view of a control shares.
 #include "qt/views/view.h"
 
+#include <QStringList>
+#include <QToolTip>
 #include <algorithm>
 
 #include "platform/basic_controls.h"
+#include "platform/window.h"
 #include "qt/window/words.h"
 
 namespace kestrel::qt {
@@ -40,13 +43,12 @@ void ViewBase::showFlags() {
 }
 
 void ViewBase::showStanding() {
-    QString tip = ownToolTip();
-    if (const QString words = standingInWords(); !words.isEmpty()) tip = tip.isEmpty() ? words : tip + u'\n' + words;
-    if (tip != widget_.toolTip()) widget_.setToolTip(tip);
-    const Standing now{unread(), waiting(), lost()};
-    if (now == shown_) return;
-    const bool isRead = shown_.unread != now.unread;
+    const Standing now = standing();
+    const bool changed = control_->changedFrom().has_value();
+    if (now == shown_ && changed == shownChanged_) return;
+    const bool isRead = (shown_ == Standing::Unread) != (now == Standing::Unread);
     shown_ = now;
+    shownChanged_ = changed;
     isRead ? valueShown() : widget_.update();
     QAccessibleEvent event(&widget_, QAccessible::DescriptionChanged);
     QAccessible::updateAccessibility(&event);
@@ -65,15 +67,42 @@ QString ViewBase::spokenDescription() const {
     return words.isEmpty() ? toQt(control_->ToolTip) : words;
 }
 
-QString ViewBase::ownToolTip() const { return toQt(control_->ToolTip); }
+QString ViewBase::ownTip() const { return toQt(control_->ToolTip); }
+
+QString ViewBase::tip() const {
+    QStringList lines{ownTip(), standingInWords()};
+    if (const auto& before = control_->changedFrom()) lines += word(Word::ChangedFrom).arg(inWords(*before));
+    if (const auto limits = control_->entryLimits(); limits && !unread()) lines += limitsInWords(*limits);
+    lines.removeAll(QString());
+    return lines.join(u'\n');
+}
+
+bool ViewBase::showTip(const QHelpEvent& event) const {
+    QToolTip::showText(event.globalPos(), tip(), &widget_);
+    return true;
+}
+
+QString ViewBase::wantedInWords() const { return inWords(control_->wantedText()); }
 
 QString ViewBase::standingInWords() const {
-    if (unread()) return word(Word::NotReadYet);
-    if (waiting()) return word(Word::WaitingForTheBoard);
-    if (!lost()) return {};
-    const NotTaken& change = *control_->notTaken();
-    if (change.copyOnly) return word(Word::CopyNotTaken).arg(inWords(change.wanted));
-    return word(Word::NotTaken).arg(inWords(change.wanted), inWords(control_->text()));
+    const QString has = inWords(control_->boardsText());
+    const NotTaken* const lost = control_->notTaken() ? &*control_->notTaken() : nullptr;
+    switch (standing()) {
+        case Standing::Unread:
+            return word(Word::NotReadYet);
+        case Standing::Waiting:
+            if (has == wantedInWords()) return word(Word::WaitingForTheBoard);
+            return word(Word::WaitingForTheBoard) + QStringLiteral(": ") + changing(has, wantedInWords());
+        case Standing::NotTaken:
+            if (lost && lost->isWrongEntry) return word(Word::WrongEntry).arg(wantedInWords());
+            if (lost && lost->copyOnly) return word(Word::CopyNotTaken).arg(wantedInWords());
+            return word(Word::NotTaken).arg(wantedInWords(), has);
+        case Standing::Old:
+            return word(Word::OldSince).arg(toQt(control_->window()->oldSince(control_->board())));
+        case Standing::Confirmed:
+            break;
+    }
+    return {};
 }
 
 bool ViewBase::beginsAct(const QEvent& event) {
@@ -96,6 +125,8 @@ void ViewBase::valueShown() {
     if (!QAccessible::isActive() || !bound()) return;
     QAccessibleValueChangeEvent event(&widget_, spokenValue());
     QAccessible::updateAccessibility(&event);
+    QAccessibleEvent inWords(&widget_, QAccessible::DescriptionChanged);
+    QAccessible::updateAccessibility(&inWords);
 }
 
 bool isLeaving(const QWidget& widget, const QFocusEvent& event) {

@@ -4,6 +4,7 @@
 
 #include <QAccessible>
 #include <QFocusEvent>
+#include <QHelpEvent>
 #include <QKeyEvent>
 #include <QPointer>
 #include <QString>
@@ -36,12 +37,18 @@ class ViewBase : public ControlView {
     void release();
     bool bound() const { return control_ != nullptr; }
     bool shows(const Control& control) const { return control_ == &control; }
+    /// It is where the user finds the control, although another shows more of it.
+    virtual bool standsFor(const Control& control) const { return shows(control); }
     QWidget& widget() const { return widget_; }
-    bool waiting() const { return control_ && control_->waiting(); }
+    /// Null once the view has let go of it.
+    const Control* shown() const { return control_; }
+    Standing standing() const { return control_ ? control_->standing() : Standing::Confirmed; }
     /// It stands for a value of a board that has not come yet: nothing of the model is shown, and no act begins.
     bool unread() const { return control_ && control_->unread(); }
-    /// The board did not take the user's last change.
-    bool lost() const { return control_ && control_->notTaken() && !control_->waiting(); }
+    bool changed() const { return control_ && control_->changedFrom(); }
+    bool old() const { return standing() == Standing::Old; }
+    /// What it tells under the pointer: about itself, where it stands, what may be entered.
+    QString tip() const;
 
     /// The user closes the page: what is typed and not entered is dropped.
     virtual void dropTyping() {}
@@ -65,8 +72,9 @@ class ViewBase : public ControlView {
     virtual QString valueInWords() const { return {}; }
     /// A text of the model as the view shows it.
     virtual QString inWords(const std::string& text) const { return toQt(text); }
-    /// What it tells under the pointer, apart from its state.
-    virtual QString ownToolTip() const;
+    /// What it tells of itself, apart from where it stands.
+    virtual QString ownTip() const;
+    bool showTip(const QHelpEvent& event) const;
     /// Whether the event begins an act of the user.
     static bool beginsAct(const QEvent& event);
     /// How the widget takes room; it keeps its place while it is hidden, so that nothing jumps.
@@ -77,22 +85,16 @@ class ViewBase : public ControlView {
     void valueShown();
 
   private:
-    /// Where it stands between the user and the board; empty where all is well.
-    struct Standing {
-        bool unread = false;
-        bool waiting = false;
-        bool lost = false;
-        bool operator==(const Standing&) const = default;
-    };
-
     void showFlags();
     void showStanding();
     QString standingInWords() const;
+    QString wantedInWords() const;
 
     Control* control_;
     QWidget& widget_;
     bool hidden_ = false;
-    Standing shown_;
+    Standing shown_ = Standing::Confirmed;
+    bool shownChanged_ = false;
 };
 
 /// A view of a Model that is a Base widget.
@@ -112,6 +114,7 @@ class View : public Base, public ViewBase {
         return here && (!bound() || !model().actWaits());
     }
     bool event(QEvent* event) override {
+        if (event->type() == QEvent::ToolTip && bound()) return this->showTip(static_cast<QHelpEvent&>(*event));
         if (!unread() || !beginsAct(*event)) return Base::event(event);
         // A key or the wheel goes on to the page, which scrolls; a click has met its control and goes no further.
         event->setAccepted(event->type() != QEvent::KeyPress && event->type() != QEvent::Wheel);
@@ -120,6 +123,7 @@ class View : public Base, public ViewBase {
     void changeEvent(QEvent* event) override {
         Base::changeEvent(event);
         if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) this->updateGeometry();
+        if (event->type() == QEvent::EnabledChange && bound()) showState();
     }
 };
 

@@ -36,6 +36,13 @@ void ChartWindow::pan(double part) {
     settle();
 }
 
+void ChartWindow::bringIntoSight(double time) {
+    if (time >= from_ && time <= to()) return;
+    mode_ = Mode::Free;
+    from_ = time - span_ / 2;
+    settle();
+}
+
 void ChartWindow::zoom(double factor, double part) {
     const double still = from_ + part * span_;
     if (mode_ == Mode::Fit) mode_ = Mode::Free;

@@ -23,6 +23,8 @@ class ChartWindow {
     void fit();
     /// By a part of the span; above 0 towards newer times.
     void pan(double part);
+    /// Moves only if the time is out of sight.
+    void bringIntoSight(double time);
     /// Factor below 1 shows less time. The time at this part of the width (0 left, 1 right) stays where it is, but a
     /// window that follows keeps its newest time.
     void zoom(double factor, double part);

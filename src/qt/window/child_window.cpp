@@ -3,12 +3,16 @@
 
 #include <QAction>
 #include <QCloseEvent>
+#include <QHelpEvent>
 #include <QMenu>
+#include <QStyle>
+#include <QToolTip>
 
 #include "qt/io/deliver.h"
 #include "qt/io/text.h"
 #include "qt/window/page_area.h"
 #include "qt/window/page_view.h"
+#include "qt/window/words.h"
 
 namespace kestrel::qt {
 
@@ -25,9 +29,8 @@ ChildWindow::ChildWindow(Window& model, PageArea& area) : model_(&model), area_(
     area.addSubWindow(this);
     hide();
     model.bind(this);
-    setWindowTitle(toQt(model.Caption));
+    controlChanged();
     fit();
-    place();
 }
 
 ChildWindow::~ChildWindow() {
@@ -36,13 +39,20 @@ ChildWindow::~ChildWindow() {
 
 QSize ChildWindow::fittingSize() const {
     const int title = fontMetrics().horizontalAdvance(windowTitle()) + BesideTitle;
-    return sizeHint().expandedTo({title, 0}).boundedTo(area_.viewport()->size());
+    const QSize room = area_.viewport()->size();
+    QSize size = sizeHint().expandedTo({title, 0});
+    if (size.height() > room.height()) size.rwidth() += style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+    return size.boundedTo(room);
 }
 
 void ChildWindow::settle() {
     layOut(page_);
     fit();
     layOut(page_);
+}
+
+void ChildWindow::standBeside() {
+    if (!isMaximized() && !isMinimized()) move(area_.besideOthers(*this));
 }
 
 void ChildWindow::dismiss() {
@@ -57,11 +67,14 @@ void ChildWindow::dismiss() {
 }
 
 void ChildWindow::controlChanged() {
-    const QString title = toQt(model_->Caption);
+    QString title = toQt(model_->Caption);
+    if (const std::string& since = model_->oldSince(); !since.empty())
+        title += QStringLiteral(" – ") + word(Word::ValuesFrom).arg(toQt(since));
     if (windowTitle() != title) {
         setWindowTitle(title);
         fit();
     }
+    showPageHead(page_, *model_);
     page_->setEnabled(!model_->closing());
     place();
 }
@@ -87,9 +100,17 @@ void ChildWindow::fit() {
 }
 
 bool ChildWindow::event(QEvent* event) {
+    if (event->type() == QEvent::ToolTip && model_) return showTip(static_cast<QHelpEvent&>(*event));
     const bool handled = QMdiSubWindow::event(event);
     if (event->type() == QEvent::LayoutRequest && model_) fit();
     return handled;
+}
+
+/// Of the title alone: what stands on the page has its own.
+bool ChildWindow::showTip(const QHelpEvent& event) {
+    const bool onTitle = page_ && event.pos().y() < page_->y();
+    QToolTip::showText(event.globalPos(), onTitle ? toQt(model_->ToolTip) : QString(), this);
+    return true;
 }
 
 void ChildWindow::dropTyping() { qt::dropTyping(page_); }

@@ -8,6 +8,8 @@
 #include "platform/platform.h"
 #include "platform/window.h"
 
+class QHelpEvent;
+
 namespace kestrel::qt {
 
 class PageArea;
@@ -24,6 +26,8 @@ class ChildWindow : public QMdiSubWindow, public ControlView {
     /// Takes the size that the present texts need and lays them out, before anything is painted: else each level of the
     /// layout has a turn of the event loop and a painting of its own, with scroll bars that come and go.
     void settle();
+    /// It has just come: it goes beside the pages that stand already.
+    void standBeside();
     /// The user closes the page or the program: see page_view.h.
     void dropTyping();
     /// Lets go of the page, which is being unloaded; the window goes with the next event.
@@ -38,6 +42,7 @@ class ChildWindow : public QMdiSubWindow, public ControlView {
   private:
     void place();
     void fit();
+    bool showTip(const QHelpEvent& event);
 
     Window* model_;
     PageArea& area_;

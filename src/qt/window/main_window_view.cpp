@@ -34,10 +34,13 @@ Extent toTwips(QSize size) { return {size.width() * TwipsPerPixel, size.height()
 MainWindowView::MainWindowView(MainWindow& model)
     : model_(model),
       area_(new PageArea(loadPicture(QStringLiteral("background")))),
-      menu_(model.menuBar(), *menuBar(), [this] { status_.renamed(); }),
-      status_(model.StatusBar1, *statusBar()),
-      windowList_(menu_.menuOf(WindowListEntry), *area_, [this] { closePages(); }) {
-    setCentralWidget(area_);
+      menu_(model.menuBar(), *menuBar(), [this] { renamed(); }),
+      status_(model.StatusBar1, model.Line, *statusBar(), [this] { start_->refresh(); }),
+      start_(new StartPage(model, *area_->viewport())),
+      windowList_(menu_.menuOf(WindowListEntry), *area_, [this] { closePages(); }),
+      tabs_(new PageTabs(*area_)),
+      commands_(*this, windowList_, *tabs_) {
+    setCentralWidget(tabs_);
     resize(UsualSize.boundedTo(screen()->availableSize()));
     QObject::connect(area_, &QMdiArea::subWindowActivated, this, [this](QMdiSubWindow* child) { activated(child); });
     const auto* menuKey = new QShortcut(QKeySequence(Qt::Key_F10), this);
@@ -84,11 +87,19 @@ ChildWindow& MainWindowView::childOf(Window& window) {
     const auto found = std::find_if(children_.begin(), children_.end(),
                                     [&](const ChildWindow* child) { return &child->model() == &window; });
     if (found != children_.end()) return **found;
-    return *children_.emplace_back(new ChildWindow(window, *area_));
+    ChildWindow& made = *children_.emplace_back(new ChildWindow(window, *area_));
+    start_->setVisible(false);
+    return made;
+}
+
+void MainWindowView::renamed() {
+    status_.renamed();
+    start_->refresh();
 }
 
 void MainWindowView::showWindow(Window& window) {
     ChildWindow& child = childOf(window);
+    const bool isNew = !child.isVisible();
     isShowingPage_ = true;
     if (child.isMinimized())
         child.showNormal();
@@ -99,6 +110,7 @@ void MainWindowView::showWindow(Window& window) {
     front_ = &window;
     window.Form_Activate();
     child.settle();
+    if (isNew) child.standBeside();
 }
 
 void MainWindowView::closeWindow(Window& window) {
@@ -109,6 +121,7 @@ void MainWindowView::closeWindow(Window& window) {
     ChildWindow* const leaving = *found;
     children_.erase(found);
     leaving->dismiss();
+    start_->setVisible(children_.empty());
 }
 
 bool MainWindowView::isMinimized(Window& window) { return childOf(window).isMinimized(); }

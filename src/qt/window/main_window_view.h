@@ -11,6 +11,9 @@
 #include "platform/window.h"
 #include "qt/window/menu_view.h"
 #include "qt/window/page_area.h"
+#include "qt/window/page_commands.h"
+#include "qt/window/page_tabs.h"
+#include "qt/window/start_page.h"
 #include "qt/window/status_bar_view.h"
 #include "qt/window/window_list.h"
 #include "shell/main_window.h"
@@ -47,6 +50,7 @@ class MainWindowView : public QMainWindow, public ControlView {
     void closeEvent(QCloseEvent* event) override;
 
   private:
+    void renamed();
     void activated(QMdiSubWindow* child);
     void closePages();
 
@@ -55,7 +59,10 @@ class MainWindowView : public QMainWindow, public ControlView {
     PageArea* area_;
     MenuView menu_;
     StatusBarView status_;
+    StartPage* start_;
     WindowList windowList_;
+    PageTabs* tabs_;
+    PageCommands commands_;
     std::vector<ChildWindow*> children_;
     Window* front_ = nullptr;
     bool isShowingPage_ = false;

@@ -16,6 +16,8 @@ class PageArea : public QMdiArea {
 
     /// The nearest place to `wanted` at which a page of this size has its title bar in the area.
     QPoint reachable(QPoint wanted, QSize size) const;
+    /// The place nearest to its own at which this page covers least of the others: beside them where there is room.
+    QPoint besideOthers(const QMdiSubWindow& page) const;
 
   protected:
     void paintEvent(QPaintEvent* event) override;

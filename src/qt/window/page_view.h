@@ -12,6 +12,9 @@ namespace kestrel::qt {
 /// called before they go. Run-time errors of the page's Arrange() pass through.
 QWidget* buildPage(Window& window);
 
+/// Shows how far the page is with its first values, and whether they are old.
+void showPageHead(QWidget* page, const Window& window);
+
 /// The user closes the page: what is typed and not entered is dropped.
 /// To be called before the page is told to close.
 void dropTyping(QWidget* page);

@@ -5,6 +5,7 @@
 #include <memory>
 #include <stdexcept>
 
+#include "command_line/data_directory.h"
 #include "demo/demo_port.h"
 #include "link/leaving.h"
 #include "platform/errors.h"
@@ -25,7 +26,7 @@ namespace kestrel::qt {
 namespace {
 
 constexpr const char* DemoTitle = "Kestrel (demo)";
-constexpr const char* DemoDevice = "simulated machine";
+constexpr const char* DemoDevice = "demo: simulated machine";
 
 Theme lookOf(kestrel::Theme theme) {
     switch (theme) {
@@ -33,6 +34,8 @@ Theme lookOf(kestrel::Theme theme) {
             return Theme::Light;
         case kestrel::Theme::Dark:
             return Theme::Dark;
+        case kestrel::Theme::Contrast:
+            return Theme::Contrast;
         case kestrel::Theme::System:
             break;
     }
@@ -48,11 +51,10 @@ void setUpApplication(QApplication& application, const Options& options, const s
     QApplication::setWindowIcon(QIcon(pictureFile(QStringLiteral("kestrel"))));
 }
 
-/// Where the executable lies. The toolkit loses a name that is no text, and the user could not be told of it.
-std::filesystem::path executableDirectory() {
-    std::error_code trouble;
-    const std::filesystem::path executable = std::filesystem::read_symlink("/proc/self/exe", trouble);
-    return trouble ? toPath(QApplication::applicationDirPath()) : executable.parent_path();
+/// The toolkit, asked last, loses a name that is no text, and the user could not be told of it.
+std::filesystem::path executable() {
+    const std::filesystem::path known = ownExecutable();
+    return known.empty() ? toPath(QApplication::applicationFilePath()) : known;
 }
 
 std::shared_ptr<simulator::Machine> switchOn(const simulator::MachineOptions& options) {
@@ -68,6 +70,7 @@ QStringList demoCall(const Options& options, const QString& directory) {
     QStringList call{QApplication::applicationFilePath(), QStringLiteral("--demo"), QStringLiteral("--directory"),
                      directory};
     if (options.theme == kestrel::Theme::Light) call += {QStringLiteral("--theme"), QStringLiteral("light")};
+    if (options.theme == kestrel::Theme::Contrast) call += {QStringLiteral("--theme"), QStringLiteral("contrast")};
     if (options.theme == kestrel::Theme::Dark) call += {QStringLiteral("--theme"), QStringLiteral("dark")};
     return call;
 }
@@ -75,6 +78,7 @@ QStringList demoCall(const Options& options, const QString& directory) {
 QtPlatform::Setup setUpMachine(const Options& options, const std::filesystem::path& directory) {
     QtPlatform::Setup setup;
     setup.directory = directory;
+    setup.isOfTheSystem = directory == dataDirectory(executable()) && directory != executable().parent_path();
     setup.devices = options.devices;
     setup.isUnattended = !options.tour.empty();
     if (!options.demo) {
@@ -92,7 +96,7 @@ QtPlatform::Setup setUpMachine(const Options& options, const std::filesystem::pa
 }  // namespace
 
 void runProgram(QApplication& application, const Options& options) {
-    const std::filesystem::path directory = options.directory.empty() ? executableDirectory() : options.directory;
+    const std::filesystem::path directory = options.directory.empty() ? dataDirectory(executable()) : options.directory;
     setUpApplication(application, options, directory);
     QtPlatform machine(setUpMachine(options, directory));
     setPlatform(&machine);

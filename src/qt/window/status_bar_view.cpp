@@ -6,6 +6,7 @@
 
 #include "platform/window.h"
 #include "qt/io/text.h"
+#include "qt/style/palette.h"
 #include "qt/views/lamp_pictures.h"
 #include "qt/window/words.h"
 
@@ -74,7 +75,12 @@ class StatusPanelView : public ControlView {
     void showLamp(int picture) {
         if (picture == shownPicture_) return;
         shownPicture_ = picture;
-        const int side = label_->fontMetrics().height();
+        // On its own ground: an alarm takes the colour of the bar.
+        QPalette ground = label_->palette();
+        ground.setColor(QPalette::Window, colors().window);
+        label_->setPalette(ground);
+        label_->setAutoFillBackground(true);
+        const int side = label_->fontMetrics().height() * 3 / 2;  // to be read at arm's length
         label_->setPixmap(lampPicture(picture).pixmap(QSize(side, side), label_->devicePixelRatioF()));
         nameLamp();
     }
@@ -84,7 +90,57 @@ class StatusPanelView : public ControlView {
     int shownPicture_ = 0;
 };
 
-StatusBarView::StatusBarView(StatusBar& model, QStatusBar& bar) : model_(model), bar_(bar) {
+/// Trouble takes the whole width of the bar, in a colour and with a sign that nothing else has.
+class LineStatusView : public ControlView {
+  public:
+    LineStatusView(LineStatus& model, QStatusBar& bar, std::function<void()> changed)
+        : model_(model), bar_(bar), label_(new QLabel(&bar)), changed_(std::move(changed)) {
+        label_->setTextFormat(Qt::PlainText);
+        label_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+        bar.addWidget(label_, LineShare);
+        bar.setAutoFillBackground(true);
+        model.bind(this);
+    }
+    ~LineStatusView() override {
+        model_.unbind(this);
+        delete label_;
+    }
+
+    void controlChanged() override {
+        const QString text = toQt(model_.text());
+        const bool isAlarm = !model_.Alarm.get().empty();
+        label_->setText(isAlarm ? QStringLiteral("⚠  ") + text : text);
+        label_->setToolTip(toQt(model_.Text));
+        label_->setAccessibleName(text);
+        if (isAlarm != isAlarm_) colour(isAlarm);
+        changed_();
+    }
+
+  private:
+    static constexpr int LineShare = 2;
+
+    void colour(bool isAlarm) {
+        isAlarm_ = isAlarm;
+        QPalette palette;
+        if (isAlarm) {
+            palette.setColor(QPalette::Window, colors().alarm);
+            palette.setColor(QPalette::WindowText, colors().field);
+        }
+        bar_.setPalette(palette);
+        QFont font = bar_.font();
+        font.setBold(isAlarm);
+        label_->setFont(font);
+    }
+
+    LineStatus& model_;
+    QStatusBar& bar_;
+    QLabel* label_;
+    std::function<void()> changed_;
+    bool isAlarm_ = false;
+};
+
+StatusBarView::StatusBarView(StatusBar& model, LineStatus& line, QStatusBar& bar, std::function<void()> lineChanged)
+    : model_(model), bar_(bar), line_(std::make_unique<LineStatusView>(line, bar, std::move(lineChanged))) {
     model.bind(this);
     rebuild();
 }

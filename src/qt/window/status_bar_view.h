@@ -4,6 +4,7 @@
 
 #include <QObject>
 #include <QStatusBar>
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -11,12 +12,13 @@
 
 namespace kestrel::qt {
 
+class LineStatusView;
 class StatusPanelView;
 
 class StatusBarView : public ControlView {
   public:
-    /// Both outlive the view.
-    StatusBarView(StatusBar& model, QStatusBar& bar);
+    /// All outlive the view. `lineChanged` runs when something else is on the line.
+    StatusBarView(StatusBar& model, LineStatus& line, QStatusBar& bar, std::function<void()> lineChanged);
     ~StatusBarView() override;
 
     void controlChanged() override;
@@ -31,6 +33,7 @@ class StatusBarView : public ControlView {
     StatusBar& model_;
     QStatusBar& bar_;
     QObject context_;
+    std::unique_ptr<LineStatusView> line_;
     std::vector<std::unique_ptr<StatusPanelView>> panels_;
     bool isStale_ = false;
 };

@@ -8,32 +8,38 @@
 
 namespace kestrel::qt {
 
-WindowList::WindowList(QMenu& menu, PageArea& area, const std::function<void()>& closeAll) : menu_(menu), area_(area) {
-    addCommand(Word::NextWindow, {Qt::CTRL | Qt::Key_F6, Qt::CTRL | Qt::Key_Tab},
-               [&area] { area.activateNextSubWindow(); });
-    addCommand(Word::PreviousWindow, {Qt::CTRL | Qt::SHIFT | Qt::Key_F6, Qt::CTRL | Qt::SHIFT | Qt::Key_Tab},
-               [&area] { area.activatePreviousSubWindow(); });
-    addCommand(Word::Cascade, {}, [&area] { area.cascadeSubWindows(); });
-    addCommand(Word::Tile, {}, [&area] { area.tileSubWindows(); });
-    addCommand(Word::CloseWindow, {Qt::CTRL | Qt::Key_F4, Qt::CTRL | Qt::Key_W},
-               [&area] { area.closeActiveSubWindow(); });
-    addCommand(Word::CloseAll, {}, closeAll);
-    menu.addSeparator();
+WindowList::WindowList(QMenu& menu, PageArea& area, const std::function<void()>& closeAll)
+    : menu_(menu), area_(area), endOfCommands_(menu.addSeparator()) {
+    const auto add = [this](Word text, const QList<QKeySequence>& keys, const std::function<void()>& run) {
+        addCommand([text] { return word(text); }, keys, run);
+    };
+    add(Word::NextWindow, {Qt::CTRL | Qt::Key_F6, Qt::CTRL | Qt::Key_Tab}, [&area] { area.activateNextSubWindow(); });
+    add(Word::PreviousWindow, {Qt::CTRL | Qt::SHIFT | Qt::Key_F6, Qt::CTRL | Qt::SHIFT | Qt::Key_Tab},
+        [&area] { area.activatePreviousSubWindow(); });
+    add(Word::Cascade, {}, [&area] { area.cascadeSubWindows(); });
+    add(Word::Tile, {}, [&area] { area.tileSubWindows(); });
+    add(Word::CloseWindow, {Qt::CTRL | Qt::Key_F4, Qt::CTRL | Qt::Key_W}, [&area] { area.closeActiveSubWindow(); });
+    add(Word::CloseAll, {}, closeAll);
     QObject::connect(&menu, &QMenu::aboutToShow, &area, [this] { listWindows(); });
 }
 
-void WindowList::addCommand(Word text, const QList<QKeySequence>& keys, const std::function<void()>& run) {
-    QAction* action = menu_.addAction(word(text));
+QAction& WindowList::addCommand(Text text, const QList<QKeySequence>& keys, const std::function<void()>& run) {
+    auto* action = new QAction(text(), &menu_);
     action->setShortcuts(keys);
+    action->setAutoRepeat(false);
+    menu_.insertAction(endOfCommands_, action);
     QObject::connect(action, &QAction::triggered, &area_, run);
-    commands_.emplace_back(text, action);
+    commands_.emplace_back(std::move(text), action);
+    return *action;
 }
+
+void WindowList::addGap() { menu_.insertSeparator(endOfCommands_); }
 
 void WindowList::listWindows() {
     qDeleteAll(windows_);
     windows_.clear();
     QStringList captions;
-    for (const auto& [text, action] : commands_) captions += word(text);
+    for (const auto& [text, action] : commands_) captions += text();
     for (QMdiSubWindow* window : area_.subWindowList()) {
         QAction* action = menu_.addAction(window->windowTitle());
         const bool isActive = window == area_.activeSubWindow();

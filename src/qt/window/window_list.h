@@ -16,13 +16,20 @@ class WindowList {
     /// `closeAll` closes every page as its user would.
     WindowList(QMenu& menu, PageArea& area, const std::function<void()>& closeAll);
 
+    using Text = std::function<QString()>;
+    /// A command of its own kind before the list; its text is asked for each time that the menu opens. The keys do
+    /// nothing while they are held.
+    QAction& addCommand(Text text, const QList<QKeySequence>& keys, const std::function<void()>& run);
+    /// What follows stands apart.
+    void addGap();
+
   private:
-    void addCommand(Word text, const QList<QKeySequence>& keys, const std::function<void()>& run);
     void listWindows();
 
     QMenu& menu_;
     PageArea& area_;
-    QList<std::pair<Word, QAction*>> commands_;
+    QAction* endOfCommands_;
+    QList<std::pair<Text, QAction*>> commands_;
     QList<QAction*> windows_;
 };
 
