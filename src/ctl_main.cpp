@@ -97,7 +97,8 @@ int main(int argc, char** argv) {
         return EndedByBadOption;
     }
     if (options.help || options.version) {
-        std::cout << (options.help ? ctl::usage(options.command) : std::string(Name) + ' ' + ProgramVersion + '\n');
+        std::cout << (options.help ? helpText(ctl::programText(options.command))
+                                   : std::string(Name) + ' ' + ProgramVersion + '\n');
         return 0;
     }
     if (options.directory.empty()) options.directory = dataDirectory(ownExecutable());

@@ -13,6 +13,8 @@ namespace kestrel::ctl {
 
 namespace {
 
+constexpr const char* Name = "kestrelctl";
+
 struct CommandRow {
     const char* name;
     const char* arguments;
@@ -82,15 +84,22 @@ struct OptionRow {
     std::vector<std::string> commands;
 };
 
+std::vector<std::string> commandNames() {
+    std::vector<std::string> names;
+    for (const CommandRow& each : Commands) names.emplace_back(each.name);
+    return names;
+}
+
 std::vector<OptionRow> rowsFor(Options& options) {
     using enum Option::Times;
     const std::vector<std::string> onALine = {"identify", "read",  "compare", "write",
                                               "report",   "watch", "monitor", "doctor"};
     return {
-        {{"", "", "",
+        {{"", "FILE", "",
           [&options](const std::string& word) {
               options.command.empty() ? options.command = word : options.arguments.emplace_back(word);
-          }},
+          },
+          Often, commandNames()},
          {}},
         {{"--port", "DEVICE", "the serial device (default: the only one of this computer)",
           [&options](const std::string& value) {
@@ -104,7 +113,7 @@ std::vector<OptionRow> rowsFor(Options& options) {
           [&options](const std::string& value) { options.wait = secondsOf(value); }},
          onALine},
         {{"--group", "LIST", "these groups alone, with commas between:\n" + listOfGroups(),
-          [&options](const std::string& value) { takeGroups(options, value); }},
+          [&options](const std::string& value) { takeGroups(options, value); }, Once, SettableGroups()},
          {"read", "compare", "write"}},
         {{"--all", "", "counters and alarms too", setTo(options.all, true)}, {"read", "compare"}},
         {{"--own", "", "also what belongs to one machine alone, such as its number", setTo(options.own, true)},
@@ -113,21 +122,30 @@ std::vector<OptionRow> rowsFor(Options& options) {
         {{"--edited", "", "take a file that was changed by hand", setTo(options.edited, true)}, {"compare", "write"}},
         {{"--dry-run", "", "only say what would be written", setTo(options.dryRun, true)}, {"write"}},
         {{"--yes", "", "do not ask before writing", setTo(options.yes, true)}, {"write"}},
-        {{"--format", "FORMAT", "text, csv or html (default: text)",
-          [&options](const std::string& value) { takeFormat(options, value); }},
+        {{"--format",
+          "FORMAT",
+          "text, csv or html (default: text)",
+          [&options](const std::string& value) { takeFormat(options, value); },
+          Once,
+          {"text", "csv", "html"}},
          {"report"}},
         {{"--for", "SECONDS", "end after this time (default: at an interrupt)",
           [&options](const std::string& value) { options.seconds = secondsOf(value); }},
          {"watch", "monitor"}},
         {{"--json", "", "print an object a line, for scripts", setTo(options.json, true)}, {}},
-        {{"--language", "NAME", "language of what is printed, by its file (default: by the locale)",
-          keepIn(options.language)},
+        {{"--language",
+          "NAME",
+          "language of what is printed, by its file (default: by the locale)",
+          keepIn(options.language),
+          Once,
+          {"Italiano", "English", "Deutsch", "Francais", "Espanol"}},
          {}},
-        {{"--directory", "DIR", "directory of the index and language files\n(default: where the program lies)",
+        {{"--directory", "DIR",
+          "directory of the index and language files\n(default: the installed ones, or where the program lies)",
           [&options](const std::string& value) { takeDirectory(options, value); }},
          {}},
         {{"--version", "", "print the version and end", setTo(options.version, true), Last}, {}},
-        {{"--help", "", "print this help and end", setTo(options.help, true), Last}, {}},
+        {helpOption(options.help), {}},
     };
 }
 
@@ -141,7 +159,7 @@ void refuseContradictions(const Options& options) {
     if (!command) throw BadOption("there is no command \"" + options.command + "\" (--help lists them)");
     const std::size_t count = options.arguments.size();
     if (count < command->fewest || count > command->most)
-        throw BadOption("usage: kestrelctl " + options.command + ' ' + command->arguments);
+        throw BadOption(std::string("usage: ") + Name + ' ' + options.command + ' ' + command->arguments);
     if (options.demo && !options.device.empty())
         throw BadOption("--demo and --port contradict each other: the demo uses no serial device");
     if (!options.faults.empty() && !options.demo) throw BadOption("--fault works with --demo only");
@@ -174,27 +192,27 @@ Options parseOptions(const std::vector<std::string>& arguments) {
     return options;
 }
 
-std::string usage(const std::string& command) {
+ProgramText programText(const std::string& command) {
     Options none;
-    OptionTable table;
+    ProgramText text{Name, "", {}, "", {}, {}};
     for (const OptionRow& row : rowsFor(none))
-        if (isFor(row, command)) table.push_back(row.option);
-    std::string text = "Usage: kestrelctl ";
+        if (isFor(row, command)) text.options.push_back(row.option);
     if (const CommandRow* const row = find(command)) {
-        text += command + (*row->arguments ? std::string(" ") + row->arguments : "") + " [OPTION]...\n";
-        text += std::string("The program's command to ") + row->help + ".\n\n";
+        text.summary = row->help;
+        text.calls = {command + (*row->arguments ? std::string(" ") + row->arguments : "") + " [OPTION]..."};
     } else {
-        text +=
-            "COMMAND [ARGUMENT]... [OPTION]...\n"
-            "Service tool for vending-machine controller boards on a serial line, for terminals and scripts.\n\n";
         OptionTable commands;
         for (const CommandRow& each : Commands) commands.push_back({each.name, each.arguments, each.help, {}});
-        text +=
-            "Commands:\n" + listOptions(commands) + "\nOptions (kestrelctl COMMAND --help: those of one command):\n";
+        text.summary = "service tool for vending-machine controller boards, for terminals and scripts";
+        text.calls = {"COMMAND [ARGUMENT]... [OPTION]..."};
+        text.description = "kestrelctl COMMAND --help lists the options that a command takes.\n";
+        text.sections.push_back({"Commands", listOptions(commands)});
     }
-    return text + listOptions(table) +
-           "\nExit status: 0 all is well; 1 something differs, is missing or is wrong; 2 the command could not be "
-           "run.\n";
+    text.sections.push_back({"Exit status",
+                             "  0  all is well\n"
+                             "  1  something differs, is missing or is wrong\n"
+                             "  2  the command could not be run\n"});
+    return text;
 }
 
 }  // namespace kestrel::ctl

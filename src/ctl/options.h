@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "command_line/command_line.h"
+#include "command_line/program_text.h"
 
 namespace kestrel::ctl {
 
@@ -43,7 +43,7 @@ inline constexpr int Well = 0, Differs = 1, Trouble = 2;
 /// The arguments without the program's name. Throws BadOption.
 Options parseOptions(const std::vector<std::string>& arguments);
 
-/// The text of --help: of one command, or of the program where it is empty.
-std::string usage(const std::string& command);
+/// What is said of one command, or of the program where it is empty.
+ProgramText programText(const std::string& command = {});
 
 }  // namespace kestrel::ctl

@@ -231,8 +231,8 @@ TEST(TerminalOptions, AreRefusedWhereTheCommandDoesNotTakeThem) {
         std::istringstream words(line);
         EXPECT_THROW(ctl::parseOptions({std::istream_iterator<std::string>(words), {}}), BadOption) << line;
     }
-    EXPECT_NE(ctl::usage("write").find("--dry-run"), std::string::npos);
-    EXPECT_EQ(ctl::usage("read").find("--dry-run"), std::string::npos);
+    EXPECT_NE(helpText(ctl::programText("write")).find("--dry-run"), std::string::npos);
+    EXPECT_EQ(helpText(ctl::programText("read")).find("--dry-run"), std::string::npos);
 }
 
 }  // namespace
