@@ -6,11 +6,11 @@
 #include <stdexcept>
 
 #include "command_line/data_directory.h"
+#include "demo/demo_port.h"
 #include "link/leaving.h"
 #include "platform/errors.h"
 #include "program_version.h"
 #include "qt/io/deliver.h"
-#include "qt/io/demo_port.h"
 #include "qt/io/end_signals.h"
 #include "qt/io/qt_platform.h"
 #include "qt/io/text.h"

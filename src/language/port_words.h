@@ -4,7 +4,7 @@
 
 #include <string>
 
-namespace kestrel::qt {
+namespace kestrel {
 
 /// By their lines in the language files.
 enum class PortWord {
@@ -26,4 +26,4 @@ enum class PortWord {
 /// The word in the active language; in English where the active language file has no such line.
 std::string portWord(PortWord which);
 
-}  // namespace kestrel::qt
+}  // namespace kestrel

@@ -1,11 +1,11 @@
 // The words about a port and what to check when nothing answers on it.
-#include "qt/window/port_words.h"
+#include "language/port_words.h"
 
 #include <array>
 
 #include "language/window_texts.h"
 
-namespace kestrel::qt {
+namespace kestrel {
 
 namespace {
 
@@ -32,4 +32,4 @@ std::string portWord(PortWord which) {
     return WindowText(line, English.at(static_cast<std::size_t>(line - First)));
 }
 
-}  // namespace kestrel::qt
+}  // namespace kestrel

@@ -1,20 +1,22 @@
 // The serial control over a simulated machine in the same process.
-#include "qt/io/demo_port.h"
+#include "demo/demo_port.h"
 
 #include <algorithm>
 #include <utility>
 
 #include "platform/errors.h"
-#include "qt/io/deliver.h"
+#include "platform/platform.h"
 
-namespace kestrel::qt {
+namespace kestrel {
 
 DemoPort::DemoPort(std::shared_ptr<simulator::Machine> machine) : machine_(std::move(machine)) {
-    clock_.start();
-    next_.setTimerType(Qt::PreciseTimer);
-    next_.setSingleShot(true);
-    QObject::connect(&next_, &QTimer::timeout, &next_, [this] { serve(); });
+    next_ = platform().makeTimer([this] { serve(); });
     waitForMachine();
+}
+
+simulator::Micros DemoPort::now() const {
+    const auto passed = std::chrono::steady_clock::now() - switchedOn_;
+    return std::chrono::duration_cast<std::chrono::microseconds>(passed).count();
 }
 
 void DemoPort::CommPort(int /*port*/) {
@@ -47,9 +49,9 @@ void DemoPort::serve() {
     if (isOpen_ && !machine_->portOpen()) {
         isOpen_ = false;
         received_.clear();
-        deliver([this] { raiseLost(); });
+        raiseLost();
     } else if (anyCame) {
-        deliver([this] { raiseComm(); });
+        raiseComm();
     }
 }
 
@@ -61,11 +63,11 @@ bool DemoPort::collect() {
 }
 
 void DemoPort::waitForMachine() {
-    if (isOpen_ && !machine_->portOpen()) return next_.start(0);
+    if (isOpen_ && !machine_->portOpen()) return next_->start(0);
     const auto due = machine_->nextEvent();
-    if (!due) return next_.stop();
+    if (!due) return next_->stop();
     const simulator::Micros left = std::max<simulator::Micros>(0, *due - now());
-    next_.start(static_cast<int>((left + simulator::millisecond - 1) / simulator::millisecond));
+    next_->start(static_cast<int>((left + simulator::millisecond - 1) / simulator::millisecond));
 }
 
-}  // namespace kestrel::qt
+}  // namespace kestrel
