@@ -52,8 +52,11 @@ std::tm timeOfDay() {
 
 /// The first letter of yes, in the five languages.
 bool confirm(const std::string& question) {
-    if (!isatty(STDIN_FILENO)) return false;
     std::cerr << question << ' ' << std::flush;
+    if (!isatty(STDIN_FILENO)) {
+        std::cerr << '\n';
+        return false;
+    }
     std::string answer;
     std::getline(std::cin, answer);
     return !answer.empty() && std::string("yYsSjJoO").find(answer.front()) != std::string::npos;

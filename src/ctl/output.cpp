@@ -15,7 +15,7 @@ struct InJson {
     std::string operator()(std::int64_t value) const { return std::to_string(value); }
     std::string operator()(double value) const {
         char text[32];
-        std::snprintf(text, sizeof text, "%.6g", value);
+        std::snprintf(text, sizeof text, "%.12g", value);
         return text;
     }
     std::string operator()(const std::string& value) const { return quoted(value); }

@@ -71,6 +71,14 @@ class Sales {
         return found == values_.end() ? std::nullopt : std::optional(found->second);
     }
 
+    /// A date that cannot be is told as the page of the alarms tells it.
+    std::string dateOf(std::uint32_t day, std::uint32_t month, std::uint32_t year) const {
+        if (day < 1 || day > 31 || month < 1 || month > 12) return "00/00/00";
+        const int fullYear = 2000 + static_cast<int>(year);
+        if (forPeople_) return platform().shortDate(static_cast<int>(day), static_cast<int>(month), fullYear);
+        return std::to_string(fullYear) + "-" + twoDigits(month) + "-" + twoDigits(day);
+    }
+
     Report make() {
         report_.title = say(Word::ReportTitle);
         totals(LanguageTable(line::Totals), Clearable);
@@ -96,12 +104,13 @@ class Sales {
 
   private:
     void section(const std::string& title, std::vector<std::string> heads = {}) {
-        report_.sections.push_back({title, std::move(heads), {}});
+        report_.sections.push_back({title, std::move(heads), {}, false});
     }
 
     /// A row of the present section; the amounts of the audit are money although their page shows them raw.
     void add(const std::string& name, const std::vector<Setting>& settings, bool isMoney = false) {
-        ReportRow row{{name}, {{"section", report_.sections.back().title}, {"caption", name}}};
+        const ReportSection& section = report_.sections.back();
+        ReportRow row{{name}, {}};
         for (const Setting& setting : settings) {
             const auto [found, index] = FindParameter(setting.board, setting.number);
             const auto raw = of(setting);
@@ -109,8 +118,13 @@ class Sales {
             row.cells.push_back(!raw      ? "-"
                                 : asMoney ? formatScaled(*raw, decimals_, separator_)
                                           : std::to_string(*raw));
-            row.fields.emplace_back("name", BoardName(setting.board) + ' ' + ParameterName(*found, index));
-            row.fields.emplace_back("value", raw ? FieldValue(row.cells.back()) : FieldValue(nullptr));
+            const std::string& head = section.heads.empty() ? name : section.heads[row.cells.size() - 2];
+            row.objects.push_back({{"section", section.title},
+                                   {"caption", name},
+                                   {"column", head},
+                                   {"board", BoardName(setting.board)},
+                                   {"name", ParameterName(*found, index)},
+                                   {"value", raw ? FieldValue(row.cells.back()) : FieldValue(nullptr)}});
         }
         report_.sections.back().rows.push_back(std::move(row));
     }
@@ -144,6 +158,7 @@ class Sales {
     void alarms() {
         section(LanguageTable(line::Alarms),
                 {LanguageTable(line::Date), LanguageTable(line::Time), LanguageTable(line::Description)});
+        report_.sections.back().hasWords = true;
         int slot = static_cast<int>(of(master::AlarmNewest).value_or(AlarmSlots));
         for (int k = 1; k <= AlarmSlots && slot < AlarmSlots; ++k, slot = (slot + AlarmSlots - 1) % AlarmSlots) {
             std::array<std::uint32_t, AlarmRecord> record;
@@ -159,26 +174,17 @@ class Sales {
             const std::string text = LanguageTable(line::FirstAlarm + static_cast<int>(code));
             const std::string title = report_.sections.back().title;
             report_.sections.back().rows.push_back({{std::to_string(k), dateOf(day, month, year), time, text},
-                                                    {{"section", title},
-                                                     {"number", std::int64_t{k}},
-                                                     {"date", dateOf(day, month, year)},
-                                                     {"time", time},
-                                                     {"code", std::int64_t{code}},
-                                                     {"text", text}}});
+                                                    {{{"section", title},
+                                                      {"number", std::int64_t{k}},
+                                                      {"date", dateOf(day, month, year)},
+                                                      {"time", time},
+                                                      {"code", std::int64_t{code}},
+                                                      {"text", text}}}});
         }
         if (report_.sections.back().rows.empty()) {
             report_.sections.back().heads.clear();
-            report_.sections.back().rows.push_back(
-                {{say(Word::NoAlarms)}, {{"section", report_.sections.back().title}}});
+            report_.sections.back().rows.push_back({{say(Word::NoAlarms)}, {}});
         }
-    }
-
-    /// A date that cannot be is told as the page of the alarms tells it.
-    std::string dateOf(std::uint32_t day, std::uint32_t month, std::uint32_t year) const {
-        if (day < 1 || day > 31 || month < 1 || month > 12) return "00/00/00";
-        const int fullYear = 2000 + static_cast<int>(year);
-        if (forPeople_) return platform().shortDate(static_cast<int>(day), static_cast<int>(month), fullYear);
-        return std::to_string(fullYear) + "-" + twoDigits(month) + "-" + twoDigits(day);
     }
 
     const Values& values_;
@@ -206,17 +212,25 @@ int report(Context& context) {
     const auto machine = sales.of(master::MachineNumber);
     Report made = sales.make();
     const std::tm now = context.now();
-    made.about = LanguageTable(line::MachineNumber) + ' ' + (machine ? std::to_string(*machine) : "-") + ", " +
-                 platform().shortDate(now.tm_mday, now.tm_mon + 1, now.tm_year + 1900);
+    const std::string date =
+        sales.dateOf(static_cast<std::uint32_t>(now.tm_mday), static_cast<std::uint32_t>(now.tm_mon + 1),
+                     static_cast<std::uint32_t>(now.tm_year % 100));
+    made.about = {{LanguageTable(line::MachineNumber), machine ? std::to_string(*machine) : "-"},
+                  {LanguageTable(line::Date), date}};
     if (context.out.isJson()) {
+        context.out.result(
+            "", {{"machine", machine ? FieldValue(std::int64_t{*machine}) : FieldValue(nullptr)}, {"date", date}});
         for (const ReportSection& section : made.sections)
-            for (const ReportRow& row : section.rows) context.out.result("", row.fields);
+            for (const ReportRow& row : section.rows)
+                for (const Fields& fields : row.objects) context.out.result("", fields);
     } else {
         const std::string& format = context.options.format;
         context.out.document(format == "csv" ? asCsv(made) : format == "html" ? asHtml(made) : asText(made));
     }
     const bool isWhole = how == Ending::Whole && values.size() == places.size();
-    if (!isWhole) context.out.remark(say(Word::NotCompared, {std::to_string(places.size() - values.size())}));
+    if (!isWhole)
+        context.out.remark(
+            say(Word::LeftOut, {std::to_string(places.size() - values.size()), say(Word::CouldNotBeRead)}));
     return isWhole && !connection.lacksBoards() ? status::Well : status::Differs;
 }
 

@@ -211,7 +211,15 @@ TEST_F(Commands, ReportAndWatchInFiguresOfTheBoards) {
     for (const char* part :
          {"Takings         1775.60", "Bev. 18", "Sect. 68", "Amount paid into the tubes", "981.50", "Out of cups"})
         EXPECT_NE(text.find(part), std::string::npos) << part << text;
-    EXPECT_NE(run("report --format csv").results.find("2023-12-28,07:31"), std::string::npos);
+    const std::string csv = run("report --format csv").results;
+    for (const char* part : {"Machine number,104217\nDate,2024-05-14\n",
+                             "\nBeverages,,Paid vends,Free vends,Test vends", "\nAlarms,1,2023-12-28,07:31,"})
+        EXPECT_NE(csv.find(part), std::string::npos) << part << csv;
+    const std::string json = run("report --json").results;
+    EXPECT_NE(json.find("\"column\": \"Jug vends\", \"board\": \"hot-drink\", \"name\": \"selection.jugs[1]\", "
+                        "\"value\": \"14\"}"),
+              std::string::npos)
+        << json;
     EXPECT_NE(run("report --format html").results.find("<td>981.50"), std::string::npos);
     const Terminal::Said said = run("watch tank.temperature price[1] --json --for 2");
     ASSERT_EQ(said.lines().size(), 2U) << said.results << said.remarks;
