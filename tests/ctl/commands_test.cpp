@@ -204,6 +204,10 @@ TEST_F(Commands, FindWhyAMachineCannotBeReached) {
     const Terminal::Said said = run("identify --json");
     EXPECT_EQ(field(said.lines().at(1), "index_file_there"), "false") << said.results;
     EXPECT_EQ(said.status, ctl::status::Differs);
+    EXPECT_EQ(run("ports").results, "COM1 (usb-serial): can be opened\n");
+    terminal.openFailures[1] = {8005, "COM1: in use"};
+    EXPECT_EQ(run("ports").results, "COM1 (usb-serial): in use\n");
+    EXPECT_EQ(field(run("ports --json").results, "trouble"), "COM1: in use");
 }
 
 TEST_F(Commands, ReportAndWatchInFiguresOfTheBoards) {
