@@ -49,7 +49,7 @@ in_system() {
     fresh_system "$suite" "$mirror" || fail 'a fresh system could not be made'
     inside sed -i 's/ main$/ main universe/' /etc/apt/sources.list # where Ubuntu has the toolkit
     inside apt-get update
-    inside apt-get install -y --no-install-recommends "${kestrel_packages[@]}" "${@/clang++/clang}"
+    inside apt-get install -y --no-install-recommends $(names_in "$suite" "${kestrel_packages[@]}" "${@/clang++/clang}")
     mkdir "$system/kestrel"
     git ls-files -z | xargs -0 cp --parents -t "$system/kestrel"
     for compiler in "${@:-g++}"; do
