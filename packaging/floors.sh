@@ -12,7 +12,10 @@ declare -A below=(
     [pages]='platform catalogue language link'
     [shell]='platform catalogue language link command_line'
     [simulator]='catalogue command_line'
-    [qt]='platform catalogue language link shell simulator command_line'
+    [demo]='platform simulator'
+    [posix]='platform language'
+    [ctl]='platform posix catalogue language link simulator demo command_line'
+    [qt]='platform posix catalogue language link shell simulator demo command_line'
 )
 wrong=0
 for file in $(git ls-files -- 'src/*/*.h' 'src/*/*.cpp'); do

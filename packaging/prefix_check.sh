@@ -12,7 +12,7 @@ trap 'rm -rf "$work"' EXIT
 chmod 755 "$work"
 prefix=$work/prefix home=$work/home
 cmake --install build/release --prefix "$prefix" >/dev/null
-for program in kestrel kestrel-board mkindex mklang; do
+for program in kestrel kestrelctl kestrel-board mkindex mklang; do
     "$prefix/bin/$program" --help >"$work/help" || fail "$program --help fails"
     man --warnings -l "$prefix/share/man/man1/$program.1" 2>&1 >"$work/page" | { ! grep .; } || fail "$program.1 is not sound"
     bash -n "$prefix/share/bash-completion/completions/$program"

@@ -8,8 +8,9 @@
 namespace kestrel::tables {
 namespace {
 
-constexpr std::string_view header = "number\tname\tcopy\tunit\tscale\tgroup\tmeaning";
+constexpr std::string_view header = "number\tname\tcopy\tunit\tscale\tkind\trange\tgroup\tmeaning";
 constexpr std::array<std::string_view, 5> scales{"", "/10", "money", "bits", "signed/256"};
+constexpr std::array<std::string_view, 6> kinds{"setting", "own", "clock", "counter", "report", "order"};
 constexpr std::array<std::string_view, 12> groups{"prices",   "recipes", "times",        "payment",
                                                   "options",  "clock",   "temperatures", "machine",
                                                   "counters", "alarms",  "commands",     "status"};
@@ -17,6 +18,19 @@ constexpr std::array<std::string_view, 12> groups{"prices",   "recipes", "times"
 bool isScale(std::string_view text) {
     const bool offset = !text.empty() && (text.front() == '+' || text.front() == '-');
     return std::ranges::count(scales, text) != 0 || (offset && wholeNumber<int>(text.substr(1)));
+}
+
+/// The bits of a list such as 0-2,5; nothing where it is none.
+std::optional<std::uint32_t> bitsOf(std::string_view text) {
+    std::uint32_t bits = 0;
+    for (const std::string_view part : split(text, ',')) {
+        const auto dash = std::min(part.find('-'), part.size());
+        const auto first = wholeNumber<unsigned>(part.substr(0, dash));
+        const auto last = dash == part.size() ? first : wholeNumber<unsigned>(part.substr(dash + 1));
+        if (!first || !last || *first > *last || *last > 31) return {};
+        for (unsigned bit = *first; bit <= *last; ++bit) bits |= 1U << bit;
+    }
+    return bits;
 }
 
 class Reader {
@@ -40,8 +54,8 @@ class Reader {
     void problem(const std::string& text) { catalogue_.problems.push_back({line_, text}); }
 
     void takeRow(const std::vector<std::string_view>& fields) {
-        if (fields.size() != 7) {
-            return problem("7 columns are needed, this row has " + std::to_string(fields.size()));
+        if (fields.size() != 9) {
+            return problem("9 columns are needed, this row has " + std::to_string(fields.size()));
         }
         CatalogueRow row;
         row.line = line_;
@@ -51,9 +65,13 @@ class Reader {
         if (!fields[2].empty()) row.copies = takeNumbers("copy", fields[2]);
         row.unit = fields[3];
         row.scale = fields[4];
-        row.group = fields[5];
-        row.meaning = fields[6];
+        row.kind = fields[5];
+        takeRange(row, fields[6]);
+        row.group = fields[7];
+        row.meaning = fields[8];
         if (!isScale(row.scale)) problem("scale " + inQuotes(row.scale) + " is none that programs know");
+        if (std::ranges::count(kinds, row.kind) == 0)
+            problem("kind " + inQuotes(row.kind) + " is none that programs know");
         if (std::ranges::count(groups, row.group) == 0) {
             problem("group " + inQuotes(row.group) + " is none that programs know");
         }
@@ -75,6 +93,18 @@ class Reader {
             return numbers;
         }
         return {};
+    }
+
+    void takeRange(CatalogueRow& row, std::string_view text) {
+        constexpr std::string_view ofBits = "bits ";
+        if (text.empty()) return;
+        if (text.starts_with(ofBits)) {
+            const auto bits = bitsOf(text.substr(ofBits.size()));
+            if (!bits) return problem("range " + inQuotes(text) + " names no bits");
+            row.bits = *bits;
+        } else if (row.values = rangeOf(text); !row.values || text.find("..") == text.npos) {
+            problem("range " + inQuotes(text) + " is neither N..M nor bits");
+        }
     }
 
     void takeName(CatalogueRow& row, std::string_view text) {

@@ -2,6 +2,7 @@
 // Reading collects every mistake with its line, so that one run shows all that is wrong with a catalogue.
 #pragma once
 
+#include <cstdint>
 #include <istream>
 #include <map>
 #include <optional>
@@ -24,6 +25,9 @@ struct CatalogueRow {
     std::optional<Range> copies;
     std::string unit;
     std::string scale;
+    std::string kind;
+    std::optional<Range> values;  ///< what a page lets the board's number be
+    std::uint32_t bits = 0;       ///< those that pages change; 0: all of them
     std::string group;
     std::string meaning;
 };

@@ -48,6 +48,13 @@ std::string headerOf(const std::vector<BoardCatalogue>& boards) {
     return out.str();
 }
 
+std::string kindOf(const CatalogueRow& row) { return "CatalogueRow::Kind::" + constantName(row.kind); }
+
+std::string rangeOfValues(const CatalogueRow& row) {
+    if (!row.values) return "0, CatalogueRow::NoLimit";
+    return std::to_string(row.values->first) + ", " + std::to_string(row.values->last);
+}
+
 std::string literal(const std::string& text) {
     std::string quoted = "\"";
     for (const char letter : text) {
@@ -66,7 +73,7 @@ std::string rowsOf(const std::vector<BoardCatalogue>& boards) {
         for (const CatalogueRow& row : board.catalogue.rows) {
             out << "        {" << literal(row.name) << ", "
                 << (row.indices ? std::to_string(row.indices->first) : "CatalogueRow::NoIndex") << ", "
-                << rangeOf(board, row);
+                << rangeOf(board, row) << ", " << kindOf(row) << ", " << rangeOfValues(row) << ", " << row.bits << 'U';
             for (const std::string& text : {row.unit, row.scale, row.group, row.meaning}) out << ", " << literal(text);
             out << "},\n";
         }

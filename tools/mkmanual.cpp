@@ -4,6 +4,7 @@
 #include <iostream>
 
 #include "command_line/program_text.h"
+#include "ctl/options.h"
 #include "program_version.h"
 #include "shell/options.h"
 #include "simulator/board_options.h"
@@ -17,7 +18,7 @@ using namespace kestrel;
 
 std::vector<ProgramText> installedPrograms() {
     bool ignored = false;
-    std::vector<ProgramText> programs{programText(), simulator::boardText(), mkindex::programText(),
+    std::vector<ProgramText> programs{programText(), ctl::programText(), simulator::boardText(), mkindex::programText(),
                                       mklang::programText()};
     for (ProgramText& program : programs)
         if (program.options.back().name != "--help") program.options.push_back(helpOption(ignored));

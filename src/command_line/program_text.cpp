@@ -96,10 +96,12 @@ std::string completionText(const ProgramText& program) {
     bool takesFiles = false;
     for (const Option& option : program.options) {
         const bool takesValue = !option.value.empty();
-        if (option.name.empty())
+        if (option.name.empty()) {
             takesFiles = takesValue;
-        else
+            names.insert(names.end(), option.choices.begin(), option.choices.end());
+        } else {
             names.push_back(option.name);
+        }
         if (!option.name.empty() && takesValue) cases += "    " + option.name + ") " + completionOf(option) + " ;;\n";
     }
     return "# Completion of the command line of " + program.name + ".\n" + function +

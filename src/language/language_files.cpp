@@ -40,11 +40,11 @@ std::vector<std::string> linesOf(const std::string& text) {
     return lines;
 }
 
-std::vector<std::string> readLines(const std::string& file) {
+}  // namespace
+
+std::vector<std::string> LanguageFileLines(const std::string& file) {
     return linesOf(textOfInstallation(platform().readFile(platform().programDirectory() / file)));
 }
-
-}  // namespace
 
 const std::string& LanguageTable(int line) { return slot(line); }
 
@@ -55,7 +55,7 @@ std::vector<std::string> FindLanguageFiles() {
 }
 
 void LoadLanguage(const std::string& file) {
-    std::vector<std::string> lines = readLines(file);
+    std::vector<std::string> lines = LanguageFileLines(file);
     if (lines.size() > LanguageLines)
         throw RunTimeError(error_number::SubscriptOutOfRange, file + ": has " + std::to_string(lines.size()) +
                                                                   " lines, more than " + std::to_string(LanguageLines));
@@ -64,8 +64,8 @@ void LoadLanguage(const std::string& file) {
 }
 
 bool CheckLanguageFile(const std::string& reference, const std::string& candidate) {
-    const std::vector<std::string> wanted = readLines(reference);
-    std::vector<std::string> offered = readLines(candidate);
+    const std::vector<std::string> wanted = LanguageFileLines(reference);
+    std::vector<std::string> offered = LanguageFileLines(candidate);
     if (offered.size() > LanguageLines) return false;
     for (std::size_t i = 0; i < wanted.size(); ++i) {
         if (i >= offered.size()) return false;

@@ -21,6 +21,9 @@ inline constexpr std::string_view SectionMark = ";--";
 /// language.
 std::vector<std::string> FindLanguageFiles();
 
+/// The lines of a language file of the program's directory, as UTF-8. One that cannot be read is a run-time error.
+std::vector<std::string> LanguageFileLines(const std::string& file);
+
 /// Fills the table from a file of the program's directory, which is in the single-byte code page. Entries beyond the
 /// end of a shorter file keep what they held; more than 800 lines, or a file that cannot be read, is a run-time error.
 void LoadLanguage(const std::string& file);

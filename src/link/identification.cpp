@@ -133,11 +133,7 @@ std::optional<Reading> readIdentity(int bank) {
 }
 
 void refuseIncompatible(const BoardIdentity& identity) {
-    std::string text;
-    if (identity.kind != RequiredKind) text = "Board\nNot Compatible";
-    if (identity.boardType != RequiredType) text = "Board Type\nNot Compatible";
-    if (state().revision < SmallestRevision || identity.software != Boards().requiredSoftware[0])
-        text = "Board Software\nNot Compatible";
+    const std::string text = Incompatibility(identity);
     if (text.empty()) return;
     Message message;
     message.title = "ERROR";
@@ -162,14 +158,26 @@ void SendIdentityQuestion(const IdentRecord& record) {
     LinkSendFrame();
 }
 
-BoardIdentity IdentifyBoard(int bank) {
+BoardIdentity AskIdentity(int bank) {
     const std::optional<Reading> reading = readIdentity(bank);
     if (!reading) return {};
     const auto [probe, release, software, kind, typeLow, typeHigh, ofMaster] = *reading;
-    const BoardIdentity identity = {release, software, kind, typeLow + 256 * typeHigh};
-    if (bank != 0) return identity;
-    state().revision = ofMaster;
-    refuseIncompatible(identity);
+    if (bank == 0) state().revision = ofMaster;
+    return {release, software, kind, typeLow + 256 * typeHigh};
+}
+
+std::string Incompatibility(const BoardIdentity& identity) {
+    std::string text;
+    if (identity.kind != RequiredKind) text = "Board\nNot Compatible";
+    if (identity.boardType != RequiredType) text = "Board Type\nNot Compatible";
+    if (state().revision < SmallestRevision || identity.software != Boards().requiredSoftware[0])
+        text = "Board Software\nNot Compatible";
+    return text;
+}
+
+BoardIdentity IdentifyBoard(int bank) {
+    const BoardIdentity identity = AskIdentity(bank);
+    if (bank == 0 && BoardPresent(bank)) refuseIncompatible(identity);
     return identity;
 }
 

@@ -2,6 +2,8 @@
 // The answers tell whether the board is there, whether the program is made for it, and which index file is its own.
 #pragma once
 
+#include <string>
+
 namespace kestrel {
 
 struct IdentRecord;
@@ -21,8 +23,11 @@ struct BoardIdentity {
 };
 
 /// Asks the board of the bank, which must be CurrentBank, and settles BoardPresent. What is said on a line that spoils
-/// replies counts when it has been said twice. A silent master asks the user to try again; an incompatible one shows a
-/// message and ends the process.
+/// replies counts when it has been said twice. A silent master asks the user to try again.
+BoardIdentity AskIdentity(int bank);
+/// Why the program is not made for a master of this identity; empty where it is.
+std::string Incompatibility(const BoardIdentity& identity);
+/// AskIdentity; a master for which the program is not made shows a message and ends the process.
 BoardIdentity IdentifyBoard(int bank);
 
 /// Opens the exchange that asks for one identity record of CurrentBank's board; the answer's first byte counts.

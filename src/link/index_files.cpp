@@ -108,21 +108,31 @@ std::string ParameterFileName(int boardType, int software, int release) {
     return "W" + lastDigits(boardType, 4) + "A" + static_cast<char>('A' + software) + lastDigits(release, 2) + ".inx";
 }
 
+std::string ParameterFileName(const BoardIdentity& identity) {
+    return ParameterFileName(identity.boardType, identity.software, identity.release);
+}
+
+void LoadIdentityFiles() {
+    for (CurrentBank = 0; CurrentBank < Banks; ++CurrentBank) {
+        const int number = Boards().boardNumber[static_cast<std::size_t>(CurrentBank)];
+        readIdentityFile(IdentityFileName(number));
+    }
+}
+
+void LoadParameterFile(const std::string& name) { readParameterFile(name); }
+
 void LoadIndexFiles() {
     tell(&LinkObserver::readingIndexFiles);
     std::string parameterFile;
     try {
         platform().changeDirectory(platform().programDirectory());
-        for (CurrentBank = 0; CurrentBank < Banks; ++CurrentBank) {
-            const int number = Boards().boardNumber[static_cast<std::size_t>(CurrentBank)];
-            readIdentityFile(IdentityFileName(number));
-        }
+        LoadIdentityFiles();
         for (CurrentBank = 0; CurrentBank < Banks; ++CurrentBank) {
             const BoardIdentity identity = IdentifyBoard(CurrentBank);
             if (!BoardPresent(CurrentBank)) continue;
             RememberIdentity(CurrentBank, identity);
-            parameterFile = ParameterFileName(identity.boardType, identity.software, identity.release);
-            readParameterFile(parameterFile);
+            parameterFile = ParameterFileName(identity);
+            LoadParameterFile(parameterFile);
         }
     } catch (const RunTimeError& error) {
         endWithoutFile(parameterFile, error.what());

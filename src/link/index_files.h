@@ -8,6 +8,8 @@
 
 namespace kestrel {
 
+struct BoardIdentity;
+
 inline constexpr int IdentRecords = 21;           ///< a bank: records 0 to 20; record 0 is not used
 inline constexpr int LargestRecordCount = 32767;  ///< of a parameter file
 
@@ -37,7 +39,12 @@ void InitBoardTables();
 std::string IdentityFileName(int boardNumber);
 /// "W0256AP03.inx" of type 256, software 15, release 3.
 std::string ParameterFileName(int boardType, int software, int release);
+std::string ParameterFileName(const BoardIdentity& identity);
 
+/// Reads how to ask the boards of all banks who they are. A file that cannot be read is a run-time error.
+void LoadIdentityFiles();
+/// Reads the parameter table of the board in CurrentBank. A file that cannot be read is a run-time error.
+void LoadParameterFile(const std::string& name);
 /// Reads the identity files, identifies each board, and reads the parameter file of each that is there. Any failure
 /// shows a message and ends the process.
 void LoadIndexFiles();

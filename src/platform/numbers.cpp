@@ -21,11 +21,15 @@ bool hasPattern(int decimals) { return decimals >= 0 && decimals < static_cast<i
 }  // namespace
 
 std::string formatScaled(std::int64_t raw, int decimals) {
+    return formatScaled(raw, decimals, decimals > 0 ? platform().decimalSeparator() : std::string());
+}
+
+std::string formatScaled(std::int64_t raw, int decimals, const std::string& separator) {
     if (!hasPattern(decimals)) return {};
     std::string digits = std::to_string(std::llabs(raw));
     const auto fraction = static_cast<std::size_t>(decimals);
     if (digits.size() <= fraction) digits.insert(0, fraction + 1 - digits.size(), '0');
-    if (fraction > 0) digits.insert(digits.size() - fraction, platform().decimalSeparator());
+    if (fraction > 0) digits.insert(digits.size() - fraction, separator);
     return raw < 0 ? "-" + digits : digits;
 }
 

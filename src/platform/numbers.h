@@ -13,6 +13,8 @@ inline constexpr int MostDecimals = 3;
 /// "12.5" of 125 with 1 decimal, with the system's decimal separator; 0 to 3 decimals, any other number of them gives
 /// no text.
 std::string formatScaled(std::int64_t raw, int decimals);
+/// The same with a separator of the caller's own.
+std::string formatScaled(std::int64_t raw, int decimals, const std::string& separator);
 
 /// The same of a number as it is. Halves go away from zero.
 std::string FormatDecimals(double value, int decimals);

@@ -6,6 +6,8 @@
 #include <iomanip>
 #include <sstream>
 
+#include "catalogue/rows.h"
+
 namespace kestrel::simulator {
 namespace {
 
@@ -41,6 +43,8 @@ std::string describe(const Exchange& exchange) {
         if (exchange.request.write || !exchange.reply.empty()) line << " = " << exchange.value;
     }
     line << "  [" << hexOf(exchange.request.raw) << "] -> [" << hexOf(exchange.reply) << ']';
+    const std::string name = exchange.parameter == 0 ? "" : ParameterName(exchange.request.board, exchange.parameter);
+    if (!name.empty()) line << "  " << name;
     if (!exchange.note.empty()) line << "  " << exchange.note;
     return line.str();
 }

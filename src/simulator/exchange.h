@@ -24,7 +24,7 @@ std::string_view nameOf(Board board);
 // Bytes as two-digit hexadecimal numbers with blanks between.
 std::string hexOf(const Bytes& bytes);
 
-// One line: seconds, board, direction, parameter, value, request, reply, note.
+// One line: seconds, board, direction, parameter, value, request, reply, the parameter's name, note.
 std::string describe(const Exchange& exchange);
 
 }  // namespace kestrel::simulator

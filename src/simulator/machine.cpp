@@ -246,10 +246,16 @@ void Machine::loseBoard(Board board, Micros away) {
     if (board == Board::Master) return;
     const Setting presence = board == Board::HotDrink ? master::HotDrinkPresence : master::SectorPresence;
     s.world.setBit(presence, presentBit, false);
-    s.world.agenda.at(until, [this, board, presence] {
+    awaitBoard(board, presence);
+}
+
+// It may be reset, or lost once more, while it is away.
+void Machine::awaitBoard(Board board, const Setting& presence) {
+    const Micros until = state_->awayUntil[indexOf(board)];
+    state_->world.agenda.at(until, [this, board, presence] {
         World& world = state_->world;
-        const bool back = world.agenda.now() >= state_->awayUntil[indexOf(board)];
-        if (back) world.setBit(presence, presentBit, true);
+        if (world.agenda.now() < state_->awayUntil[indexOf(board)]) return awaitBoard(board, presence);
+        world.setBit(presence, presentBit, true);
     });
 }
 

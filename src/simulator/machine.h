@@ -98,6 +98,7 @@ class Machine {
     Bytes obey(Exchange& exchange);
     void answer(Exchange& exchange);
     void loseBoard(Board board, Micros away);
+    void awaitBoard(Board board, const Setting& presence);
     void losePort(Micros away);
     void stream();
     void swapMemories();

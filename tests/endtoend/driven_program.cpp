@@ -10,6 +10,7 @@
 #include <functional>
 #include <map>
 
+#include "language/port_words.h"
 #include "link/loaded_pages.h"
 #include "moments.h"
 #include "pages/registry.h"
@@ -18,7 +19,6 @@
 #include "qt/io/deliver.h"
 #include "qt/io/qt_platform.h"
 #include "qt/window/main_window_view.h"
-#include "qt/window/port_words.h"
 #include "qt/window/program.h"
 #include "shell/main_window.h"
 #include "shell/session.h"
@@ -63,7 +63,7 @@ void workAndLeave() {
 
 void chooseDemo() {
     for (QAbstractButton* button : QApplication::activeModalWidget()->findChildren<QAbstractButton*>())
-        if (button->text().remove(u'&').toStdString() == qt::portWord(qt::PortWord::OpenDemo)) return button->click();
+        if (button->text().remove(u'&').toStdString() == portWord(PortWord::OpenDemo)) return button->click();
 }
 
 void sendSignal() { std::raise(SIGTERM); }

@@ -12,8 +12,9 @@ namespace {
 
 TEST(Corpus, EachTargetComesBackFromEachSeedHoweverItIsCutOrChanged) {
     const std::map<std::string, void (*)(const std::uint8_t*, std::size_t)> targets = {
-        {"index", index}, {"language", language}, {"configuration", configuration},
-        {"reply", reply}, {"frame", frame},       {"options", options}};
+        {"index", index},      {"language", language}, {"configuration", configuration},
+        {"reply", reply},      {"frame", frame},       {"options", options},
+        {"settings", settings}};
     std::size_t runs = 0;
     for (const Seed& seed : seeds()) {
         const auto run = [&](const std::string& bytes) {

@@ -9,7 +9,7 @@ cd "$(dirname "$0")/../.."
 seconds=${1:-600}
 shift || true
 targets=("$@")
-[ ${#targets[@]} -gt 0 ] || targets=(index language configuration reply frame options)
+[ ${#targets[@]} -gt 0 ] || targets=(index language configuration reply frame options settings)
 
 need clang cmake ninja-build libgtest-dev
 build fuzz "${targets[@]/#/fuzz_}"

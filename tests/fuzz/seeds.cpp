@@ -48,6 +48,11 @@ std::vector<Seed> seeds() {
         {"frame", "heard after a silence", atOnce("\x01\x01\x01"s) + "\x3C\x01"s + read.substr(2)},
         {"options", "ports",
          "--com\n1=/dev/ttyUSB0\n--com=4=x\n--open=FrmDosi\n--theme\ndark\n--tour=x\n--directory\n/"},
+        {"settings", "of three boards",
+         "kestrel-settings 1\nprogram\tk\ndate\td\nmachine\t7\nboard\tmaster\tW0256AP03.inx\nboard\tsector\tx\n"
+         "decimals\t2\ncomplete\tno\n# a remark\nmaster\tprice[3]\t0.70\t70\nmaster\tsale.options\t0x20\t32\n"
+         "master\tprice_timeout\t6.0 s\t60\nsector\ttank.offset\t-5 \xC2\xB0"
+         "C\t0\nsector\ttank.delta\t-\t-\nsum\t00000000\n"},
         {"options", "odd rates", "--demo\n--fault=port=1e-400,late=nan\n--version"},
     };
 }

@@ -1,4 +1,4 @@
-// The six places where bytes from outside enter.
+// The seven places where bytes from outside enter.
 #include "fuzz/targets.h"
 
 #include <algorithm>
@@ -6,6 +6,8 @@
 #include <numeric>
 #include <stdexcept>
 
+#include "ctl/session.h"
+#include "ctl/settings_file.h"
 #include "language/language_files.h"
 #include "link/link_bench.h"
 #include "link/link_engine.h"
@@ -147,6 +149,20 @@ void options(const std::uint8_t* data, std::size_t size) {
         demand(*trouble.what() != '\0');
     } catch (const std::invalid_argument& trouble) {
         demand(*trouble.what() != '\0');
+    }
+}
+
+/// What is taken is printed and read again as it was.
+void settings(const std::uint8_t* data, std::size_t size) {
+    const ctl::Session session;
+    const std::string text(data, data + size);
+    for (const bool edited : {false, true}) {
+        try {
+            const std::string once = ctl::print(ctl::parse(text, "file", edited));
+            demand(ctl::print(ctl::parse(once, "file", false)) == once);
+        } catch (const RunTimeError& trouble) {
+            demand(std::string(trouble.what()).starts_with("file: line "));
+        }
     }
 }
 

@@ -1,6 +1,6 @@
 // The demo's serial port: to the link it must behave like a real one, down to a pulled plug.
 // The machine is the one of the installation, in real time.
-#include "qt/io/demo_port.h"
+#include "demo/demo_port.h"
 
 #include <gtest/gtest.h>
 
@@ -28,6 +28,11 @@ class DemoLine : public ::testing::Test {
         return std::make_shared<simulator::Machine>(options);
     }
 
+    QtPlatform platform{{.directory = "/tmp", .devices = {}}};
+    struct Standing {
+        explicit Standing(QtPlatform& instance) { setPlatform(&instance); }
+        ~Standing() { setPlatform(nullptr); }
+    } standing{platform};
     std::shared_ptr<simulator::Machine> machine = makeMachine();
     DemoPort port{machine};
     int events = 0;
@@ -44,7 +49,6 @@ TEST_F(DemoLine, AnswersFromTheEventLoop) {
 }
 
 TEST_F(DemoLine, AnswersDuringABusyWaitWithoutAnyEvent) {
-    QtPlatform platform({.directory = "/tmp", .devices = {}});
     port.Output(Probe);
     platform.BusyWait(50);
     EXPECT_EQ(port.Input().size(), 2U);

@@ -14,6 +14,7 @@
 #include "command_line/program_text.h"
 #include "simulation/play.h"
 #include "simulation/small_worlds.h"
+#include "simulation/terminal.h"
 #include "simulator/commands.h"
 
 namespace kestrel::testing {
@@ -95,7 +96,7 @@ struct Work {
     std::uint64_t first = 1, last = 200;  ///< seeds
     std::uint64_t days = 0;
     std::optional<Plan> plan;
-    bool smallWorlds = false, keepsGoing = false, shortens = false;
+    bool smallWorlds = false, terminal = false, keepsGoing = false, shortens = false;
 };
 
 std::uint64_t number(const std::string& text, std::uint64_t highest = std::numeric_limits<std::uint64_t>::max()) {
@@ -120,6 +121,7 @@ ProgramText programFor(Work& work) {
                  "machine-days to be played at least; what the trouble leaves passes\nwith the pages left open",
                  [&work](const std::string& text) { work.days = number(text, 1'000'000); }},
                 {"--small-worlds", "", "every act and fault of a small world first", setTo(work.smallWorlds, true)},
+                {"--terminal", "", "kestrelctl in place of the window program", setTo(work.terminal, true)},
                 {"--keep-going", "", "play on after a failure", setTo(work.keepsGoing, true)},
                 {"--plan", "LINE", "this plan alone, as a failure tells it",
                  [&work](const std::string& text) { work.plan = Plan::parse(text); }},
@@ -142,6 +144,10 @@ void playSeeds(const Work& work, Report& report) {
             if (goesOn()) report.take(plan, play(plan));
     for (std::uint64_t seed = work.first; seed <= work.last && goesOn(); ++seed) {
         Plan plan = Plan::draw(seed);
+        if (work.terminal) {
+            report.take(plan, playTerminal(seed));
+            continue;
+        }
         const double share =
             (static_cast<double>(work.days) - report.days()) / static_cast<double>(work.last - seed + 1) * 86'400 -
             plan.seconds;

@@ -37,24 +37,34 @@ TEST(Catalogue, EveryRowIsThereAtRunTime) {
     EXPECT_EQ(masks->firstIndex, 0);
     EXPECT_EQ(masks->settings.size(), 4);
     EXPECT_EQ(masks->group, "recipes");
+    EXPECT_EQ(row->kind, CatalogueRow::Kind::Setting);
+    EXPECT_EQ(row->lowest, 0U);
+    EXPECT_EQ(row->highest, 10U);
+    EXPECT_EQ(masks->highest, CatalogueRow::NoLimit);
+    const auto [options, index] = FindParameter(Board::Sector, sector::SectorOptions.number);
+    EXPECT_EQ(options->bits, 0x0FU);
+    EXPECT_EQ(ParameterName(Board::Sector, 250), "sector.price[35].copy");
+    EXPECT_EQ(ParameterName(Board::Sector, 60), "");
 }
 
 class MkcatalogueCommand : public kestrel::testing::ToolTest {
   protected:
     MkcatalogueCommand() : ToolTest(mkcatalogue::run) {}
 
-    const std::string header = "number\tname\tcopy\tunit\tscale\tgroup\tmeaning\n";
+    const std::string header = "number\tname\tcopy\tunit\tscale\tkind\trange\tgroup\tmeaning\n";
 };
 
 TEST_F(MkcatalogueCommand, ABadCatalogueLeavesTheOldFilesAndMistakesAreToldWithTheirPlaces) {
-    const std::string good = write("hot_drink.tsv", header + "1\tset.point\t2\t\t/10\tstatus\tsay \"when\"\n");
-    const std::string bad = write("sector.tsv", header + "0\ta\t\t\t\tstatus\tm\n");
+    const std::string good =
+        write("hot_drink.tsv", header + "1\tset.point\t2\t\t/10\tsetting\t5..9\tstatus\tsay \"when\"\n");
+    const std::string bad = write("sector.tsv", header + "0\ta\t\t\t\treport\tbits 3-2\tstatus\tm\n");
     ASSERT_EQ(run({good, "--out", path("")}), 0) << err.str();
     const std::string before = content("parameters.h");
     EXPECT_NE(before.find("SetPoint = Setting{Board::HotDrink, 1, 2};"), std::string::npos) << before;
     EXPECT_NE(content("rows.cpp").find("\"say \\\"when\\\"\""), std::string::npos) << content("rows.cpp");
     EXPECT_EQ(run({good, bad, "--out", path("")}), 1);
-    EXPECT_EQ(err.str(), bad + ":2: number \"0\" is not within 1 to 32766\n");
+    EXPECT_EQ(err.str(),
+              bad + ":2: number \"0\" is not within 1 to 32766\n" + bad + ":2: range \"bits 3-2\" names no bits\n");
     EXPECT_EQ(content("parameters.h"), before);
     EXPECT_EQ(run({good, "--out", path("no/such")}), 1);
     expectBadUsage({"", "a.tsv", "--out x", "a.tsv --out", "--fast a.tsv --out x"});

@@ -14,9 +14,10 @@ using kestrel::testing::Arguments;
 constexpr Layout params = Layout::Parameters;
 const std::string parameterHeader = "name|width|refresh|address|preload\n";
 const std::string identityHeader = "number|name|width|refresh|address|meaning\n";
-const std::string catalogueHeader = "number|name|copy|unit|scale|group|meaning\n";
+const std::string catalogueHeader = "number|name|copy|unit|scale|kind|range|group|meaning\n";
 const std::string catalogueRows =
-    "1|a||||status|m\n2..4|coin[1..3]|12..14|||status|m\n6..7|lamp[0..1]||||status|m\n9|last||||status|m\n";
+    "1|a||||report||status|m\n2..4|coin[1..3]|12..14|||report||status|m\n6..7|lamp[0..1]||||report||status|m\n9|last|||"
+    "|report||status|m\n";
 
 /// A table as its file holds it; in the tests | stands for the tab between two columns.
 std::string tabbed(std::string text) {
@@ -92,25 +93,31 @@ const BadTable badTables[] = {
      "2: width \"3\" is not 1, 2 or 4\n2: refresh \"99\" is not within 0 to 15\n"
      "2: address \"zz\" is not six hexadecimal digits\n"},
     {param, "# to come\n", "3: the table has no rows\n"},
-    {catal, "1|a||||status\n", "2: 7 columns are needed, this row has 6\n"},
-    {catal, "x|a||||status|m\n", "2: number \"x\" is neither N nor N..M\n"},
-    {catal, "5..4|a[1..2]||||status|m\n", "2: number \"5..4\" is neither N nor N..M\n"},
-    {catal, "0|a||||status|m\n", "2: number \"0\" is not within 1 to 32766\n"},
-    {catal, "1|a|32767|||status|m\n", "2: copy \"32767\" is not within 1 to 32766\n"},
-    {catal, "1..2000000000|a[1..2]||||status|m\n", "2: number \"1..2000000000\" is not within 1 to 32766\n"},
-    {catal, "7|a||||status|m\n# why not\n6|b||||status|m\n", "4: number 6 does not come after 7\n"},
-    {catal, "1..4|a[1..4]||||status|m\n4|b||||status|m\n", "3: number 4 has a meaning in line 2 already\n"},
-    {catal, "1|a|2|||status|m\n2|b||||status|m\n", "3: number 2 has a meaning in line 2 already\n"},
-    {catal, "1|a|9|||status|m\n2|b|9|||status|m\n", "3: number 9 has a meaning in line 2 already\n"},
-    {catal, "1|a|1|||status|m\n", "2: number 1 has a meaning in line 2 already\n"},
-    {catal, "1..3|a[1..2]||||status|m\n", "2: name \"a[1..2]\" stands for 2 parameters, the row for 3\n"},
-    {catal, "1..3|a[1..3]|7..8|||status|m\n", "2: there are 2 copies of 3 parameters\n"},
-    {catal, "1|a.b_c||||status|m\n2|a_b.c||||status|m\n", "3: name \"a_b.c\" stands in line 2 already\n"},
-    {catal, "1|4a||||status|m\n", "2: name \"4a\" begins with no letter or ends in .copy\n"},
-    {catal, "1|a.copy||||status|m\n", "2: name \"a.copy\" begins with no letter or ends in .copy\n"},
-    {catal, "1|a||s|/7|status|m\n2|b||s|+x|status|m\n3|c||s|-5|status|m\n",
+    {catal, "1|a||||report||status\n", "2: 9 columns are needed, this row has 8\n"},
+    {catal, "x|a||||report||status|m\n", "2: number \"x\" is neither N nor N..M\n"},
+    {catal, "5..4|a[1..2]||||report||status|m\n", "2: number \"5..4\" is neither N nor N..M\n"},
+    {catal, "0|a||||report||status|m\n", "2: number \"0\" is not within 1 to 32766\n"},
+    {catal, "1|a|32767|||report||status|m\n", "2: copy \"32767\" is not within 1 to 32766\n"},
+    {catal, "1..2000000000|a[1..2]||||report||status|m\n", "2: number \"1..2000000000\" is not within 1 to 32766\n"},
+    {catal, "7|a||||report||status|m\n# why not\n6|b||||report||status|m\n", "4: number 6 does not come after 7\n"},
+    {catal, "1..4|a[1..4]||||report||status|m\n4|b||||report||status|m\n",
+     "3: number 4 has a meaning in line 2 already\n"},
+    {catal, "1|a|2|||report||status|m\n2|b||||report||status|m\n", "3: number 2 has a meaning in line 2 already\n"},
+    {catal, "1|a|9|||report||status|m\n2|b|9|||report||status|m\n", "3: number 9 has a meaning in line 2 already\n"},
+    {catal, "1|a|1|||report||status|m\n", "2: number 1 has a meaning in line 2 already\n"},
+    {catal, "1..3|a[1..2]||||report||status|m\n", "2: name \"a[1..2]\" stands for 2 parameters, the row for 3\n"},
+    {catal, "1..3|a[1..3]|7..8|||report||status|m\n", "2: there are 2 copies of 3 parameters\n"},
+    {catal, "1|a.b_c||||report||status|m\n2|a_b.c||||report||status|m\n",
+     "3: name \"a_b.c\" stands in line 2 already\n"},
+    {catal, "1|4a||||report||status|m\n", "2: name \"4a\" begins with no letter or ends in .copy\n"},
+    {catal, "1|a.copy||||report||status|m\n", "2: name \"a.copy\" begins with no letter or ends in .copy\n"},
+    {catal, "1|a||s|/7|report||status|m\n2|b||s|+x|report||status|m\n3|c||s|-5|report||status|m\n",
      "2: scale \"/7\" is none that programs know\n3: scale \"+x\" is none that programs know\n"},
-    {catal, "1|a||||other|\n", "2: group \"other\" is none that programs know\n2: there is no meaning\n"},
+    {catal, "1|a||||other|70|other|\n",
+     "2: range \"70\" is neither N..M nor bits\n2: kind \"other\" is none that programs know\n"
+     "2: group \"other\" is none that programs know\n2: there is no meaning\n"},
+    {catal, "1|a||||own|bits 2,x|status|m\n2|b||||clock|bits 32|status|m\n",
+     "2: range \"bits 2,x\" names no bits\n3: range \"bits 32\" names no bits\n"},
 };
 
 TEST(MkindexTable, EveryMistakeIsToldWithItsLine) {
@@ -173,26 +180,6 @@ TEST_F(MkindexCommand, MakesARecordOfEachNumberAndThoseWithoutARowTouchNoParamet
                                 "8|-|1|0|0A2106|0\n"));
     ASSERT_EQ(run({"--print", file}), 0);
     EXPECT_EQ(out.str().find("coin"), std::string::npos);
-}
-
-TEST_F(MkindexCommand, NameOrOptionChoosesTheLayout) {
-    const std::string table = write("identity.tsv", tabbed(identityHeader + "1|probe|1|0|0FF000|m\n"));
-    EXPECT_EQ(run({table, path("W0256.inx")}), 0) << err.str();
-    EXPECT_EQ(run({"--catalogue", catalogue, table, path("V0256.inx")}), 1) << "a parameter file by its name";
-    EXPECT_EQ(run({"--identity", table, path("V0256.inx")}), 0) << err.str();
-    EXPECT_EQ(content("V0256.inx"), content("W0256.inx"));
-    EXPECT_EQ(run({"--parameters", "--catalogue", catalogue, table, path("W0256.inx")}), 1);
-}
-
-TEST_F(MkindexCommand, ABadTableLeavesTheOldFile) {
-    const std::string table = write("bad.tsv", tabbed(parameterHeader + "b|1|0|000010|0\n"));
-    write("W0256AP03.inx", "old");
-    EXPECT_EQ(run({"--catalogue", catalogue, table, path("W0256AP03.inx")}), 1);
-    EXPECT_EQ(err.str(), table + ":2: name \"b\" is not in the catalogue\n");
-    const std::string bad = write("bad_board.tsv", tabbed(catalogueHeader + "0|a||||status|m\n"));
-    EXPECT_EQ(run({"--catalogue", bad, table, path("W0256AP03.inx")}), 1);
-    EXPECT_EQ(err.str(), bad + ":2: number \"0\" is not within 1 to 32766\n");
-    EXPECT_EQ(content("W0256AP03.inx"), "old");
 }
 
 TEST_F(MkindexCommand, FilesThatCannotBeUsedAreNamedAndBadCommandLinesToldTheUsage) {

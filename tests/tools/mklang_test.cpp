@@ -52,6 +52,8 @@ TEST(MklangSource, BadRowsAreComplainedOfWithTheirPlace) {
         {{"line\tUno\tUno\tnote\n"}, "a.tsv:1: a language has two columns"},
         {{good, "line\tDue\tUno\tnote\n"}, "b.tsv:1: the languages differ from those of the source before"},
         {{good, "line\tUno\tDue\tTre\tnote\n"}, "b.tsv:1: the languages differ from those of the source before"},
+        {{"line\tFrancais\tnote\n1\tQuoi ?\t\n2\tQuoi\u00A0?\t\n"},
+         "a.tsv:2: Francais has a blank before a sign that is no no-break blank"},
         {{good, header + "1\tx\ty\t\n"}, "b.tsv:2: line 1 stands at a.tsv:2 already"},
         {{header + "# a\n\n7\ta\tb\t\n7\tc\td\t\n"}, "a.tsv:5: line 7 stands at a.tsv:4 already"}};
     for (const auto& [sources, complaint] : headers) EXPECT_EQ(read(sources).complaints, Strings{complaint});

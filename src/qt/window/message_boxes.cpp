@@ -6,9 +6,9 @@
 #include <QPushButton>
 #include <cstdio>
 
+#include "language/port_words.h"
 #include "qt/io/text.h"
 #include "qt/window/mnemonics.h"
-#include "qt/window/port_words.h"
 #include "qt/window/words.h"
 
 namespace kestrel::qt {

@@ -6,11 +6,11 @@
 #include <stdexcept>
 
 #include "command_line/data_directory.h"
+#include "demo/demo_port.h"
 #include "link/leaving.h"
 #include "platform/errors.h"
 #include "program_version.h"
 #include "qt/io/deliver.h"
-#include "qt/io/demo_port.h"
 #include "qt/io/end_signals.h"
 #include "qt/io/qt_platform.h"
 #include "qt/io/text.h"
@@ -26,7 +26,6 @@ namespace kestrel::qt {
 namespace {
 
 constexpr const char* DemoTitle = "Kestrel (demo)";
-constexpr const char* DemoDevice = "demo: simulated machine";
 
 Theme lookOf(kestrel::Theme theme) {
     switch (theme) {
@@ -89,7 +88,6 @@ QtPlatform::Setup setUpMachine(const Options& options, const std::filesystem::pa
     machine.directory = directory;
     machine.faults = simulator::parseFaults(options.faults);
     setup.simulated = [machine] { return std::make_unique<DemoPort>(switchOn(machine)); };
-    setup.simulatedName = DemoDevice;
     return setup;
 }
 
