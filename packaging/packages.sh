@@ -24,7 +24,7 @@ names_in() {
 
 # need PACKAGE... installs those that are missing.
 need() {
-    local missing=()
+    local missing=() package
     command -v dpkg-query >/dev/null || fail "this is no Debian or Ubuntu: please install the like of: $*"
     for package in $(names_in "$(. /etc/os-release && echo "${VERSION_CODENAME:-}")" "$@"); do
         dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q 'install ok installed' || missing+=("$package")

@@ -82,7 +82,7 @@ void SteppedView::relabel() {
 
 /// What went before may be the sender of the present click.
 void SteppedView::rebuild() {
-    for (QWidget* child : findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {
+    for (QWidget* child : findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly)) {
         child->hide();
         child->deleteLater();
         layout()->removeWidget(child);
