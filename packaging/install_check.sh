@@ -4,13 +4,13 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 . packaging/packages.sh
+. packaging/fresh_system.sh
 
 skip() {
     echo "install_check.sh: skipped: $*"
     exit 0
 }
 [ "$(id -u)" -eq 0 ] || skip 'only root can make a chroot'
-need debootstrap
 package=${1:-}
 if [ -z "$package" ]; then
     packaging/deb.sh
@@ -20,22 +20,8 @@ mirror=$(apt-get indextargets --format '$(SITE)' 'Created-By: Packages' | head -
 suite=$(. /etc/os-release && echo "${VERSION_CODENAME:-}")
 [ -n "$mirror" ] && [ -n "$suite" ] || skip 'this system does not say where its packages come from'
 
-system=$(mktemp -d)
-chmod 755 "$system"
-leave() {
-    for place in proc dev/pts dev; do ! mountpoint -q "$system/$place" || umount "$system/$place"; done
-    rm -rf --one-file-system "$system"
-}
-trap leave EXIT
-nice debootstrap --variant=minbase "$suite" "$system" "$mirror" >"$system.log" 2>&1 ||
-    { tail -n 3 "$system.log" && rm "$system.log" && skip 'a fresh system could not be made'; }
-rm "$system.log"
-cp -r /etc/apt/apt.conf.d /etc/apt/auth.conf.d "$system/etc/apt/" 2>/dev/null || true
-cp /etc/resolv.conf /etc/hosts "$system/etc/"
-mount -t proc proc "$system/proc" && mount --bind /dev "$system/dev" && mount --bind /dev/pts "$system/dev/pts" ||
-    skip 'this system does not allow mounts'
+fresh_system "$suite" "$mirror" || skip 'a fresh system could not be made'
 
-inside() { chroot "$system" env -i PATH=/usr/sbin:/usr/bin:/sbin:/bin DEBIAN_FRONTEND=noninteractive LC_ALL=C.UTF-8 "$@"; }
 as_user() { inside setpriv --reuid=technician --regid=technician --init-groups env HOME=/home/technician "$@"; }
 quietly() { "$@" >"$system/tmp/said" 2>&1 || { tail -n 20 "$system/tmp/said" >&2; fail "failed: $*"; }; }
 every_file() {

@@ -90,6 +90,14 @@ bool readHeader(const std::vector<std::string>& fields, Source& source, Language
     return true;
 }
 
+/// French has a blank before these signs, and a line must not end there.
+bool breaksBeforeASign(std::string_view text, std::string_view language) {
+    if (language != "Francais") return false;
+    for (auto blank = text.find(' '); blank < text.size() - 1; blank = text.find(' ', blank + 1))
+        if (std::string_view(":;?!").find(text[blank + 1]) != std::string_view::npos) return true;
+    return false;
+}
+
 bool checkText(const std::string& text, const std::string& language, std::string_view note, Source& source) {
     if (text.find_first_not_of(' ') == std::string::npos) {
         source.complain("no text in " + language);
@@ -103,6 +111,10 @@ bool checkText(const std::string& text, const std::string& language, std::string
     const auto isControl = [](unsigned char c) { return c < ' ' || c == 0x7F; };
     if (std::any_of(bytes->begin(), bytes->end(), isControl)) {
         source.complain(language + " has a control character");
+        return false;
+    }
+    if (breaksBeforeASign(text, language)) {
+        source.complain(language + " has a blank before a sign that is no no-break blank");
         return false;
     }
     const auto maximum = maximumLength(note);

@@ -114,6 +114,7 @@ class Examination {
         work.seesAll = &counter;
         work.neverRests();
         std::vector<Place> places;
+        places.reserve(static_cast<std::size_t>(master::Price.size()));
         for (int i = 0; i < master::Price.size(); ++i) places.push_back({Board::Master, master::Price[i].number});
         work.follow(places, TrialSeconds, [](const Place&, std::uint32_t) {});
         if (counter.good < counter.frames - 1)

@@ -79,6 +79,7 @@ int watch(Context& context) {
 int monitor(Context& context) {
     std::vector<Place> places;
     const auto items = context.options.arguments.empty() ? AllItems() : itemsOf(context.options.arguments);
+    places.reserve(items.size());
     for (const Item& item : items) places.push_back(item.place());
     Traffic traffic(context);
     Connection connection(context);

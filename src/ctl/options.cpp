@@ -86,6 +86,7 @@ struct OptionRow {
 
 std::vector<std::string> commandNames() {
     std::vector<std::string> names;
+    names.reserve(std::size(Commands));
     for (const CommandRow& each : Commands) names.emplace_back(each.name);
     return names;
 }

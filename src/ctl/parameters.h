@@ -1,10 +1,10 @@
 // The parameters of the catalogue one by one, by name, and their values for people and for files.
 #pragma once
 
-#include <compare>
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "catalogue/rows.h"
@@ -15,7 +15,8 @@ namespace kestrel::ctl {
 struct Place {
     Board board;
     int number;
-    auto operator<=>(const Place&) const = default;
+    bool operator==(const Place&) const = default;
+    bool operator<(const Place& other) const { return std::tie(board, number) < std::tie(other.board, other.number); }
 };
 
 struct Item {

@@ -164,6 +164,7 @@ bool isWanted(const Options& options, const Item& item) {
 
 std::vector<Place> placesFor(const std::vector<Entry>& entries) {
     std::vector<Place> places;
+    places.reserve(std::size(Needed));
     for (const Setting& each : Needed) places.push_back(placeOf(each));
     for (const Entry& each : entries) {
         places.push_back(each.item.place());
@@ -188,6 +189,7 @@ Plan makePlan(const SettingsFile& file, const std::string& fileName, const Optio
 
 std::vector<Place> clockPlaces() {
     std::vector<Place> places;
+    places.reserve(std::size(ClockSettings));
     for (const Setting& each : ClockSettings) places.push_back(placeOf(each));
     return places;
 }

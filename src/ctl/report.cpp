@@ -148,6 +148,7 @@ class Sales {
             report_.sections.back().heads.push_back(LanguageTable(Heads.at(i)));
         for (int i = 0; i < counters.front().size(); ++i) {
             std::vector<Setting> row;
+            row.reserve(counters.size());
             for (const SettingRange& each : counters) row.push_back(each[i]);
             add(caption + ' ' + number(i), row);
         }

@@ -1,6 +1,8 @@
 // The base of everything that stands on a page.
 #include "platform/control.h"
 
+#include <algorithm>
+
 #include "platform/basic_controls.h"
 #include "platform/module_state.h"
 #include "platform/movable.h"
@@ -122,6 +124,7 @@ std::string Control::columnName() const {
     std::string name;
     for (const Label* head : heads_)
         if (!head->Caption.get().empty()) name += (name.empty() ? "" : " ") + head->Caption.get();
+    std::replace(name.begin(), name.end(), '\n', ' ');
     return name;
 }
 

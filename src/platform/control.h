@@ -104,6 +104,7 @@ class Control : public PropertyOwner {
     const Window* window() const { return window_; }
     void namedBy(const Label* caption) { caption_ = caption; }
     bool isNamed() const { return caption_ != nullptr; }
+    const Label* caption() const { return caption_; }
     void measuredIn(const Label* unit) { unit_ = unit; }
     /// The captions above its column.
     void headedBy(const std::vector<const Label*>& heads) { heads_ = heads; }
@@ -154,7 +155,6 @@ class Control : public PropertyOwner {
     void forgetNotTaken() { notTaken_.reset(); }
     /// What the user entered is no value of the control: it is told, and the value stays.
     void refuse(const std::string& entered);
-    const Label* caption() const { return caption_; }
 
   private:
     /// The page, not the user, has set what the control holds.

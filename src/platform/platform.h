@@ -53,6 +53,9 @@ struct LocalTime {
 /// "10:32".
 std::string TimeOfDayText(const LocalTime& time);
 
+/// What stands for the device of a simulated machine.
+inline constexpr const char* SimulatedDevice = "demo";
+
 /// The machine under the program; abstract so that the whole program runs in virtual time without a toolkit.
 class Platform {
   public:
@@ -70,7 +73,8 @@ class Platform {
 
     // The line.
     virtual std::unique_ptr<SerialControl> makeSerialControl() = 0;
-    /// The device behind a port, 1 to 4, for people to read; where the machine has none, it says so.
+    /// The device behind a port, 1 to 4, for people to read; where the machine has none, it says so, and
+    /// `SimulatedDevice` where it is simulated.
     virtual std::string portDevice(int port) = 0;
     /// The device and what is wrong with it, in the user's language.
     virtual std::string portTrouble(int port, PortTrouble trouble) = 0;

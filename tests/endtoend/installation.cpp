@@ -30,8 +30,6 @@ Installation::~Installation() {
     fs::remove_all(program(), ignored);
 }
 
-void Installation::removeLauncher() const { fs::remove(family_ / Launcher); }
-
 std::string Installation::launcherMark() { return Mark; }
 
 bool Installation::launcherRan() const { return fs::exists(family_ / Mark); }

@@ -19,7 +19,6 @@ class Installation {
         return program() / (programName + ".ini");
     }
     std::filesystem::path family() const { return family_; }
-    void removeLauncher() const;
     bool launcherRan() const;
     /// Name of the file, in the family directory, by which the launcher tells that it has run.
     static std::string launcherMark();

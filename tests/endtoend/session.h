@@ -25,9 +25,7 @@ class Session : public ::testing::Test {
   protected:
     static constexpr int Soon = 20'000;  ///< milliseconds, on a machine with much else to do
     static constexpr const char* SecondLine = "second";
-    static constexpr int MasterBoard = 0;
     static constexpr int HotDrinkBoard = 1;
-    static constexpr int ServiceCode = 362;
     static constexpr int BrewingWater = 1143;  ///< the first bar of the page of times
     static constexpr int BrewingWaterShadow = 1148;
 

@@ -92,6 +92,7 @@ TEST(FrmDosi, EverySelectionIsReachedByKeyAndByBar) {
                 page.HScroll7.UserMove(selection);
             }
             EXPECT_EQ(openParts(page), "123") << "locked while it loads";
+            EXPECT_TRUE(page.LoadingBar.Visible);
             ASSERT_TRUE(doses.settle(page));
             EXPECT_EQ(page.Label7.Caption.get(), "Selezione " + std::to_string(selection + 1));
             EXPECT_EQ(page.HScroll7.Value, selection);
@@ -279,40 +280,6 @@ TEST(FrmDosi, OnlyAChangedStatusLocksOrUnlocks) {
     doses.world.run(2000);
     EXPECT_EQ(openParts(page)[0], 'k');
     EXPECT_TRUE(page.SwitchX5[FreeMask].usable()) << "never locked";
-}
-
-TEST(FrmDosi, FromClickToUnlockedPageTakesTheTimeOfItsExchangesAndAsksForNothingElse) {
-    constexpr double TickMs = 40;  // the link begins an exchange at a tick, and an exchange is shorter than that
-    constexpr std::size_t OfASelection = 2 + 24 + 33 + 1 + 1 + 4 + 16;
-    enum class Click { Menu, Key, Bar };
-    for (const Click click : {Click::Menu, Click::Key, Click::Bar}) {
-        Doses doses;
-        if (click != Click::Menu) doses.open();
-        for (int i = 1; i <= (click == Click::Menu ? 1 : 20); ++i) {
-            doses.world.run(73 * i);  // wherever the scan stands
-            doses.writes.clear();
-            doses.reads.clear();
-            auto& page = dynamic_cast<FrmDosi&>(ShowPage("FrmDosi"));
-            if (click == Click::Key) page.Label11[4 * i % 9].UserClick();
-            if (click == Click::Bar) page.HScroll7.UserMove(7 * i % 18);
-            int shown = 0;
-            const double elapsed = doses.msUntil([&] {
-                EXPECT_TRUE(!page.LoadingBar.Visible || page.LoadingBar.Value >= shown) << "it tells how far it is";
-                shown = page.LoadingBar.Value;
-                return !page.LoadingBar.Visible;
-            });
-            EXPECT_TRUE(page.HScroll7.usable());
-            EXPECT_GT(shown, page.LoadingBar.Max * 9 / 10);
-            auto exchanges = static_cast<double>(doses.writes.size());
-            for (const auto& [place, times] : doses.reads) exchanges += times;
-            EXPECT_LE(elapsed, 1.05 * exchanges * TickMs) << exchanges << " exchanges";
-            ASSERT_TRUE(doses.world.settle());
-            for (const int n : {1, 5, 7}) doses.reads.erase({0, n});
-            EXPECT_EQ(doses.reads.size(), OfASelection);
-            for (const auto& [place, times] : doses.reads) EXPECT_EQ(times, 1) << place.first << " " << place.second;
-            EXPECT_EQ(doses.writes, click == Click::Menu ? Writes({{0, 4, 0}}) : Writes());
-        }
-    }
 }
 
 TEST(FrmDosi, LeavesAKeysSelectionWatchedAndTheBarsNot) {

@@ -12,16 +12,6 @@ constexpr int No = -1;
 
 using Numbers = std::vector<int>;
 
-TEST_F(InOut, OpensIdleAndLocked) {
-    EXPECT_EQ(mirror.due(), (Writes{{0, 368, 255}}));
-    mirror.run(10'000);
-    EXPECT_EQ(live(), "") << "nobody may unlock a test that never began";
-    EXPECT_EQ(page.Label7.Caption.get(), "Normal operation");
-    EXPECT_EQ(page.Label7.ForeColor, Red);
-    EXPECT_EQ(page.SwitchLed4.accessibleName(), page.Label2.Caption.get());
-    EXPECT_EQ(page.SwitchLed3[9].accessibleName(), "Sector 22");
-}
-
 TEST_F(InOut, ShowsTheBoilerAsItIsAndTheTankInWholeSignedDegrees) {
     mirror.arrive(1, 1288, 97);
     EXPECT_EQ(page.iAnalogX1.Value, 97);
@@ -40,21 +30,6 @@ TEST_F(InOut, ShowsTheBoilerAsItIsAndTheTankInWholeSignedDegrees) {
     ParamFlags(2, 52) = 0;
     mirror.arrive(2, 287, 0x0100);
     EXPECT_EQ(page.iAnalogX2.Value, 127) << "the old one stays";
-}
-
-TEST_F(InOut, ABoardThatComesUnlocksItsSwitchesInATestAlone) {
-    for (const std::uint32_t word : {0U, 255U, 251U, There}) {
-        presence(word, word);
-        EXPECT_EQ(page.Command1.Enabled, word == 255 || word == There);
-        EXPECT_EQ(live(), "");
-    }
-    startTest();
-    presence(0, 0);
-    EXPECT_EQ(live(), "");
-    mirror.arrive(0, 1, There);
-    EXPECT_EQ(live(), "HotDrink ");
-    mirror.arrive(0, 2, There);
-    EXPECT_EQ(live(), Both);
 }
 
 TEST_F(InOut, TheTestBeginsWithTheLastPresentBoardAndEndsWithTheFirst) {

@@ -1,10 +1,11 @@
-// Gestures in virtual time: however a bar is moved, one change goes out at the end of the gesture, and none by
-// accident.
+// Gestures and timers in virtual time: however a bar is moved, one change goes out at the end of the gesture, and none
+// by accident.
 #include <gtest/gtest.h>
 
 #include "platform/layout.h"
 #include "platform/platform.h"
 #include "platform/switches.h"
+#include "platform/timer.h"
 #include "platform/window.h"
 #include "shell/session.h"
 #include "support/virtual_platform.h"
@@ -218,6 +219,29 @@ TEST(Gestures, OfASwitchStayAmongItsLabelsAndGoWithIt) {
     FinishGestures();
     hand.pass(1'000);
     EXPECT_FALSE(moved);
+}
+
+TEST(Timers, AreRestartedByOffAndOnOrANewIntervalAlone) {
+    using After60ms = void (*)(Timer&);
+    const std::pair<After60ms, std::vector<Micros>> rows[] = {
+        {[](Timer& timer) { timer.Enabled = true; }, {100'000, 200'000}},
+        {[](Timer& timer) { timer.Enabled = false; }, {}},
+        {[](Timer& timer) { timer.Enabled = false, timer.Enabled = true; }, {160'000}},
+        {[](Timer& timer) { timer.Interval = 80; }, {140'000, 220'000}},
+        {[](Timer& timer) { timer.Interval = 0; }, {}},
+    };
+    for (const auto& [act, expected] : rows) {
+        VirtualPlatform platform;
+        const Session session;
+        std::vector<Micros> fired;
+        Timer timer{100};
+        timer.OnTimer([&] { fired.push_back(platform.now()); });
+        timer.Enabled = true;
+        platform.run(60);
+        act(timer);
+        platform.run(190);
+        EXPECT_EQ(fired, expected);
+    }
 }
 
 }  // namespace

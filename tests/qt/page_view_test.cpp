@@ -101,9 +101,10 @@ TEST_F(PageOfAll, RepaintsOnlyTheControlWhoseValueArrives) {
         const QWidget& own = widgetOf(c.control);
         const auto* moved = dynamic_cast<const ScrollBar*>(&c.control);
         const QWidget& figure = moved && moved->figure() ? widgetOf(*moved->figure()) : own;
+        const QWidget& caption = c.control.caption() ? widgetOf(*c.control.caption()) : own;
         for (const QObject* object : watcher.painted) {
             const auto* widget = qobject_cast<const QWidget*>(object);
-            EXPECT_TRUE(widget == &own || widget->isAncestorOf(&own) || &figure == widget ||
+            EXPECT_TRUE(widget == &own || widget->isAncestorOf(&own) || &figure == widget || &caption == widget ||
                         figure.isAncestorOf(widget) || own.isAncestorOf(widget))
                 << c.what;
         }

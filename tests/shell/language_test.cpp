@@ -52,19 +52,6 @@ TEST_F(Languages, FillTheMenuAndTheEleventhFileNeverAppears) {
     }
 }
 
-TEST_F(Languages, TheConfiguredOneIsTakenButNeverTheTenth) {
-    putNumbered(10);
-    const std::pair<const char*, int> cases[] = {{"c", 2}, {"i", 8}, {"j", 0}, {"", 0}, {"unknown", 0}};
-    for (const auto& [configured, taken] : cases) {
-        session.emplace();
-        ActiveLanguage() = configured;
-        SelectLanguage();
-        EXPECT_EQ(ActiveLanguage(), entry(taken).Caption.get()) << configured;
-        EXPECT_EQ(LanguageTable(1), "text of " + entry(taken).Caption.get());
-        for (int i = 0; i < 10; ++i) EXPECT_EQ(entry(i).Checked, i == taken) << configured << i;
-    }
-}
-
 TEST_F(Languages, LinesAreTakenWhateverTheirEndsAndBeyondTheEndTheOldOnesStay) {
     platform.put("a.lng", "1\n2\n3\n4\n5\n");
     platform.put("b.lng", "one\r\n\r\ncaff\xE8 \x80\nlast");

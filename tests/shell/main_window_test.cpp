@@ -21,22 +21,6 @@ std::vector<std::string> loadedNames() {
     return names;
 }
 
-TEST(MenuTree, HasItsSubmenusAndTakesItsCaptionsFromTheLanguage) {
-    World world;
-    world.start();
-    MainWindow& window = MDIForm1();
-    EXPECT_EQ(window.menuBar().items().size(), 12U);
-    EXPECT_EQ(window.entry("smnuDati").items().size(), 8U);
-    EXPECT_EQ(window.entry("smnuInOut").items().size(), 3U);
-    EXPECT_EQ(window.entry("mnuCom").items().size(), 4U);
-    EXPECT_EQ(window.entry("smnuPassword").Caption.get(), LanguageTable(25));
-    EXPECT_EQ(window.entry("mnuVer").Caption.get(), "?");
-    EXPECT_EQ(window.mnuCox(3).Caption.get(), LanguageTable(39) + "3");
-    EXPECT_EQ(window.Caption.get(), "Kestrel");
-    EXPECT_THROW(window.mnuCox(5), RunTimeError);
-    EXPECT_THROW(window.smnuLingue(10), RunTimeError);
-}
-
 TEST(Pages, ASecondClickBringsThePageToTheFrontAndClosingReleasesEverything) {
     World world;
     world.start();
@@ -112,15 +96,6 @@ TEST(WayOut, ClosingTheWindowDuringIdentificationEnds) {
     };
     EXPECT_THROW(world.start(), ProcessEnded);
     EXPECT_EQ(world.platform.started.size(), 1U);
-}
-
-TEST(StatusBar, HasTextAndThreeLamps) {
-    World world;
-    world.start();
-    StatusBar& bar = MDIForm1().StatusBar1;
-    ASSERT_EQ(bar.count(), 4);
-    EXPECT_EQ(bar.Panels(1).sizing, StatusPanel::Sizing::Spring);
-    for (int lamp = 1; lamp <= 3; ++lamp) EXPECT_EQ(bar.Panels(lamp + 1).Tag, bar.Panels(lamp + 1).Picture);
 }
 
 }  // namespace

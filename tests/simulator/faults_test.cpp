@@ -134,92 +134,16 @@ TEST_F(FaultTest, RepliesAreSpoiledAsTheirKindSays) {
         EXPECT_GT(replies.size(), fault == "drop" ? 2U : 3U) << fault << " is always the same";
 }
 
-// Values whose bytes are alike, or that have but one, are wrong all the same; acknowledgements are left alone.
-TEST_F(FaultTest, BlindErrorsPassTheSumOfEveryReply) {
-    EXPECT_EQ(Bench(with("blind=1")).exchange(write), goodAck(write));
-    for (const std::uint32_t value : {0U, 0x77U, 0x0505U, 500U})
-        for (const int parameter : {16, 7, 159})
-            for (std::uint64_t seed = 1; seed <= seeds; ++seed) {
-                Bench bench(with("blind=1", seed));
-                bench.setValue(Master, parameter, value);
-                EXPECT_NE(bench.read(Master, parameter), bench.value(Master, parameter)) << parameter;
-            }
-}
-
-// The boards take nothing from it, and nothing of it is left for the request that follows after a pause.
-TEST_F(FaultTest, RequestsLoseABitOrTheirEnd) {
-    std::map<std::string, int> heard;  // requests that the boards made something of
-    for (const std::string fault : {"request", "part"}) {
-        for (std::uint64_t seed = 1; seed <= seeds; ++seed) {
-            Bench bench(with(fault + "=1", seed));
-            bench.setValue(Master, 16, old);
-            bench.onExchange = [&](const Exchange& e) {
-                EXPECT_TRUE(contains(e.note, fault + ", ")) << e.note;
-                EXPECT_EQ(differingBits(e.request.raw, write), 1) << hexOf(e.request.raw);
-                ++heard[fault];
-            };
-            EXPECT_TRUE(bench.exchange(write).empty());
-            EXPECT_EQ(bench.value(Master, 16), old);
-            bench.onExchange = nullptr;
-            bench.setFaults({});
-            EXPECT_EQ(bench.exchange(write), goodAck(write));
-        }
-    }
-    EXPECT_GT(heard["request"], 10);
-    EXPECT_EQ(heard["part"], 0);
-}
-
-TEST_F(FaultTest, BoardsChangeWhatWasAskedForLastAndSwapAllTheirMemoryButNotWhatTheySayOfThemselves) {
-    std::set<std::uint32_t> changed;
-    for (std::uint64_t seed = 1; seed <= seeds; ++seed) {
-        Bench bench(with("", seed));
-        bench.strike(FaultKind::Change);  // nothing has been asked for
-        bench.play("2.71=5000");
+TEST_F(FaultTest, AChangeStrikesWhatWasAskedForLastButNothingThatBoardsSayOfThemselves) {
+    Bench bench(with(""));
+    bench.strike(FaultKind::Change);  // nothing has been asked for
+    bench.play("2.71=5000");
+    bench.strike(FaultKind::Change);
+    EXPECT_NE(bench.read(Sector, 71), 5000U);
+    for (const char* report : {"0.1?4", "0.2?4", "1.1297?0", "2.290?0"}) {
+        bench.play(report);
         bench.strike(FaultKind::Change);
-        changed.insert(bench.read(Sector, 71));
-        for (const char* report : {"0.1?4", "0.2?4", "1.1297?0", "2.290?0"}) {
-            bench.play(report);
-            bench.strike(FaultKind::Change);
-            bench.play(report);
-        }
-        for (const auto& [board, last] : {std::pair{Master, 370}, {HotDrink, 1462}, {Sector, 290}}) {
-            std::vector<std::uint32_t> before(1);
-            for (int n = 1; n <= last; ++n) before.push_back(bench.value(board, n));
-            bench.setFaults(parseFaults("swap=1"));
-            bench.read(Master, 1);
-            bench.setFaults({});
-            int same = 0;
-            for (int n = 1; n <= last; ++n)
-                same += bench.value(board, n) == before[static_cast<std::size_t>(n)] ? 1 : 0;
-            EXPECT_LT(same, last / 20);
-        }
-        expectSound(bench);
-    }
-    EXPECT_LT(*changed.rbegin(), 256U);
-    EXPECT_GT(changed.size(), seeds / 2);
-}
-
-TEST_F(FaultTest, LostBoardIsMissingInItsPresenceWord) {
-    Bench bench(with("lost=1"));
-    EXPECT_TRUE(bench.exchange(readFrame(Sector, 1)).empty());
-    bench.setFaults({});
-    bench.play("0.2?0 0.1?4 +11 0.2?4");
-}
-
-TEST_F(FaultTest, LatencyHoldsBytesBackAndLosesNone) {
-    for (const Micros latency : {millisecond, 16 * millisecond, 250 * millisecond}) {
-        options.latency = latency;
-        Bench bench(options);
-        bench.setValue(Master, 159, 0x01020304);
-        bench.send(0, readFrame(Master, 159));
-        Bytes all;
-        for (Micros now = 0; now < second; now += millisecond) {
-            EXPECT_EQ(bench.nextOutput().value_or(0) % latency, 0);
-            const Bytes piece = bench.takeOutput(now);
-            EXPECT_TRUE(piece.empty() || now % latency == 0) << now;
-            all.insert(all.end(), piece.begin(), piece.end());
-        }
-        EXPECT_EQ(hexOf(all), "04 03 02 01 0A") << latency;
+        bench.play(report);
     }
 }
 

@@ -1,7 +1,6 @@
 // What the machine does by itself: sales, alarms, inputs and temperatures.
 // The pages that show them are only as trustworthy as these numbers are consistent.
 #include <set>
-#include <tuple>
 
 #include "simulator/installation.h"
 
@@ -76,27 +75,6 @@ TEST_F(LifeTest, SalesKeepTheBooksRight) {
     }
 }
 
-TEST_F(LifeTest, NothingIsSoldInTestModeOrByAMachineAtRest) {
-    Bench bench(options);
-    clearBooks(bench);
-    bench.play("2.285=255 2.284=1 +250 0.160?0 0.161?0 +250");
-    EXPECT_GT(bench.value(Master, 160) + bench.value(Master, 161), 0U);
-
-    options.moving = false;
-    Machine resting(options);
-    const auto look = [&] {
-        std::vector<std::uint32_t> values;
-        for (const int n : {160, 164, 249, 251}) values.push_back(resting.value(Master, n));
-        for (int n = 1288; n <= 1297; ++n) values.push_back(resting.value(HotDrink, n));
-        for (int n = 287; n <= 290; ++n) values.push_back(resting.value(Sector, n));
-        return values;
-    };
-    const auto before = look();
-    resting.advance(10 * hour);
-    EXPECT_EQ(look(), before);
-    EXPECT_EQ(resting.value(Master, 245), 20U) << "the clock goes on";
-}
-
 TEST_F(LifeTest, NewAlarmsGoRoundTheRingWithTheirTime) {
     Machine machine(options);
     std::set<std::uint32_t> slots;
@@ -138,30 +116,6 @@ TEST_F(LifeTest, TankIsKeptBetweenSetPointAndDelta) {
     EXPECT_GT(before, 16) << "switched off";
     bench.play("2.285=255 2.284=1 2.285=128 2.286=0 2.284=2 +60");
     EXPECT_LT(measured(), before - 1) << "the PC drives the compressor";
-}
-
-// The pages show these within their limits; a value outside would be clamped, or written back to the board.
-TEST_F(LifeTest, FirstValuesLieWithinTheirLimits) {
-    const Machine machine(options);
-    const struct {
-        Board board;
-        int first, count, step;
-        std::uint32_t lowest, highest;
-    } limits[] = {
-        {HotDrink, 1154, 1, 1, 4, 4},   {HotDrink, 1155, 1, 1, 0, 3},    {HotDrink, 1156, 1, 1, 0, 5},
-        {HotDrink, 7, 18, 1, 1, 6},     {HotDrink, 39, 18, 1, 0, 4},     {HotDrink, 71, 18, 1, 0, 4},
-        {HotDrink, 1095, 18, 1, 1, 99}, {HotDrink, 1163, 18, 1, 0, 29},  {HotDrink, 1334, 3, 1, 0, 3},
-        {Master, 200, 10, 2, 0, 23},    {Master, 199, 10, 2, 0, 59},     {Master, 363, 1, 1, 0, 9999},
-        {Master, 358, 1, 1, 0, 999},    {Master, 342, 1, 1, 20, 0xFFFF},
-    };
-    for (const auto& c : limits)
-        for (int n = c.first; n < c.first + c.count * c.step; n += c.step)
-            EXPECT_TRUE(machine.value(c.board, n) >= c.lowest && machine.value(c.board, n) <= c.highest) << n;
-    // A setting and its copy agree, also where the copy lies apart.
-    const std::tuple<Board, int, int> copies[] = {{Master, 45, 75},       {Master, 363, 366}, {HotDrink, 1131, 1139},
-                                                  {HotDrink, 1336, 1369}, {Sector, 48, 263},  {Sector, 59, 274}};
-    for (const auto& [board, setting, copy] : copies)
-        EXPECT_EQ(machine.value(board, setting), machine.value(board, copy)) << copy;
 }
 
 }  // namespace

@@ -44,21 +44,6 @@ TEST_F(MachineTest, AnswersKnownFramesByteForByte) {
     for (const auto& c : cases) EXPECT_EQ(hexOf(bench.exchange(c.request)), hexOf(c.reply)) << c.what;
 }
 
-TEST_F(MachineTest, TakesItsTimeByteByByte) {
-    Bench bench(options);
-    bench.send(1000, readFrame(HotDrink, 7));
-    const Micros heard = 1000 + 7 * 521;
-    bench.advance(heard + 1999);
-    EXPECT_FALSE(bench.nextOutput()) << "a board needs at least 2 ms";
-    bench.advance(heard + 6000);
-    const Micros first = bench.nextOutput().value();
-    for (const Micros due : {first, first + 521}) {
-        EXPECT_EQ(bench.nextOutput(), due);
-        EXPECT_EQ(bench.takeOutput(due - 1).size(), 0U);
-        EXPECT_EQ(bench.takeOutput(due).size(), 1U);
-    }
-}
-
 // Half a frame, a frame cut in two, noise: after 50 ms of silence a board listens afresh, and not before.
 TEST_F(MachineTest, TellsFramesApartBySilence) {
     const Bytes good = readFrame(Sector, 7);
@@ -109,19 +94,6 @@ TEST_F(MachineTest, RefusesInstallationsThatItCannotServe) {
     }
 }
 
-TEST_F(MachineTest, BoardsThatAreNotFittedNeedNoFilesAndAreSilent) {
-    std::filesystem::remove(options.directory / "W0292.inx");
-    options.hotDrinkBoard = false;
-    Bench bench(options);
-    EXPECT_TRUE(bench.exchange(readFrame(HotDrink, 7)).empty());
-    bench.play("0.1?0 0.2?4");
-    bench.setBoardSilent(Sector, true);
-    EXPECT_TRUE(bench.exchange(readFrame(Sector, 7)).empty());
-    EXPECT_THROW(bench.value(HotDrink, 1), std::out_of_range);
-    EXPECT_THROW(bench.value(Master, 0), std::out_of_range);
-    EXPECT_THROW(bench.setValue(Master, 4001, 0), std::out_of_range);
-}
-
 TEST_F(MachineTest, ClockRunsOverTheEndsOfTheCalendarAndTakesNothingThatNoClockShows) {
     // Set by hour, minute, day, month, year; shown by minute, hour, day, month, year.
     for (const char* steps :
@@ -158,41 +130,6 @@ TEST_F(MachineTest, RestartCutsTheReplyAndTheBoardComesBack) {
         bench.wait(2 * second);
         EXPECT_EQ(bench.exchange(read).size(), asked == Master ? 5U : 2U);
     }
-}
-
-TEST_F(MachineTest, LostPortLosesTheBytesOfBothDirections) {
-    Bench bench(options);
-    const Bytes write = writeFrame(Master, 16, 77);
-    bench.send(0, write);
-    bench.advance(2 * byteTime);
-    EXPECT_TRUE(bench.portOpen());
-    bench.portLost();
-    EXPECT_FALSE(bench.portOpen());
-    bench.send(10 * millisecond, write);
-    EXPECT_TRUE(bench.takeOutput(second).empty());
-    EXPECT_NE(bench.value(Master, 16), 77U);
-    bench.portBack();
-    bench.now = 2 * second;
-    bench.play("0.16=78 0.16?78");
-}
-
-TEST_F(MachineTest, ReportsEveryExchange) {
-    Bench bench(options);
-    std::vector<Exchange> seen;
-    bench.onExchange = [&](const Exchange& e) { seen.push_back(e); };
-    bench.write(Sector, 51, 12);
-    bench.play("i1.17?7");
-    bench.exchange({0x01, 0x34, 0x12, 0x00, 0x48});
-    ASSERT_EQ(seen.size(), 3U);
-    EXPECT_EQ(seen[0].parameter, 51);
-    EXPECT_EQ(seen[0].value, 12U);
-    EXPECT_TRUE(seen[0].request.write);
-    EXPECT_EQ(seen[0].request.board, Sector);
-    EXPECT_EQ(seen[1].identity, 17);
-    EXPECT_EQ(seen[1].reply.size(), 2U);
-    EXPECT_EQ(seen[2].note, "bad checksum");
-    for (const char* part : {"sector", "write", "51 ", "= 12", "0C", "tank.set_point"})
-        EXPECT_TRUE(contains(describe(seen[0]), part)) << describe(seen[0]);
 }
 
 }  // namespace

@@ -18,16 +18,12 @@ class Doses {
         world.start();
         world.machine.onExchange = [this](const simulator::Exchange& exchange) {
             const int bank = static_cast<int>(exchange.request.board);
-            if (exchange.request.write)
-                writes.push_back({bank, exchange.parameter, exchange.value});
-            else
-                ++reads[{bank, exchange.parameter}];
+            if (exchange.request.write) writes.push_back({bank, exchange.parameter, exchange.value});
         };
     }
 
     World world;
-    Writes writes;                             ///< in the order of the line
-    std::map<std::pair<int, int>, int> reads;  ///< by bank and parameter, how often
+    Writes writes;  ///< in the order of the line
 
     FrmDosi& open() { return world.open<FrmDosi>("FrmDosi"); }
 
@@ -48,13 +44,8 @@ class Doses {
 
     /// Lets time pass until the keys are live, a minute at most, and says how long that was.
     double msUntilOpen(const FrmDosi& page) {
-        return msUntil([&] { return page.HScroll7.usable(); });
-    }
-    /// The same for anything that is asked every millisecond.
-    template <class Condition>
-    double msUntil(Condition holds) {
         const Micros from = world.platform.now();
-        while (!holds() && world.platform.now() - from < 60'000'000) world.run(1);
+        while (!page.HScroll7.usable() && world.platform.now() - from < 60'000'000) world.run(1);
         return static_cast<double>(world.platform.now() - from) / 1000;
     }
 

@@ -6,6 +6,13 @@
 
 namespace kestrel::testing {
 
+/// How many times longer than in use an act may take in this build.
+#ifdef __SANITIZE_ADDRESS__
+inline constexpr double BuildAllowance = 4;
+#else
+inline constexpr double BuildAllowance = 1;
+#endif
+
 inline double processorSeconds() {
     rusage used{};
     getrusage(RUSAGE_SELF, &used);

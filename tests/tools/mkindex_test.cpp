@@ -182,26 +182,6 @@ TEST_F(MkindexCommand, MakesARecordOfEachNumberAndThoseWithoutARowTouchNoParamet
     EXPECT_EQ(out.str().find("coin"), std::string::npos);
 }
 
-TEST_F(MkindexCommand, NameOrOptionChoosesTheLayout) {
-    const std::string table = write("identity.tsv", tabbed(identityHeader + "1|probe|1|0|0FF000|m\n"));
-    EXPECT_EQ(run({table, path("W0256.inx")}), 0) << err.str();
-    EXPECT_EQ(run({"--catalogue", catalogue, table, path("V0256.inx")}), 1) << "a parameter file by its name";
-    EXPECT_EQ(run({"--identity", table, path("V0256.inx")}), 0) << err.str();
-    EXPECT_EQ(content("V0256.inx"), content("W0256.inx"));
-    EXPECT_EQ(run({"--parameters", "--catalogue", catalogue, table, path("W0256.inx")}), 1);
-}
-
-TEST_F(MkindexCommand, ABadTableLeavesTheOldFile) {
-    const std::string table = write("bad.tsv", tabbed(parameterHeader + "b|1|0|000010|0\n"));
-    write("W0256AP03.inx", "old");
-    EXPECT_EQ(run({"--catalogue", catalogue, table, path("W0256AP03.inx")}), 1);
-    EXPECT_EQ(err.str(), table + ":2: name \"b\" is not in the catalogue\n");
-    const std::string bad = write("bad_board.tsv", tabbed(catalogueHeader + "0|a||||report||status|m\n"));
-    EXPECT_EQ(run({"--catalogue", bad, table, path("W0256AP03.inx")}), 1);
-    EXPECT_EQ(err.str(), bad + ":2: number \"0\" is not within 1 to 32766\n");
-    EXPECT_EQ(content("W0256AP03.inx"), "old");
-}
-
 TEST_F(MkindexCommand, FilesThatCannotBeUsedAreNamedAndBadCommandLinesToldTheUsage) {
     const std::string table = write("good.tsv", tabbed(parameterHeader + "a|1|0|000010|0\n"));
     std::filesystem::create_directories(path("folder.inx"));

@@ -52,6 +52,8 @@ TEST(MklangSource, BadRowsAreComplainedOfWithTheirPlace) {
         {{"line\tUno\tUno\tnote\n"}, "a.tsv:1: a language has two columns"},
         {{good, "line\tDue\tUno\tnote\n"}, "b.tsv:1: the languages differ from those of the source before"},
         {{good, "line\tUno\tDue\tTre\tnote\n"}, "b.tsv:1: the languages differ from those of the source before"},
+        {{"line\tFrancais\tnote\n1\tQuoi ?\t\n2\tQuoi\u00A0?\t\n"},
+         "a.tsv:2: Francais has a blank before a sign that is no no-break blank"},
         {{good, header + "1\tx\ty\t\n"}, "b.tsv:2: line 1 stands at a.tsv:2 already"},
         {{header + "# a\n\n7\ta\tb\t\n7\tc\td\t\n"}, "a.tsv:5: line 7 stands at a.tsv:4 already"}};
     for (const auto& [sources, complaint] : headers) EXPECT_EQ(read(sources).complaints, Strings{complaint});
@@ -177,7 +179,8 @@ TEST_F(MklangCommand, BadSourcesLeaveTheOldFilesAloneAndFilesThatCannotBeUsedAre
         {{path("old.tsv"), "--glossary", path("terms"), "--out", path("")},
          path("terms") + ":3: no text has the term new\n"},
         {{"--print", path("")}, path("") + ": cannot be read\n"},
-        {{path("old.tsv"), "--out", path("old.tsv")}, path("old.tsv") + "/Uno.lng: cannot be written\n"}};
+        {{path("old.tsv"), "--out", path("old.tsv")},
+         (directory / "old.tsv" / "Uno.lng").string() + ": cannot be written\n"}};
     for (const auto& [arguments, said] : rows) {
         EXPECT_EQ(run(arguments), 1) << said;
         EXPECT_EQ(err.str(), said);

@@ -25,7 +25,7 @@ constexpr std::array English = {
     "Sum",
     "hours:minutes since the page was opened",
     "Values: by the pointer or Shift+arrows",
-    "when",
+    "When",
     "today",
     "yesterday",
     "%1 days ago",
@@ -55,8 +55,9 @@ constexpr std::array English = {
     "year",
     "Revision of the power board",
     "Closes the page",
+    "The machine does not answer it.",
 };
-static_assert(English.size() == static_cast<std::size_t>(Own::ClosePage) + 1);
+static_assert(English.size() == static_cast<std::size_t>(Own::NoAnswer) + 1);
 
 }  // namespace
 

@@ -46,6 +46,7 @@ enum class Own {
     Year,
     PowerBoardRevision,
     ClosePage,
+    NoAnswer,
 };
 
 /// The word in the active language; in English where the active language file has no such words.

@@ -69,7 +69,7 @@ void TablePage::bar(const BarRow& row, Label& caption, ScrollBar& bar, Label& va
     bar.design(row.min, row.max, row.largeStep);
     bar.scale.decimals = row.decimals;
     bar.scale.words = row.text;
-    Measure(bar, value, row.setting);
+    Measure(bar, row.setting);
     value.showsValue(row.longest ? row.longest : textOf(row, WidestByte));
     if (row.line != 0) this->caption(caption.Caption, row.line);
     whenComes(row.setting, [&bar, &value, row](ParamValue came) {

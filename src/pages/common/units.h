@@ -1,5 +1,5 @@
 // Units of figures, as the catalogue has them.
-// Seconds stand in captions, and an amount of money has no currency: both are named in hints at most.
+// Captions name them beside the figures; here they are told of what may be entered. An amount of money has none.
 #pragma once
 
 #include "catalogue/rows.h"
@@ -7,11 +7,9 @@
 
 namespace kestrel {
 
-inline void Measure(ScrollBar& bar, Label& value, const Setting& setting) {
+inline void Measure(ScrollBar& bar, const Setting& setting) {
     const std::string_view unit = UnitOf(setting);
-    if (unit == "money") return;
-    bar.scale.unit = unit;
-    if (unit != "s") value.Unit = std::string(unit);
+    if (unit != "money") bar.scale.unit = unit;
 }
 
 }  // namespace kestrel

@@ -67,15 +67,16 @@ void forAllSubscriptions(void (*act)(const ParamRun&)) {
 /// Of the valves that a cold one can be paired with.
 constexpr std::array<const char*, FrmConMac::ColdRows> ColdNumbers = {"1", "3", "4"};
 
-/// Broken at the blank that is nearest to its middle, so that a column of the table need not be as wide.
-std::string inTwoLines(std::string text) {
-    const std::size_t before = text.rfind(' ', text.size() / 2);
-    const std::size_t behind = text.find(' ', text.size() / 2);
-    const std::size_t middle = text.size() / 2;
-    std::size_t blank = behind;
-    if (before != std::string::npos && (behind == std::string::npos || middle - before < behind - middle))
-        blank = before;
-    if (blank != std::string::npos) text[blank] = '\n';
+/// Broken into short lines, so that a column of the table need not be as wide as its head.
+std::string inShortLines(std::string text) {
+    constexpr std::size_t Longest = 12;  // letters, but for longer words
+    std::size_t begin = 0;
+    for (auto blank = text.find(' '); blank != std::string::npos; blank = text.find(' ', blank + 1)) {
+        const std::size_t end = std::min(text.find(' ', blank + 1), text.size());
+        if (end - begin <= Longest) continue;
+        text[blank] = '\n';
+        begin = blank + 1;
+    }
     return text;
 }
 
@@ -120,7 +121,7 @@ void FrmConMac::designValveGroup(std::size_t g) {
         group.captions[i].Caption = std::to_string(i + 1);
         group.bars[i].design(0, row.max, row.tenths ? 10 : 1);
         group.bars[i].scale.decimals = row.tenths ? 1 : 0;
-        Measure(group.bars[i], group.values[i], row.settings[i]);
+        Measure(group.bars[i], row.settings[i]);
         group.values[i].showsValue(row.tenths ? "25.5" : "255");
     }
     group.bars.OnChange([this, g](int Index) { ValveBar_Change(g, Index); });
@@ -163,7 +164,7 @@ void FrmConMac::PageCaptions() {
     for (int i = 0; i < Valves; ++i) Labelx3[i].Caption = LanguageTable(MixerLine) + " " + std::to_string(i + 1);
     for (std::size_t g = 0; g < valveGroups_.size(); ++g) {
         valveGroups_[g].frame.Caption = LanguageTable(ValveGroupRows[g].line);
-        valveHeads_[static_cast<int>(g)].Caption = inTwoLines(valveGroups_[g].frame.Caption);
+        valveHeads_[static_cast<int>(g)].Caption = inShortLines(valveGroups_[g].frame.Caption);
     }
     valves_.Caption = OwnWord(Own::Valves);
     frAbb.Caption = OwnWord(Own::ColdPairing);

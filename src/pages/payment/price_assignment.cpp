@@ -61,6 +61,8 @@ PriceAssignment::PriceAssignment(const AssignmentDesign& design)
         HScroll1[k].design(LowestPrice, HighestPrice, LargeStep);
         Label1[k].showsValue("30");
         if (!isDense()) Label1[k].widestUnit = "– 0.00";
+        HScroll1[k].namedBy(&Label11[k]);
+        Label1[k].namedBy(&Label11[k]);
     }
     isSheet = true;
     HScroll1.OnChange([this](int Index) { HScroll1_Change(Index); });
@@ -80,7 +82,7 @@ Layout PriceAssignment::Arrange() {
     for (int column = 0; column < design_.columns; ++column) {
         std::vector<Layout> cells;
         for (int k = column; k < design_.rows.size(); k += design_.columns)
-            cells.push_back(Column{Label11[k], Row{HScroll1[k], Label1[k]}});
+            cells.push_back(Column{Row{Label11[k], Gap(), amounts[k]}, Row{HScroll1[k], Label1[k]}});
         columns.children.push_back(Grid(1, std::move(cells)));
     }
     return columns;
@@ -109,6 +111,7 @@ void PriceAssignment::EnableRows() {
     for (int k = 0; k < design_.rows.size(); ++k) {
         Label11[k].Enabled = true;
         Label1[k].Enabled = true;
+        amounts[k].Enabled = true;
     }
     if (design_.gateIsDeaf || !allAtPriceOne()) setBars(true);
 }
@@ -117,6 +120,7 @@ void PriceAssignment::DisableRows() {
     for (int k = 0; k < design_.rows.size(); ++k) {
         Label11[k].Enabled = false;
         Label1[k].Enabled = false;
+        amounts[k].Enabled = false;
     }
     setBars(false);
 }
@@ -151,15 +155,18 @@ void PriceAssignment::valueCame(int n, ParamValue value) {
         for (int row = 0; row < design_.rows.size(); ++row) showAmount(row);
 }
 
-/// Where the price list is known: this page asks for no price. Narrow cells have no room for it but in their tips.
+/// Where the price list is known: this page asks for no price.
 void PriceAssignment::showAmount(int row) {
     const auto price = ParamRead(design_.rows[row]);
     const bool isKnown = price < master::Price.size() && ParamIsFresh(design_.rows[row]) &&
                          ParamIsFresh(master::MoneyDecimals) && ParamIsFresh(master::Price[static_cast<int>(price)]);
-    auto& told = isDense() ? Label1[row].ToolTip : Label1[row].Unit;
-    told = isKnown ? "– " + FormatAmount(ParamRead(master::Price[static_cast<int>(price)]),
-                                         DecimalsOf(ParamRead(master::MoneyDecimals)))
-                   : std::string();
+    const std::string amount = isKnown ? FormatAmount(ParamRead(master::Price[static_cast<int>(price)]),
+                                                      DecimalsOf(ParamRead(master::MoneyDecimals)))
+                                       : std::string();
+    if (isDense())
+        amounts[row].Caption = amount;
+    else
+        Label1[row].Unit = isKnown ? "– " + amount : amount;
 }
 
 void PriceAssignment::followGate() {

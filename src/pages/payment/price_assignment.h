@@ -38,6 +38,7 @@ class PriceAssignment : public TablePage {
     ControlArray<Label, MostRows> Label11;       ///< captions
     ControlArray<ScrollBar, MostRows> HScroll1;  ///< numbers of prices, 1 to 30
     ControlArray<Label, MostRows> Label1;        ///< numbers as the board holds them
+    ControlArray<Label, MostRows> amounts;       ///< of these prices, where the cells have no room for them
 
     Layout Arrange() override;
 
@@ -51,7 +52,7 @@ class PriceAssignment : public TablePage {
     void setBars(bool open);
     void followGate();
     void showAmount(int row);
-    /// Its cells have room for a number alone.
+    /// Its fields have room for a number alone.
     bool isDense() const { return design_.columns > 2; }
     void valueCame(int n, ParamValue value) override;
     void valueShown() override;

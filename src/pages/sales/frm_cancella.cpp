@@ -47,7 +47,7 @@ Layout FrmCancella::Arrange() {
     Layout commands = Column{cmdCancella[0]};
     if (hasSecondButton()) commands.children.emplace_back(cmdCancella[1]);
     return Column{
-        Group(Frame1, Column{commands, checkHint, Gap(), Row{lbrInfo, lblInfo}}),
+        Group(Frame1, Column{commands, Row{lbrInfo, lblInfo}, noAnswerHint, checkHint}),
         Row{Gap(), mnuClose},
     };
 }
@@ -68,6 +68,7 @@ void FrmCancella::PageCaptions() {
         cmdCancella[i].Caption = LanguageTable(Clearings[static_cast<std::size_t>(i)].line);
     lblInfo.Caption = "";
     mnuClose.ToolTip = OwnWord(Own::ClosePage);
+    noAnswerHint.Caption = OwnWord(Own::NoAnswer);
     checkHint.Caption = OwnWord(Own::CheckAfterwards) + " " + LanguageTable(TotalsLine);
 }
 

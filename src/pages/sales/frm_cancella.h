@@ -15,7 +15,8 @@ class FrmCancella : public TablePage {
     ControlArray<CommandButton, 2> cmdCancella;  ///< sales data; those that cannot be cleared otherwise
     LedBar lbrInfo;                              ///< time gone by
     Label lblInfo;                               ///< closing message
-    Label checkHint;                             ///< where to see whether the board has done it
+    Label noAnswerHint;                          ///< that the machine does not say whether it has done it
+    Label checkHint;                             ///< where to see it
     CommandButton mnuClose;                      ///< closes the page
     Timer Timer1{100};                           ///< milliseconds; one step of the bar
 

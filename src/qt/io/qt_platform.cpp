@@ -72,7 +72,7 @@ std::string QtPlatform::portTrouble(int port, PortTrouble trouble) {
 }
 
 std::string QtPlatform::deviceOf(int port) {
-    return setup_.simulated ? setup_.simulatedName : portDevices_.device(port, serialDevices);
+    return setup_.simulated ? SimulatedDevice : portDevices_.device(port, serialDevices);
 }
 
 Message::Answer QtPlatform::showMessage(const Message& message) {

@@ -24,8 +24,7 @@ class QtPlatform : public Platform {
         std::map<int, std::string> devices;  ///< by port number, as the user named them
         /// A line to use in place of real ports, or null.
         std::function<std::unique_ptr<SerialControl>()> simulated{};
-        std::string simulatedName{};  ///< what the port menu shows for it
-        bool isOfTheSystem = false;   ///< installed in bin and share: nothing is written there, and no family is above
+        bool isOfTheSystem = false;  ///< installed in bin and share: nothing is written there, and no family is above
         /// Nobody is there to answer: messages go to standard error, and the answer is the one that changes nothing.
         bool isUnattended = false;
         /// The program and its arguments that open the demo; empty where it is not offered.

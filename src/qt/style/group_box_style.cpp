@@ -12,7 +12,16 @@ namespace {
 constexpr int Margin = 12;
 constexpr int UnderTitle = 4;
 
+QFont titleFont(QFont font) {
+    font.setWeight(QFont::DemiBold);
+    return font;
+}
+
 }  // namespace
+
+int groupBoxWidth(const QFont& font, const QString& title) {
+    return QFontMetrics(titleFont(font)).size(Qt::TextShowMnemonic, title).width() + 2 * Margin;
+}
 
 QRect groupBoxPart(const QStyleOptionGroupBox& box, QStyle::SubControl part) {
     const QRect inside = box.rect.adjusted(Margin, GridStep, -Margin, -GridStep);
@@ -29,9 +38,7 @@ QRect groupBoxPart(const QStyleOptionGroupBox& box, QStyle::SubControl part) {
 
 void drawGroupBox(const QStyleOptionGroupBox& box, QPainter& painter) {
     drawShape(painter, box.rect, CornerRadius + 2, colors().panel, colors().line);
-    QFont font = painter.font();
-    font.setWeight(QFont::DemiBold);
-    painter.setFont(font);
+    painter.setFont(titleFont(painter.font()));
     painter.setPen(box.state & QStyle::State_Enabled ? colors().text : colors().disabledText);
     painter.drawText(groupBoxPart(box, QStyle::SC_GroupBoxLabel),
                      static_cast<int>(Qt::AlignLeft | Qt::AlignVCenter | Qt::TextShowMnemonic), box.text);

@@ -7,6 +7,8 @@ class QPainter;
 
 namespace kestrel::qt {
 
+/// So wide that its title is whole.
+int groupBoxWidth(const QFont& font, const QString& title);
 QRect groupBoxPart(const QStyleOptionGroupBox& box, QStyle::SubControl part);
 void drawGroupBox(const QStyleOptionGroupBox& box, QPainter& painter);
 

@@ -74,7 +74,11 @@ void FieldView::showText() {
 
 void FieldView::showColor() {
     const bool isWrong = bar().typed() && bar().objectionTo(*bar().typed()) != Objection::None;
-    const QColor ink = isWrong ? readableText(colors().alarm) : bar().typed() ? colors().text : standingColor(*this);
+    const bool isLocked = standing() == Standing::Confirmed && !bar().Enabled;
+    const QColor ink = isWrong         ? readableText(colors().alarm)
+                       : bar().typed() ? colors().text
+                       : isLocked      ? colors().disabledText
+                                       : standingColor(*this);
     if (old() != lineEdit()->font().italic()) lineEdit()->setFont(old() ? oldFont(font()) : font());
     if (ink == ink_) return;
     ink_ = ink;

@@ -4,6 +4,7 @@
 #include <QVBoxLayout>
 
 #include "platform/window.h"
+#include "qt/style/group_box_style.h"
 
 namespace kestrel::qt {
 
@@ -19,7 +20,7 @@ void GroupView::showState() {
 }
 
 QSize GroupView::minimumSizeHint() const {
-    return QGroupBox::minimumSizeHint().expandedTo({0, model().Height / TwipsPerPixel});
+    return QGroupBox::minimumSizeHint().expandedTo({groupBoxWidth(font(), title()), model().Height / TwipsPerPixel});
 }
 
 }  // namespace kestrel::qt

@@ -75,7 +75,14 @@ QSize LabelView::sizeHint() const {
     return {width + margin, height + static_cast<int>(lines.size() - 1) * metrics.lineSpacing()};
 }
 
+void LabelView::lookLocked(bool locked) {
+    if (locked == looksLocked_) return;
+    looksLocked_ = locked;
+    update();
+}
+
 QColor LabelView::ink() const {
+    if (looksLocked_) return colors().disabledText;
     if (isFigure() && standing() != Standing::Confirmed) return standingColor(*this);
     if (chosen_ && isEnabled()) return colors().onAccent;
     if (!isEnabled() || foreColor_ == Label::DefaultColor) return textColor(*this);

@@ -24,6 +24,8 @@ class LabelView : public View<Label> {
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override { return sizeHint(); }
     const QString& text() const { return text_; }
+    /// A caption is drawn as what it names, though it is not locked itself.
+    void lookLocked(bool locked);
     /// It shows a value, not a caption.
     bool isFigure() const { return model().role == Label::Role::Value; }
 
@@ -48,6 +50,7 @@ class LabelView : public View<Label> {
     int foreColor_ = Label::DefaultColor;
     bool chosen_ = false;
     bool pressed_ = false;
+    bool looksLocked_ = false;
 };
 
 }  // namespace kestrel::qt

@@ -36,6 +36,13 @@ QString drawingInWords(const QWidget& drawing) {
     return (parts + gauges).join(QStringLiteral("; "));
 }
 
+/// A label that is only read: its tool tip says it in other words.
+const Label* captionOf(const ViewBase& view) {
+    const auto* const label = dynamic_cast<const Label*>(view.shown());
+    const bool isValue = label && label->role == Label::Role::Value && !label->standsForNoValue;
+    return label && !isValue && !label->isClickable() ? label : nullptr;
+}
+
 }  // namespace
 
 QString nameOnPage(const ViewBase& view) {
@@ -46,19 +53,27 @@ QString nameOnPage(const ViewBase& view) {
 }
 
 QString nameOf(const ViewBase& view) {
-    const auto* const label = dynamic_cast<const Label*>(view.shown());
-    if (label && label->standsForNoValue && !label->isClickable()) return toQt(label->Caption);
+    if (const Label* const caption = captionOf(view)) {
+        QStringList texts{toQt(caption->Caption), toQt(caption->ToolTip)};
+        texts.removeAll(QString());
+        return texts.join(QStringLiteral(", "));
+    }
     const QString name = nameOnPage(view);
     return name.isEmpty() ? view.spokenName() : name;
 }
 
 QString shownInWords(const ViewBase& view) {
+    if (captionOf(view)) return {};
     if (dynamic_cast<const Picture*>(view.shown())) return drawingInWords(view.widget());
     QStringList parts{view.unread() ? QString() : view.spokenValue(), view.spokenDescription()};
     parts.removeAll(QString());
     parts.removeAll(nameOf(view));  // a lamp's tool tip
     parts.removeDuplicates();
     return parts.join(QStringLiteral(", "));
+}
+
+QAccessibleInterface* SpokenView::child(int index) const {
+    return view_.isOnePiece() ? nullptr : QAccessibleWidget::child(index);
 }
 
 QString SpokenView::text(QAccessible::Text kind) const {
@@ -80,6 +95,8 @@ QAccessible::State SpokenView::state() const {
         state.checkable = true;
         state.checked = *checked;
     }
+    const bool isMoved = view_.spokenRole() == QAccessible::Slider || view_.spokenRole() == QAccessible::SpinBox;
+    state.disabled = state.disabled || (isMoved && !view_.span());
     state.readOnly = !view_.span() && !view_.canPress();
     state.busy = view_.unread() || view_.standing() == Standing::Waiting;
     return state;

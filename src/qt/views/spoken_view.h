@@ -21,6 +21,8 @@ class SpokenView : public QAccessibleWidget, public QAccessibleValueInterface {
     explicit SpokenView(ViewBase& view) : QAccessibleWidget(&view.widget(), view.spokenRole()), view_(view) {}
 
     bool isValid() const override { return QAccessibleWidget::isValid() && view_.bound(); }
+    int childCount() const override { return view_.isOnePiece() ? 0 : QAccessibleWidget::childCount(); }
+    QAccessibleInterface* child(int index) const override;
     QString text(QAccessible::Text kind) const override;
     QAccessible::State state() const override;
     void* interface_cast(QAccessible::InterfaceType type) override;

@@ -16,6 +16,7 @@ class SteppedView : public View<SteppedSwitch> {
     explicit SteppedView(SteppedSwitch& stepped);
 
     QAccessible::Role spokenRole() const override { return QAccessible::Slider; }
+    bool isOnePiece() const override { return true; }
     QString valueInWords() const override;
     std::optional<Span> span() const override;
     void moveTo(int value) override;

@@ -56,6 +56,8 @@ class ViewBase : public ControlView {
     virtual void renamed() {}
 
     virtual QAccessible::Role spokenRole() const = 0;
+    /// What stands in its widget only draws it, and is told by the view itself.
+    virtual bool isOnePiece() const { return false; }
     /// Its caption, or else its tooltip, or else the title of the frame that it stands in.
     virtual QString spokenName() const;
     QString spokenValue() const;

@@ -64,16 +64,20 @@ std::vector<WrapLayout::Line> WrapLayout::linesFor(int width) const {
     return lines;
 }
 
-/// Each gets what it would like, or where that is too much, its least and an equal part of the rest; what is left over
-/// goes to those that expand, or else to those that fill their place.
+/// Each gets what it would like, or where that is too much, less by as much of it as the others give up of theirs; what
+/// is left over goes to those that expand, or else to those that fill their place.
 std::vector<int> WrapLayout::widthsIn(const Line& line, int width) const {
     const auto gaps = std::count_if(line.begin(), line.end(), [](QLayoutItem* item) { return isGap(*item); });
     const int room = width - spacing() * (static_cast<int>(line.size() - static_cast<std::size_t>(gaps)) - 1);
     std::vector<int> widths;
     for (const QLayoutItem* item : line) widths.push_back(item->sizeHint().expandedTo(item->minimumSize()).width());
     int rest = room - std::accumulate(widths.begin(), widths.end(), 0);
-    for (std::size_t i = 0; i < line.size() && rest < 0; ++i) {
-        const int given = std::min(widths[i] - line[i]->minimumSize().width(), -rest);
+    int slack = 0;
+    for (std::size_t i = 0; i < line.size(); ++i) slack += widths[i] - line[i]->minimumSize().width();
+    for (std::size_t i = 0; i < line.size() && rest < 0 && slack > 0; ++i) {
+        const int own = widths[i] - line[i]->minimumSize().width();
+        const int given = std::min(own, -rest * own / slack);
+        slack -= own;
         widths[i] -= given;
         rest += given;
     }

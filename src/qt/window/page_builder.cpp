@@ -44,9 +44,10 @@ Qt::Alignment standing(const QWidget& widget, bool inRow) {
     const bool group = dynamic_cast<const GroupView*>(&widget) != nullptr;
     if (!grows(widget, Qt::Vertical) && !(group && inRow)) result |= widget.layout() ? Qt::AlignTop : Qt::AlignVCenter;
     const auto* label = dynamic_cast<const LabelView*>(&widget);
-    if ((label && label->isFigure()) || dynamic_cast<const FieldView*>(&widget))
+    const bool isField = dynamic_cast<const FieldView*>(&widget) != nullptr;
+    if (label && label->isFigure())
         result |= Qt::AlignRight;
-    else if (!group && !dynamic_cast<const TargetRow*>(&widget) && !holdsGroups(widget) &&
+    else if (!group && !isField && !dynamic_cast<const TargetRow*>(&widget) && !holdsGroups(widget) &&
              !grows(widget, Qt::Horizontal))
         result |= Qt::AlignLeft;
     return result;

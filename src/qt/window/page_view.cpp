@@ -12,6 +12,7 @@
 
 #include "qt/views/bar_view.h"
 #include "qt/views/field_view.h"
+#include "qt/window/caption_looks.h"
 #include "qt/window/focus_keeper.h"
 #include "qt/window/page_builder.h"
 #include "qt/window/page_head.h"
@@ -25,6 +26,7 @@ class PageContents : public QWidget {
   public:
     std::vector<ViewBase*> views;
     FocusKeeper focus;
+    CaptionLooks looks;
 
   protected:
     /// A control that is locked while it has the focus does not hand it on.
@@ -132,6 +134,7 @@ QWidget* buildPage(Window& window) {
     joinFields(contents->views);
     if (window.isSheet) goDown(contents->views, built.fieldsDown);
     for (ViewBase* view : contents->views) contents->focus.watch(view->widget());
+    contents->looks.watch(contents->views);
     return new PageView(std::move(contents));
 }
 

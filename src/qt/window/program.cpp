@@ -26,7 +26,6 @@ namespace kestrel::qt {
 namespace {
 
 constexpr const char* DemoTitle = "Kestrel (demo)";
-constexpr const char* DemoDevice = "demo: simulated machine";
 
 Theme lookOf(kestrel::Theme theme) {
     switch (theme) {
@@ -89,7 +88,6 @@ QtPlatform::Setup setUpMachine(const Options& options, const std::filesystem::pa
     machine.directory = directory;
     machine.faults = simulator::parseFaults(options.faults);
     setup.simulated = [machine] { return std::make_unique<DemoPort>(switchOn(machine)); };
-    setup.simulatedName = DemoDevice;
     return setup;
 }
 

@@ -1,14 +1,116 @@
-// The machine's clock on the simulated machine: what is set, what is shown, and what no clock or calendar has.
-// A wrong time switches the machine off in the middle of the day.
-#include "pages/climate/frm_orologio.h"
-
+// Temperatures, their course over time, and the clock with its bands.
+// A set-point shown in a wrong scale spoils goods or scalds; a wrong clock serves at night.
 #include <gtest/gtest.h>
 
+#include "pages/climate/frm_grafico.h"
+#include "pages/climate/frm_orologio.h"
+#include "pages/climate/frm_temperatura.h"
+#include "platform/errors.h"
+#include "support/bare_mirror.h"
 #include "support/layouts.h"
+#include "support/world.h"
 #include "support/writes.h"
 
 namespace kestrel::testing {
 namespace {
+
+TEST(FrmTemperatura, AValueBeyondItsBarIsToldAsItIsAndTheTankSwitchesOffAtSixteen) {
+    const struct {
+        int setting;
+        BoardValue board;
+        int bar;
+        const char* shown;
+    } cases[] = {{0, {2, 51, 15}, 15, "15"}, {0, {2, 51, 16}, 16, "OFF"},   {0, {2, 51, 20}, 16, "OFF"},
+                 {0, {2, 51, 4}, 8, "4"},    {1, {2, 53, 255}, 50, "25.5"}, {4, {2, 52, 0}, 0, "-5"}};
+    for (const auto& c : cases) {
+        StartedWorld world({c.board});
+        auto& page = world.open<FrmTemperatura>("FrmTemperatura");
+        EXPECT_EQ(page.HScroll2[c.setting].Value, c.bar) << c.board;
+        EXPECT_EQ(page.Label2[c.setting].Caption.get(), c.shown) << c.board;
+    }
+}
+
+TEST(FrmTemperatura, OnlyANewWordOfPresenceTouchesFramesAndFigures) {
+    StartedWorld world;
+    auto& page = world.open<FrmTemperatura>("FrmTemperatura");
+    const std::initializer_list<Control*> ruled = {&page.Frame1, &page.Frame2, &page.Label1, &page.Label2[0]};
+    for (Control* control : ruled) control->Enabled = false;
+    world.run(5000);  // the words are read again and again
+    for (const Control* control : ruled) EXPECT_FALSE(control->Enabled);
+    world.setBoards({{0, 1, 12}, {0, 2, 12}});
+    world.run(3000);
+    for (const Control* control : ruled) EXPECT_TRUE(control->Enabled);
+}
+
+TEST(FrmTemperatura, TheRefrigeratorShowsOnlyWhereTheCoolingUnitIsOne) {
+    for (const std::uint32_t kind : {0U, 1U, 2U}) {
+        StartedWorld world({{1, 1153, kind}});
+        auto& page = world.open<FrmTemperatura>("FrmTemperatura");
+        for (const Control* control :
+             std::initializer_list<const Control*>{&page.Label2s[5], &page.HScroll2[5], &page.Label2[5]})
+            EXPECT_EQ(control->Visible, kind == 1) << kind;
+        EXPECT_TRUE(page.HScroll1.Visible);
+    }
+}
+
+constexpr double FourSeconds = 4.0 / 86400;
+
+struct Graph : ::testing::Test {
+    BareMirror mirror;
+    FrmGrafico& page = mirror.load<FrmGrafico>();
+    const std::vector<double>& times = page.iStripChartX1.times();
+    const StripChart::Channel& boiler = page.iStripChartX1.channels()[0];
+    const StripChart::Channel& tank = page.iStripChartX1.channels()[1];
+};
+
+TEST_F(Graph, GetsASampleEveryFourSecondsFromTimeZeroOfTheChannelsWhoseBoardsAreThere) {
+    EXPECT_EQ(boiler.name, "Boiler");
+    EXPECT_EQ(tank.name, "Cedar tank");
+    mirror.arrive(0, 1, 4);
+    mirror.arrive(0, 2, 0xFB);
+    mirror.arrive(1, 1288, 91);
+    mirror.run(3'999);
+    EXPECT_TRUE(times.empty());
+    mirror.run(8'001);
+    mirror.arrive(0, 1, 0);
+    mirror.run(8'000);
+    mirror.arrive(0, 1, 4);
+    mirror.run(4'000);
+    ASSERT_EQ(times.size(), 6U);
+    for (std::size_t i = 0; i < times.size(); ++i) EXPECT_NEAR(times[i], static_cast<double>(i) * FourSeconds, 1e-12);
+    const int indexes[] = {0, 1, 2, 5};
+    ASSERT_EQ(boiler.samples.size(), std::size(indexes));
+    for (std::size_t i = 0; i < std::size(indexes); ++i) {
+        EXPECT_EQ(boiler.samples[i].index, indexes[i]) << "samples keep their place on the time axis";
+        EXPECT_EQ(boiler.samples[i].value, 91);
+    }
+    EXPECT_TRUE(tank.samples.empty());
+    mirror.arrive(0, 2, 4);
+    mirror.run(4'000);
+    ASSERT_EQ(tank.samples.size(), 1U);
+    EXPECT_EQ(tank.samples[0].index, 6);
+}
+
+TEST_F(Graph, TankTemperatureIsASignedFixedPointNumberWithItsFreshCorrection) {
+    const struct {
+        std::uint32_t offset;
+        std::uint32_t raw;
+        double degrees;
+    } cases[] = {{5, 0x0A00, 10},   {5, 0x0A80, 10.5}, {5, 0xFF80, -0.5},        {5, 0xF600, -10},   {5, 0x7F00, 127},
+                 {5, 0x8000, -128}, {0, 0x0200, -3},   {10, 0x0201, 7.00390625}, {10, 0x7B00, -128}, {4, 0xFF00, -2}};
+    mirror.arrive(0, 2, 4);
+    for (const auto& c : cases) {
+        mirror.arrive(2, 52, c.offset);
+        mirror.arrive(2, 287, c.raw);
+        mirror.run(4'000);
+        ASSERT_FALSE(tank.samples.empty());
+        EXPECT_EQ(tank.samples.back().value, c.degrees) << std::hex << c.raw;
+    }
+    ParamFlags(2, 52) = 0;
+    mirror.arrive(2, 287, 0x1400);
+    mirror.run(4'000);
+    EXPECT_EQ(tank.samples.back().value, -2) << "without its correction a reading is left out";
+}
 
 struct Clock : ::testing::Test {
     StartedWorld world{{0, 245, 9}, {0, 244, 15}};
@@ -106,31 +208,6 @@ TEST_F(Clock, DatesAreShownWithFourDigitsOfTheYearAndTheirFallbacks) {
         EXPECT_EQ(page.Label5[0].Caption.get(), std::to_string(c.dayBar));
         EXPECT_EQ(page.Label5[1].Caption.get(), std::to_string(c.monthBar));
     }
-}
-
-TEST_F(Clock, TheDateWaitsUntilAllThreeOfItsPartsAreFreshAndTold) {
-    const auto arrive = [](FrmOrologio& page, int n, ParamValue value) {
-        CurrentBank = 0;
-        page.notify(n, value);
-    };
-    FrmOrologio& page = openOn(14, 5, 24);
-    page.Label6.Caption = "";
-    ParamFlags(0, 248) &= static_cast<std::uint8_t>(~flag::Valid);
-    arrive(page, 246, 15);
-    arrive(page, 247, 6);
-    EXPECT_EQ(page.Label6.Caption.get(), "");
-    ParamFlags(0, 248) |= flag::Valid;
-    arrive(page, 246, 16);
-    EXPECT_EQ(page.Label6.Caption.get(), "16/06/2024") << "any one of them redraws it";
-
-    FrmOrologio second;  // on which the first one has made them all fresh
-    arrive(second, 7, 4);
-    arrive(second, 246, 14);
-    EXPECT_EQ(second.Label6.Caption.get(), "");
-    arrive(second, 247, 5);
-    arrive(second, 248, 24);
-    EXPECT_EQ(second.Label6.Caption.get(), "14/05/2024");
-    EXPECT_EQ(second.HScroll5[1].Value, 5);
 }
 
 TEST_F(Clock, WithoutAClockTheBandsAloneAreLive) {
