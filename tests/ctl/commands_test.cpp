@@ -2,7 +2,10 @@
 // what the other commands find. A wrong line in a file must never reach a machine.
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "ctl/settings_file.h"
+#include "ctl/words.h"
 #include "support/terminal.h"
 #include "support/world.h"
 
@@ -173,6 +176,27 @@ TEST_F(Commands, SayWhatCouldNotBeReadAndNeverInventIt) {
     for (const ctl::Entry& each : file.entries)
         EXPECT_EQ(each.raw.has_value(), each.item.board() == Board::HotDrink || each.item.name() == "tank.set_point");
     EXPECT_EQ(field(said.results, "unread"), "4");
+}
+
+/// The words that are built in are the English ones of the file, and every language has all of them.
+TEST_F(Commands, SpeakEveryLanguage) {
+    const auto allWords = [] {
+        std::vector<std::string> all;
+        for (int i = 1; i <= static_cast<int>(ctl::Word::GroupAlarms); ++i)
+            all.push_back(ctl::say(static_cast<ctl::Word>(i)));
+        return all;
+    };
+    const std::vector<std::string> builtIn = allWords();
+    ctl::loadWords("English");
+    EXPECT_EQ(allWords(), builtIn);
+    for (const char* language : {"Italiano", "Deutsch", "Francais", "Espanol"}) {
+        ctl::loadWords(language);
+        const std::vector<std::string> words = allWords();
+        const auto places = [](const std::string& text) { return std::ranges::count(text, '%'); };
+        for (std::size_t i = 0; i < words.size(); ++i)
+            EXPECT_EQ(places(words[i]), places(builtIn[i])) << language << ": " << words[i];
+        EXPECT_NE(words, builtIn) << language;
+    }
 }
 
 TEST_F(Commands, SetTheClockOnlyWhereItIsAskedForAndToThisComputersTime) {

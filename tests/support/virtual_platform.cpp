@@ -197,11 +197,12 @@ void VirtualPlatform::runUntil(Micros until) {
 }
 
 void VirtualPlatform::install(const std::filesystem::path& realDirectory) {
-    for (const auto& entry : std::filesystem::directory_iterator(realDirectory)) {
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(realDirectory)) {
         const std::string ending = entry.path().extension().generic_string();
         if (ending != ".inx" && ending != ".lng") continue;
         std::ifstream in(entry.path(), std::ios::binary);
-        put(entry.path().filename().generic_string(), std::string(std::istreambuf_iterator<char>(in), {}));
+        put(entry.path().lexically_relative(realDirectory).generic_string(),
+            std::string(std::istreambuf_iterator<char>(in), {}));
     }
 }
 
