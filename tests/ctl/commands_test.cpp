@@ -228,6 +228,12 @@ TEST_F(Commands, FindWhyAMachineCannotBeReached) {
     const Terminal::Said said = run("identify --json");
     EXPECT_EQ(field(said.lines().at(1), "index_file_there"), "false") << said.results;
     EXPECT_EQ(said.status, ctl::status::Differs);
+    for (const char* command : {"read a.txt --group temperatures", "report"}) {
+        const Terminal::Said part = run(command);
+        EXPECT_EQ(part.status, ctl::status::Differs) << command;
+        EXPECT_NE(part.remarks.find("index file missing"), std::string::npos) << command << part.remarks;
+    }
+    EXPECT_NE(terminal.files["a.txt"].find("complete\tno"), std::string::npos);
     EXPECT_EQ(run("ports").results, "COM1 (usb-serial): can be opened\n");
     terminal.openFailures[1] = {8005, "COM1: in use"};
     EXPECT_EQ(run("ports").results, "COM1 (usb-serial): in use\n");
