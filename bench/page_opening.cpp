@@ -1,6 +1,9 @@
-// Linked beside the program's main(): once the boards are known it opens a page and a bare child window in turn.
-// Prints the median time of each from the call to the painted window, in microseconds, and ends.
+// Linked beside the program's main(): once the boards are known it opens a page and a bare child window in turn, and
+// then lets a value arrive on each of 25 open pages, and a text on each of as many windows with labels of fixed size.
+// Prints four times in microseconds and ends: of the page and the bare window from the call to the painted window,
+// medians; of the processor for the value and the text until they are painted.
 #include <QApplication>
+#include <QEventLoop>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QLabel>
@@ -18,13 +21,21 @@
 
 #include "link/link_engine.h"
 #include "link/loaded_pages.h"
+#include "pages/registry.h"
+#include "platform/basic_controls.h"
+#include "platform/layout.h"
 #include "shell/windows.h"
+#include "tests/support/processor_time.h"
 
 namespace {
 
 constexpr int Rounds = 21;
 constexpr int PollMs = 50;
 constexpr const char* Page = "FrmTempi";
+constexpr std::size_t PagesOpen = 25;
+constexpr std::size_t Ticks = 800;
+constexpr int TickMs = 5;
+constexpr int SettleMs = 60'000;  ///< until all pages have been read
 
 double microsUntilPainted(const std::function<void()>& open) {
     const auto from = std::chrono::steady_clock::now();
@@ -52,8 +63,79 @@ QWidget* bareContents() {
 }
 
 double median(std::vector<double>& times) {
-    std::nth_element(times.begin(), times.begin() + Rounds / 2, times.end());
-    return times[Rounds / 2];
+    const auto middle = times.begin() + static_cast<std::ptrdiff_t>(times.size() / 2);
+    std::nth_element(times.begin(), middle, times.end());
+    return *middle;
+}
+
+/// Processor time of the event loop while something happens every `TickMs`.
+double microsPerTick(const std::function<void(std::size_t)>& happen) {
+    std::size_t ticks = 0;
+    QEventLoop loop;
+    QTimer timer;
+    timer.setTimerType(Qt::PreciseTimer);
+    QObject::connect(&timer, &QTimer::timeout, [&] {
+        happen(ticks);
+        if (++ticks == Ticks) loop.quit();
+    });
+    timer.start(TickMs);
+    const double before = kestrel::testing::processorSeconds();
+    loop.exec();
+    return (kestrel::testing::processorSeconds() - before) * 1e6 / Ticks;
+}
+
+/// Of one page, whose value has come.
+kestrel::Label* readFigureOf(kestrel::Page& page) {
+    kestrel::Label* found = nullptr;
+    kestrel::eachControl(page.Arrange(), [&found](kestrel::Control& control) {
+        auto* const label = dynamic_cast<kestrel::Label*>(&control);
+        if (label && label->role == kestrel::Label::Role::Value && !label->unread()) found = label;
+    });
+    return found;
+}
+
+std::vector<kestrel::Label*> readFigures() {
+    std::vector<kestrel::Label*> figures;
+    for (kestrel::Page* page : kestrel::LoadedPages())
+        if (kestrel::Label* const figure = readFigureOf(*page)) figures.push_back(figure);
+    return figures;
+}
+
+double microsPerValue(QMdiArea& area) {
+    for (const auto& [name, make] : kestrel::AllPages()) kestrel::ShowPage(name);
+    QEventLoop untilRead;
+    QTimer::singleShot(SettleMs, &untilRead, &QEventLoop::quit);
+    untilRead.exec();
+    std::vector<kestrel::Label*> figures = readFigures();
+    figures.resize(std::min(figures.size(), PagesOpen));
+    if (figures.size() < PagesOpen) std::fprintf(stderr, "figures on %zu pages\n", figures.size());
+    area.tileSubWindows();
+    QApplication::processEvents();
+    const double idle = microsPerTick([](std::size_t) {});
+    const double result = microsPerTick([&](std::size_t tick) {
+        figures[tick % figures.size()]->Caption = tick / figures.size() % 2 == 0 ? "1" : "2";
+    });
+    kestrel::ClosePages();
+    QApplication::processEvents();
+    return result - idle;
+}
+
+double microsPerBareText(QMdiArea& area) {
+    std::vector<QLabel*> labels;
+    for (std::size_t i = 0; i < PagesOpen; ++i) {
+        QWidget* const contents = bareContents();
+        QMdiSubWindow* const child = area.addSubWindow(contents);
+        labels.push_back(contents->findChildren<QLabel*>().last());
+        child->show();
+        labels.back()->setFixedSize(labels.back()->sizeHint());
+    }
+    area.tileSubWindows();
+    QApplication::processEvents();
+    const double idle = microsPerTick([](std::size_t) {});
+    return microsPerTick([&](std::size_t tick) {
+               labels[tick % PagesOpen]->setText(tick / PagesOpen % 2 == 0 ? QStringLiteral("1") : QStringLiteral("2"));
+           }) -
+           idle;
 }
 
 void measure(QMdiArea& area) {
@@ -70,7 +152,8 @@ void measure(QMdiArea& area) {
         child->close();
         QApplication::processEvents();
     }
-    std::printf("%.0f %.0f\n", median(page), median(bare));
+    const double value = microsPerValue(area);
+    std::printf("%.0f %.0f %.1f %.1f\n", median(page), median(bare), value, microsPerBareText(area));
     std::fflush(stdout);
     std::_Exit(0);
 }

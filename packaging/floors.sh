@@ -14,7 +14,7 @@ declare -A below=(
     [simulator]='catalogue command_line'
     [demo]='platform simulator'
     [posix]='platform language'
-    [ctl]='platform posix catalogue language link simulator demo command_line'
+    [ctl]='platform catalogue language link simulator demo command_line'
     [qt]='platform posix catalogue language link shell simulator demo command_line'
 )
 wrong=0

@@ -12,6 +12,8 @@ fresh_system() {
     debootstrap --variant=minbase "${keys[@]}" "$1" "$system" "$2" >"$system.log" 2>&1 ||
         { tail -n 3 "$system.log" && rm "$system.log" && return 1; }
     rm "$system.log"
+    # It has the keys now, and its packages need not come over what it cannot judge yet.
+    sed -i 's/ https:/ http:/' "$system/etc/apt/sources.list"
     cp -r /etc/apt/apt.conf.d /etc/apt/auth.conf.d "$system/etc/apt/" 2>/dev/null || true
     cp /etc/resolv.conf /etc/hosts "$system/etc/"
     mount -t proc proc "$system/proc" && mount --bind /dev "$system/dev" && mount --bind /dev/pts "$system/dev/pts"

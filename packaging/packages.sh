@@ -15,11 +15,18 @@ fail() {
     exit 1
 }
 
+# names_in SUITE PACKAGE...: Ubuntu 22.04 has the toolkit's modules under other names.
+names_in() {
+    local other='s/$//'
+    [ "$1" != jammy ] || other='s/^qt6-(serialport|svg)-dev$/libqt6\16-dev/'
+    printf '%s\n' "${@:2}" | sed -E "$other"
+}
+
 # need PACKAGE... installs those that are missing.
 need() {
     local missing=()
     command -v dpkg-query >/dev/null || fail "this is no Debian or Ubuntu: please install the like of: $*"
-    for package in "$@"; do
+    for package in $(names_in "$(. /etc/os-release && echo "${VERSION_CODENAME:-}")" "$@"); do
         dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q 'install ok installed' || missing+=("$package")
     done
     [ ${#missing[@]} -eq 0 ] && return

@@ -6,7 +6,7 @@ cd "$(dirname "$0")/.."
 . packaging/packages.sh
 
 need "${kestrel_packages[@]}" man-db xvfb xdotool
-build release kestrel kestrel-board mkindex mklang manual_pages installation
+build release kestrel kestrelctl kestrel-board mkindex mklang manual_pages installation
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 chmod 755 "$work"

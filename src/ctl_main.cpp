@@ -13,6 +13,7 @@
 #include "platform/errors.h"
 #include "posix/posix_platform.h"
 #include "posix/serial_devices.h"
+#include "posix/time_of_day.h"
 #include "program_version.h"
 
 namespace {
@@ -43,11 +44,11 @@ std::string onlyDevice() {
     return devices.front().path;
 }
 
-std::tm timeOfDay() {
-    const std::time_t now = std::time(nullptr);
-    std::tm local{};
-    localtime_r(&now, &local);
-    return local;
+std::vector<ctl::Device> devices() {
+    std::vector<ctl::Device> all;
+    for (const posix::SerialDevice& each : posix::serialDevices())
+        all.push_back({each.path, each.about, each.driver, each.isUsb});
+    return all;
 }
 
 /// The first letter of yes, in the five languages.
@@ -69,13 +70,15 @@ int run(const ctl::Options& options) {
     ctl::Context context{
         options,
         out,
-        [] { return posix::PosixPlatform::endsWanted(); },
-        timeOfDay,
+        [] { return posix::EndSignals::wanted(); },
+        posix::timeOfDay,
         confirm,
         [start] { return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count(); },
         [&] {
             if (!options.demo && options.device.empty()) machine->useDevice(onlyDevice());
-        }};
+        },
+        devices,
+        [&](const std::string& device) { machine->useDevice(device); }};
     posix::PosixPlatform::Setup setup;
     setup.directory = options.directory;
     setup.program = Name;

@@ -39,9 +39,11 @@ class Comparison {
     }
 
     int conclude() {
-        if (different_ == 0 && unknown_ == 0) context_.out.heading(say(Word::NothingDiffers));
-        if (unknown_ > 0) context_.out.remark(say(Word::NotCompared, {std::to_string(unknown_)}));
-        return different_ > 0 ? status::Differs : unknown_ > 0 ? status::Trouble : status::Well;
+        if (different_ == 0 && unknown_.empty()) context_.out.heading(say(Word::NothingDiffers));
+        if (!unknown_.empty())
+            context_.out.remark(say(Word::NotCompared, {std::to_string(unknown_.size())}) + ": " +
+                                listInShort(unknown_));
+        return different_ > 0 ? status::Differs : unknown_.empty() ? status::Well : status::Trouble;
     }
 
   private:
@@ -49,7 +51,7 @@ class Comparison {
         const auto here = one_.values.find(item.place());
         const auto there = other_.values.find(place);
         if (here == one_.values.end() || there == other_.values.end()) {
-            ++unknown_;
+            unknown_.push_back(BoardName(item.board()) + ' ' + name);
             return;
         }
         const bool areOfOneScale = !item.isMoney() || one_.decimals == other_.decimals;
@@ -76,7 +78,8 @@ class Comparison {
     const Side& one_;
     const Side& other_;
     std::string group_;
-    long different_ = 0, unknown_ = 0;
+    long different_ = 0;
+    std::vector<std::string> unknown_;  ///< on one side
 };
 
 SettingsFile load(const Context& context, const std::string& name) {

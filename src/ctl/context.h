@@ -9,6 +9,13 @@
 
 namespace kestrel::ctl {
 
+struct Device {
+    std::string path;
+    std::string about;   ///< maker, product and number of an adapter; empty where nothing is known
+    std::string driver;  ///< by which the system works it
+    bool isUsb = false;
+};
+
 struct Context {
     const Options& options;
     Output& out;
@@ -17,6 +24,8 @@ struct Context {
     std::function<bool(const std::string&)> confirm;  ///< asks the user a question that yes or no answers
     std::function<double()> clock;                    ///< seconds that have passed
     std::function<void()> findDevice;                 ///< that is to be opened; a RunTimeError where it is not clear
+    std::function<std::vector<Device>()> devices;     ///< the serial ones of this computer
+    std::function<void(const std::string&)> use;      ///< opens this one from now on
     int silences = 0;                                 ///< questions that the master has not answered
 };
 

@@ -23,6 +23,10 @@ struct InJson {
 
 }  // namespace
 
+std::string listInShort(const std::vector<std::string>& names) {
+    return names.size() == 1 ? names.front() : names.front() + " ... " + names.back();
+}
+
 std::string quoted(const std::string& text) {
     std::string all = "\"";
     for (const char letter : text) {

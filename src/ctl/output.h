@@ -42,6 +42,9 @@ class Output {
     bool showsProgress_ = false;
 };
 
+/// The first and the last of them.
+std::string listInShort(const std::vector<std::string>& names);
+
 /// The text as a string of JSON, in quotes.
 std::string quoted(const std::string& text);
 

@@ -2,19 +2,19 @@
 #include "ctl/context.h"
 #include "ctl/words.h"
 #include "platform/errors.h"
-#include "posix/serial_devices.h"
-#include "posix/serial_port.h"
+#include "platform/platform.h"
 
 namespace kestrel::ctl {
 
 int listPorts(Context& context) {
-    const auto devices = posix::serialDevices();
+    const std::vector<Device> devices = context.devices();
     bool isWell = !devices.empty();
     if (devices.empty()) context.out.remark(say(Word::NoDevices));
-    for (const posix::SerialDevice& device : devices) {
+    for (const Device& device : devices) {
         std::string trouble;
         try {
-            posix::SerialPort([&](int) { return device.path; }, [](posix::SerialPort&, int) {}).PortOpen(true);
+            context.use(device.path);
+            platform().makeSerialControl()->PortOpen(true);
         } catch (const RunTimeError& error) {
             trouble = error.what();
             isWell = false;

@@ -85,10 +85,8 @@ class Writing {
             const CatalogueRow::Kind kind = each.item.row->kind;
             leavesOut_ = leavesOut_ || kind == CatalogueRow::Kind::Setting;
         }
-        for (const auto& [why, names] : byReason) {
-            const std::string more = names.size() == 1 ? "" : " ... " + names.back();
-            context_.out.remark(say(Word::LeftOut, {std::to_string(names.size()), why}) + ": " + names.front() + more);
-        }
+        for (const auto& [why, names] : byReason)
+            context_.out.remark(say(Word::LeftOut, {std::to_string(names.size()), why}) + ": " + listInShort(names));
     }
 
     std::string figure(const Step& step, std::uint32_t raw) const {

@@ -3,7 +3,6 @@
 
 #include <langinfo.h>
 #include <poll.h>
-#include <signal.h>
 
 #include <algorithm>
 #include <ctime>
@@ -17,27 +16,6 @@ namespace {
 
 constexpr auto LongestWait = std::chrono::hours(1);
 
-volatile sig_atomic_t ends = 0;
-sigset_t whileWaiting;
-
-/// They are let through only while the loop waits, so that none is missed between two looks.
-void noteEndSignals() {
-    ends = 0;
-    struct sigaction action {};
-    action.sa_handler = [](int) { ends = ends + 1; };
-    sigset_t blocked;
-    sigemptyset(&blocked);
-    for (const int number : {SIGINT, SIGTERM, SIGHUP}) {
-        struct sigaction present {};
-        sigaction(number, nullptr, &present);
-        if (present.sa_handler == SIG_IGN) continue;
-        sigaction(number, &action, nullptr);
-        sigaddset(&blocked, number);
-    }
-    signal(SIGPIPE, SIG_IGN);
-    sigprocmask(SIG_BLOCK, &blocked, &whileWaiting);
-}
-
 timespec lengthUntil(Clock::time_point until) {
     const auto left = std::clamp<Clock::duration>(until - Clock::now(), Clock::duration::zero(), LongestWait);
     const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(left);
@@ -49,15 +27,9 @@ timespec lengthUntil(Clock::time_point until) {
 
 PosixPlatform::PosixPlatform(Setup setup) : setup_(std::move(setup)), locale_(newlocale(LC_ALL_MASK, "", nullptr)) {
     if (!locale_) locale_ = newlocale(LC_ALL_MASK, "C", nullptr);
-    noteEndSignals();
 }
 
-PosixPlatform::~PosixPlatform() {
-    freelocale(locale_);
-    sigprocmask(SIG_SETMASK, &whileWaiting, nullptr);
-}
-
-int PosixPlatform::endsWanted() { return ends; }
+PosixPlatform::~PosixPlatform() { freelocale(locale_); }
 
 std::unique_ptr<TimerBackend> PosixPlatform::makeTimer(std::function<void()> onExpiry) {
     return std::make_unique<PosixTimer>(timers_, std::move(onExpiry));
@@ -67,7 +39,7 @@ void PosixPlatform::wait(Clock::time_point until) {
     const timespec length = lengthUntil(until);
     pollfd line{descriptor_, POLLIN, 0};
     const bool listens = open_ && !open_->isLost();
-    if (ppoll(&line, listens ? 1 : 0, &length, &whileWaiting) > 0) open_->collect();
+    if (ppoll(&line, listens ? 1 : 0, &length, &signals_.whileWaiting()) > 0) open_->collect();
 }
 
 /// What came on the line goes before a time-out that has run out meanwhile.

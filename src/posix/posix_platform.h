@@ -9,6 +9,7 @@
 #include <string>
 
 #include "platform/platform.h"
+#include "posix/end_signals.h"
 #include "posix/posix_timer.h"
 #include "posix/serial_port.h"
 
@@ -35,8 +36,6 @@ class PosixPlatform : public Platform {
 
     /// The device behind every port, from the next opening on.
     void useDevice(const std::string& device) { setup_.device = device; }
-    /// How often the user or the system has asked for the end.
-    static int endsWanted();
 
     std::unique_ptr<TimerBackend> makeTimer(std::function<void()> onExpiry) override;
     void PumpEvents() override;
@@ -74,6 +73,7 @@ class PosixPlatform : public Platform {
     void wait(Clock::time_point until);
 
     Setup setup_;
+    EndSignals signals_;
     locale_t locale_;  ///< the user's, for figures and dates of people alone
     TimerList timers_;
     SerialPort* open_ = nullptr;

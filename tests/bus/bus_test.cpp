@@ -7,6 +7,8 @@
 #include <QElapsedTimer>
 #include <QThread>
 #include <algorithm>
+#include <functional>
+#include <limits>
 #include <map>
 #include <random>
 #include <set>
@@ -129,6 +131,36 @@ TEST(Bus, SetsAPriceAndHearsThatTheBoardHasConfirmedIt) {
     EXPECT_EQ(desktop.find("spin box", "Price 4")->description(), QStringLiteral("0.65"));
 }
 
+/// Anything of anything, at places that there may not be. An entry of a menu would leave the program.
+void ask(const Node& asked, const std::function<int(int, int)>& number) {
+    const int at = number(-2, 30), to = number(-2, 30);
+    const auto kind = static_cast<unsigned>(number(0, 5));
+    switch (number(0, 9)) {
+        case 0:
+            return static_cast<void>(asked.call("Text", "GetText", {at, to}));
+        case 1:
+            return static_cast<void>(asked.call("Text", "GetTextAtOffset", {at, kind}));
+        case 2:
+            return static_cast<void>(asked.call("Text", "SetSelection", {number(-1, 1), at, to}));
+        case 3:
+            return static_cast<void>(asked.call("Text", "GetCharacterExtents", {at, kind % 2}));
+        case 4:
+            return static_cast<void>(asked.call("EditableText", "InsertText", {at, QStringLiteral("7"), 1}));
+        case 5:
+            return static_cast<void>(asked.call("EditableText", "DeleteText", {at, to}));
+        case 6:
+            return static_cast<void>(asked.call("Table", "GetAccessibleAt", {at, to}));
+        case 7:
+            return static_cast<void>(asked.call("Component", "GetAccessibleAtPoint", {at * 40, to * 25, kind % 2}));
+        case 8:
+            return asked.setValue(number(0, 3) == 0 ? std::numeric_limits<double>::max() : number(-9, 300));
+        default:
+            if (const QStringList names = asked.actions();
+                !names.isEmpty() && asked.role() != QStringLiteral("menu item"))
+                asked.act(names[at < 0 ? 0 : at % static_cast<int>(names.size())]);
+    }
+}
+
 /// Ten minutes, beginning elsewhere: KESTREL_CLIENT_SECONDS=600 KESTREL_CLIENT_SEED=2 with --gtest_filter='*AClient*'
 TEST(Bus, LetsAClientAskForAnyChildWhilePagesComeAndGo) {
     const auto given = [](const char* name, int otherwise) {
@@ -152,6 +184,7 @@ TEST(Bus, LetsAClientAskForAnyChildWhilePagesComeAndGo) {
             entries[static_cast<std::size_t>(number(0, static_cast<int>(entries.size()) - 1))].act(
                 QStringLiteral("Press"));
         const Node asked = known[static_cast<std::size_t>(number(0, static_cast<int>(known.size()) - 1))];
+        ask(asked, number);
         const int count = asked.property("Accessible", "ChildCount").toInt();
         const int beyond = number(0, 4) == 0 ? 1000 : number(0, 2);
         const auto child = asked.child(number(-1, count + beyond));

@@ -199,7 +199,8 @@ TEST(Identification, ANoisyLineNeverMakesAnotherMachineOfTheOneThatIsThere) {
         if (!quiet.contains(fitted)) quiet[fitted] = startOn(options, {});
         simulator::FaultPlan faults;
         std::uint64_t drawn = seed * 2654435761U;
-        for (const FaultKind kind : Kinds) faults.setRate(kind, Rates[(drawn /= 7) % Rates.size()]);
+        for (const FaultKind kind : Kinds)
+            faults.setRate(kind, Rates[static_cast<std::size_t>((drawn /= 7) % Rates.size())]);
         const Start noisy = startOn(options, faults);
         // On a line so bad that none of its probes succeeds there is nobody to be identified.
         if (noisy.ended.find("Serial device unavailable") != std::string::npos) continue;

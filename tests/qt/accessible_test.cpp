@@ -1,12 +1,10 @@
 // What a screen reader gets: every control has a name and a value, can be operated, and tells of changes.
 #include <QAccessible>
-#include <QElapsedTimer>
 #include <QLineEdit>
 #include <QScrollArea>
 #include <QTemporaryDir>
 #include <fstream>
 
-#include "accessible_client.h"
 #include "gallery/frm_controls.h"
 #include "language/language_files.h"
 #include "qt/window/words.h"
@@ -116,46 +114,6 @@ TEST_F(AccessibleBus, APageHasNoChildBeyondItsCount) {
     auto* page = QAccessible::queryAccessibleInterface(window.findChild<QScrollArea*>());
     ASSERT_GT(page->childCount(), 0);
     for (int beyond = 0; beyond < 50; ++beyond) EXPECT_EQ(page->child(page->childCount() + beyond), nullptr);
-}
-
-/// Asks for a few seconds. Ten minutes under sanitizers, beginning elsewhere:
-/// KESTREL_CLIENT_SECONDS=600 KESTREL_CLIENT_SEED=2 build/sanitize/tests/qt/kestrel_qt_tests --gtest_filter='*AClient*'
-TEST_F(AccessibleBus, AClientMayAskAnythingOfAnythingWhilePagesComeAndGo) {
-    constexpr int Languages = 5;
-    constexpr int QuestionsBetween = 60;
-    const auto given = [](const char* name, int otherwise) {
-        return qEnvironmentVariableIsSet(name) ? qEnvironmentVariableIntValue(name) : otherwise;
-    };
-    const int seconds = given("KESTREL_CLIENT_SECONDS", 3);
-    const auto seed = static_cast<unsigned>(given("KESTREL_CLIENT_SEED", 1));
-    SCOPED_TRACE(seed);
-    std::mt19937 random(seed);
-    const auto number = [&random](std::size_t end) {
-        return std::uniform_int_distribution<std::size_t>(0, end - 1)(random);
-    };
-    AccessibleClient client(*platform.view, seed);
-    const std::vector<MenuRow> pages = rows();
-    QElapsedTimer time;
-    for (time.start(); time.elapsed() < 1000 * seconds;) {
-        const std::vector<Page*> loaded = LoadedPages();
-        switch (number(4)) {
-            case 0:
-                MDIForm1().entry(pages[number(pages.size())].name).UserClick();
-                break;
-            case 1:
-                if (!loaded.empty()) loaded[number(loaded.size())]->UserClose();
-                break;
-            case 2:
-                choose(static_cast<int>(number(Languages)));
-                break;
-            default:
-                platform.view->resize(SmallestScreen / (number(3) == 0 ? 4 : 1));
-        }
-        for (int asked = 0; asked < QuestionsBetween; ++asked) client.askAnything();
-        platform.run(50);
-        settle();
-    }
-    EXPECT_GT(client.answered(), 1000);
 }
 
 }  // namespace

@@ -28,7 +28,11 @@ Terminal::Said Terminal::command(const std::string& line) {
                          },
                          [](const std::string&) { return true; },
                          [this] { return static_cast<double>(now()) / 1e6; },
-                         [] {}};
+                         [] {},
+                         [] {
+                             return std::vector<ctl::Device>{{"COM1", "", "usb-serial", true}};
+                         },
+                         [](const std::string&) {}};
     context_ = &context;
     Said said;
     said.status = ctl::runCommand(context);

@@ -200,11 +200,12 @@ void VirtualPlatform::install(const std::filesystem::path& realDirectory) {
     static std::map<std::filesystem::path, std::map<std::string, std::string>> installations;  // read once
     const auto [place, isNew] = installations.try_emplace(realDirectory);
     if (isNew)
-        for (const auto& entry : std::filesystem::directory_iterator(realDirectory)) {
+        for (const auto& entry : std::filesystem::recursive_directory_iterator(realDirectory)) {
             const std::string ending = entry.path().extension().generic_string();
             if (ending != ".inx" && ending != ".lng") continue;
             std::ifstream in(entry.path(), std::ios::binary);
-            place->second[entry.path().filename().generic_string()].assign(std::istreambuf_iterator<char>(in), {});
+            const std::string name = entry.path().lexically_relative(realDirectory).generic_string();
+            place->second[name].assign(std::istreambuf_iterator<char>(in), {});
         }
     for (const auto& [name, content] : place->second) put(name, content);
 }

@@ -179,7 +179,8 @@ TEST_F(MklangCommand, BadSourcesLeaveTheOldFilesAloneAndFilesThatCannotBeUsedAre
         {{path("old.tsv"), "--glossary", path("terms"), "--out", path("")},
          path("terms") + ":3: no text has the term new\n"},
         {{"--print", path("")}, path("") + ": cannot be read\n"},
-        {{path("old.tsv"), "--out", path("old.tsv")}, path("old.tsv") + "/Uno.lng: cannot be written\n"}};
+        {{path("old.tsv"), "--out", path("old.tsv")},
+         (directory / "old.tsv" / "Uno.lng").string() + ": cannot be written\n"}};
     for (const auto& [arguments, said] : rows) {
         EXPECT_EQ(run(arguments), 1) << said;
         EXPECT_EQ(err.str(), said);
