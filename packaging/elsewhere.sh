@@ -35,7 +35,7 @@ for_system() {
         -DCMAKE_INSTALL_PREFIX="$framework" >/dev/null
     cmake --build "$framework/build" --target install >/dev/null
     cmake -S . -B "$build/$name/kestrel" "${common[@]}" "$@" -DKESTREL_QT=OFF -DKESTREL_WARNINGS_ARE_ERRORS=ON \
-        '-DCMAKE_CXX_FLAGS_RELEASE=-O2 -DNDEBUG' -DCMAKE_FIND_ROOT_PATH="$framework" -DCMAKE_PREFIX_PATH="$framework" >/dev/null
+        -DCMAKE_FIND_ROOT_PATH="$framework" -DCMAKE_PREFIX_PATH="$framework" >/dev/null
     cmake --build "$build/$name/kestrel" --target kestrel_core_tests mkindex mklang
     # By itself and not by ctest, whose time is that of a machine which is not emulated.
     "${emulator[@]}" "$build/$name/kestrel/tests/kestrel_core_tests$suffix" --gtest_brief=1

@@ -15,10 +15,10 @@ fail() {
     exit 1
 }
 
-# names_in SUITE PACKAGE...: Ubuntu 22.04 has the toolkit's modules under other names.
+# names_in SUITE PACKAGE...: Ubuntu 22.04 has the toolkit's modules under other names, and one without what it stands on.
 names_in() {
     local other='s/$//'
-    [ "$1" != jammy ] || other='s/^qt6-(serialport|svg)-dev$/libqt6\16-dev/'
+    [ "$1" != jammy ] || other='s/^qt6-(serialport|svg)-dev$/libqt6\16-dev/; s/^qt6-base-dev$/& libgl-dev/'
     printf '%s\n' "${@:2}" | sed -E "$other"
 }
 

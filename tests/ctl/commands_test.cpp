@@ -223,7 +223,7 @@ TEST_F(Commands, FindWhyAMachineCannotBeReached) {
         EXPECT_EQ(said.status, *row.faults ? ctl::status::Differs : ctl::status::Well) << row.faults;
     }
     plugIn(World::still());
-    terminal.files.erase((terminal.directory / "W0292AP07.inx").string());
+    terminal.files.erase((terminal.directory / "W0292AP07.inx").generic_string());
     EXPECT_NE(run("doctor").results.find("W0292AP07.inx"), std::string::npos);
     const Terminal::Said said = run("identify --json");
     EXPECT_EQ(field(said.lines().at(1), "index_file_there"), "false") << said.results;
