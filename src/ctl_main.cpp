@@ -10,6 +10,7 @@
 #include "ctl/session.h"
 #include "ctl/words.h"
 #include "demo/demo_port.h"
+#include "language/window_texts.h"
 #include "platform/errors.h"
 #include "posix/posix_platform.h"
 #include "posix/serial_devices.h"
@@ -21,7 +22,6 @@ namespace {
 using namespace kestrel;
 
 constexpr const char* Name = "kestrelctl";
-constexpr const char* DemoDevice = "simulated machine";
 
 std::unique_ptr<SerialControl> switchOn(const ctl::Options& options) {
     simulator::MachineOptions machine;
@@ -75,6 +75,7 @@ int run(const ctl::Options& options) {
         confirm,
         [start] { return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count(); },
         [&] {
+            if (options.demo) machine->useDevice(SimulatedDeviceText());
             if (!options.demo && options.device.empty()) machine->useDevice(onlyDevice());
         },
         devices,
@@ -82,7 +83,7 @@ int run(const ctl::Options& options) {
     posix::PosixPlatform::Setup setup;
     setup.directory = options.directory;
     setup.program = Name;
-    setup.device = options.demo ? DemoDevice : options.device;
+    setup.device = options.device;
     if (options.demo) setup.simulated = [&options] { return switchOn(options); };
     setup.onMessage = [&context](const Message& message) { return answerMessage(context, message); };
     posix::PosixPlatform platform(std::move(setup));

@@ -67,7 +67,7 @@ play() {
 plant() {
     local program file change what test here=$work/plant$1 changed
     IFS=$'\t' read -r program file change what <<<"${faults[$1]}"
-    test=${program#window} program=${program%% *}
+    read -r program test <<<"$program"
     mkdir -p "$here/$(dirname "$file")"
     sed "$change" "$file" >"$here/$file"
     changed=$(diff "$file" "$here/$file" | grep -c '^>' || true)
@@ -75,7 +75,7 @@ plant() {
         echo "planted_faults.sh: \"$what\" changes $changed lines of $file, or does not build" >&2
         return 1
     fi
-    (cd "$here" && play "$program" "$file" "${test# }" >found)
+    (cd "$here" && play "$program" "$file" "$test" >found)
     rm -f "$here/planted"
 }
 

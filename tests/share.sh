@@ -4,7 +4,7 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
-most=35.3  # per cent; the aim is 33
+most=35.1  # per cent; the aim is 33
 
 mapfile -t files < <(git ls-files -- {src,tools,bench,tests}/'*'.{cpp,h,sh,py})
 awk -v most="$most" '

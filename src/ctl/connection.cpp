@@ -112,6 +112,13 @@ void Connection::begin() {
     }
 }
 
+std::string Connection::lack() const {
+    if (!missing_.empty()) return say(Word::BoardIsSilent);
+    for (const BoardOnTheLine& board : boards_)
+        if (!board.fileTrouble.empty()) return say(Word::IndexFileMissing, {board.fileTrouble});
+    return {};
+}
+
 bool Connection::wantsToStartAnew() {
     work_->otherBoardsCame();
     return false;

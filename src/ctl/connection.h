@@ -41,7 +41,9 @@ class Connection : private LinkAttendant {
     void begin();
     /// Boards that the master reports and that do not answer.
     const std::vector<Board>& missing() const { return missing_; }
-    bool lacksBoards() const { return !missing_.empty(); }
+    /// Why something of the machine cannot be had: a board that is there and does not answer, or has no index file.
+    /// Empty where all can.
+    std::string lack() const;
     /// What is done on the line, from begin() on.
     LineWork& work() { return *work_; }
 

@@ -290,7 +290,7 @@ Ending LineWork::follow(const std::vector<Place>& places, int seconds,
     open(places);
     from_ = seconds_;
     Ending how = Ending::Whole;
-    while (how == Ending::Whole && (seconds == 0 || seconds_ - from_ < seconds)) {
+    while (how == Ending::Whole && !context_.out.isLost() && (seconds == 0 || seconds_ - from_ < seconds)) {
         how = step();
         for (const auto& [place, isClean] : std::exchange(stored_, {})) {
             if (!open_.contains(place)) continue;

@@ -42,8 +42,8 @@ class LineWork : private LinkObserver {
     /// Writes in the order of the scan, and waits for each to be acknowledged, or to be read again where it was not:
     /// `confirmed` is what the boards then said. What stands on them in the end is for read() to find.
     Ending write(const std::vector<std::pair<Place, std::uint32_t>>& values, Values& confirmed);
-    /// Keeps reading one place after the other until the end is wanted or the time is over; calls `seen` for each
-    /// value.
+    /// Keeps reading one place after the other until the end is wanted, the time is over or nobody reads what is told;
+    /// calls `seen` for each value.
     Ending follow(const std::vector<Place>& places, int seconds,
                   const std::function<void(const Place&, std::uint32_t)>& seen);
 

@@ -56,7 +56,7 @@ void Output::result(const std::string& text, const Fields& fields) {
 
 void Output::heading(const std::string& text) {
     progress("");
-    if (!json_) results_ << text << '\n';
+    if (!json_) results_ << text << std::endl;
 }
 
 void Output::document(const std::string& text) {

@@ -31,6 +31,8 @@ class Output {
     /// A whole text that is its own format.
     void document(const std::string& text);
     void remark(const std::string& text);
+    /// Whether results have been lost: nobody reads them any more, or there is no room.
+    bool isLost() const { return results_.fail(); }
     /// Replaces the last line of progress; an empty text takes it away.
     void progress(const std::string& text);
 

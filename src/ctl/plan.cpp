@@ -96,6 +96,8 @@ class Planner {
         if (item.row->kind == Kind::Own && !options_.own) return say(Word::IsOwn);
         if (item.row->kind != Kind::Own && item.row->kind != Kind::Setting) return say(Word::IsNoSetting);
         if (!entry.raw) return say(Word::NotInTheFile);
+        if (const std::string& trouble = connection_.board(item.board()).fileTrouble; !trouble.empty())
+            return say(Word::IndexFileMissing, {trouble});
         if (!isReady(item.board())) return say(Word::BoardIsNotThere);
         if (!has(item.place()) || (item.hasCopy() && !has(item.copy()))) return say(Word::CouldNotBeRead);
         if (item.setting() == master::MoneyDecimalsSetting && (becomes(master::PaymentOptions) & FixesDecimals) != 0)

@@ -81,9 +81,9 @@ int read(Context& context) {
             context.out.remark(name + ": " + say(Word::CopyDiffers, {std::to_string(*each.raw), has}));
         }
     }
-    file.isComplete = unread == 0 && !connection.lacksBoards();
+    file.isComplete = unread == 0 && connection.lack().empty();
     platform().writeFile(context.options.arguments.front(), print(file));
-    if (connection.lacksBoards()) context.out.remark(say(Word::BoardIsSilent));
+    if (const std::string lack = connection.lack(); !lack.empty()) context.out.remark(lack);
     const auto count = [](std::size_t number) { return static_cast<std::int64_t>(number); };
     context.out.result(say(file.isComplete ? Word::ReadWhole : Word::ReadInPart,
                            {std::to_string(file.entries.size() - unread), std::to_string(file.entries.size()),

@@ -231,7 +231,9 @@ int report(Context& context) {
     if (!isWhole)
         context.out.remark(
             say(Word::LeftOut, {std::to_string(places.size() - values.size()), say(Word::CouldNotBeRead)}));
-    return isWhole && !connection.lacksBoards() ? status::Well : status::Differs;
+    const std::string lack = connection.lack();
+    if (!lack.empty()) context.out.remark(lack);
+    return isWhole && lack.empty() ? status::Well : status::Differs;
 }
 
 }  // namespace kestrel::ctl

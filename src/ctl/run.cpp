@@ -51,7 +51,9 @@ int runCommand(Context& context) {
     if (context.options.json) context.out.useJson();
     try {
         loadLanguage(context.options);
-        return commands.at(context.options.command)(context);
+        const int status = commands.at(context.options.command)(context);
+        if (!context.out.isLost()) return status;
+        throw RunTimeError(error_number::FileAccess, say(Word::OutputLost));
     } catch (const RunTimeError& error) {
         context.out.remark(std::string("kestrelctl: ") + error.what());
         return status::Trouble;

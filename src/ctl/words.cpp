@@ -86,6 +86,7 @@ constexpr std::array English = {
     "put the file of this release beside the program, or name its directory with --directory",
     "a board answers on %1",
     "all is well",
+    "what was to be printed could not be written",
     "prices",
     "recipes",
     "times",

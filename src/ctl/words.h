@@ -75,6 +75,7 @@ enum class Word {
     DoctorFile,
     DoctorAnswers,
     DoctorWell,
+    OutputLost,
     GroupPrices,
     GroupRecipes,
     GroupTimes,

@@ -12,5 +12,7 @@ inline constexpr int WindowSectionLine = 616;
 
 /// The text of a line of the section in the active language, or `english`.
 std::string WindowText(int line, const char* english);
+/// What stands for the name of a device where the machine is a simulated one.
+std::string SimulatedDeviceText();
 
 }  // namespace kestrel

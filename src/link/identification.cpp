@@ -7,6 +7,7 @@
 
 #include "link/index_files.h"
 #include "link/line_rest.h"
+#include "link/line_session.h"
 #include "link/link_engine.h"
 #include "link/observer.h"
 #include "link/param_table.h"
@@ -20,6 +21,7 @@ struct IdentityState {
     int powerBoardRevision = 0;
 };
 template class Module<IdentityState>;
+template class Module<BoardsOnTheLine>;
 
 namespace {
 

@@ -28,7 +28,6 @@ constexpr int BoardSilentLine = 714;
 constexpr int InterruptedLine = 715;
 constexpr int HeldLine = 716;
 constexpr int OtherMachineLine = 717;
-constexpr int SimulatedLine = 719;
 constexpr const char* Between = "  ·  ";
 
 constexpr std::array<Setting, Banks> Revisions = {master::FirmwareRevision, hot_drink::FirmwareRevision,
@@ -54,8 +53,7 @@ std::string revisionOf(int bank) {
 }
 
 std::string whoIsThere() {
-    std::string text =
-        Link().Device == SimulatedDevice ? WindowText(SimulatedLine, "demo: simulated machine") : Link().Device;
+    std::string text = Link().Device == SimulatedDevice ? SimulatedDeviceText() : Link().Device;
     for (int bank = 0; bank < Banks; ++bank)
         text += Between + (BoardPresent(bank) ? nameOf(bank) + " " + revisionOf(bank)
                                               : with(WindowText(NoBoardLine, "no %1"), nameOf(bank)));

@@ -3,9 +3,6 @@
 
 namespace kestrel {
 
-// Here, where no module's struct is known: each is made and taken down in the module's own file.
-BoardsOnTheLine::BoardsOnTheLine() = default;
-BoardsOnTheLine::~BoardsOnTheLine() = default;
 Session::Session() = default;
 Session::~Session() = default;
 

@@ -29,7 +29,6 @@ struct ModelState {
     std::vector<std::string> names;
 };
 template class Module<ModelState>;
-template class Module<BoardsOnTheLine>;
 
 namespace {
 

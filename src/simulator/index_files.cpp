@@ -5,7 +5,6 @@
 #include <cctype>
 #include <cstdio>
 #include <fstream>
-#include <iterator>
 #include <stdexcept>
 #include <string>
 #include <system_error>
@@ -22,11 +21,13 @@ constexpr int widestValue = 4;
 }
 
 Bytes readWhole(const std::filesystem::path& file) {
-    std::error_code ignored;
+    std::error_code trouble;
     std::ifstream in(file, std::ios::binary);
-    if (!in || std::filesystem::is_directory(file, ignored)) refuse(file, "cannot be opened");
-    Bytes bytes{std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
-    if (in.bad()) refuse(file, "cannot be read");
+    const auto size = std::filesystem::file_size(file, trouble);
+    if (!in || trouble) refuse(file, "cannot be opened");
+    Bytes bytes(size);
+    if (!in.read(reinterpret_cast<char*>(bytes.data()), static_cast<std::streamsize>(size)))
+        refuse(file, "cannot be read");
     return bytes;
 }
 

@@ -2,7 +2,10 @@
 // what the other commands find. A wrong line in a file must never reach a machine.
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "ctl/settings_file.h"
+#include "ctl/words.h"
 #include "support/terminal.h"
 #include "support/world.h"
 
@@ -175,6 +178,27 @@ TEST_F(Commands, SayWhatCouldNotBeReadAndNeverInventIt) {
     EXPECT_EQ(field(said.results, "unread"), "4");
 }
 
+/// The words that are built in are the English ones of the file, and every language has all of them.
+TEST_F(Commands, SpeakEveryLanguage) {
+    const auto allWords = [] {
+        std::vector<std::string> all;
+        for (int i = 1; i <= static_cast<int>(ctl::Word::GroupAlarms); ++i)
+            all.push_back(ctl::say(static_cast<ctl::Word>(i)));
+        return all;
+    };
+    const std::vector<std::string> builtIn = allWords();
+    ctl::loadWords("English");
+    EXPECT_EQ(allWords(), builtIn);
+    for (const char* language : {"Italiano", "Deutsch", "Francais", "Espanol"}) {
+        ctl::loadWords(language);
+        const std::vector<std::string> words = allWords();
+        const auto places = [](const std::string& text) { return std::ranges::count(text, '%'); };
+        for (std::size_t i = 0; i < words.size(); ++i)
+            EXPECT_EQ(places(words[i]), places(builtIn[i])) << language << ": " << words[i];
+        EXPECT_NE(words, builtIn) << language;
+    }
+}
+
 TEST_F(Commands, SetTheClockOnlyWhereItIsAskedForAndToThisComputersTime) {
     readFile("--group clock");
     EXPECT_EQ(run("write a.txt --yes").status, 0);
@@ -204,6 +228,12 @@ TEST_F(Commands, FindWhyAMachineCannotBeReached) {
     const Terminal::Said said = run("identify --json");
     EXPECT_EQ(field(said.lines().at(1), "index_file_there"), "false") << said.results;
     EXPECT_EQ(said.status, ctl::status::Differs);
+    for (const char* command : {"read a.txt --group temperatures", "report"}) {
+        const Terminal::Said part = run(command);
+        EXPECT_EQ(part.status, ctl::status::Differs) << command;
+        EXPECT_NE(part.remarks.find("index file missing"), std::string::npos) << command << part.remarks;
+    }
+    EXPECT_NE(terminal.files["a.txt"].find("complete\tno"), std::string::npos);
     EXPECT_EQ(run("ports").results, "COM1 (usb-serial): can be opened\n");
     terminal.openFailures[1] = {8005, "COM1: in use"};
     EXPECT_EQ(run("ports").results, "COM1 (usb-serial): in use\n");

@@ -83,6 +83,14 @@ TEST_F(TerminalLine, StopsAWriteAtAPulledPlugAndSaysWhatItKnows) {
     EXPECT_EQ(run("other", {QStringLiteral("write"), QStringLiteral("--yes"), file}), 0) << said.toStdString();
 }
 
+TEST_F(TerminalLine, EndsWhenNobodyReadsWhatItTells) {
+    QProcess shell;
+    shell.start(QStringLiteral("sh"), {QStringLiteral("-c"), program + QStringLiteral(" watch 'price[1]' --port ") +
+                                                                 path("one") + QStringLiteral(" >/dev/full")});
+    EXPECT_TRUE(shell.waitForFinished(Longest));
+    EXPECT_EQ(shell.exitCode(), 2);
+}
+
 TEST_F(TerminalLine, RefusesAPortThatIsNotThereOrTakenAndEndsAtASignalWithWhatItHas) {
     EXPECT_EQ(run("none", {QStringLiteral("read"), path("x")}), 2);
     EXPECT_TRUE(said.contains("not there")) << said.toStdString();

@@ -146,8 +146,6 @@ std::string LinkBench::endOfLoad() {
 
 MenuItem& LinkBench::portEntry(int port) { return MDIForm1().mnuCox(port); }
 
-int LinkBench::lamp(int panel) { return MDIForm1().StatusBar1.Panels(panel).Picture; }
-
 std::string LinkBench::notice() { return MDIForm1().StatusBar1.Panels(1).Text; }
 
 void LinkBench::unplug() {

@@ -61,7 +61,6 @@ class LinkBench {
     std::string endOfLoad();
     void run(double milliseconds) { platform.run(milliseconds); }
     static MenuItem& portEntry(int port);
-    static int lamp(int panel);
     static std::string notice();
     /// The device is pulled out, or put back.
     void unplug();

@@ -102,37 +102,6 @@ TEST(Link, TheNoticeGoesWhenThePortIsBackThoughNothingIsAskedForAnyMore) {
     }
 }
 
-TEST(Link, LampsTellOfFramesRepliesAndTrouble) {
-    struct Row {
-        const char* replies;
-        const char* changes;  ///< milliseconds, and what then stands in the panels of sending, reception and trouble
-    };
-    // The frame leaves at 40, replies take 5 ms, and lamps stay on for 500 ms.
-    for (const Row& row :
-         {Row{"g", "40 423, 45 453, 540 153, 545 123"}, Row{"bg", "40 423, 45 456, 50 453, 545 153, 550 123"},
-          Row{"bs", "40 423, 45 456, 545 423, 545 123, 1045 126, 1080 426, 1580 126"},
-          Row{"s", "40 423, 540 123, 1040 126, 1040 426, 1540 126"}}) {
-        LinkBench bench;
-        bench.start();
-        bench.run(640);  // the lamps of the identification are out by then; ticks stand at multiples of 40
-        const Micros start = bench.platform.now();
-        std::string changes;
-        std::string shown = "123";
-        bench.platform.afterEvent = [&] {
-            std::string now;
-            for (const int panel : {2, 3, 4}) now += std::to_string(LinkBench::lamp(panel));
-            if (now == shown) return;
-            shown = now;
-            changes +=
-                (changes.empty() ? "" : ", ") + std::to_string((bench.platform.now() - start) / 1000) + " " + now;
-        };
-        bench.replies["0.1?"] = row.replies;
-        Watch(0, 1);
-        bench.run(1600);
-        EXPECT_EQ(changes, row.changes) << row.replies;
-    }
-}
-
 TEST(Mirror, NothingOutsideTheTableIsTouched) {
     const Session session;
     SetBoardPresent(0, true);

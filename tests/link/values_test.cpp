@@ -40,37 +40,6 @@ TEST(DayNumber, ADayThatItsMonthDoesNotHaveRunsOnAndAMonthOutsideTheYearIsAnErro
     EXPECT_THROW(DayNumber(1, 13, 2024), RunTimeError);
 }
 
-TEST(Values, KeepABarInItsLimitsAndTheLabelShowsWhatTheBoardSaid) {
-    testing::VirtualPlatform platform;
-    const Session session;
-    platform.separator = ",";
-    struct Row {
-        std::int64_t value;
-        int bar;
-        const char *plain, *tenths, *hundredths;
-    };
-    for (const Row& row :
-         {Row{300, 255, "300", "30,0", "3,00"}, Row{5, 10, "5", "0,5", "0,05"}, Row{-7, 10, "-7", "-0,7", "-0,07"},
-          Row{255, 255, "255", "25,5", "2,55"}, Row{4294967295, 255, "4294967295", "429496729,5", "42949672,95"}}) {
-        Label label;
-        ScrollBar bar;
-        bar.design(10, 255, 10);
-        const auto expect = [&](const char* text) {
-            EXPECT_EQ(bar.Value, row.bar) << text;
-            EXPECT_EQ(label.Caption.get(), text);
-            bar.Value = 100;
-        };
-        SetBar(label, bar, row.value);
-        expect(row.plain);
-        SetBarTenths(label, bar, row.value);
-        expect(row.tenths);
-        SetBarDecimals(label, bar, row.value, 2);
-        expect(row.hundredths);
-        SetBarDecimals(label, bar, row.value, 4);
-        expect("");
-    }
-}
-
 TEST(Values, AreFormattedWithZeroToThreeDecimals) {
     testing::VirtualPlatform platform;
     struct Row {

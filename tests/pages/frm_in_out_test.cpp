@@ -153,6 +153,7 @@ TEST_F(InOut, OneSectorOutputAtATimeGoesAsGroupAndBitAndTheCompressorKeepsIt) {
         EXPECT_EQ(lit(page.SwitchLed3), step.on);
         EXPECT_EQ(page.SwitchLed4.Active, step.group >= 0x80);
     }
+    EXPECT_EQ(page.SwitchLed4.accessibleName(), page.Label2.Caption.get());
 }
 
 TEST_F(InOut, ThePairOfSectorEchoesShowsTheLowestOutputAndIsTakenWithItsSecondHalf) {

@@ -98,11 +98,9 @@ bool alike(Switches& switches) {
     return std::ranges::all_of(switches, [&](auto& each) { return each.Enabled == switches[0].Enabled; });
 }
 
-class FaultyTestMode : public ::testing::TestWithParam<std::tuple<const char*, int>> {};
+class FaultyTestMode : public ::testing::TestWithParam<const char*> {};
 
 TEST_P(FaultyTestMode, NothingIsDrivenThatTheLastClickDidNotAskForAndNoBoardIsLockedByHalves) {
-    const auto& [faults, seed] = GetParam();
-    SCOPED_TRACE(std::string(faults) + " seed " + std::to_string(seed));
     StartedWorld world;
     FrmInOut& page = startTest(world);
     Outputs outputs(world);
@@ -113,8 +111,8 @@ TEST_P(FaultyTestMode, NothingIsDrivenThatTheLastClickDidNotAskForAndNoBoardIsLo
         whole = whole && alike(page.SwitchLed1) && alike(page.SwitchLed3) &&
                 page.SwitchLed4.Enabled == page.SwitchLed3[0].Enabled;
     };
-    world.machine.setFaults(simulator::parseFaults(faults));
-    std::mt19937 chance(static_cast<unsigned>(seed));
+    world.machine.setFaults(simulator::parseFaults(GetParam()));
+    std::mt19937 chance(1);
     const auto upTo = [&](int count) { return static_cast<int>(chance() % static_cast<unsigned>(count)); };
     for (int step = 0; step < 80 && fine && whole; ++step) {
         const int what = upTo(8);
@@ -146,10 +144,9 @@ TEST_P(FaultyTestMode, NothingIsDrivenThatTheLastClickDidNotAskForAndNoBoardIsLo
 
 /// Replies later than the link waits are left out: they carry no address, so that no page can tell whose they are.
 INSTANTIATE_TEST_SUITE_P(All, FaultyTestMode,
-                         ::testing::Combine(::testing::Values("silent=0.2", "drop=0.1,extra=0.05", "flip=0.2",
-                                                              "ack=0.2", "slow=0.2", "noise=0.3", "lost=0.02",
-                                                              "port=0.02", "reset=0.003", "silent=0.1,slow=0.3"),
-                                            ::testing::Range(1, 3)));
+                         ::testing::Values("silent=0.2", "drop=0.1,extra=0.05", "flip=0.2", "ack=0.2", "slow=0.2",
+                                           "noise=0.3", "lost=0.02", "port=0.02", "reset=0.003",
+                                           "silent=0.1,slow=0.3"));
 
 }  // namespace
 }  // namespace kestrel::testing

@@ -18,8 +18,9 @@ namespace {
 using Record = Ledger::Record;
 
 constexpr Micros Second = 1'000'000;
-constexpr Micros Grace = Second / 5;            ///< for what waits for the end of an exchange
-constexpr Micros GraceOfTeller = Second;        ///< for a box
+constexpr Micros Grace = Second / 5;  ///< for what waits for the end of an exchange
+constexpr Micros LongestSettling = ScrollBar::SettleMs * Second / 1000 + Grace;  ///< of a gesture
+constexpr Micros GraceOfTeller = Second;                                         ///< for a box
 constexpr Micros LongestCounted = Second / 20;  ///< between two events; beyond it the program stood still
 constexpr Micros InOutGivesUp = 5 * Second + Grace;
 constexpr std::size_t FramesUnderWay = 8;  ///< while boards are slow to hear
@@ -118,8 +119,10 @@ void Ledger::written(Record record, std::uint32_t value) {
 /// Of a setting that the board keeps twice the page is told the first; the copy is written right after it.
 void Ledger::wantedByUser(Wish& wish) {
     require(wish.page, "only what somebody chose is written", nameOf(wish));
-    // A key may set what the finger was on, such as the clock by the computer's.
-    const bool byAnother = lastAct_.first != wish.control && lastAct_.second == platform_.now();
+    // A key may set what the finger was on, such as the clock by the computer's, and so may a time of day as it
+    // settles.
+    const bool byAnother = (lastAct_.first != wish.control && lastAct_.second == platform_.now()) ||
+                           (lastWholeTime_ && platform_.now() - *lastWholeTime_ <= LongestSettling);
     require(byAnother || !held_.contains(wish.control), "what is under the finger, or dropped, is not written",
             nameOf(wish));
     wish.opening = openings_[wish.page].number;

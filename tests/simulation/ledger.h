@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "link/page.h"
+#include "platform/basic_controls.h"
 #include "platform/platform.h"
 #include "simulation/counts.h"
 #include "simulation/fault_line.h"
@@ -41,6 +42,8 @@ class Ledger {
     void letsGo(const Control& control) {
         held_.erase(&control);
         lastAct_ = {&control, platform_.now()};
+        const auto* bar = dynamic_cast<const ScrollBar*>(&control);
+        if (bar && bar->isTypedAlone) lastWholeTime_ = platform_.now();
     }
     void boxOpens();
     void answered(const Message& message, Message::Answer answer);
@@ -112,6 +115,7 @@ class Ledger {
     const Page* told_ = nullptr;                 ///< of a value at this moment
     std::pair<const Control*, Micros> readBy_;   ///< the act that has just written what its page has read
     std::pair<const Control*, Micros> lastAct_;  ///< in earnest
+    std::optional<Micros> lastWholeTime_;        ///< the same, on a time of day that other bars show too
     std::map<const Control*, long> held_;        ///< and the boxes shown before
     std::map<std::pair<const Page*, int>, std::shared_ptr<Order>> orders_;  ///< the newest of a page to a board
     std::vector<Wish> wishes_;

@@ -14,16 +14,6 @@ constexpr std::size_t ParameterSize = 9;
 constexpr std::size_t RefreshOffset = 3;
 constexpr std::size_t HighestPreloadOffset = 8;
 
-/// The files of the installation, read once.
-const std::map<std::string, std::string>& installation() {
-    static const std::map<std::string, std::string> files = [] {
-        VirtualPlatform reader;
-        reader.install(KESTREL_INSTALLATION);
-        return reader.files;
-    }();
-    return files;
-}
-
 /// Titles of boxes that end a run or tell of trouble; questions have the page's own.
 bool isKnown(const Message& message) {
     static const std::set<std::string> titles = {"ERROR", "Serial", "Wrong file", "Kestrel", "Error"};
@@ -34,7 +24,7 @@ bool isKnown(const Message& message) {
 }  // namespace
 
 Stage::Stage(const Plan& plan) : answers_(chanceOf(plan.seed, Chance::Answer)) {
-    files = installation();
+    install(KESTREL_INSTALLATION);
     setPlatform(this);
     put("kestrel.ini", "Com=1\r\nLingua=Italiano\r\n");
     if (plan.strange) changeIndexFiles(plan.seed);

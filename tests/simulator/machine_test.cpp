@@ -44,33 +44,6 @@ TEST_F(MachineTest, AnswersKnownFramesByteForByte) {
     for (const auto& c : cases) EXPECT_EQ(hexOf(bench.exchange(c.request)), hexOf(c.reply)) << c.what;
 }
 
-// Half a frame, a frame cut in two, noise: after 50 ms of silence a board listens afresh, and not before.
-TEST_F(MachineTest, TellsFramesApartBySilence) {
-    const Bytes good = readFrame(Sector, 7);
-    struct Case {
-        std::string what;
-        Bytes before;
-        Micros gap;
-        Bytes after;
-        bool answered;
-    };
-    std::vector<Case> cases{
-        {"half a frame, long pause", {0x01, 0x34}, 51 * millisecond, good, true},
-        {"half a frame, short pause", {0x01, 0x34}, 20 * millisecond, good, false},
-        {"noise, long pause", {0xFF, 0x77, 0x4F}, 51 * millisecond, good, true},
-        {"noise, short pause", {0xFF, 0x77, 0x4F}, 20 * millisecond, good, false},
-        {"a bad sum, short pause", {0x00, 0x34, 0x12, 0x00, 0x00}, 20 * millisecond, good, false},
-        {"a whole frame, no pause", good, 0, good, true},
-    };
-    for (auto cut = good.begin() + 1; cut != good.end(); ++cut)
-        cases.push_back({"cut", Bytes(good.begin(), cut), 45 * millisecond, Bytes(cut, good.end()), true});
-    for (const Case& c : cases) {
-        Bench bench(options);
-        bench.exchange(c.before, static_cast<Micros>(c.before.size()) * byteTime + c.gap);
-        EXPECT_EQ(!bench.exchange(c.after, 40 * millisecond).empty(), c.answered) << c.what;
-    }
-}
-
 TEST_F(MachineTest, IdentityFollowsFromTheLastFileOfTheBoard) {
     for (const char* other : {"W0256AP02.inx", "W0256AO99.inx", "W0299AP09.inx"}) writeParameters(other, {});
     Bench(options).play("i0.17?3 i0.11?15 i0.12?18 i0.13?0 i0.14?1 i0.18?27 i2.11?1 i2.13?245 i1.17?7");

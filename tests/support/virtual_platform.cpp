@@ -197,12 +197,17 @@ void VirtualPlatform::runUntil(Micros until) {
 }
 
 void VirtualPlatform::install(const std::filesystem::path& realDirectory) {
-    for (const auto& entry : std::filesystem::directory_iterator(realDirectory)) {
-        const std::string ending = entry.path().extension().generic_string();
-        if (ending != ".inx" && ending != ".lng") continue;
-        std::ifstream in(entry.path(), std::ios::binary);
-        put(entry.path().filename().generic_string(), std::string(std::istreambuf_iterator<char>(in), {}));
-    }
+    static std::map<std::filesystem::path, std::map<std::string, std::string>> installations;  // read once
+    const auto [place, isNew] = installations.try_emplace(realDirectory);
+    if (isNew)
+        for (const auto& entry : std::filesystem::recursive_directory_iterator(realDirectory)) {
+            const std::string ending = entry.path().extension().generic_string();
+            if (ending != ".inx" && ending != ".lng") continue;
+            std::ifstream in(entry.path(), std::ios::binary);
+            const std::string name = entry.path().lexically_relative(realDirectory).generic_string();
+            place->second[name].assign(std::istreambuf_iterator<char>(in), {});
+        }
+    for (const auto& [name, content] : place->second) put(name, content);
 }
 
 std::unique_ptr<TimerBackend> VirtualPlatform::makeTimer(std::function<void()> onExpiry) {

@@ -16,9 +16,10 @@ using Watches = std::map<std::pair<int, int>, int>;
 
 /// Every record that has subscribers, with their number.
 inline Watches watches() {
+    constexpr int Used = 1500;  // more than any page names
     Watches found;
     for (int bank = 0; bank < Banks; ++bank)
-        for (int index = 1; index < ParamRecords; ++index)
+        for (int index = 1; index < Used; ++index)
             if (const int count = ParamTable(bank, index).Watchers; count > 0) found[{bank, index}] = count;
     return found;
 }
