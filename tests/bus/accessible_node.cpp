@@ -52,6 +52,10 @@ bool Node::is(State state) const {
     return word < words.size() && (words[word] >> (state % 32) & 1U) != 0;
 }
 
+bool Node::has(const char* interface) const {
+    return call("Accessible", "GetInterfaces").value(0).toStringList().contains(interfaceName(interface));
+}
+
 void Node::setValue(double value) const {
     send(*this, QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Set"),
          {interfaceName("Value"), QStringLiteral("CurrentValue"), QVariant::fromValue(QDBusVariant(value))});

@@ -24,6 +24,8 @@ struct Node {
     QString description() const { return property("Accessible", "Description").toString(); }
     QString role() const;
     bool is(State state) const;
+    /// It says that it can be asked by the methods of this interface.
+    bool has(const char* interface) const;
     double value() const { return property("Value", "CurrentValue").toDouble(); }
     double highest() const { return property("Value", "MaximumValue").toDouble(); }
     void setValue(double value) const;

@@ -21,7 +21,7 @@ class BusSession {
     const QDBusConnection& bus() const { return bus_; }
     /// The program's name on the accessibility bus; waits until it is there.
     QString programOnBus();
-    bool isRunning() const { return program_.state() == QProcess::Running; }
+    bool isRunning() { return program_.state() == QProcess::Running && !program_.waitForFinished(0); }
     /// What the program has said on standard error so far.
     QString complaints();
 
