@@ -121,8 +121,8 @@ void Ledger::wantedByUser(Wish& wish) {
     require(wish.page, "only what somebody chose is written", nameOf(wish));
     // A key may set what the finger was on, such as the clock by the computer's, and so may a time of day as it
     // settles.
-    const bool byAnother = (lastAct_.first != wish.control && lastAct_.second == platform_.now()) ||
-                           (lastWholeTime_ && platform_.now() - *lastWholeTime_ <= LongestSettling);
+    const Micros since = platform_.now() - lastAct_.second;
+    const bool byAnother = lastAct_.first != wish.control && since <= (isHandedOn_ ? LongestSettling : 0);
     require(byAnother || !held_.contains(wish.control), "what is under the finger, or dropped, is not written",
             nameOf(wish));
     wish.opening = openings_[wish.page].number;

@@ -43,7 +43,7 @@ class Ledger {
         held_.erase(&control);
         lastAct_ = {&control, platform_.now()};
         const auto* bar = dynamic_cast<const ScrollBar*>(&control);
-        if (bar && bar->isTypedAlone) lastWholeTime_ = platform_.now();
+        isHandedOn_ = bar && bar->isTypedAlone;
     }
     void boxOpens();
     void answered(const Message& message, Message::Answer answer);
@@ -115,7 +115,7 @@ class Ledger {
     const Page* told_ = nullptr;                 ///< of a value at this moment
     std::pair<const Control*, Micros> readBy_;   ///< the act that has just written what its page has read
     std::pair<const Control*, Micros> lastAct_;  ///< in earnest
-    std::optional<Micros> lastWholeTime_;        ///< the same, on a time of day that other bars show too
+    bool isHandedOn_ = false;                    ///< to other bars, as it settles
     std::map<const Control*, long> held_;        ///< and the boxes shown before
     std::map<std::pair<const Page*, int>, std::shared_ptr<Order>> orders_;  ///< the newest of a page to a board
     std::vector<Wish> wishes_;
