@@ -13,7 +13,7 @@ namespace kestrel::ctl {
 
 namespace {
 
-constexpr Place Decimals{master::MoneyDecimals.board, master::MoneyDecimals.number};
+constexpr Place Decimals = PlaceOf(master::MoneyDecimals);
 
 /// One side of the comparison.
 struct Side {

@@ -98,8 +98,8 @@ void Connection::begin() {
         Values presence;
         for (const auto& [which, word] : Slaves) {
             if (board(which).isThere) continue;
-            work_->read({{word.board, word.number}}, presence);
-            const auto found = presence.find({word.board, word.number});
+            work_->read({PlaceOf(word)}, presence);
+            const auto found = presence.find(PlaceOf(word));
             if (found != presence.end() && SaysPresent(found->second)) missing_.push_back(which);
         }
         if (missing_.empty() || asked == AsksAllowed) return;

@@ -115,7 +115,7 @@ class Examination {
         work.neverRests();
         std::vector<Place> places;
         places.reserve(static_cast<std::size_t>(master::Price.size()));
-        for (int i = 0; i < master::Price.size(); ++i) places.push_back({Board::Master, master::Price[i].number});
+        for (int i = 0; i < master::Price.size(); ++i) places.push_back(PlaceOf(master::Price[i]));
         work.follow(places, TrialSeconds, [](const Place&, std::uint32_t) {});
         if (counter.good < counter.frames - 1)
             find("spoiled", say(Word::DoctorSpoiled,

@@ -15,7 +15,7 @@ namespace kestrel::ctl {
 
 namespace {
 
-constexpr Place Decimals{master::MoneyDecimals.board, master::MoneyDecimals.number};
+constexpr Place Decimals = PlaceOf(master::MoneyDecimals);
 
 std::vector<Item> itemsOf(const std::vector<std::string>& names) {
     std::vector<Item> items;

@@ -19,15 +19,17 @@ struct Place {
     bool operator<(const Place& other) const { return std::tie(board, number) < std::tie(other.board, other.number); }
 };
 
+constexpr Place PlaceOf(const Setting& setting) { return {setting.board, setting.number}; }
+
 struct Item {
     const CatalogueRow* row;
     int index;  ///< in the row
 
     Setting setting() const { return row->settings[index]; }
     Board board() const { return row->settings.board(); }
-    Place place() const { return {board(), setting().number}; }
+    Place place() const { return PlaceOf(setting()); }
     bool hasCopy() const { return row->settings.hasCopies(); }
-    Place copy() const { return {board(), CopyOf(setting()).number}; }
+    Place copy() const { return PlaceOf(CopyOf(setting())); }
     std::string name() const { return ParameterName(*row, index); }
     bool isMoney() const { return row->scale == "money"; }
     /// Whether two values are the same setting: bits that no page changes do not count.

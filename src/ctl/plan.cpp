@@ -31,7 +31,6 @@ constexpr std::uint32_t HasClock = 4;           ///< of the machine's state
 constexpr std::uint32_t NoCooling = 0, WithRefrigerator = 1;  ///< kinds of cooling unit
 constexpr int FirstWithoutDelays = 27;                        ///< revision of the master
 
-Place placeOf(const Setting& setting) { return {setting.board, setting.number}; }
 bool isOneOf(const Item& item, const SettingRange& range) {
     return item.board() == range.board() && range.indexOf(item.setting().number) >= 0;
 }
@@ -81,14 +80,14 @@ class Planner {
     std::uint32_t becomes(const Setting& setting) const {
         const auto step =
             std::ranges::find_if(plan_.steps, [&](const Step& each) { return each.item.setting() == setting; });
-        return step != plan_.steps.end() ? step->wanted : has(placeOf(setting)).value_or(0);
+        return step != plan_.steps.end() ? step->wanted : has(PlaceOf(setting)).value_or(0);
     }
 
     bool isReady(Board board) const {
         if (!connection_.board(board).isUsable()) return false;
         if (board == Board::Master) return true;
         const Setting& word = board == Board::HotDrink ? master::HotDrinkPresence : master::SectorPresence;
-        return SaysPresent(has(placeOf(word)).value_or(0));
+        return SaysPresent(has(PlaceOf(word)).value_or(0));
     }
 
     std::string whyNot(const Entry& entry) const {
@@ -117,7 +116,7 @@ class Planner {
         const bool isPlanned = std::ranges::any_of(
             plan_.steps, [](const Step& each) { return each.item.setting() == master::MoneyDecimalsSetting; });
         if (isPlanned) return becomes(master::MoneyDecimalsSetting);
-        const auto now = has(placeOf(master::MoneyDecimals));
+        const auto now = has(PlaceOf(master::MoneyDecimals));
         return now ? std::optional(static_cast<std::uint32_t>(DecimalsOf(*now))) : std::nullopt;
     }
 
@@ -167,7 +166,7 @@ bool isWanted(const Options& options, const Item& item) {
 std::vector<Place> placesFor(const std::vector<Entry>& entries) {
     std::vector<Place> places;
     places.reserve(std::size(Needed));
-    for (const Setting& each : Needed) places.push_back(placeOf(each));
+    for (const Setting& each : Needed) places.push_back(PlaceOf(each));
     for (const Entry& each : entries) {
         places.push_back(each.item.place());
         if (each.item.hasCopy()) places.push_back(each.item.copy());
@@ -192,19 +191,19 @@ Plan makePlan(const SettingsFile& file, const std::string& fileName, const Optio
 std::vector<Place> clockPlaces() {
     std::vector<Place> places;
     places.reserve(std::size(ClockSettings));
-    for (const Setting& each : ClockSettings) places.push_back(placeOf(each));
+    for (const Setting& each : ClockSettings) places.push_back(PlaceOf(each));
     return places;
 }
 
 std::vector<Step> clockSteps(const std::tm& time, const Values& present) {
     const std::array<int, ClockSettings.size()> parts = {time.tm_hour, time.tm_min, time.tm_mday, time.tm_mon + 1,
                                                          time.tm_year % 100};
-    const auto state = present.find(placeOf(master::MachineState));
+    const auto state = present.find(PlaceOf(master::MachineState));
     if (state == present.end() || (state->second & HasClock) == 0) return {};
     std::vector<Step> steps;
     for (std::size_t i = 0; i < parts.size(); ++i) {
         const auto [row, index] = FindParameter(ClockSettings[i].board, ClockSettings[i].number);
-        const auto before = present.find(placeOf(ClockSettings[i]));
+        const auto before = present.find(PlaceOf(ClockSettings[i]));
         if (before == present.end()) continue;
         steps.push_back({{row, index}, false, before->second, static_cast<std::uint32_t>(parts[i]), {}});
     }

@@ -14,8 +14,8 @@ namespace kestrel::ctl {
 
 namespace {
 
-constexpr Place MachineNumber{master::MachineNumber.board, master::MachineNumber.number};
-constexpr Place Decimals{master::MoneyDecimals.board, master::MoneyDecimals.number};
+constexpr Place MachineNumber = PlaceOf(master::MachineNumber);
+constexpr Place Decimals = PlaceOf(master::MoneyDecimals);
 
 std::string dateOf(const std::tm& time) {
     std::array<char, 32> text;

@@ -67,7 +67,7 @@ class Sales {
     }
 
     std::optional<std::uint32_t> of(const Setting& setting) const {
-        const auto found = values_.find({setting.board, setting.number});
+        const auto found = values_.find(PlaceOf(setting));
         return found == values_.end() ? std::nullopt : std::optional(found->second);
     }
 

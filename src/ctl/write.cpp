@@ -14,8 +14,8 @@ namespace kestrel::ctl {
 
 namespace {
 
-constexpr Place MachineNumber{master::MachineNumber.board, master::MachineNumber.number};
-constexpr Place Decimals{master::MoneyDecimals.board, master::MoneyDecimals.number};
+constexpr Place MachineNumber = PlaceOf(master::MachineNumber);
+constexpr Place Decimals = PlaceOf(master::MoneyDecimals);
 
 /// What became of a step, for scripts and for people.
 std::pair<const char*, Word> outcomeOf(const Step& step) {
@@ -43,7 +43,10 @@ class Writing {
             context_.out.heading(say(Word::NothingToWrite));
             return leavesOut_ ? status::Differs : status::Well;
         }
-        if (context_.options.dryRun) return tellPlan(plan.steps);
+        if (context_.options.dryRun) {
+            plan.steps.insert(plan.steps.end(), clock.begin(), clock.end());
+            return tellPlan(plan.steps);
+        }
         const std::string count = std::to_string(plan.steps.size() + clock.size());
         if (!context_.options.yes && !context_.confirm(say(Word::MayWrite, {count, std::to_string(machine_)})))
             throw RunTimeError(error_number::DeviceUnavailable, say(Word::NothingWritten));

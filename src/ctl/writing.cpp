@@ -10,7 +10,7 @@ namespace {
 constexpr int RoundsAllowed = 4;
 constexpr std::size_t AtOnce = 32;  ///< writes of parameters without copies
 
-constexpr Place MachineNumber{master::MachineNumber.board, master::MachineNumber.number};
+constexpr Place MachineNumber = PlaceOf(master::MachineNumber);
 
 /// The next steps that go out together: those of one parameter, which must not be torn apart, or some without copies.
 std::vector<Step*> nextBatch(std::vector<Step*>& due) {

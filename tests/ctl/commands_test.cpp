@@ -203,6 +203,7 @@ TEST_F(Commands, SetTheClockOnlyWhereItIsAskedForAndToThisComputersTime) {
     readFile("--group clock");
     EXPECT_EQ(run("write a.txt --yes").status, 0);
     EXPECT_TRUE(writes.empty());
+    EXPECT_EQ(run("write a.txt --dry-run --clock").lines().size(), 5U);
     EXPECT_EQ(run("write a.txt --yes --clock").status, 0);
     EXPECT_EQ(writes, (Writes{{0, 239, 9}, {0, 240, 41}, {0, 241, 14}, {0, 242, 5}, {0, 243, 24}}));
 }
