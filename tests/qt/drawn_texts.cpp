@@ -14,6 +14,7 @@ namespace {
 struct DrawnText {
     QString text;
     QRectF place;  ///< in the widget's own pixels
+    QRectF clip;   ///< beyond which nothing of it is seen; empty: nowhere
 };
 
 class TextEngine : public QPaintEngine {
@@ -30,7 +31,8 @@ class TextEngine : public QPaintEngine {
     void drawPolygon(const QPointF* /*points*/, int /*count*/, PolygonDrawMode /*mode*/) override {}
     void drawTextItem(const QPointF& at, const QTextItem& item) override {
         const QRectF box(at.x(), at.y() - item.ascent(), item.width(), item.ascent() + item.descent());
-        if (!item.text().trimmed().isEmpty()) texts.push_back({item.text(), transform_.mapRect(box)});
+        if (!item.text().trimmed().isEmpty())
+            texts.push_back({item.text(), transform_.mapRect(box), transform_.mapRect(painter()->clipBoundingRect())});
     }
 
     std::vector<DrawnText> texts;
@@ -61,6 +63,8 @@ void expectTextsWhole(QWidget& widget) {
         const QString& text = texts[i].text;
         EXPECT_FALSE(text.contains(QChar(0x2026))) << "shortened: " << text.toStdString();
         EXPECT_TRUE(room.contains(texts[i].place)) << "over the edge: " << text.toStdString();
+        const QRectF clip = texts[i].clip.adjusted(-1, -1, 1, 1);
+        EXPECT_TRUE(texts[i].clip.isEmpty() || clip.contains(texts[i].place)) << "cut off: " << text.toStdString();
         for (std::size_t k = 0; k < i; ++k)
             EXPECT_FALSE(texts[k].place.adjusted(1, 1, -1, -1).intersects(texts[i].place))
                 << "one over the other: " << text.toStdString() << ", " << texts[k].text.toStdString();
